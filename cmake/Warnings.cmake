@@ -1,0 +1,13 @@
+# Every target of ours links pellar_options: warnings are errors, and sanitizers reach all of them or none.
+add_library(pellar_options INTERFACE)
+target_compile_options(pellar_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wnull-dereference -Werror)
+target_include_directories(pellar_options INTERFACE ${PROJECT_SOURCE_DIR})
+
+if(PELLAR_ASAN)
+  target_compile_options(pellar_options INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+    -Wno-null-dereference)
+  target_link_options(pellar_options INTERFACE -fsanitize=address,undefined)
+endif()

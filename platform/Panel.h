@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "core/Geometry.h"
+#include "platform/Subscription.h"
+#include "platform/View.h"
+
+namespace pellar {
+
+// Window levels (NSWindowLevel).
+enum class PanelLevel { floating = 3, popUpMenu = 101 };
+
+// How a borderless, non-activating, shadowed, translucent panel behaves. All of them can join all spaces and stand
+// over full-screen windows, none is released when closed, and none is listed in a task bar or a window cycle.
+struct PanelStyle {
+  Size contentSize;
+  PanelLevel level = PanelLevel::floating;
+  bool canBecomeKey = false;
+  bool hidesOnDeactivate = false;
+  bool stationary = false;
+  bool ignoresCycle = false;
+  friend bool operator==(const PanelStyle&, const PanelStyle&) = default;
+};
+
+// A panel over a dark, translucent, rounded background (radius 12, a border of 1 in white with alpha 0.14). Never
+// takes the focus from the application in front by itself. Main thread only.
+class Panel {
+ public:
+  virtual ~Panel() = default;
+
+  // The native view that hosts this panel's custom view.
+  [[nodiscard]] virtual ViewHost& host() = 0;
+  // The view that fills the panel; null takes it away. Not owned.
+  virtual void setView(View* view) = 0;
+
+  // Moves and resizes; with `display` what the view asked to have redrawn is on its way to the screen on return.
+  virtual void setFrame(const ScreenRect& frame, bool display) = 0;
+  [[nodiscard]] virtual ScreenRect frame() const = 0;
+  // The visible frame of the screen that holds most of the panel; absent when it is on none.
+  [[nodiscard]] virtual std::optional<ScreenRect> screenVisibleFrame() const = 0;
+
+  // Shows the panel above its level's others without making it key.
+  virtual void orderFrontRegardless() = 0;
+  virtual void orderOut() = 0;
+  [[nodiscard]] virtual bool isVisible() const = 0;
+
+  // Gives the panel the keyboard (of a panel that can become key) while the application in front stays in front.
+  virtual void makeKeyAndOrderFront() = 0;
+  virtual void resignKey() = 0;
+  [[nodiscard]] virtual bool isKey() const = 0;
+  // Takes the keyboard from the control that has it; the panel stays key.
+  virtual void clearFirstResponder() = 0;
+  // The panel stopped being key, from the main loop or inside resignKey.
+  [[nodiscard]] virtual Subscription onDidResignKey(std::function<void()> callback) = 0;
+};
+
+// Makes panels; one object a program.
+class PanelFactory {
+ public:
+  virtual ~PanelFactory() = default;
+  [[nodiscard]] virtual std::unique_ptr<Panel> makePanel(const PanelStyle& style) = 0;
+};
+
+}  // namespace pellar

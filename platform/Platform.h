@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+
+namespace pellar {
+
+class Accessibility;
+class EventMonitors;
+class MainLoop;
+class PanelFactory;
+class ScreenList;
+class Workspace;
+
+// Where the program keeps its files. Absolute paths; the folders may not exist yet.
+struct UserFolders {
+  std::filesystem::path home;
+  std::filesystem::path applicationSupport;  // holds Pellar/state.json
+  std::filesystem::path logFile;
+};
+
+// What the application needs from its operating system, gathered by the process entry. Every reference outlives the
+// application.
+struct Platform {
+  MainLoop& mainLoop;
+  Accessibility& accessibility;
+  Workspace& workspace;
+  ScreenList& screens;
+  PanelFactory& panels;
+  EventMonitors& eventMonitors;
+  UserFolders folders;
+};
+
+}  // namespace pellar

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "core/Geometry.h"
+
+namespace pellar {
+
+// One display.
+struct Screen {
+  ScreenRect frame;         // the whole display
+  ScreenRect visibleFrame;  // without menu bar, dock and panels
+  friend bool operator==(const Screen&, const Screen&) = default;
+};
+
+// The displays. The first is the one at whose top left Accessibility coordinates begin.
+class ScreenList {
+ public:
+  virtual ~ScreenList() = default;
+  // All displays, first one first; empty when there is none. Read anew on each call.
+  [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
+};
+
+}  // namespace pellar

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "core/Geometry.h"
+#include "platform/Canvas.h"
+#include "platform/SearchField.h"
+
+namespace pellar {
+
+// A mouse event as a view receives it.
+struct MouseEvent {
+  ViewPoint location;
+  ScreenPoint screenLocation;
+  bool control = false;  // the Control key was held
+  int clickCount = 1;    // 2 for the second press of a double click
+  friend bool operator==(const MouseEvent&, const MouseEvent&) = default;
+};
+
+// A view drawn by us and hosted by the system. All calls arrive on the main thread from the main loop; mouseDragged
+// and mouseUp follow the mouseDown of the left button, also outside the view. A click acts even while the view's
+// panel is not key (first mouse).
+class View {
+ public:
+  virtual ~View() = default;
+
+  // Place sub-views; called before drawing after a change of size or setNeedsLayout.
+  virtual void layout() = 0;
+  // Paints what lies in `dirty`; the host has laid the panel's background under it and clips to it.
+  virtual void draw(Canvas& canvas, const ViewRect& dirty) = 0;
+
+  virtual void mouseDown(const MouseEvent& event) = 0;
+  virtual void mouseDragged(const MouseEvent& event) = 0;
+  virtual void mouseUp(const MouseEvent& event) = 0;
+  virtual void rightMouseDown(const MouseEvent& event) = 0;
+  virtual void otherMouseDown(const MouseEvent& event) = 0;
+  virtual void mouseMoved(const MouseEvent& event) = 0;
+  virtual void mouseExited() = 0;
+};
+
+// What the system gives one view. Outlives the view's use of it: a panel drops its view before its host.
+class ViewHost {
+ public:
+  virtual ~ViewHost() = default;
+
+  // The view's bounds; the origin is always (0, 0).
+  [[nodiscard]] virtual ViewRect bounds() const = 0;
+  virtual void setNeedsLayout() = 0;
+  // Asks for a repaint, of everything or of one rectangle, at the latest at the end of this turn of the main loop.
+  virtual void setNeedsDisplay() = 0;
+  virtual void setNeedsDisplay(const ViewRect& rect) = 0;
+
+  // A rectangle of the view on the screen; absent while the view is in no window.
+  [[nodiscard]] virtual std::optional<ScreenRect> toScreen(const ViewRect& rect) const = 0;
+  [[nodiscard]] virtual ViewPoint fromScreen(ScreenPoint point) const = 0;
+
+  [[nodiscard]] virtual const TextMeasure& textMeasure() const = 0;
+  [[nodiscard]] virtual std::unique_ptr<SearchField> makeSearchField() = 0;
+};
+
+}  // namespace pellar

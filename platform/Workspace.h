@@ -1,0 +1,46 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/Accessibility.h"
+#include "platform/Subscription.h"
+
+namespace pellar {
+
+// How an application takes part in the desktop (NSApplicationActivationPolicy).
+enum class ActivationPolicy { regular = 0, accessory = 1, prohibited = 2 };
+
+// A running application as the workspace describes it.
+struct RunningApplication {
+  ProcessId pid = 0;
+  std::optional<std::string> bundleId;       // absent for a process without a bundle
+  std::optional<std::string> localizedName;  // absent when it has none
+  ActivationPolicy policy = ActivationPolicy::regular;
+  friend bool operator==(const RunningApplication&, const RunningApplication&) = default;
+};
+
+// Which application is in front, and what becomes of applications. Main thread only.
+class Workspace {
+ public:
+  virtual ~Workspace() = default;
+
+  // The application in front; absent when there is none.
+  [[nodiscard]] virtual std::optional<RunningApplication> frontmostApplication() const = 0;
+
+  // This program's own bundle identifier; absent when it runs without a bundle.
+  [[nodiscard]] virtual std::optional<std::string> ownBundleId() const = 0;
+
+  // Brings the application of a process to the front, without its other windows. A process that does not exist, or
+  // that is in front already, changes nothing.
+  virtual void activate(ProcessId pid) = 0;
+
+  // An application came to the front.
+  [[nodiscard]] virtual Subscription onActivated(std::function<void()> callback) = 0;
+
+  // An application ended. The argument is absent when the system does not say which.
+  [[nodiscard]] virtual Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) = 0;
+};
+
+}  // namespace pellar
