@@ -1,0 +1,45 @@
+# Two commands matter: `make run` and `make test`. The work itself is in the CMake presets and in scripts/.
+.PHONY: all setup build run tour test bench asan fuzz format format-check tidy clean
+
+all: build
+
+setup:
+	@scripts/setup
+
+build: setup
+	@scripts/build release pellar
+
+run: setup
+	@scripts/run
+
+# The demonstration of `make run` on its private desktop, also where there is a display.
+tour: setup
+	@scripts/tour
+
+test: setup
+	@scripts/test
+
+bench: setup
+	@scripts/bench
+
+asan: setup
+	@scripts/asan
+
+fuzz: setup
+	@scripts/setup fuzz
+	@scripts/fuzz
+
+format:
+	@scripts/setup format
+	@scripts/format
+
+format-check:
+	@scripts/setup format
+	@scripts/format --check
+
+tidy: setup
+	@scripts/setup format
+	@scripts/tidy
+
+clean:
+	rm -rf build
