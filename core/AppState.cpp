@@ -1,0 +1,54 @@
+#include "core/AppState.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+
+namespace pellar {
+
+namespace {
+
+constexpr std::size_t recentCapacity = 300;
+
+constexpr std::array<std::string_view, allTagColors.size()> tagNames{"red",   "orange", "yellow",
+                                                                     "green", "blue",   "purple"};
+
+// A time that is no number counts as the oldest, so that the order is total.
+double orderedTime(double time) {
+  return std::isnan(time) ? -std::numeric_limits<double>::infinity() : time;
+}
+
+}  // namespace
+
+std::string_view rawValue(TagColor color) {
+  return tagNames[static_cast<std::size_t>(color)];
+}
+
+std::optional<TagColor> tagColorWithRawValue(std::string_view raw) {
+  for (const TagColor color : allTagColors) {
+    if (rawValue(color) == raw) return color;
+  }
+  return std::nullopt;
+}
+
+void AppState::touchRecent(const std::string& path, const std::optional<std::string>& app, double now) {
+  recent[path] = now;
+  if (app) recentApp[path] = *app;
+  if (recent.size() <= recentCapacity) return;
+
+  using Entry = std::map<std::string, double>::iterator;
+  std::vector<Entry> entries;
+  entries.reserve(recent.size());
+  for (auto entry = recent.begin(); entry != recent.end(); ++entry) entries.push_back(entry);
+  const auto surplus = static_cast<std::ptrdiff_t>(recent.size() - recentCapacity);
+  std::nth_element(entries.begin(), entries.begin() + surplus, entries.end(), [](Entry left, Entry right) {
+    return orderedTime(left->second) < orderedTime(right->second);
+  });
+  for (auto oldest = entries.begin(); oldest != entries.begin() + surplus; ++oldest) {
+    recentApp.erase((*oldest)->first);
+    recent.erase(*oldest);
+  }
+}
+
+}  // namespace pellar

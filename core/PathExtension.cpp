@@ -1,0 +1,28 @@
+#include "core/PathExtension.h"
+
+namespace pellar {
+
+std::string_view lastComponent(std::string_view path) {
+  const auto end = path.find_last_not_of('/');
+  if (end == std::string_view::npos) return path.substr(0, 1);
+  path = path.substr(0, end + 1);
+  const auto slash = path.rfind('/');
+  return slash == std::string_view::npos ? path : path.substr(slash + 1);
+}
+
+std::string_view pathExtension(std::string_view path) {
+  const std::string_view name = lastComponent(path);
+  const auto dot = name.rfind('.');
+  if (dot == std::string_view::npos || dot == 0) return {};
+  return name.substr(dot + 1);
+}
+
+std::string lowerPathExtension(std::string_view path) {
+  std::string extension(pathExtension(path));
+  for (char& letter : extension) {
+    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
+  }
+  return extension;
+}
+
+}  // namespace pellar

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// The one notion of a path's parts.
+namespace pellar {
+
+// The last component, without slashes that follow it; "/" when the path is nothing but slashes.
+std::string_view lastComponent(std::string_view path);
+
+// The text after the last dot of the last component. Empty when there is none: a leading dot alone and a
+// trailing dot make no extension.
+std::string_view pathExtension(std::string_view path);
+
+// pathExtension() in lower case (ASCII).
+std::string lowerPathExtension(std::string_view path);
+
+}  // namespace pellar

@@ -1,0 +1,135 @@
+#include "core/Utf8.h"
+
+#include <utf8proc.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace pellar::Utf8 {
+
+namespace {
+
+constexpr std::string_view replacement = "\xEF\xBF\xBD";
+
+// Longer than any path of a file system. Beyond it the composed form is not made: ordering a long run of
+// combining marks takes time in the square of its length.
+constexpr std::size_t longestComposed = 8192;
+
+unsigned char byteAt(std::string_view text, std::size_t index) {
+  return static_cast<unsigned char>(text[index]);
+}
+
+bool isContinuation(unsigned char byte) {
+  return (byte & 0xC0) == 0x80;
+}
+
+// Reads one character of valid UTF-8.
+std::size_t decode(std::string_view text, utf8proc_int32_t& character) {
+  const auto length =
+      utf8proc_iterate(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                       static_cast<utf8proc_ssize_t>(std::min<std::size_t>(text.size(), 4)), &character);
+  return length < 1 ? 1 : static_cast<std::size_t>(length);
+}
+
+bool isSpaceOrTab(utf8proc_int32_t character) {
+  if (character < 0x80) return character == ' ' || character == '\t';
+  return utf8proc_category(character) == UTF8PROC_CATEGORY_ZS;
+}
+
+std::string composed(const std::string& text) {
+  utf8proc_uint8_t* raw = nullptr;
+  const auto length = utf8proc_map(reinterpret_cast<const utf8proc_uint8_t*>(text.data()),
+                                   static_cast<utf8proc_ssize_t>(text.size()), &raw,
+                                   static_cast<utf8proc_option_t>(UTF8PROC_STABLE | UTF8PROC_COMPOSE));
+  const std::unique_ptr<utf8proc_uint8_t, decltype(&std::free)> owned(raw, &std::free);
+  // It fails only for want of memory; the text as it is then still finds what is spelt the same.
+  if (length < 0) return text;
+  return {reinterpret_cast<const char*>(raw), static_cast<std::size_t>(length)};
+}
+
+}  // namespace
+
+std::size_t validPrefix(std::string_view text) {
+  if (text.empty()) return 0;
+  const unsigned char first = byteAt(text, 0);
+  if (first < 0x80) return 1;
+  if (first < 0xC2 || first > 0xF4) return 0;
+  const std::size_t length = first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+  if (text.size() < length) return 0;
+  const unsigned char second = byteAt(text, 1);
+  // The second byte decides what is overlong, a surrogate or beyond the last code point.
+  unsigned char least = 0x80;
+  unsigned char most = 0xBF;
+  if (first == 0xE0) least = 0xA0;
+  if (first == 0xED) most = 0x9F;
+  if (first == 0xF0) least = 0x90;
+  if (first == 0xF4) most = 0x8F;
+  if (second < least || second > most) return 0;
+  for (std::size_t index = 2; index < length; ++index) {
+    if (!isContinuation(byteAt(text, index))) return 0;
+  }
+  return length;
+}
+
+bool isValid(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = validPrefix(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+std::string repaired(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  while (!text.empty()) {
+    const std::size_t length = validPrefix(text);
+    result += length == 0 ? replacement : text.substr(0, length);
+    text.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return result;
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty()) {
+    utf8proc_int32_t character = 0;
+    const std::size_t length = decode(text, character);
+    if (!isSpaceOrTab(character)) break;
+    text.remove_prefix(length);
+  }
+  while (!text.empty()) {
+    std::size_t start = text.size() - 1;
+    while (start > 0 && isContinuation(byteAt(text, start))) --start;
+    utf8proc_int32_t character = 0;
+    decode(text.substr(start), character);
+    if (!isSpaceOrTab(character)) break;
+    text.remove_suffix(text.size() - start);
+  }
+  return text;
+}
+
+std::string folded(std::string_view text) {
+  std::string result;
+  result.reserve(text.size());
+  const bool ascii = std::all_of(text.begin(), text.end(),
+                                 [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+  if (ascii) {
+    for (const char byte : text) {
+      result += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+    }
+    return result;
+  }
+  const std::string valid = repaired(text);
+  for (std::string_view rest = valid; !rest.empty();) {
+    utf8proc_int32_t character = 0;
+    rest.remove_prefix(decode(rest, character));
+    utf8proc_uint8_t encoded[4];
+    const auto length = utf8proc_encode_char(utf8proc_tolower(character), encoded);
+    result.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
+  }
+  return result.size() > longestComposed ? result : composed(result);
+}
+
+}  // namespace pellar::Utf8

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+// UTF-8 as text from other programs comes: perhaps not valid.
+namespace pellar::Utf8 {
+
+// The length in bytes of the valid character at the start of `text`, or 0 when there is none. Overlong forms,
+// surrogates and code points above U+10FFFF are not valid.
+std::size_t validPrefix(std::string_view text);
+
+bool isValid(std::string_view text);
+
+// The same text with each byte that is part of no valid character replaced by U+FFFD.
+std::string repaired(std::string_view text);
+
+// The text without spaces of Unicode's space class and tabs at both ends; line breaks stay. Needs valid
+// UTF-8.
+std::string_view trimmed(std::string_view text);
+
+// The text in lower case and composed form, so that equal names compare equal however they were typed.
+// Repairs text that is not valid UTF-8.
+std::string folded(std::string_view text);
+
+}  // namespace pellar::Utf8
