@@ -1,0 +1,76 @@
+#include "app/strip/RecentDropdown.h"
+
+#include <algorithm>
+
+namespace pellar {
+namespace {
+
+constexpr Size dropdownSize{480, 300};
+constexpr double screenMargin = 8;
+constexpr double gap = 4;
+
+}  // namespace
+
+RecentDropdown::RecentDropdown(PanelFactory& panels, EventMonitors& eventMonitors, ScreenList& screens,
+                               Panel& strip, TabStripView& view)
+    : eventMonitors_(eventMonitors),
+      screens_(screens),
+      strip_(strip),
+      view_(view),
+      panel_(panels.makePanel({.contentSize = dropdownSize, .level = PanelLevel::popUpMenu})) {}
+
+void RecentDropdown::open() {
+  if (!open_) {
+    open_ = true;
+    position();
+    panel_->orderFrontRegardless();
+    const auto report = [this] {
+      // The handler may drop this very monitor.
+      if (const auto handler = onOutsideClick) handler();
+    };
+    clickMonitors_.push_back(eventMonitors_.onGlobalMouseDown(report));
+    clickMonitors_.push_back(eventMonitors_.onLocalMouseDown([this, report](const ObservedClick& click) {
+      if (!isInside(click)) report();
+    }));
+  }
+  strip_.makeKeyAndOrderFront();
+  view_.searchField().focus();
+}
+
+bool RecentDropdown::close() {
+  if (!open_) return false;
+  // First, since giving up the keyboard below comes back here.
+  open_ = false;
+  clickMonitors_.clear();
+  view_.searchField().setText("");
+  view_.setSearchExpanded(false);
+  panel_->orderOut();
+  strip_.clearFirstResponder();
+  if (strip_.isKey()) strip_.resignKey();
+  return true;
+}
+
+void RecentDropdown::position() {
+  // The strip may have been resized since it was last laid out.
+  view_.layout();
+  const auto field = strip_.host().toScreen(view_.searchField().frame());
+  if (!field) return;
+  ScreenRect visible;
+  if (const auto own = strip_.screenVisibleFrame()) {
+    visible = *own;
+  } else if (const auto screens = screens_.screens(); !screens.empty()) {
+    visible = screens.front().frame;
+  }
+  const double right = std::min(visible.maxX() - screenMargin, field->maxX());
+  const double left = std::max(visible.minX() + screenMargin, right - dropdownSize.width);
+  const double top = field->minY() - gap;
+  panel_->setFrame({left, top - dropdownSize.height, dropdownSize.width, dropdownSize.height}, true);
+}
+
+bool RecentDropdown::isInside(const ObservedClick& click) {
+  if (click.panel == panel_.get()) return true;
+  if (click.panel != &strip_) return false;
+  return view_.searchField().frame().contains(strip_.host().fromScreen(click.location));
+}
+
+}  // namespace pellar

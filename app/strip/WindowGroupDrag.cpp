@@ -1,0 +1,49 @@
+#include "app/strip/WindowGroupDrag.h"
+
+#include <array>
+#include <charconv>
+#include <string>
+#include <utility>
+
+#include "core/Log.h"
+#include "core/Tile.h"
+
+namespace pellar {
+namespace {
+
+std::string numberText(double value) {
+  std::array<char, 32> buffer{};
+  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
+  return {buffer.data(), end};
+}
+
+std::string rectText(const AxRect& rect) {
+  return "{{" + numberText(rect.x) + ", " + numberText(rect.y) + "}, {" + numberText(rect.width) + ", " +
+         numberText(rect.height) + "}}";
+}
+
+}  // namespace
+
+void WindowGroupDrag::begin(const std::shared_ptr<OfficeWindow>& front, const WindowList& windows) {
+  std::vector<Member> members{{front, front->frame}};
+  for (const auto& window : windows) {
+    if (window == front || window->minimized || !shouldAlign(window->frame, front->frame)) continue;
+    members.push_back({window, window->frame});
+  }
+  Log::write("banner drag start: " + std::to_string(members.size()) + " windows from " +
+             rectText(front->frame));
+  members_ = std::make_shared<const std::vector<Member>>(std::move(members));
+}
+
+AxRect WindowGroupDrag::moveBy(Accessibility& accessibility, ScreenPoint offset) {
+  const auto members = members_;
+  for (const auto& [window, start] : *members) {
+    const AxPoint origin{start.x + offset.x, start.y - offset.y};
+    accessibility.set(window->element, "AXPosition", origin);
+    window->frame.x = origin.x;
+    window->frame.y = origin.y;
+  }
+  return members->front().window->frame;
+}
+
+}  // namespace pellar

@@ -1,0 +1,27 @@
+#include "app/tracking/AX.h"
+
+namespace pellar::AX {
+
+std::optional<AxRect> frame(Accessibility& accessibility, const Element& element) {
+  const auto position = value<AxPoint>(accessibility, element, "AXPosition");
+  if (!position) return std::nullopt;
+  const auto size = value<Size>(accessibility, element, "AXSize");
+  if (!size) return std::nullopt;
+  return AxRect::of(*position, *size);
+}
+
+void writeFrame(Accessibility& accessibility, const Element& window, const AxRect& frame) {
+  accessibility.set(window, "AXPosition", frame.origin());
+  accessibility.set(window, "AXSize", frame.size());
+  // The change of size may have pushed the window, for instance away from a screen edge.
+  accessibility.set(window, "AXPosition", frame.origin());
+}
+
+bool pressCloseButton(Accessibility& accessibility, const Element& window) {
+  const auto button = value<Element>(accessibility, window, "AXCloseButton");
+  if (!button) return false;
+  accessibility.perform(*button, "AXPress");
+  return true;
+}
+
+}  // namespace pellar::AX

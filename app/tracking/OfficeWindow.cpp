@@ -1,0 +1,32 @@
+#include "app/tracking/OfficeWindow.h"
+
+#include <utility>
+
+#include "app/tracking/AX.h"
+#include "app/tracking/FileUrl.h"
+
+namespace pellar {
+
+OfficeWindow::OfficeWindow(Accessibility& accessibility, Element windowElement, TrackedApp owner,
+                           ProcessId ownerPid)
+    : element(std::move(windowElement)),
+      app(std::move(owner)),
+      pid(ownerPid),
+      title(AX::value<std::string>(accessibility, element, "AXTitle").value_or("")),
+      frame(AX::frame(accessibility, element).value_or(AxRect{})),
+      minimized(AX::value<bool>(accessibility, element, "AXMinimized").value_or(false)),
+      fullscreen(AX::value<bool>(accessibility, element, "AXFullScreen").value_or(false)),
+      id_(element.hash()) {}
+
+void OfficeWindow::refresh(Accessibility& accessibility) {
+  if (auto read = AX::value<std::string>(accessibility, element, "AXTitle")) title = std::move(*read);
+  if (const auto read = AX::frame(accessibility, element)) frame = *read;
+  minimized = AX::value<bool>(accessibility, element, "AXMinimized").value_or(false);
+  fullscreen = AX::value<bool>(accessibility, element, "AXFullScreen").value_or(false);
+
+  if (app.office || path) return;
+  if (const auto document = AX::value<std::string>(accessibility, element, "AXDocument"))
+    path = pathOfFileUrl(*document);
+}
+
+}  // namespace pellar

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "core/Geometry.h"
+#include "core/TrackedApp.h"
+#include "platform/Accessibility.h"
+
+namespace pellar {
+
+// The record of one top-level window of any tracked application, Office or not. Shared identity: two records
+// are the same window when they are the same object. Main thread only.
+class OfficeWindow {
+ public:
+  // Reads the snapshot once. `path` stays absent.
+  OfficeWindow(Accessibility& accessibility, Element windowElement, TrackedApp owner, ProcessId ownerPid);
+  OfficeWindow(const OfficeWindow&) = delete;
+  OfficeWindow& operator=(const OfficeWindow&) = delete;
+
+  // Reads the snapshot anew. What cannot be read keeps its value, except the two flags, which become false.
+  void refresh(Accessibility& accessibility);
+
+  // The identifier of the window and of its tab while the window exists.
+  [[nodiscard]] WindowId id() const { return id_; }
+
+  const Element element;
+  const TrackedApp app;
+  const ProcessId pid;
+  std::string title;  // UTF-8 as read, possibly invalid; empty when never read
+  AxRect frame;       // zero when never read
+  bool minimized = false;
+  bool fullscreen = false;
+  std::optional<std::string> path;  // POSIX path of the document shown, when known
+
+ private:
+  const WindowId id_;
+};
+
+}  // namespace pellar
