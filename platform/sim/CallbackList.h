@@ -1,0 +1,58 @@
+#pragma once
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "platform/MainLoop.h"
+#include "platform/Subscription.h"
+
+namespace pellar {
+
+// The subscribers of one event. A callback may drop itself or any other subscription, or the list's owner,
+// while it runs; whoever was dropped is not called any more.
+template <class... Arguments>
+class CallbackList {
+ public:
+  using Callback = std::function<void(Arguments...)>;
+
+  Subscription add(Callback callback) {
+    auto entry = std::make_shared<Entry>(Entry{std::move(callback), true});
+    entries_->push_back(entry);
+    return Subscription([entry, entries = std::weak_ptr<Entries>(entries_)] {
+      entry->active = false;
+      if (auto list = entries.lock()) std::erase(*list, entry);
+    });
+  }
+
+  [[nodiscard]] bool empty() const { return entries_->empty(); }
+
+  void call(Arguments... arguments) const { callAll(*entries_, arguments...); }
+
+  // Calls from the next turn of `loop`; the subscribers of that moment hear it.
+  void post(MainLoop& loop, Arguments... arguments) const {
+    loop.post([entries = std::weak_ptr<Entries>(entries_), arguments...] {
+      if (auto list = entries.lock()) callAll(*list, arguments...);
+    });
+  }
+
+ private:
+  struct Entry {
+    Callback callback;
+    bool active = true;
+  };
+  using Entries = std::vector<std::shared_ptr<Entry>>;
+
+  static void callAll(const Entries& entries, const Arguments&... arguments) {
+    const Entries snapshot = entries;
+    for (const auto& entry : snapshot) {
+      if (entry->active) entry->callback(arguments...);
+    }
+  }
+
+  std::shared_ptr<Entries> entries_ = std::make_shared<Entries>();
+};
+
+}  // namespace pellar

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+// Forwards to another Workspace and breaks what it is told to.
+class FaultyWorkspace final : public Workspace {
+ public:
+  explicit FaultyWorkspace(Workspace& sound) : sound_(sound) {}
+
+  bool namesNobodyInFront = false;      // no application is ever in front
+  bool withholdsTerminatedPid = false;  // terminations do not say whose
+  bool ignoresActivate = false;
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    return namesNobodyInFront ? std::nullopt : sound_.frontmostApplication();
+  }
+  [[nodiscard]] std::optional<std::string> ownBundleId() const override { return sound_.ownBundleId(); }
+  void activate(ProcessId pid) override {
+    if (!ignoresActivate) sound_.activate(pid);
+  }
+  [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
+    return sound_.onActivated(std::move(callback));
+  }
+  [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
+    return sound_.onTerminated([this, callback = std::move(callback)](std::optional<ProcessId> pid) {
+      callback(withholdsTerminatedPid ? std::nullopt : pid);
+    });
+  }
+
+ private:
+  Workspace& sound_;
+};
+
+}  // namespace pellar

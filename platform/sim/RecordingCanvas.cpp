@@ -1,0 +1,78 @@
+#include "platform/sim/RecordingCanvas.h"
+
+#include <string>
+#include <utility>
+
+namespace pellar {
+
+namespace {
+
+std::string readable(std::string_view text) {
+  std::string result = SimTextMeasure::prefix(text, text.size());
+  for (char& byte : result) {
+    if (static_cast<unsigned char>(byte) < 0x20 || byte == 0x7F) byte = ' ';
+  }
+  return result;
+}
+
+}  // namespace
+
+void RecordingCanvas::add(DrawnItem item) {
+  if (item.rect.intersects(bounds_)) items_.push_back(std::move(item));
+}
+
+void RecordingCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color& color) {
+  DrawnItem item;
+  item.rect = rect;
+  item.radius = radius;
+  item.color = color;
+  add(std::move(item));
+}
+
+void RecordingCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font,
+                               const Color& color) {
+  DrawnItem item;
+  item.kind = DrawnItem::Kind::text;
+  item.rect = ViewRect::of(origin, {measure_.width(text, font), SimTextMeasure::lineHeight(font)});
+  item.color = color;
+  item.text = text;
+  item.shown = readable(text);
+  item.font = font;
+  add(std::move(item));
+}
+
+void RecordingCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                        const Color& color) {
+  DrawnItem item;
+  item.kind = DrawnItem::Kind::truncatedText;
+  item.rect = rect;
+  item.color = color;
+  item.text = text;
+  item.shown = readable(measure_.truncated(text, rect.width, font));
+  item.font = font;
+  add(std::move(item));
+}
+
+void RecordingCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
+                                       const Color& color) {
+  DrawnItem item;
+  const Size size{measure_.width(text, font), SimTextMeasure::lineHeight(font)};
+  item.kind = DrawnItem::Kind::centeredText;
+  item.rect = ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size);
+  item.color = color;
+  item.text = text;
+  item.shown = readable(text);
+  item.font = font;
+  add(std::move(item));
+}
+
+void RecordingCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
+  DrawnItem item;
+  item.kind = DrawnItem::Kind::symbol;
+  item.rect = rect;
+  item.color = color;
+  item.symbol = symbol;
+  add(std::move(item));
+}
+
+}  // namespace pellar

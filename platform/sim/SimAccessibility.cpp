@@ -1,0 +1,194 @@
+#include "platform/sim/SimAccessibility.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace pellar {
+
+namespace {
+
+const SimElement& simulated(const Element& element) {
+  return dynamic_cast<const SimElement&>(element.handle());
+}
+
+// A value that is not of the type the attribute usually has.
+AttributeValue mistyped(const AttributeValue& value) {
+  if (std::holds_alternative<std::string>(value)) return true;
+  return std::string("unexpected");
+}
+
+class SimObserver final : public ElementObserver {
+ public:
+  SimObserver(SimDesktop& desktop, SimApplicationPointer application, std::function<void()> onNotification,
+              RoundTrips& roundTrips, std::shared_ptr<int> live)
+      : application_(std::move(application)), roundTrips_(roundTrips), live_(std::move(live)) {
+    ++*live_;
+    // The callback may drop this observer, so it holds on to nothing of it.
+    subscription_ = desktop.notifications().add(
+        [registered = registered_, pid = application_->description.pid,
+         callback = std::move(onNotification)](const SimNotification& notification) {
+          if (notification.pid != pid) return;
+          if (registered->contains({0, notification.name}) ||
+              registered->contains({notification.window, notification.name})) {
+            callback();
+          }
+        });
+  }
+  ~SimObserver() override { --*live_; }
+  SimObserver(const SimObserver&) = delete;
+  SimObserver& operator=(const SimObserver&) = delete;
+
+  void add(const Element& element, std::string_view notification) override {
+    const SimElement& target = simulated(element);
+    ++roundTrips_.registrations;
+    if (target.pid() != application_->description.pid) return;
+    if (application_->quirks.refusedNotifications.contains(notification)) return;
+    const bool whole = target.kind() == SimElement::Kind::application;
+    registered_->insert({whole ? 0 : target.window()->serial, std::string(notification)});
+  }
+
+ private:
+  using Registered = std::set<std::pair<std::uint64_t, std::string>>;
+
+  SimApplicationPointer application_;
+  RoundTrips& roundTrips_;
+  std::shared_ptr<int> live_;
+  std::shared_ptr<Registered> registered_ = std::make_shared<Registered>();
+  Subscription subscription_;
+};
+
+}  // namespace
+
+bool SimAccessibility::isTrustedPromptingUser() {
+  if (!trusted_) ++prompts_;
+  return trusted_;
+}
+
+Element SimAccessibility::applicationElement(ProcessId pid) {
+  return SimElement::ofApplication(pid);
+}
+
+bool SimAccessibility::roundTrip(const SimElement& element, int& count) {
+  if (!trusted_) return false;
+  ++count;
+  const auto owner = desktop_.application(element.pid());
+  if (!owner) return false;
+  loop_.holdUp(owner->quirks.hung ? std::chrono::milliseconds(messagingTimeout) : owner->quirks.answerTime);
+  return !owner->quirks.hung;
+}
+
+std::optional<AttributeValue> SimAccessibility::attribute(const Element& element, std::string_view name) {
+  const SimElement& target = simulated(element);
+  if (fetchedIsFresh()) {
+    const auto found = fetched_.find(std::pair(target.hash(), std::string(name)));
+    if (found != fetched_.end()) return found->second;
+  }
+  if (!roundTrip(target, roundTrips_.reads)) return std::nullopt;
+  return value(target, name);
+}
+
+void SimAccessibility::willRead(std::span<const Element> elements,
+                                std::span<const std::string_view> attributes) {
+  if (!fetchedIsFresh()) fetched_.clear();
+  for (const Element& element : elements) {
+    const SimElement& target = simulated(element);
+    const bool answered = roundTrip(target, roundTrips_.batches);
+    for (const std::string_view name : attributes) {
+      fetched_.insert_or_assign(std::pair(target.hash(), std::string(name)),
+                                answered ? value(target, name) : std::nullopt);
+    }
+  }
+  fetchedTurn_ = loop_.turns();
+  fetchedRevision_ = desktop_.revision();
+}
+
+std::optional<AttributeValue> SimAccessibility::value(const SimElement& element,
+                                                      std::string_view name) const {
+  const auto owner = desktop_.application(element.pid());
+  if (!owner) return std::nullopt;
+  if (element.kind() == SimElement::Kind::application) return applicationValue(*owner, name);
+  if (element.kind() != SimElement::Kind::window || !element.window()->exists) return std::nullopt;
+  const SimWindowQuirks& quirks = element.window()->quirks;
+  if (quirks.refusedAttributes.contains(name)) return std::nullopt;
+  auto found = windowValue(element.window(), *owner, name);
+  if (found && quirks.mistypedAttributes.contains(name)) return mistyped(*found);
+  return found;
+}
+
+std::optional<AttributeValue> SimAccessibility::applicationValue(const SimApplicationState& application,
+                                                                 std::string_view name) const {
+  if (name == "AXWindows") {
+    std::vector<Element> windows;
+    for (const auto& window :
+         application.quirks.listsWindowsByCreation ? application.byCreation : application.frontToBack) {
+      if (!window->listed) continue;
+      windows.push_back(SimElement::ofWindow(window));
+      if (window->quirks.listedTwice) windows.push_back(SimElement::ofWindow(window));
+    }
+    return windows;
+  }
+  if (name == "AXFocusedWindow") {
+    if (!application.focused || application.quirks.namesNoFocusedWindow) return std::nullopt;
+    return SimElement::ofWindow(application.focused);
+  }
+  if (name == "AXTitle" && application.description.localizedName)
+    return *application.description.localizedName;
+  if (name == "AXHidden") return application.hidden;
+  return std::nullopt;
+}
+
+std::optional<AttributeValue> SimAccessibility::windowValue(const SimWindowPointer& window,
+                                                            const SimApplicationState& owner,
+                                                            std::string_view name) {
+  if (name == "AXTitle") return window->title;
+  if (name == "AXSubrole") return window->subrole;
+  if (name == "AXPosition") return window->frame.origin();
+  if (name == "AXSize") return window->frame.size();
+  if (name == "AXMinimized") return window->minimised;
+  if (name == "AXFullScreen") return window->fullScreen;
+  if (name == "AXMain") return owner.focused == window;
+  if (name == "AXDocument" && window->document) return *window->document;
+  if (name == "AXCloseButton" && window->quirks.hasCloseButton) return SimElement::ofCloseButton(window);
+  return std::nullopt;
+}
+
+void SimAccessibility::set(const Element& element, std::string_view name, const AttributeValue& value) {
+  const SimElement& target = simulated(element);
+  fetched_.clear();
+  if (!roundTrip(target, roundTrips_.writes)) return;
+  if (target.kind() != SimElement::Kind::window || !target.window()->exists) return;
+  const auto& window = target.window();
+  if (const auto* position = std::get_if<AxPoint>(&value); position && name == "AXPosition") {
+    desktop_.requestPosition(window, *position);
+  } else if (const auto* size = std::get_if<Size>(&value); size && name == "AXSize") {
+    desktop_.requestSize(window, *size);
+  } else if (const auto* flag = std::get_if<bool>(&value)) {
+    if (name == "AXMinimized" && !window->quirks.refusesMinimise) desktop_.setMinimised(window, *flag);
+    if (name == "AXMain" && *flag) desktop_.focus(window);
+  }
+}
+
+void SimAccessibility::perform(const Element& element, std::string_view action) {
+  const SimElement& target = simulated(element);
+  fetched_.clear();
+  if (!roundTrip(target, roundTrips_.actions) || !target.window() || !target.window()->exists) return;
+  const auto& window = target.window();
+  if (target.kind() == SimElement::Kind::window && action == "AXRaise") {
+    ++window->raises;
+    desktop_.focus(window);
+  } else if (target.kind() == SimElement::Kind::closeButton && action == "AXPress") {
+    ++window->closePresses;
+    if (!window->quirks.asksBeforeClosing) desktop_.destroy(window);
+  }
+}
+
+std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,
+                                                           std::function<void()> onNotification) {
+  const auto application = desktop_.application(pid);
+  if (!trusted_ || !application || application->quirks.refusesObservers) return nullptr;
+  return std::make_unique<SimObserver>(desktop_, application, std::move(onNotification), roundTrips_,
+                                       liveObservers_);
+}
+
+}  // namespace pellar

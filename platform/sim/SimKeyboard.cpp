@@ -1,0 +1,36 @@
+#include "platform/sim/SimKeyboard.h"
+
+#include "platform/sim/SimSearchField.h"
+#include "platform/sim/SimTextMeasure.h"
+
+namespace pellar {
+
+SimSearchField* SimKeyboard::target() const {
+  const SimPanel* const panel = panels_.key();
+  return panel == nullptr ? nullptr : panel->simHost().fields().focused;
+}
+
+void SimKeyboard::type(std::string_view text) {
+  while (!text.empty()) {
+    std::string key = SimTextMeasure::prefix(text, 1);
+    text.remove_prefix(key.size());
+    loop_.post([this, key = std::move(key)] {
+      if (auto* const field = target()) {
+        field->type(key);
+      } else if (const auto application = desktop_.frontApplication();
+                 application && panels_.key() == nullptr) {
+        application->typed += key;
+      }
+    });
+    loop_.runUntilIdle();
+  }
+}
+
+void SimKeyboard::command(const std::string& selector) {
+  loop_.post([this, selector] {
+    if (auto* const field = target()) field->command(selector);
+  });
+  loop_.runUntilIdle();
+}
+
+}  // namespace pellar

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/sim/SimDesktop.h"
+#include "platform/sim/SimMainLoop.h"
+#include "platform/sim/SimPanels.h"
+
+namespace pellar {
+
+// The user's keyboard. Keys go to the focused field of the key panel, else to the application in front. Each
+// call returns when the main loop is idle again.
+class SimKeyboard {
+ public:
+  SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels)
+      : loop_(loop), desktop_(desktop), panels_(panels) {}
+
+  void type(std::string_view text);
+  // A key command by its selector: "moveDown:", "insertNewline:", "cancelOperation:", "deleteBackward:".
+  void command(const std::string& selector);
+
+ private:
+  [[nodiscard]] SimSearchField* target() const;
+
+  SimMainLoop& loop_;
+  SimDesktop& desktop_;
+  SimPanels& panels_;
+};
+
+}  // namespace pellar

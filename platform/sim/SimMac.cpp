@@ -1,0 +1,46 @@
+#include "platform/sim/SimMac.h"
+
+namespace pellar {
+
+namespace {
+
+UserFolders foldersIn(const std::filesystem::path& home) {
+  return {home, home / "Library" / "Application Support", home / "Library" / "Logs" / "Pellar.log"};
+}
+
+}  // namespace
+
+SimMac::SimMac()
+    : platform_{mainLoop_,      accessibility_,         workspace_, screens_, panels_,
+                eventMonitors_, foldersIn(home_.path())} {}
+
+SimMac::~SimMac() {
+  // What waits in the loop may own panels and subscriptions, which need the parts below the loop.
+  mainLoop_.clear();
+}
+
+Platform SimMac::platformWith(Accessibility& accessibility) {
+  return {mainLoop_, accessibility, workspace_, screens_, panels_, eventMonitors_, platform_.folders};
+}
+
+Platform SimMac::platformWith(Workspace& workspace) {
+  return {mainLoop_, accessibility_, workspace, screens_, panels_, eventMonitors_, platform_.folders};
+}
+
+SimApplication SimMac::launch(const SimLaunch& application) {
+  const auto state = desktop_.launch(application.bundleId, application.name, application.policy);
+  if (application.inFront) desktop_.activate(state->description.pid);
+  return {desktop_, screens_, state};
+}
+
+std::optional<SimWindow> SimMac::frontWindow() {
+  const auto front = desktop_.frontApplication();
+  if (!front || !front->focused) return std::nullopt;
+  return SimWindow(desktop_, screens_, front->focused);
+}
+
+void SimMac::click(const SimWindow& window) {
+  pointer_.click(screens_.toScreen(AxPoint{window.frame().midX(), window.frame().midY()}));
+}
+
+}  // namespace pellar

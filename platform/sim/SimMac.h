@@ -1,0 +1,97 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/Platform.h"
+#include "platform/sim/SimAccessibility.h"
+#include "platform/sim/SimDesktop.h"
+#include "platform/sim/SimEventMonitors.h"
+#include "platform/sim/SimKeyboard.h"
+#include "platform/sim/SimMainLoop.h"
+#include "platform/sim/SimPanels.h"
+#include "platform/sim/SimPointer.h"
+#include "platform/sim/SimScreens.h"
+#include "platform/sim/SimWindow.h"
+#include "platform/sim/SimWorkspace.h"
+#include "platform/sim/StripReader.h"
+#include "platform/sim/TemporaryFolder.h"
+
+namespace pellar {
+
+// An application to launch.
+struct SimLaunch {
+  std::optional<std::string> bundleId = std::nullopt;
+  std::optional<std::string> name = std::nullopt;
+  ActivationPolicy policy = ActivationPolicy::regular;
+  bool inFront = true;
+};
+
+// A Mac in memory: applications with windows, screens, a mouse, a keyboard and a clock that moves only when
+// told.
+//
+// What applications and windows do is heard by the program when the main loop next runs: settle() or
+// advance(). What the user does with mouse and keyboard runs the loop itself.
+class SimMac {
+ public:
+  SimMac();
+  ~SimMac();
+  SimMac(const SimMac&) = delete;
+  SimMac& operator=(const SimMac&) = delete;
+
+  [[nodiscard]] Platform& platform() { return platform_; }
+  // The same with another port in place of this Mac's own, for instance one that fails.
+  [[nodiscard]] Platform platformWith(Accessibility& accessibility);
+  [[nodiscard]] Platform platformWith(Workspace& workspace);
+
+  // Applications.
+  SimApplication launch(const SimLaunch& application);
+  void activate(const SimApplication& application) { desktop_.activate(application.pid()); }
+  void terminate(const SimApplication& application) { desktop_.terminate(*application.state_); }
+  void activatePellar() { desktop_.activatePellar(); }
+  void leaveNobodyInFront() { desktop_.leaveNobodyInFront(); }
+  // This program runs without a bundle.
+  void setPellarBundleId(std::optional<std::string> id) { desktop_.pellarBundleId = std::move(id); }
+  // The focused window of the application in front.
+  [[nodiscard]] std::optional<SimWindow> frontWindow();
+
+  // Time.
+  void settle() { mainLoop_.runUntilIdle(); }
+  void advance(std::chrono::nanoseconds duration) { mainLoop_.advance(duration); }
+
+  // The user.
+  [[nodiscard]] SimPointer& pointer() { return pointer_; }
+  void type(std::string_view text) { keyboard_.type(text); }
+  void pressKey(const std::string& selector) { keyboard_.command(selector); }
+  void click(const SimWindow& window);
+  [[nodiscard]] StripReader strip() { return {panels_, screens_, pointer_}; }
+
+  // The parts.
+  [[nodiscard]] SimMainLoop& mainLoop() { return mainLoop_; }
+  [[nodiscard]] SimAccessibility& accessibility() { return accessibility_; }
+  [[nodiscard]] SimWorkspace& workspace() { return workspace_; }
+  [[nodiscard]] SimScreens& screens() { return screens_; }
+  [[nodiscard]] SimPanels& panels() { return panels_; }
+  [[nodiscard]] SimEventMonitors& eventMonitors() { return eventMonitors_; }
+  // The user's private home folder on the real disk, gone with this object.
+  [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
+
+ private:
+  TemporaryFolder home_;
+  SimScreens screens_;
+  SimMainLoop mainLoop_;
+  SimDesktop desktop_{mainLoop_};
+  SimAccessibility accessibility_{desktop_, mainLoop_};
+  SimWorkspace workspace_{desktop_, mainLoop_};
+  SimPanels panels_{mainLoop_, screens_};
+  SimEventMonitors eventMonitors_;
+  SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
+  SimKeyboard keyboard_{mainLoop_, desktop_, panels_};
+  Platform platform_;
+};
+
+}  // namespace pellar

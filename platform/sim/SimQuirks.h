@@ -1,0 +1,43 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <limits>
+#include <optional>
+#include <set>
+#include <string>
+
+#include "core/Geometry.h"
+
+namespace pellar {
+
+using NameSet = std::set<std::string, std::less<>>;
+
+// How one simulated window differs from a well-behaved one.
+struct SimWindowQuirks {
+  NameSet refusedAttributes;   // reads of these are absent
+  NameSet mistypedAttributes;  // reads of these give a value of another type
+  bool refusesMoves = false;   // writes of "AXPosition" change nothing
+  bool refusesSizes = false;   // writes of "AXSize" change nothing
+  bool refusesMinimise = false;
+  bool asksBeforeClosing = false;  // a press of the close button leaves the window open
+  bool hasCloseButton = true;
+  bool listedTwice = false;  // "AXWindows" names it two times
+  Size minimumSize{1, 1};
+  Size maximumSize{std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity()};
+  Size sizeIncrement{0, 0};                 // sizes are the minimum plus a multiple of this; 0 takes any
+  std::optional<AxRect> confinedTo;         // its top left corner stays in here
+  std::chrono::milliseconds frameDelay{0};  // how long after a write the frame changes
+};
+
+// How one simulated application differs from a well-behaved one.
+struct SimApplicationQuirks {
+  bool refusesObservers = false;  // as an application that is still launching
+  NameSet refusedNotifications;
+  bool listsWindowsByCreation = false;      // "AXWindows" in order of creation, not front to back
+  bool namesNoFocusedWindow = false;        // "AXFocusedWindow" is absent
+  std::chrono::milliseconds answerTime{0};  // what each round trip to it takes
+  bool hung = false;                        // answers nothing until it is resumed
+};
+
+}  // namespace pellar

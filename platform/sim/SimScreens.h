@@ -1,0 +1,38 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/ScreenList.h"
+
+namespace pellar {
+
+// The displays a test says there are. At first one of 1440 x 900 with a menu bar of 25 points.
+class SimScreens final : public ScreenList {
+ public:
+  static constexpr double menuBarHeight = 25;
+
+  [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
+
+  void set(std::vector<Screen> screens) { screens_ = std::move(screens); }
+  // Adds a display, given in screen coordinates, whose menu bar and dock take from its top and bottom.
+  void add(const ScreenRect& frame, double top = menuBarHeight, double bottom = 0) {
+    screens_.push_back(screen(frame, top, bottom));
+  }
+  static Screen screen(const ScreenRect& frame, double top, double bottom) {
+    return {frame, {frame.x, frame.y + bottom, frame.width, frame.height - top - bottom}};
+  }
+
+  // Height of the first display's frame, where the two coordinate spaces meet; 0 when there is none.
+  [[nodiscard]] double flipHeight() const { return screens_.empty() ? 0 : screens_.front().frame.height; }
+  [[nodiscard]] AxPoint toAccessibility(ScreenPoint point) const { return {point.x, flipHeight() - point.y}; }
+  [[nodiscard]] AxRect toAccessibility(const ScreenRect& rect) const {
+    return {rect.x, flipHeight() - rect.maxY(), rect.width, rect.height};
+  }
+  [[nodiscard]] ScreenPoint toScreen(AxPoint point) const { return {point.x, flipHeight() - point.y}; }
+
+ private:
+  std::vector<Screen> screens_{screen({0, 0, 1440, 900}, menuBarHeight, 0)};
+};
+
+}  // namespace pellar

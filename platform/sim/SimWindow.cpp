@@ -1,0 +1,41 @@
+#include "platform/sim/SimWindow.h"
+
+namespace pellar {
+
+void SimWindow::enterFullScreen() {
+  const auto screens = screens_->screens();
+  if (screens.empty()) return;
+  const ScreenPoint middle = screens_->toScreen(AxPoint{frame().midX(), frame().midY()});
+  const Screen* chosen = &screens.front();
+  for (const Screen& screen : screens) {
+    if (screen.frame.contains(middle)) chosen = &screen;
+  }
+  desktop_->setFullScreen(state_, true, screens_->toAccessibility(chosen->frame));
+}
+
+void SimWindow::setDocument(std::optional<std::string> url) {
+  state_->document = std::move(url);
+  desktop_->changedSilently();
+}
+
+void SimWindow::setSubrole(std::string subrole) {
+  state_->subrole = std::move(subrole);
+  desktop_->changedSilently();
+}
+
+SimWindow SimApplication::open(std::string title, const AxRect& frame, std::string subrole) {
+  return {*desktop_, *screens_, desktop_->open(*state_, std::move(title), frame, std::move(subrole))};
+}
+
+std::optional<SimWindow> SimApplication::focusedWindow() const {
+  if (!state_->focused) return std::nullopt;
+  return SimWindow(*desktop_, *screens_, state_->focused);
+}
+
+std::vector<SimWindow> SimApplication::windowsFrontToBack() const {
+  std::vector<SimWindow> windows;
+  for (const auto& window : state_->frontToBack) windows.emplace_back(*desktop_, *screens_, window);
+  return windows;
+}
+
+}  // namespace pellar

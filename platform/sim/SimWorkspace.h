@@ -1,0 +1,40 @@
+#pragma once
+
+#include <utility>
+#include <vector>
+
+#include "platform/Workspace.h"
+#include "platform/sim/SimDesktop.h"
+
+namespace pellar {
+
+// The workspace of the simulated desktop. Like the system, an activation asked for happens a turn later.
+class SimWorkspace final : public Workspace {
+ public:
+  SimWorkspace(SimDesktop& desktop, SimMainLoop& loop) : desktop_(desktop), loop_(loop) {}
+
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    return desktop_.frontmost();
+  }
+  [[nodiscard]] std::optional<std::string> ownBundleId() const override { return desktop_.pellarBundleId; }
+  void activate(ProcessId pid) override {
+    requested_.push_back(pid);
+    loop_.post([this, pid] { desktop_.activate(pid); });
+  }
+  [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
+    return desktop_.activated().add(std::move(callback));
+  }
+  [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
+    return desktop_.terminated().add(std::move(callback));
+  }
+
+  // Every process that the program asked to activate, in order.
+  [[nodiscard]] const std::vector<ProcessId>& requestedActivations() const { return requested_; }
+
+ private:
+  SimDesktop& desktop_;
+  SimMainLoop& loop_;
+  std::vector<ProcessId> requested_;
+};
+
+}  // namespace pellar
