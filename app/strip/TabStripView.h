@@ -6,14 +6,15 @@
 #include <string>
 #include <vector>
 
+#include "app/strip/StripLayout.h"
 #include "app/strip/TabItem.h"
 #include "core/Geometry.h"
 #include "platform/View.h"
 
 namespace pellar {
 
-// The strip's view: tabs, tools and the search field. It knows nothing of windows or files; every gesture leaves it
-// as a callback. Every rectangle is computed anew from the bounds on each use. Main thread only.
+// The strip's view: tabs, tools and the search field. It knows nothing of windows or files; every gesture
+// leaves it as a callback. Every rectangle is computed anew from the bounds on each use. Main thread only.
 class TabStripView final : public View {
  public:
   explicit TabStripView(ViewHost& host);
@@ -40,6 +41,8 @@ class TabStripView final : public View {
 
   [[nodiscard]] const std::vector<TabItem>& tabs() const { return tabs_; }
   [[nodiscard]] SearchField& searchField() { return *search_; }
+  // Where everything lies now.
+  [[nodiscard]] StripLayout geometry() const;
 
   void layout() override;
   void draw(Canvas& canvas, const ViewRect& dirty) override;
@@ -52,9 +55,44 @@ class TabStripView final : public View {
   void mouseExited() override;
 
  private:
+  // The tab a press began on. Reports may move or take tabs away before the release, so the id decides.
+  struct PressedTab {
+    std::size_t index = 0;
+    WindowId id = 0;
+  };
+  struct Press {
+    ScreenPoint location;
+    std::optional<PressedTab> tab;  // absent on the empty strip
+    bool close = false;
+  };
+
+  [[nodiscard]] std::optional<std::size_t> indexOf(std::optional<WindowId> id) const;
+  [[nodiscard]] std::optional<WindowId> idUnder(ViewPoint point) const;
+  void beginPress(const MouseEvent& event, const StripHit& hit);
+  void endPress();
+  void abandonPress();
+  void dragTabTo(double x);
+  void updateTabHover(const StripLayout& layout, std::optional<std::size_t> under);
+  void updateZoomHover(bool over);
+  void invalidateEverything();
+  void invalidate(const ViewRect& rect);
+  void invalidateTab(const StripLayout& layout, std::optional<std::size_t> index);
+  void invalidateDrag();
+
   ViewHost& host_;
   std::vector<TabItem> tabs_;
+  bool searchExpanded_ = false;
+  bool officeTools_ = true;
+  bool renameTool_ = true;
+  Color accent_ = Color::of(SystemColor::blue);
+  bool autoSaveOn_ = false;
+  bool zoomHovered_ = false;
+  std::optional<Press> press_;
+  bool dragging_ = false;
+  std::optional<WindowId> draggedTab_;
+  double dragX_ = 0;  // the pointer's, view coordinates, while a tab is dragged
   std::unique_ptr<SearchField> search_;
+  std::optional<WindowId> hoveredTab_;
 };
 
 }  // namespace pellar

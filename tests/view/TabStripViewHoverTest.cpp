@@ -1,0 +1,137 @@
+#include <gtest/gtest.h>
+
+#include "StripFixture.h"
+
+namespace pellar {
+namespace {
+
+using Words = std::vector<std::string>;
+
+class StripHover : public StripTest {};
+
+TEST_F(StripHover, ATabIsReportedOnceWithItsPlaceOnTheScreen) {
+  moveTo(50);
+  moveTo(60);
+  EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26"}));
+  EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{{6, 3, 164, 26}}));
+}
+
+TEST_F(StripHover, MovingFromTabToTabReportsTheNewOne) {
+  moveTo(50);
+  moveTo(180);
+  EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26", "hover 102 274,503 164x26"}));
+}
+
+TEST_F(StripHover, LeavingTheTabsReportsNone) {
+  moveTo(50);
+  happened();
+  host.forgetRequests();
+  moveTo(172);
+  moveTo(515);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{{6, 3, 164, 26}}));
+}
+
+TEST_F(StripHover, TheEmptyStripAndTheToolsReportNothing) {
+  moveTo(515);
+  moveTo(760);
+  EXPECT_EQ(happened(), Words{});
+  EXPECT_TRUE(host.redrawn.empty());
+}
+
+TEST_F(StripHover, AViewInNoWindowReportsNone) {
+  host.inWindow = false;
+  moveTo(50);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  moveTo(1140);
+  EXPECT_EQ(happened(), (Words{"hover none", "zoom hover none"}));
+}
+
+TEST_F(StripHover, TheZoomToolIsReportedWhenEnteredAndLeft) {
+  moveTo(1132);
+  moveTo(1150);
+  EXPECT_EQ(happened(), (Words{"zoom hover 1232,504 30x24"}));
+  moveTo(1163);
+  EXPECT_EQ(happened(), (Words{"zoom hover none"}));
+}
+
+TEST_F(StripHover, GoingFromATabToTheZoomToolReportsBoth) {
+  moveTo(50);
+  happened();
+  moveTo(1140);
+  EXPECT_EQ(happened(), (Words{"hover none", "zoom hover 1232,504 30x24"}));
+  moveTo(50);
+  EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26", "zoom hover none"}));
+}
+
+TEST_F(StripHover, LeavingTheStripEndsWhatWasHovered) {
+  moveTo(50);
+  happened();
+  view.mouseExited();
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  moveTo(1140);
+  happened();
+  view.mouseExited();
+  EXPECT_EQ(happened(), (Words{"zoom hover none"}));
+  view.mouseExited();
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripHover, APressEndsTheCardButNotTheHighlight) {
+  moveTo(50);
+  const auto highlighted = painted();
+  happened();
+  press(at(50));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  EXPECT_EQ(painted(), highlighted);
+}
+
+TEST_F(StripHover, TheHighlightStaysWithATabThatMoves) {
+  moveTo(50);
+  host.forgetRequests();
+  view.setTabs({tab(102, "Plan"), tab(101, "Report"), tab(103, "Notes")});
+  EXPECT_EQ(painted({174, 3, 164, 26}).front(), roundedRect({174, 3, 164, 26}, 8, Color::white(0.1)));
+  EXPECT_NE(painted({6, 3, 164, 26}).front().color, Color::white(0.1));
+  EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{{6, 3, 164, 26}, {174, 3, 164, 26}}));
+
+  happened();
+  moveTo(51);
+  EXPECT_EQ(happened(), (Words{"hover 102 106,503 164x26"}));
+}
+
+TEST_F(StripHover, ATabThatVanishesUnderTheRestingPointerIsLeftAtTheNextMove) {
+  moveTo(400);
+  happened();
+  view.setTabs({tab(101, "Plan"), tab(102, "Report")});
+  for (const Painted& thing : painted()) EXPECT_NE(thing.color, Color::white(0.1));
+  EXPECT_EQ(happened(), Words{});
+  moveTo(400);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripHover, ATabThatTakesAVanishedOnesPlaceIsReportedAtTheNextMove) {
+  moveTo(200);
+  happened();
+  view.setTabs({tab(101, "Plan"), tab(104, "Report"), tab(103, "Notes")});
+  moveTo(200);
+  EXPECT_EQ(happened(), (Words{"hover 104 274,503 164x26"}));
+}
+
+TEST_F(StripHover, LeavingAfterTheHoveredTabVanishedStillReportsNone) {
+  moveTo(200);
+  happened();
+  view.setTabs({});
+  view.mouseExited();
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripHover, AListenerMayReplaceTheTabsWhileItIsCalled) {
+  view.onTabHover = [this](auto, auto) { view.setTabs({}); };
+  moveTo(50);
+  EXPECT_TRUE(view.tabs().empty());
+  moveTo(1140);
+  EXPECT_EQ(happened(), (Words{"zoom hover 1232,504 30x24"}));
+}
+
+}  // namespace
+}  // namespace pellar

@@ -1,0 +1,397 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+#include "StripFixture.h"
+#include "core/Log.h"
+
+namespace pellar {
+namespace {
+
+using Words = std::vector<std::string>;
+
+// Keeps the log of one test in a file of its own.
+class StripPress : public StripTest {
+ protected:
+  StripPress() {
+    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
+    logFile_ = std::filesystem::temp_directory_path() /
+               words("strip-press-", test->name(), "-", static_cast<const void*>(this), ".log");
+    Log::setUrl(logFile_);
+  }
+  ~StripPress() override {
+    Log::setUrl("/nonexistent/strip-press.log");
+    std::filesystem::remove(logFile_);
+  }
+
+  // The messages logged so far, without their time stamps.
+  [[nodiscard]] Words logged() const {
+    Words lines;
+    std::ifstream file(logFile_);
+    for (std::string line; std::getline(file, line);) lines.push_back(line.substr(line.find(' ') + 1));
+    return lines;
+  }
+
+ private:
+  std::filesystem::path logFile_;
+};
+
+TEST_F(StripPress, ATabIsSelectedOnRelease) {
+  press(at(200));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  release(200);
+  EXPECT_EQ(happened(), (Words{"select 102"}));
+}
+
+TEST_F(StripPress, AReleaseElsewhereStillSelectsWhatWasPressed) {
+  press(at(200));
+  release(600);
+  EXPECT_EQ(happened(), (Words{"hover none", "select 102"}));
+}
+
+TEST_F(StripPress, MovingUpToFourPointsStillSelects) {
+  press(at(200, 16));
+  dragTo(204, 16);
+  dragTo(202, 19);
+  dragTo(200, 12);
+  release(203);
+  EXPECT_EQ(happened(), (Words{"hover none", "select 102"}));
+}
+
+TEST_F(StripPress, MovingFurtherNeverSelects) {
+  press(at(200, 16));
+  dragTo(203, 19);  // 4.24 points away
+  dragTo(200, 16);
+  release(200);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 102 to 1"}));
+}
+
+TEST_F(StripPress, TheCloseMarkClosesOnReleaseWhereverThatIs) {
+  press(onClose(1));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+  release(900, 100);
+  EXPECT_EQ(happened(), (Words{"close 102"}));
+}
+
+TEST_F(StripPress, ADragFromACloseMarkDoesNothing) {
+  press(onClose(1));
+  dragTo(100);
+  dragTo(400);
+  release(400);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADragWithinTheThresholdFromACloseMarkCloses) {
+  const MouseEvent mark = onClose(0);
+  press(mark);
+  dragTo(mark.location.x + 4, mark.location.y);
+  release(mark.location.x + 4);
+  EXPECT_EQ(happened(), (Words{"hover none", "close 101"}));
+}
+
+TEST_F(StripPress, ATabIsDraggedToEveryPlace) {
+  const auto dragPlanTo = [this](double x) {
+    press(at(50));
+    dragTo(x);
+    release(x);
+    return happened().back();
+  };
+  EXPECT_EQ(dragPlanTo(60), "reorder 101 to 0");
+  EXPECT_EQ(dragPlanTo(256), "reorder 101 to 0");
+  EXPECT_EQ(dragPlanTo(257), "reorder 101 to 1");
+  EXPECT_EQ(dragPlanTo(430), "reorder 101 to 2");
+  EXPECT_EQ(dragPlanTo(5000), "reorder 101 to 2");
+  EXPECT_EQ(dragPlanTo(-300), "reorder 101 to 0");
+}
+
+TEST_F(StripPress, TheLastPlaceOfThePointerDecidesNotTheRelease) {
+  press(at(400));
+  dragTo(300);
+  dragTo(20);
+  release(400);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 103 to 0"}));
+}
+
+TEST_F(StripPress, ALoneTabIsDroppedWhereItWas) {
+  view.setTabs({tab(101, "Plan")});
+  press(at(50));
+  dragTo(700);
+  release(700);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 0"}));
+}
+
+TEST_F(StripPress, ADragOfTheEmptyStripReportsOffsetsFromThePressUpwards) {
+  press(at(515, 16));
+  dragTo(518, 14);
+  dragTo(520, 20);
+  dragTo(525, 6);
+  release(525, 6);
+  EXPECT_EQ(happened(), (Words{"hover none", "drag 5,-4", "drag 10,10", "drag end"}));
+}
+
+TEST_F(StripPress, AClickOnTheEmptyStripDoesNothing) {
+  press(at(515));
+  dragTo(517);
+  release(517);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickOnTheEmptyStripZooms) {
+  press(at(515));
+  release(515);
+  happened();
+  press(secondClick(at(515)));
+  EXPECT_EQ(happened(), (Words{"action 9 at 515,16"}));
+  dragTo(560);
+  release(560);
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripPress, AThirdClickOnTheEmptyStripIsAPressAgain) {
+  MouseEvent event = at(515);
+  event.clickCount = 3;
+  press(event);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickOnATabSelectsTwice) {
+  press(at(50));
+  release(50);
+  press(secondClick(at(50)));
+  release(50);
+  EXPECT_EQ(happened(), (Words{"hover none", "select 101", "hover none", "select 101"}));
+}
+
+TEST_F(StripPress, EveryToolActsWhenPressed) {
+  using enum StripAction;
+  for (const StripAction action :
+       {rename, autoSave, saveAll, closeAll, groups, newDoc, minimize, zoom, closeWindow}) {
+    const MouseEvent event = on(action);
+    press(event);
+    EXPECT_EQ(happened(),
+              (Words{words("action ", static_cast<int>(action), " at ", event.location.x, ",16")}));
+    dragTo(515);
+    release(515);
+    EXPECT_EQ(happened(), Words{});
+  }
+}
+
+TEST_F(StripPress, TheFoldedToolsActWhenPressed) {
+  host.size.width = 900;
+  view.setTabs(numberedTabs(12));
+  press(on(StripAction::search));
+  press(on(StripAction::more));
+  EXPECT_EQ(happened(), (Words{"action 0 at 749,16", "action 1 at 777,16"}));
+}
+
+TEST_F(StripPress, ADoubleClickOnAToolPressesItTwice) {
+  press(on(StripAction::newDoc));
+  press(secondClick(on(StripAction::newDoc)));
+  EXPECT_EQ(happened(), (Words{"action 7 at 1079,16", "action 7 at 1079,16"}));
+}
+
+TEST_F(StripPress, ControlClickIsARightClick) {
+  press(withControl(at(200)));
+  EXPECT_EQ(happened(), (Words{"menu 102 at 200,16"}));
+  dragTo(300);
+  release(300);
+  EXPECT_EQ(happened(), Words{});
+  press(withControl(on(StripAction::zoom)));
+  press(withControl(secondClick(at(515))));
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripPress, ARightClickOpensTheMenuOfATabOnly) {
+  view.rightMouseDown(at(50));
+  view.rightMouseDown(onClose(2));
+  EXPECT_EQ(happened(), (Words{"menu 101 at 50,16", "menu 103 at 493,16"}));
+  view.rightMouseDown(at(515));
+  view.rightMouseDown(on(StripAction::rename));
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripPress, AMiddleClickClosesATabOnly) {
+  view.otherMouseDown(at(50));
+  EXPECT_EQ(happened(), (Words{"close 101"}));
+  view.otherMouseDown(at(515));
+  view.otherMouseDown(on(StripAction::closeWindow));
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripPress, WithoutAPressNeitherDragNorReleaseDoesAnything) {
+  dragTo(50);
+  release(50);
+  EXPECT_EQ(happened(), Words{});
+  EXPECT_EQ(logged(), Words{});
+}
+
+TEST_F(StripPress, GesturesWithoutAListenerAreSkipped) {
+  view.onSelect = nullptr;
+  view.onClose = nullptr;
+  view.onMenu = nullptr;
+  view.onAction = nullptr;
+  view.onZoomHover = nullptr;
+  view.onReorder = nullptr;
+  view.onDrag = nullptr;
+  view.onDragEnd = nullptr;
+  view.onTabHover = nullptr;
+  for (const double x : {50.0, 158.0, 515.0, 1140.0}) {
+    moveTo(x);
+    press(at(x));
+    release(x);
+    press(at(x));
+    dragTo(x + 60);
+    release(x + 60);
+    press(secondClick(at(x)));
+    release(x);
+    view.rightMouseDown(at(x));
+    view.otherMouseDown(at(x));
+    view.mouseExited();
+  }
+  EXPECT_EQ(happened(), Words{});
+}
+
+TEST_F(StripPress, DragEventsAreLoggedUntilTheDragBegins) {
+  press(at(400));
+  dragTo(401);
+  dragTo(403);
+  dragTo(410);
+  dragTo(420);
+  release(420);
+  EXPECT_EQ(logged(), (Words(3, "strip mouseDragged tab=2")));
+}
+
+TEST_F(StripPress, DragEventsOnTheEmptyStripAreLoggedWithoutATab) {
+  press(at(515));
+  dragTo(540);
+  dragTo(560);
+  EXPECT_EQ(logged(), (Words{"strip mouseDragged tab=nil"}));
+}
+
+TEST_F(StripPress, AClickLogsNothing) {
+  press(at(50));
+  release(50);
+  EXPECT_EQ(logged(), Words{});
+}
+
+// Reports go on arriving while a button is down.
+
+TEST_F(StripPress, ATabThatMovedUnderThePressIsStillTheOneSelected) {
+  press(at(200));
+  view.setTabs({tab(102, "Report"), tab(101, "Plan"), tab(103, "Notes"), tab(104, "New")});
+  release(200);
+  EXPECT_EQ(happened().back(), "select 102");
+}
+
+TEST_F(StripPress, ATabThatVanishedUnderThePressIsNotSelected) {
+  press(at(200));
+  view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
+  release(200);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ATabThatVanishedUnderItsCloseMarkIsNotClosed) {
+  press(onClose(1));
+  view.setTabs({});
+  release(320);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ATabThatVanishedBeforeTheDragNeitherReordersNorMovesTheStrip) {
+  press(at(200));
+  view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
+  dragTo(300);
+  dragTo(400);
+  release(400);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADraggedTabThatVanishesEndsNowhere) {
+  press(at(200));
+  dragTo(300);
+  view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
+  const auto without = painted();
+  dragTo(400);
+  EXPECT_EQ(painted(), without);
+  release(400);
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADragGoesOnWhenTheTabsChangeAroundIt) {
+  press(at(50));
+  dragTo(430);
+  view.setTabs({tab(104, "New"), tab(101, "Plan"), tab(102, "Report")});
+  release(430);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 2"}));
+
+  press(at(50));  // New, now first
+  dragTo(430);
+  view.setTabs({tab(104, "New"), tab(101, "Plan")});
+  release(430);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 104 to 1"}));
+}
+
+TEST_F(StripPress, ATitleChangeDuringADragLeavesItAlone) {
+  press(at(50));
+  dragTo(300);
+  view.setTabs({tab(101, "Plan 2"), tab(102, "Report"), tab(103, "Notes")});
+  dragTo(430);
+  release(430);
+  EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 2"}));
+}
+
+TEST_F(StripPress, AListenerMayReplaceTheTabsWhileItIsCalled) {
+  const auto takeAway = [this] { view.setTabs({}); };
+  view.onTabHover = [&](auto, auto) { takeAway(); };
+  press(at(200));
+  release(200);
+  EXPECT_EQ(happened(), Words{});
+
+  listen();
+  view.onTabHover = nullptr;
+  view.setTabs(numberedTabs(3));
+  view.onReorder = [&](WindowId id, int index) {
+    takeAway();
+    events.push_back(words("reorder ", id, " to ", index));
+  };
+  press(at(200));
+  dragTo(450);
+  release(450);
+  EXPECT_EQ(happened(), (Words{"reorder 2 to 2"}));
+}
+
+TEST_F(StripPress, AListenerMayTakeItselfAway) {
+  std::string kept = "a text too long to be kept inside the callback itself";
+  view.onSelect = [this, kept](WindowId) {
+    view.onSelect = nullptr;
+    events.push_back(kept);
+  };
+  press(at(50));
+  release(50);
+  press(at(50));
+  release(50);
+  EXPECT_EQ(happened(), (Words{"hover none", kept, "hover none"}));
+}
+
+TEST_F(StripPress, ADragOfTheStripWhoseReleaseWasLostEndsAtTheNextPress) {
+  press(at(515));
+  dragTo(560);
+  happened();
+  press(at(50));
+  EXPECT_EQ(happened(), (Words{"drag end", "hover none"}));
+  release(50);
+  EXPECT_EQ(happened(), (Words{"select 101"}));
+}
+
+TEST_F(StripPress, ADragOfATabWhoseReleaseWasLostIsForgotten) {
+  press(at(50));
+  dragTo(430);
+  happened();
+  press(on(StripAction::newDoc));
+  release(430);
+  EXPECT_EQ(happened(), (Words{"action 7 at 1079,16"}));
+}
+
+}  // namespace
+}  // namespace pellar
