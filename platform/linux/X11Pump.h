@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace pellar {
+
+class QtMainLoop;
+class X11Applications;
+class X11Connection;
+class X11Mirror;
+
+// Moves what the X server says into the mirror and on to whoever listens, all in the turn of the main loop in
+// which it arrives: events, then one batch of reads, then notifications and what they post, then one flush.
+class X11Pump {
+ public:
+  // `onLost` is called once, from the loop, when the connection is gone.
+  X11Pump(X11Connection& connection, X11Mirror& mirror, X11Applications& applications, QtMainLoop& loop,
+          std::function<void()> onLost);
+  ~X11Pump();
+  X11Pump(const X11Pump&) = delete;
+  X11Pump& operator=(const X11Pump&) = delete;
+
+ private:
+  void pump();
+  void beforeSleep();
+
+  X11Connection& connection_;
+  X11Mirror& mirror_;
+  X11Applications& applications_;
+  QtMainLoop& loop_;
+  std::function<void()> onLost_;
+  bool reportedLoss_ = false;
+  bool pumpPosted_ = false;
+  std::unique_ptr<QSocketNotifier> notifier_;
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace pellar

@@ -1,0 +1,89 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/Geometry.h"
+
+namespace pellar {
+
+// Widths in pixels around a rectangle.
+struct X11Extents {
+  int left = 0;
+  int right = 0;
+  int top = 0;
+  int bottom = 0;
+  friend bool operator==(const X11Extents&, const X11Extents&) = default;
+};
+
+// A window's place inside its parent's, without its border.
+struct X11Geometry {
+  int x = 0;
+  int y = 0;
+  int width = 0;
+  int height = 0;
+  int border = 0;
+  friend bool operator==(const X11Geometry&, const X11Geometry&) = default;
+};
+
+// What a window is by its type. Docks and desktops are part of the desktop's own furniture.
+enum class X11WindowKind { normal, dialog, furniture, other };
+
+// What the mirror knows of one client window. One pixel is one point; root coordinates are Accessibility
+// coordinates.
+struct X11Window {
+  // The window itself or one of its ancestors below the root.
+  struct Link {
+    xcb_window_t id = 0;
+    X11Geometry geometry;
+    friend bool operator==(const Link&, const Link&) = default;
+  };
+
+  xcb_window_t id = 0;
+  std::vector<Link> links;  // the client first, the top-level frame last; the same one when nothing frames it
+
+  std::optional<std::string> netName;  // raw bytes, meant to be UTF-8
+  std::optional<std::string> wmName;   // UTF-8, or raw bytes of a window that claims they are
+  std::string instanceName;
+  std::string className;
+  std::optional<std::string> clientMachine;
+  std::optional<std::int32_t> pid;
+  X11WindowKind kind = X11WindowKind::normal;
+  bool transient = false;
+  bool iconic = false;  // WM_STATE
+  bool hidden = false;  // the four of _NET_WM_STATE
+  bool fullscreen = false;
+  bool maximizedVertically = false;
+  bool maximizedHorizontally = false;
+  std::optional<std::uint32_t> desktop;  // 0xFFFFFFFF is every desktop
+  std::optional<X11Extents> frameExtents;
+  X11Extents shadow;  // what a window that decorates itself draws around its visible edge
+  std::uint32_t gravity = XCB_GRAVITY_NORTH_WEST;
+  std::optional<std::vector<std::uint32_t>> strut;         // left, right, top, bottom
+  std::optional<std::vector<std::uint32_t>> strutPartial;  // and the first and last pixel of each
+
+  // Counts what the window manager (or the server) said of the window's place, changed or not.
+  std::uint64_t placeReports = 0;
+
+  [[nodiscard]] std::string title() const;
+  // The visible outer edge, decorations included and shadows not.
+  [[nodiscard]] AxRect frame() const;
+  // What the visible edge has on each side beyond the client's own area; negative where the client draws a
+  // shadow.
+  [[nodiscard]] X11Extents edge() const;
+  // What a position asked for in a ConfigureWindow must be, that the visible corner comes to `corner`.
+  [[nodiscard]] AxPoint requestFor(AxPoint corner) const;
+  [[nodiscard]] bool minimized() const { return iconic || hidden; }
+  [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
+  [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transient; }
+
+ private:
+  [[nodiscard]] AxPoint clientOrigin() const;
+  [[nodiscard]] X11Extents decoration() const;
+};
+
+}  // namespace pellar
