@@ -1,8 +1,11 @@
 #pragma once
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Log.h"
@@ -10,15 +13,18 @@
 
 namespace pellar {
 
-// The log of one test, in a folder of its own.
+// The log of one test.
 class LogReader {
  public:
-  LogReader() { Log::setUrl(folder_ / "Pellar.log"); }
+  // Has the log written in a folder of its own.
+  LogReader() : folder_(std::in_place), file_(*folder_ / "Pellar.log") { Log::setUrl(file_); }
+  // Reads a log that the program keeps where it says.
+  explicit LogReader(std::filesystem::path file) : file_(std::move(file)) {}
 
   // The messages so far, without their time stamps.
   [[nodiscard]] std::vector<std::string> messages() const {
     std::vector<std::string> found;
-    std::ifstream file(folder_ / "Pellar.log");
+    std::ifstream file(file_);
     for (std::string line; std::getline(file, line);) found.push_back(line.substr(line.find(' ') + 1));
     return found;
   }
@@ -29,7 +35,8 @@ class LogReader {
   }
 
  private:
-  TemporaryFolder folder_;
+  std::optional<TemporaryFolder> folder_;
+  std::filesystem::path file_;
 };
 
 }  // namespace pellar

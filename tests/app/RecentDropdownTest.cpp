@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+
+#include "tests/app/StripStory.h"
+
+namespace pellar {
+namespace {
+
+class RecentDropdownStory : public StripStory {
+ protected:
+  // One wide window: the strip shows the search field.
+  SimWindow startWithField(const AxRect& frame = {100, 200, 1200, 600}) {
+    auto plan = open("Plan", frame);
+    start();
+    return plan;
+  }
+  [[nodiscard]] bool isOpen() { return dropdown().isVisible(); }
+  [[nodiscard]] ScreenRect field() {
+    const auto rect = strip().panel().host().toScreen(strip().searchField()->frame());
+    return rect.value();
+  }
+  void expectClosed() {
+    EXPECT_FALSE(isOpen());
+    EXPECT_FALSE(mac.eventMonitors().watched());
+    EXPECT_FALSE(strip().panel().isKey());
+  }
+};
+
+TEST_F(RecentDropdownStory, ClickingTheFieldOpensItUnderTheField) {
+  startWithField();
+  EXPECT_FALSE(isOpen());
+  strip().clickSearchField();
+  EXPECT_TRUE(isOpen());
+  EXPECT_TRUE(strip().panel().isKey());
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  EXPECT_EQ(dropdown().frame().size(), (Size{480, 300}));
+  EXPECT_EQ(mac.frontWindow()->title(), "Plan");
+}
+
+TEST_F(RecentDropdownStory, TypingOpensItAgain) {
+  startWithField();
+  strip().clickSearchField();
+  auto* const search = strip().searchField();
+  pellar.strip()->closeRecent();
+  mac.settle();
+  expectClosed();
+  search->type("p");
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(search->text(), "p");
+}
+
+TEST_F(RecentDropdownStory, ClosingItEmptiesTheFieldAndGivesTheKeyboardBack) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  pellar.strip()->closeRecent();
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(strip().searchField()->text(), "");
+  EXPECT_FALSE(strip().searchField()->isFocused());
+  EXPECT_EQ(mac.workspace().requestedActivations().back(), editor.pid());
+  mac.type("x");
+  EXPECT_EQ(editor.typed(), "x");
+}
+
+TEST_F(RecentDropdownStory, AClickElsewhereClosesIt) {
+  const auto plan = startWithField();
+  strip().clickSearchField();
+  mac.click(plan);
+  expectClosed();
+
+  strip().clickSearchField();
+  mac.pointer().click({5, 5});
+  expectClosed();
+
+  strip().clickSearchField();
+  mac.pointer().rightClick(strip().emptyPoint());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, ClicksIntoItAndIntoTheFieldLeaveItOpen) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  strip().clickSearchField();
+  EXPECT_TRUE(isOpen());
+  mac.pointer().click({dropdown().frame().midX(), dropdown().frame().midY()});
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ATabClosesIt) {
+  open("Report");
+  startWithField();
+  strip().clickSearchField();
+  strip().clickTab("Report");
+  expectClosed();
+  EXPECT_EQ(mac.frontWindow()->title(), "Report");
+}
+
+TEST_F(RecentDropdownStory, LosingTheKeyboardClosesIt) {
+  startWithField();
+  strip().clickSearchField();
+  mac.panels().setKey(nullptr);
+  mac.settle();
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, AnotherFocusedWindowClosesIt) {
+  const auto report = open("Report");
+  startWithField();
+  strip().clickSearchField();
+  editor.focus(report);
+  mac.settle();
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, HidingTheStripClosesIt) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  plan.minimise();
+  mac.settle();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, ItStaysWhenTheClickBringsPellarToTheFront) {
+  const auto plan = startWithField();
+  mac.pointer().keyPanelMakesPellarFrontmost = true;
+  strip().clickSearchField();
+  expectStripOver(plan);
+  EXPECT_TRUE(isOpen());
+  mac.type("bud");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  // The same window again, though with a new record.
+  mac.activate(editor);
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ItFollowsTheStrip) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  plan.setFrame({50, 300, 1300, 400});
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+}
+
+TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreen) {
+  auto plan = startWithField({-700, 200, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), 8);
+  plan.moveTo({900, 200});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().maxX(), 1432);
+}
+
+TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
+  for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
+  start();
+  ASSERT_TRUE(strip().searchToolShown());
+  ASSERT_EQ(strip().searchField(), nullptr);
+  strip().clickSearchTool();
+  EXPECT_TRUE(isOpen());
+  ASSERT_NE(strip().searchField(), nullptr);
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  pellar.strip()->closeRecent();
+  mac.settle();
+  EXPECT_TRUE(strip().searchToolShown());
+  EXPECT_EQ(strip().searchField(), nullptr);
+}
+
+TEST_F(RecentDropdownStory, ClosingWhatIsNotOpenDoesNothing) {
+  startWithField();
+  const auto before = mac.workspace().requestedActivations().size();
+  pellar.strip()->closeRecent();
+  EXPECT_EQ(mac.workspace().requestedActivations().size(), before);
+}
+
+}  // namespace
+}  // namespace pellar
