@@ -1,0 +1,85 @@
+#include <map>
+#include <stdexcept>
+
+#include "platform/sim/SimMac.h"
+#include "tests/contract/World.h"
+
+namespace pellar::contract {
+
+namespace {
+
+// The simulated Mac as a world of the contract tests.
+class SimWorld final : public World {
+ public:
+  Platform& platform() override { return mac_.platform(); }
+
+  bool wait(const std::function<bool()>& condition, std::chrono::milliseconds deadline) override {
+    return mac_.mainLoop().runUntil(condition, deadline);
+  }
+
+  ProcessId launch(const std::string& name) override {
+    const auto application = mac_.launch({.bundleId = "com.example." + name, .name = name, .inFront = false});
+    applications_.emplace(application.pid(), application);
+    return application.pid();
+  }
+  void terminate(ProcessId application) override { mac_.terminate(applications_.at(application)); }
+
+  WorldWindow open(ProcessId application, const std::string& title, const AxRect& frame) override {
+    auto& owner = applications_.at(application);
+    windows_.push_back({owner, owner.open(title, frame)});
+    mac_.activate(owner);
+    return static_cast<WorldWindow>(windows_.size() - 1);
+  }
+  void retitle(WorldWindow window, const std::string& title) override { at(window).window.retitle(title); }
+  void moveTo(WorldWindow window, AxPoint origin) override { at(window).window.moveTo(origin); }
+  void minimise(WorldWindow window) override { at(window).window.minimise(); }
+  void restore(WorldWindow window) override { at(window).window.restore(); }
+  void destroy(WorldWindow window) override { at(window).window.close(); }
+  void focus(WorldWindow window) override {
+    at(window).owner.focus(at(window).window);
+    mac_.activate(at(window).owner);
+  }
+
+  void movePointer(ScreenPoint point) override { mac_.pointer().moveTo(point); }
+  void pressLeft(ScreenPoint point) override {
+    const auto now = mac_.mainLoop().uptime();
+    const bool again =
+        lastPress_ && *lastPress_ == point && now - lastPressAt_ < std::chrono::milliseconds(500);
+    lastPress_ = point;
+    lastPressAt_ = now;
+    mac_.pointer().press(point, again ? 2 : 1);
+  }
+  void releaseLeft() override { mac_.pointer().release(); }
+  void clickRight(ScreenPoint point) override { mac_.pointer().rightClick(point); }
+  void clickMiddle(ScreenPoint point) override { mac_.pointer().middleClick(point); }
+  void type(std::string_view text) override { mac_.type(text); }
+  void pressEscape() override { mac_.pressKey("cancelOperation:"); }
+
+  Color colorAt(ScreenPoint point) override {
+    constexpr Color glass{0.12, 0.12, 0.12, 1, std::nullopt};
+    const SimPanel* const panel = mac_.panels().at(point);
+    if (panel == nullptr) throw std::runtime_error("no panel stands there");
+    return panel->drawing().colorAt(panel->simHost().fromScreen(point), glass);
+  }
+
+ private:
+  struct Opened {
+    SimApplication owner;
+    SimWindow window;
+  };
+  Opened& at(WorldWindow window) { return windows_.at(static_cast<std::size_t>(window)); }
+
+  SimMac mac_;
+  std::map<ProcessId, SimApplication> applications_;
+  std::vector<Opened> windows_;
+  std::optional<ScreenPoint> lastPress_;
+  std::chrono::nanoseconds lastPressAt_{0};
+};
+
+}  // namespace
+
+std::unique_ptr<World> makeWorld() {
+  return std::make_unique<SimWorld>();
+}
+
+}  // namespace pellar::contract
