@@ -1,0 +1,26 @@
+#include "platform/linux/LinuxPlatform.h"
+
+#include <utility>
+
+#include "platform/linux/DesktopEntries.h"
+#include "platform/linux/PlatformFolders.h"
+
+namespace pellar {
+
+LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::function<void()> onLost)
+    : connection_(std::move(connection)),
+      mirror_(*connection_),
+      applications_(mirror_, loop_, DesktopEntries(dataFolders())),
+      screens_(*connection_, mirror_),
+      accessibility_(*connection_, mirror_, applications_, loop_),
+      workspace_(applications_, accessibility_, loop_),
+      monitors_(*connection_, loop_),
+      panels_(*connection_, loop_, screens_, monitors_,
+              [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
+      pump_(*connection_, mirror_, applications_, loop_, std::move(onLost)),
+      platform_{loop_, accessibility_, workspace_, screens_, panels_, monitors_, platformFolders()} {
+  mirror_.readStale();
+  applications_.update();
+}
+
+}  // namespace pellar

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/Platform.h"
+#include "platform/linux/QtMainLoop.h"
+#include "platform/linux/X11Accessibility.h"
+#include "platform/linux/X11Applications.h"
+#include "platform/linux/X11Connection.h"
+#include "platform/linux/X11EventMonitors.h"
+#include "platform/linux/X11Mirror.h"
+#include "platform/linux/X11PanelFactory.h"
+#include "platform/linux/X11Pump.h"
+#include "platform/linux/X11ScreenList.h"
+#include "platform/linux/X11Workspace.h"
+
+namespace pellar {
+
+// Every port on an X11 desktop. Made after the toolkit's application object, on its thread; outlives the
+// application it serves.
+class LinuxPlatform {
+ public:
+  // Reads the desktop once. `onLost` is called from the main loop when the X server is gone.
+  LinuxPlatform(std::unique_ptr<X11Connection> connection, std::function<void()> onLost);
+  LinuxPlatform(const LinuxPlatform&) = delete;
+  LinuxPlatform& operator=(const LinuxPlatform&) = delete;
+
+  [[nodiscard]] const Platform& platform() const { return platform_; }
+  [[nodiscard]] X11Connection& connection() { return *connection_; }
+
+ private:
+  // Each needs those above it.
+  std::unique_ptr<X11Connection> connection_;
+  QtMainLoop loop_;
+  X11Mirror mirror_;
+  X11Applications applications_;
+  X11ScreenList screens_;
+  X11Accessibility accessibility_;
+  X11Workspace workspace_;
+  X11EventMonitors monitors_;
+  X11PanelFactory panels_;
+  X11Pump pump_;
+  Platform platform_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,105 @@
+#include "platform/linux/SearchEdit.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWindow>
+
+#include "platform/linux/PixelRect.h"
+#include "platform/linux/QtCanvas.h"
+#include "platform/linux/QtSearchField.h"
+#include "platform/linux/SearchFieldLook.h"
+#include "platform/linux/X11Panel.h"
+
+namespace pellar {
+namespace {
+
+constexpr int nativeMargin = 2;  // between the editor's text margins and its text
+
+QColor native(const Color& color) {
+  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+// The key command of a key; empty for a key that has none.
+std::string selectorOf(int key) {
+  switch (key) {
+    case Qt::Key_Down:
+      return "moveDown:";
+    case Qt::Key_Up:
+      return "moveUp:";
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return "insertNewline:";
+    case Qt::Key_Escape:
+      return "cancelOperation:";
+    default:
+      return {};
+  }
+}
+
+}  // namespace
+
+SearchEdit::SearchEdit(QtSearchField& field, X11Panel& panel)
+    : field_(field), panel_(panel), parentWindow_(QWindow::fromWinId(panel.window())) {
+  setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  // A window inside a translucent one must have its depth.
+  if (panel.services().compositor.depth() == 32) setAttribute(Qt::WA_TranslucentBackground);
+  setFrame(false);
+  setContextMenuPolicy(Qt::NoContextMenu);
+  setFont(panel.services().measure.face(SearchFieldLook::font).native);
+  setTextMargins(static_cast<int>(SearchFieldLook::textLeft) - nativeMargin, 0,
+                 static_cast<int>(SearchFieldLook::textRight) - nativeMargin, 0);
+  QPalette colors;
+  colors.setColor(QPalette::Base, Qt::transparent);
+  colors.setColor(QPalette::Text, native(SearchFieldLook::textColor));
+  colors.setColor(QPalette::PlaceholderText, native(SearchFieldLook::placeholderColor));
+  colors.setColor(QPalette::Highlight, native(Color::of(SystemColor::blue)));
+  colors.setColor(QPalette::HighlightedText, Qt::white);
+  setPalette(colors);
+
+  winId();
+  windowHandle()->setParent(parentWindow_);
+  connect(this, &QLineEdit::textEdited, this,
+          [this](const QString& text) { field_.typed(text.toStdString()); });
+}
+
+SearchEdit::~SearchEdit() {
+  // The toolkit would end this window with the one it stands in.
+  if (windowHandle() != nullptr) windowHandle()->setParent(nullptr);
+  delete parentWindow_;
+}
+
+void SearchEdit::paintEvent(QPaintEvent* event) {
+  {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.fillRect(rect(), panel_.ground());
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    QtCanvas canvas(painter, panel_.services().texts, panel_.services().measure);
+    SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
+  }
+  QLineEdit::paintEvent(event);
+}
+
+void SearchEdit::keyPressEvent(QKeyEvent* event) {
+  const std::string selector = selectorOf(event->key());
+  if (selector.empty()) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  event->accept();
+  if (field_.command(selector) || selector != "cancelOperation:" || text().isEmpty()) return;
+  clear();
+  field_.typed({});
+}
+
+void SearchEdit::mousePressEvent(QMouseEvent* event) {
+  const QPointF place = event->globalPosition();
+  field_.pressedInEditor(toScreenPoint(place.x(), place.y(), panel_.services().firstScreenHeight()));
+  QLineEdit::mousePressEvent(event);
+}
+
+}  // namespace pellar

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <functional>
+
+#include "platform/EventMonitors.h"
+#include "platform/MainLoop.h"
+#include "platform/ScreenList.h"
+#include "platform/linux/QtTextMeasure.h"
+#include "platform/linux/TextImages.h"
+#include "platform/linux/X11Compositor.h"
+#include "platform/linux/X11Connection.h"
+
+namespace pellar {
+
+class X11Panel;
+
+// What all panels share.
+struct X11PanelServices {
+  X11Connection& connection;
+  const xcb_screen_t& screen;
+  MainLoop& loop;
+  const ScreenList& screens;
+  EventMonitors& monitors;
+  std::function<void(const ObservedClick&)> reportPress;  // before the press is delivered
+  X11Compositor compositor{connection.xcb(), screen};
+  QtTextMeasure measure{};
+  TextImages texts{measure};
+  X11Panel* key = nullptr;  // the panel that has the keyboard
+
+  // 0 while there is no screen.
+  [[nodiscard]] double firstScreenHeight() const {
+    const auto all = screens.screens();
+    return all.empty() ? 0 : all.front().frame.height;
+  }
+};
+
+}  // namespace pellar

@@ -1,0 +1,108 @@
+#include <QApplication>
+#include <QByteArray>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "app/shell/AppDelegate.h"
+#include "platform/linux/LinuxPlatform.h"
+#include "platform/linux/LostServer.h"
+#include "platform/linux/TerminationSignals.h"
+#include "platform/linux/XcbReply.h"
+
+namespace {
+
+using pellar::AppDelegate;
+using pellar::LinuxPlatform;
+using pellar::X11Connection;
+using pellar::X11Failure;
+using pellar::XcbReply;
+namespace LostServer = pellar::LostServer;
+
+void say(const std::string& sentence) {
+  std::fprintf(stderr, "%s\n", sentence.c_str());
+}
+
+void handleToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (message.contains(QLatin1String("X11 connection broke"))) LostServer::endProcess();
+  if (type >= QtCriticalMsg) say(message.toStdString());
+}
+
+// Whether the display is an X server inside a Wayland session, which shows only the X programs' windows.
+bool isInsideWayland(const X11Connection& connection) {
+  const char* wayland = std::getenv("WAYLAND_DISPLAY");
+  if (wayland == nullptr || *wayland == '\0') return false;
+  constexpr char extension[] = "XWAYLAND";
+  const XcbReply<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(
+      connection.xcb(), xcb_query_extension(connection.xcb(), sizeof extension - 1, extension), nullptr));
+  return reply && reply->present != 0;
+}
+
+// An environment variable that is changed for as long as this lives.
+class TemporaryVariable {
+ public:
+  TemporaryVariable(const char* name, const QByteArray& value) : name_(name) {
+    if (qEnvironmentVariableIsSet(name)) before_ = qgetenv(name);
+    qputenv(name, value);
+  }
+  ~TemporaryVariable() {
+    if (before_) {
+      qputenv(name_, *before_);
+    } else {
+      qunsetenv(name_);
+    }
+  }
+  TemporaryVariable(const TemporaryVariable&) = delete;
+  TemporaryVariable& operator=(const TemporaryVariable&) = delete;
+
+ private:
+  const char* name_;
+  std::optional<QByteArray> before_;
+};
+
+// The toolkit's application object, without what a strip of tabs has no use for. The settings are the
+// toolkit's own, not the user's, and programs started later must not inherit them.
+std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
+  const TemporaryVariable platform("QT_QPA_PLATFORM", "xcb");
+  // No OpenGL, no shared-memory images that are waited for, and a pixel is a pixel.
+  const TemporaryVariable openGL("QT_XCB_GL_INTEGRATION", "none");
+  const TemporaryVariable sharedMemory("QT_XCB_NO_MITSHM", "1");
+  const TemporaryVariable scaling("QT_ENABLE_HIGHDPI_SCALING", "0");
+  // A desktop's own theme brings its whole toolkit along.
+  const TemporaryVariable theme("QT_QPA_PLATFORMTHEME", "generic");
+  const TemporaryVariable desktop("XDG_CURRENT_DESKTOP", "X-Generic");
+  QApplication::setDesktopSettingsAware(false);
+  QApplication::setQuitOnLastWindowClosed(false);
+  auto application = std::make_unique<QApplication>(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("pellar"));
+  return application;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  auto opened = X11Connection::open();
+  if (const auto* failure = std::get_if<X11Failure>(&opened)) {
+    say(failure->sentence);
+    return 1;
+  }
+  auto connection = std::move(std::get<std::unique_ptr<X11Connection>>(opened));
+  if (isInsideWayland(*connection)) {
+    say("Pellar needs an X11 session: Wayland shows no program the windows of others.");
+    return 1;
+  }
+
+  qInstallMessageHandler(&handleToolkitMessage);
+  LostServer::watchXlib();
+  const auto application = makeApplication(argc, argv);
+  const pellar::TerminationSignals termination([] { QApplication::quit(); });
+
+  LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
+  AppDelegate delegate(platform.platform());
+  platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
+  return QApplication::exec();
+}
