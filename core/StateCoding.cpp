@@ -87,9 +87,9 @@ bool decode(const Json& json, std::int64_t& value) {
     return false;
   }
   if (json.is_number_float()) {
-    constexpr double bound = 9223372036854775808.0;  // 2^63, the first double beyond the integers
+    constexpr double bound = 9223372036854775808.0;  // 2^63; its negative is read as an integer
     const double number = json.get<double>();
-    if (!(number >= -bound && number < bound) || std::trunc(number) != number) return false;
+    if (!(number > -bound && number < bound) || std::trunc(number) != number) return false;
     value = static_cast<std::int64_t>(number);
     return true;
   }
@@ -174,7 +174,8 @@ std::string encodeState(const AppState& state) {
 }
 
 std::optional<AppState> decodeState(std::string_view text) {
-  if (!isShallow(text)) return std::nullopt;
+  // The parser takes a zero byte for the end of the text.
+  if (text.find('\0') != std::string_view::npos || !isShallow(text)) return std::nullopt;
   const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
   AppState state;
   if (!json.is_object() || !decodeKey(json, "tags", state.tags) || !decodeKey(json, "groups", state.groups) ||

@@ -1,0 +1,191 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "core/AtomicFile.h"
+#include "tests/core/BrokenFileOperations.h"
+#include "tests/core/TemporaryFolder.h"
+
+namespace pellar {
+namespace {
+
+namespace fs = std::filesystem;
+using test::BrokenFileOperations;
+using test::content;
+using test::mode;
+using test::names;
+using test::put;
+using test::TemporaryFolder;
+using Names = std::vector<std::string>;
+
+TEST(AtomicFile, CreatesTheFileAndItsFoldersForTheOwnerOnly) {
+  const TemporaryFolder folder;
+  const fs::path file = folder / "a/b/state.json";
+  EXPECT_EQ(AtomicFile(file, systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(content(file), "new");
+  EXPECT_EQ(mode(file), 0600U);
+  EXPECT_EQ(mode(folder / "a/b"), 0700U);
+  EXPECT_EQ(mode(folder / "a"), 0700U);
+  EXPECT_EQ(names(folder / "a/b"), Names{"state.json"});
+}
+
+TEST(AtomicFile, ReplacesAFileThatOthersCouldRead) {
+  const TemporaryFolder folder;
+  const fs::path file = folder / "state.json";
+  put(file, "old and longer");
+  fs::permissions(file, fs::perms(0644));
+  EXPECT_EQ(AtomicFile(file, systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(content(file), "new");
+  EXPECT_EQ(mode(file), 0600U);
+}
+
+TEST(AtomicFile, LeavesAnExistingFolderAsItIs) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "shared");
+  fs::permissions(folder / "shared", fs::perms(0755));
+  EXPECT_EQ(AtomicFile(folder / "shared/state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(mode(folder / "shared"), 0755U);
+}
+
+TEST(AtomicFile, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("new"), std::nullopt);
+  EXPECT_EQ(operations.steps, (Names{"createFolders", "remove", "createFile", "write", "flush", "close",
+                                     "rename", "flushFolder"}));
+}
+
+TEST(AtomicFile, GoesOnWhenTheSystemWritesOnlyAPart) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  operations.longestWrite = 7;
+  const std::string text(1000, 'x');
+  EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace(text), std::nullopt);
+  EXPECT_EQ(content(folder / "state.json"), text);
+}
+
+TEST(AtomicFile, AnEmptyContentIsAnEmptyFile) {
+  const TemporaryFolder folder;
+  put(folder / "state.json", "old");
+  EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace(""), std::nullopt);
+  EXPECT_EQ(content(folder / "state.json"), "");
+}
+
+TEST(AtomicFile, AFailureOfAnyStepKeepsTheOldContentAndLeavesNothingBehind) {
+  for (const std::string step : {"createFolders", "createFile", "write", "flush", "close", "rename"}) {
+    const TemporaryFolder folder;
+    put(folder / "state.json", "old");
+    BrokenFileOperations operations;
+    operations.before = [&](std::string_view now) {
+      return now == step ? std::make_error_code(std::errc::no_space_on_device) : std::error_code{};
+    };
+    const auto failure = AtomicFile(folder / "state.json", operations).replace("new");
+    ASSERT_TRUE(failure) << step;
+    EXPECT_NE(failure->find("No space left on device"), std::string::npos) << *failure;
+    EXPECT_EQ(content(folder / "state.json"), "old") << step;
+    EXPECT_EQ(names(folder.path()), Names{"state.json"}) << step;
+  }
+}
+
+TEST(AtomicFile, SaysWhenTheFolderCouldNotBeFlushed) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  operations.before = [](std::string_view step) {
+    return step == "flushFolder" ? std::make_error_code(std::errc::io_error) : std::error_code{};
+  };
+  EXPECT_TRUE(AtomicFile(folder / "state.json", operations).replace("new"));
+  EXPECT_EQ(content(folder / "state.json"), "new");
+}
+
+TEST(AtomicFile, SucceedsAgainOnceTheDiskHasRoom) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  bool full = true;
+  operations.before = [&](std::string_view step) {
+    return full && step == "write" ? std::make_error_code(std::errc::no_space_on_device) : std::error_code{};
+  };
+  AtomicFile file(folder / "state.json", operations);
+  EXPECT_TRUE(file.replace("new"));
+  full = false;
+  EXPECT_EQ(file.replace("new"), std::nullopt);
+  EXPECT_EQ(content(folder / "state.json"), "new");
+}
+
+TEST(AtomicFile, ClearsAwayWhatACrashedRunLeft) {
+  const TemporaryFolder folder;
+  for (const char* name : {"state.json.1.tmp", "state.json.99999.tmp", "state.json.tmp", "state.json.x.tmp",
+                           "state.json..tmp", "other.json.1.tmp", "state.json.1.tmp.txt"}) {
+    put(folder / name, "half");
+  }
+  EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(names(folder.path()), (Names{"other.json.1.tmp", "state.json", "state.json..tmp",
+                                         "state.json.1.tmp.txt", "state.json.tmp", "state.json.x.tmp"}));
+}
+
+TEST(AtomicFile, AFolderInPlaceOfALeftoverIsNoHindrance) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "state.json.1.tmp");
+  EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(content(folder / "state.json"), "new");
+}
+
+TEST(AtomicFile, ASymbolicLinkIsKeptAndTheFileItNamesReplaced) {
+  const TemporaryFolder folder;
+  put(folder / "elsewhere/kept.json", "old");
+  fs::create_directory(folder / "here");
+  fs::create_symlink("../elsewhere/kept.json", folder / "here/second");
+  fs::create_symlink("second", folder / "here/state.json");
+  EXPECT_EQ(AtomicFile(folder / "here/state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_TRUE(fs::is_symlink(folder / "here/state.json"));
+  EXPECT_TRUE(fs::is_symlink(folder / "here/second"));
+  EXPECT_EQ(content(folder / "elsewhere/kept.json"), "new");
+  EXPECT_EQ(names(folder / "elsewhere"), Names{"kept.json"});
+}
+
+TEST(AtomicFile, ALinkToNothingYetCreatesWhatItNames) {
+  const TemporaryFolder folder;
+  fs::create_symlink(folder / "kept.json", folder / "state.json");
+  EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(content(folder / "kept.json"), "new");
+}
+
+TEST(AtomicFile, LinksInACircleAreAFailure) {
+  const TemporaryFolder folder;
+  fs::create_symlink(folder / "b", folder / "a");
+  fs::create_symlink(folder / "a", folder / "b");
+  EXPECT_TRUE(AtomicFile(folder / "a", systemFileOperations()).replace("new"));
+  EXPECT_EQ(names(folder.path()), (Names{"a", "b"}));
+}
+
+TEST(AtomicFile, ALinkInPlaceOfTheTemporaryFileIsNotFollowed) {
+  const TemporaryFolder folder;
+  put(folder / "victim", "precious");
+  BrokenFileOperations operations;
+  // The link appears at the last moment, after everything in the way was removed.
+  operations.before = [&](std::string_view step) {
+    if (step == "createFile") {
+      fs::create_symlink(folder / "victim", folder / ("state.json." + std::to_string(::getpid()) + ".tmp"));
+    }
+    return std::error_code{};
+  };
+  EXPECT_TRUE(AtomicFile(folder / "state.json", operations).replace("new"));
+  EXPECT_EQ(content(folder / "victim"), "precious");
+}
+
+TEST(AtomicFile, AFolderInPlaceOfTheFileIsAFailure) {
+  const TemporaryFolder folder;
+  fs::create_directories(folder / "state.json/inside");
+  EXPECT_TRUE(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"));
+  EXPECT_TRUE(fs::is_directory(folder / "state.json/inside"));
+  EXPECT_EQ(names(folder.path()), Names{"state.json"});
+}
+
+TEST(AtomicFile, AFileInPlaceOfTheFolderIsAFailure) {
+  const TemporaryFolder folder;
+  put(folder / "folder", "a file");
+  const auto failure = AtomicFile(folder / "folder/sub/state.json", systemFileOperations()).replace("new");
+  ASSERT_TRUE(failure);
+  EXPECT_NE(failure->find("Not a directory"), std::string::npos) << *failure;
+}
+
+}  // namespace
+}  // namespace pellar

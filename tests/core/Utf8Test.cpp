@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
+#include <utf8proc.h>
+
+#include <cstdint>
+#include <string>
+
+#include "core/Utf8.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::string_view_literals;
+
+TEST(Utf8, TakesEveryCharacterOfUnicodeAndNoSurrogate) {
+  for (utf8proc_int32_t character = 0; character <= 0x10FFFF; ++character) {
+    utf8proc_uint8_t encoded[4];
+    const auto length = static_cast<std::size_t>(utf8proc_encode_char(character, encoded));
+    const std::string_view text(reinterpret_cast<const char*>(encoded), length);
+    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
+    ASSERT_EQ(Utf8::validPrefix(text), surrogate ? 0 : length) << std::hex << character;
+  }
+}
+
+TEST(Utf8, RefusesWhatIsCutShortOverlongOrTooHigh) {
+  for (const std::string_view bad :
+       {"\x80"sv, "\xBF"sv, "\xC0\x80"sv, "\xC1\xBF"sv, "\xC3"sv, "\xE2\x80"sv, "\xE0\x9F\xBF"sv,
+        "\xED\xA0\x80"sv, "\xF0\x8F\xBF\xBF"sv, "\xF0\x9F\x98"sv, "\xF4\x90\x80\x80"sv, "\xF5\x80\x80\x80"sv,
+        "\xFE"sv, "\xFF"sv, "\xC3\x28"sv, "\xE2\x28\xA1"sv, "\xE2\x82\x28"sv, "\xF0\x9F\x28\x80"sv}) {
+    EXPECT_FALSE(Utf8::isValid(bad));
+    EXPECT_EQ(Utf8::validPrefix(bad), 0U);
+  }
+  EXPECT_EQ(Utf8::validPrefix(""), 0U);
+  EXPECT_TRUE(Utf8::isValid(""));
+  EXPECT_TRUE(Utf8::isValid("a\0b"sv));
+}
+
+TEST(Utf8, EachBadByteBecomesOneReplacement) {
+  EXPECT_EQ(Utf8::repaired("Plan\xFF.docx"), "Plan\uFFFD.docx");
+  EXPECT_EQ(Utf8::repaired("\xE2\x80"), "\uFFFD\uFFFD");
+  EXPECT_EQ(Utf8::repaired("\xED\xA0\x80"), "\uFFFD\uFFFD\uFFFD");
+  EXPECT_EQ(Utf8::repaired("\xC3\xC3\xA9"), "\uFFFDé");
+  EXPECT_EQ(Utf8::repaired("naïve 😀"), "naïve 😀");
+  EXPECT_EQ(Utf8::repaired("a\0\xFF"sv), "a\0\uFFFD"sv);
+}
+
+TEST(Utf8, TrimsSpacesAndTabsButNoLineBreaks) {
+  EXPECT_EQ(Utf8::trimmed(" \t\u00A0\u3000Plan\u2003\u202F \t"), "Plan");
+  EXPECT_EQ(Utf8::trimmed("\n Plan \n"), "\n Plan \n");
+  EXPECT_EQ(Utf8::trimmed(" \n Plan \u2028 "), "\n Plan \u2028");
+  EXPECT_EQ(Utf8::trimmed(" \t "), "");
+  EXPECT_EQ(Utf8::trimmed(""), "");
+  EXPECT_EQ(Utf8::trimmed("é"), "é");
+}
+
+TEST(Utf8, FoldsCaseAndComposition) {
+  EXPECT_EQ(Utf8::folded("RÉSUMÉ"), "résumé");
+  EXPECT_EQ(Utf8::folded("Re\u0301sume\u0301"), "résumé");
+  EXPECT_EQ(Utf8::folded("ÜBER"), Utf8::folded("U\u0308ber"));
+  EXPECT_EQ(Utf8::folded("ΑΒΓ"), "αβγ");
+  EXPECT_EQ(Utf8::folded("Plan"), "plan");
+  EXPECT_EQ(Utf8::folded("PLAN\xFF"), "plan\uFFFD");
+}
+
+TEST(Utf8, ALongRunOfCombiningMarksDoesNotHoldTheProgramUp) {
+  std::string marks = "a";
+  for (int index = 0; index < 200'000; ++index) marks += index % 2 == 0 ? "\u0301" : "\u0323";
+  EXPECT_EQ(Utf8::folded(marks).size(), marks.size());
+}
+
+RC_GTEST_PROP(Utf8Property, RepairedTextIsValidAndValidTextStays, (const std::string& bytes)) {
+  const std::string repaired = Utf8::repaired(bytes);
+  RC_ASSERT(Utf8::isValid(repaired));
+  RC_ASSERT(Utf8::repaired(repaired) == repaired);
+  if (Utf8::isValid(bytes)) RC_ASSERT(repaired == bytes);
+}
+
+RC_GTEST_PROP(Utf8Property, FoldingTwiceIsFoldingOnce, (const std::string& bytes)) {
+  const std::string folded = Utf8::folded(bytes);
+  RC_ASSERT(Utf8::isValid(folded));
+  RC_ASSERT(Utf8::folded(folded) == folded);
+}
+
+}  // namespace
+}  // namespace pellar
