@@ -122,7 +122,7 @@ TEST_F(RecentDropdownStory, HidingTheStripClosesIt) {
   auto plan = startWithField();
   strip().clickSearchField();
   plan.minimise();
-  mac.settle();
+  pellar.tracker().refresh();
   EXPECT_FALSE(stripShown());
   expectClosed();
 }
@@ -140,6 +140,19 @@ TEST_F(RecentDropdownStory, ItStaysWhenTheClickBringsPellarToTheFront) {
   mac.settle();
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ItFollowsADragOfTheStripAtOnce) {
+  startWithField();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x + 10, from.y});
+  pellar.strip()->openRecent();
+  mac.pointer().moveTo({from.x + 60, from.y - 20});
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  mac.pointer().release();
 }
 
 TEST_F(RecentDropdownStory, ItFollowsTheStrip) {

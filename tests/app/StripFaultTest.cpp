@@ -89,6 +89,19 @@ TEST_F(StripFault, AnotherWindowFocusedWhileTheFirstIsPushedDownHasTheStrip) {
   EXPECT_EQ(strip().activeTab(), "Other");
 }
 
+TEST_F(StripFault, TheApplicationMayEndWhileItsWindowIsPushedDown) {
+  InterruptedWrites interrupted(mac.accessibility());
+  auto high = open("High");
+  const auto faulted = startOn(mac.platformWith(interrupted));
+  interrupted.happening = [&] {
+    mac.terminate(editor);
+    faulted->tracker().refresh();
+  };
+  high.moveTo({100, 30});
+  mac.settle();
+  EXPECT_FALSE(stripShown());
+}
+
 TEST_F(StripFault, EveryWindowMayCloseWhileCloseAllRuns) {
   InterruptedWrites interrupted(mac.accessibility());
   open("A");

@@ -128,6 +128,17 @@ TEST_F(StripGesture, AWindowThatFillsTheAreaOfItselfStaysAndHasThatToReturnTo) {
   EXPECT_EQ(plan.frame(), (AxRect{1, 58, 1439, 842}));
 }
 
+TEST_F(StripGesture, AFrameOnceReturnedToIsForgotten) {
+  auto plan = open("Plan");
+  start();
+  strip().clickTool("\u25A1");
+  strip().clickTool("\u25A1");
+  plan.setFrame(zoomed);
+  mac.settle();
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(plan.frame(), zoomed);
+}
+
 TEST_F(StripGesture, CyclingGoesThroughTheTabsAndAround) {
   const auto a = open("A");
   const auto b = open("B");

@@ -210,6 +210,18 @@ TEST_F(StripStory, AWindowUnderTheMenuBarMakesRoomForTheStrip) {
   EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 200}));
 }
 
+TEST_F(StripStory, AfterMakingRoomTheWindowIsLookedAtAgain) {
+  auto plan = open("Plan");
+  editor.quirks().refusedNotifications = {"AXWindowMoved", "AXWindowResized"};
+  start();
+  plan.moveTo({100, 25});
+  pellar.tracker().refresh();
+  EXPECT_EQ(plan.frame().y, 57);
+  mac.accessibility().forgetRoundTrips();
+  mac.settle();
+  EXPECT_GT(mac.accessibility().roundTrips().reads, 0);
+}
+
 TEST_F(StripStory, AWindowThatRefusesToMakeRoomIsAskedAgainWithTheNextReport) {
   auto plan = open("Plan", {100, 25, 1200, 600});
   plan.quirks().refusesMoves = true;

@@ -270,7 +270,7 @@ TEST_F(TrackerTest, ATitleCannotBreakTheLogLine) {
 TEST_F(TrackerTest, AWindowListedTwiceGetsOneTab) {
   open("A")->quirks.listedTwice = true;
   open("B")->quirks.listedTwice = true;
-  start();
+  tracker->start();
   EXPECT_EQ(tabs(), (Titles{"A", "B"}));
   tracker->refresh();
   EXPECT_EQ(tabs(), (Titles{"A", "B"}));
