@@ -70,9 +70,13 @@ TEST_F(SimAccessibilityTest, ForgetsWhatWasFetchedOnTheNextTurnAndAfterAnyWrite)
   read<std::string>(report.element(), "AXTitle");
   EXPECT_EQ(mac.accessibility().roundTrips().reads, 1);
   mac.accessibility().willRead(elements, names);
-  mac.accessibility().set(report.element(), "AXMain", true);
+  mac.accessibility().set(report.element(), "AXMain", false);
   read<std::string>(report.element(), "AXTitle");
-  EXPECT_EQ(mac.accessibility().roundTrips().reads, 2);
+  EXPECT_EQ(mac.accessibility().roundTrips().reads, 2) << "also a write that changes nothing";
+  mac.accessibility().willRead(elements, names);
+  mac.accessibility().perform(report.element(), "AXNoSuchAction");
+  read<std::string>(report.element(), "AXTitle");
+  EXPECT_EQ(mac.accessibility().roundTrips().reads, 3);
 }
 
 TEST_F(SimAccessibilityTest, TakesTheTimeThatASlowApplicationNeeds) {

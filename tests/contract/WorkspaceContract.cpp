@@ -112,6 +112,27 @@ TEST_F(WorkspaceContract, IsSilentToWhoeverUnsubscribedAlsoInsideTheCallback) {
   EXPECT_EQ(never, 0);
 }
 
+TEST_F(WorkspaceContract, DoesNotCallASubscriberThatAnotherDroppedInTheSameReport) {
+  letPass(std::chrono::milliseconds(150));
+  int told = 0;
+  Subscription first;
+  Subscription second;
+  first = workspace().onActivated([&] {
+    ++told;
+    second.cancel();
+  });
+  second = workspace().onActivated([&] {
+    ++told;
+    first.cancel();
+  });
+  int always = 0;
+  const auto kept = workspace().onActivated([&always] { ++always; });
+  world().focus(report);
+  ASSERT_TRUE(wait([&] { return always > 0 && isInFront(editor); }));
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(told, always) << "one of the two hears each report, the other none";
+}
+
 TEST_F(WorkspaceContract, LetsATerminationCallbackUnsubscribeItself) {
   int told = 0;
   Subscription self;
