@@ -1,0 +1,249 @@
+#include "tests/e2e/Desktop.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace pellar::e2e {
+
+namespace {
+
+std::string toHex(const std::string& bytes) {
+  static const char* digits = "0123456789abcdef";
+  std::string result;
+  for (const char byte : bytes) {
+    result += digits[static_cast<unsigned char>(byte) >> 4];
+    result += digits[static_cast<unsigned char>(byte) & 15];
+  }
+  return result;
+}
+
+std::vector<std::string> commandOf(WindowManager manager) {
+  switch (manager) {
+    case WindowManager::openbox:
+      return {"openbox", "--sm-disable"};
+    case WindowManager::metacity:
+      return {"metacity", "--no-composite", "--sm-disable"};
+    case WindowManager::xfwm4:
+      return {"xfwm4", "--compositor=off"};
+  }
+  return {};
+}
+
+// The display number that Xvfb writes when it is ready; empty when it ended instead.
+std::string displayFrom(int descriptor) {
+  std::string text;
+  char character = 0;
+  for (;;) {
+    pollfd entry{descriptor, POLLIN, 0};
+    if (poll(&entry, 1, static_cast<int>(patience.count())) <= 0) return {};
+    if (read(descriptor, &character, 1) != 1) return {};
+    if (character == '\n') return ":" + text;
+    text += character;
+  }
+}
+
+}  // namespace
+
+std::string builtProgram(const std::string& name) {
+  return (std::filesystem::read_symlink("/proc/self/exe").parent_path() / name).string();
+}
+
+std::string nameOf(WindowManager manager) {
+  return commandOf(manager).front();
+}
+
+Application::Application(Desktop& desktop, const std::string& className)
+    : desktop_(desktop),
+      process_({builtProgram("e2e_windows"), className}, desktop.folders().environment(desktop.display()),
+               desktop.folders().root() / (className + ".errors")) {}
+
+Window Application::openWithoutWaiting(const std::string& title, const Box& place) {
+  process_.write("open " + std::to_string(place.x) + " " + std::to_string(place.y) + " " +
+                 std::to_string(place.width) + " " + std::to_string(place.height) + " " + toHex(title));
+  return {static_cast<xcb_window_t>(std::stoul(process_.readLine()))};
+}
+
+Window Application::open(const std::string& title, const Box& place) {
+  const auto window = openWithoutWaiting(title, place);
+  desktop_.observer().waitUntil("window \"" + title + "\" is on the desktop", [&] {
+    const auto all = desktop_.observer().clients();
+    return std::find(all.begin(), all.end(), window.id) != all.end() &&
+           desktop_.observer().isViewable(window.id);
+  });
+  desktop_.activate(window);
+  return window;
+}
+
+void Application::setTitle(Window window, const std::string& title) {
+  tell(window, "title " + toHex(title));
+}
+
+void Application::tell(Window window, const std::string& command) {
+  tellWithoutWaiting(window, command);
+  waitUntilDone();
+}
+
+void Application::tellWithoutWaiting(Window window, const std::string& command) {
+  const auto verbEnd = std::min(command.find(' '), command.size());
+  process_.write(command.substr(0, verbEnd) + " " + std::to_string(window.id) + command.substr(verbEnd));
+}
+
+void Application::churn(int count) {
+  process_.write("churn " + std::to_string(count));
+  waitUntilDone();
+}
+
+void Application::waitUntilDone() {
+  if (const auto answer = process_.readLine(); answer != "done")
+    throw std::runtime_error("e2e_windows: " + answer);
+}
+
+Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manager) {
+  int numberPipe[2];
+  if (pipe2(numberPipe, O_CLOEXEC) != 0) throw std::runtime_error("pipe");
+  server_ = std::make_unique<Process>(
+      std::vector<std::string>{"Xvfb", "-displayfd", "3", "-screen", "0",
+                               std::to_string(width) + "x" + std::to_string(height) + "x24", "-nolisten",
+                               "tcp", "-noreset"},
+      folders_.environment(""), folders_.root() / "Xvfb.errors", Process::Inherited{{3, numberPipe[1]}});
+  ::close(numberPipe[1]);
+  display_ = displayFrom(numberPipe[0]);
+  ::close(numberPipe[0]);
+  if (display_.empty()) throw std::runtime_error("Xvfb does not start: " + server_->errors());
+
+  observer_ = std::make_unique<XObserver>(display_);
+  startWindowManager();
+  observer_->waitUntil(nameOf(manager) + " is ready", [this] { return observer_->windowManagerReady(); });
+  observer_->waitUntilWindowsAreManaged();
+}
+
+void Desktop::startWindowManager() {
+  auto environment = folders_.environment(display_);
+  if (manager_ == WindowManager::xfwm4) {
+    bus_ = start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "dbus-daemon");
+    environment["DBUS_SESSION_BUS_ADDRESS"] = bus_->readLine();
+  }
+  windowManager_ = std::make_unique<Process>(commandOf(manager_), environment,
+                                             folders_.root() / (nameOf(manager_) + ".errors"));
+}
+
+Desktop::~Desktop() {
+  if (windowManager_) windowManager_->end();
+  if (bus_) bus_->end();
+  observer_.reset();
+  server_->end();
+}
+
+std::unique_ptr<Process> Desktop::start(const std::vector<std::string>& command, const std::string& name) {
+  return std::make_unique<Process>(command, folders_.environment(display_),
+                                   folders_.root() / (name + ".errors"));
+}
+
+void Desktop::run(const std::vector<std::string>& command) {
+  const auto process = start(command, "command");
+  const auto ending = process->waitForEnd();
+  if (!ending || ending->exitCode != 0)
+    throw std::runtime_error(command.front() + " failed: " + process->errors());
+}
+
+Window Desktop::waitForWindow(const std::string& titlePart) {
+  Window window;
+  observer_->waitUntil("a window titled \"" + titlePart + "\"", [&] {
+    const auto found = observer_->clientTitled(titlePart);
+    window.id = found.value_or(XCB_NONE);
+    return found.has_value() && observer_->isViewable(*found);
+  });
+  activate(window);
+  return window;
+}
+
+void Desktop::waitUntilActive(Window window) {
+  observer_->waitUntil("window " + std::to_string(window.id) + " is active",
+                       [&] { return isActive(window); });
+}
+
+void Desktop::activate(Window window) {
+  observer_->sendToRoot(window.id, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});
+  waitUntilActive(window);
+  observer_->waitUntil("window is shown", [&] { return observer_->isViewable(window.id); });
+}
+
+Box Desktop::frame(Window window) {
+  const auto box = observer_->frame(window.id);
+  if (!box) throw std::runtime_error("window " + std::to_string(window.id) + " is gone");
+  return *box;
+}
+
+void Desktop::move(Window window, int x, int y) {
+  observer_->configure(window.id, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                       {static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)});
+  observer_->waitUntil("window moved to " + std::to_string(x) + "," + std::to_string(y), [&] {
+    const auto box = frame(window);
+    return box.x == x && box.y == y;
+  });
+}
+
+void Desktop::resize(Window window, int width, int height) {
+  observer_->configure(window.id, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                       {static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)});
+  observer_->waitUntil("window resized", [&] {
+    const auto box = observer_->box(window.id);
+    return box && box->width == width && box->height == height;
+  });
+}
+
+void Desktop::minimise(Window window) {
+  observer_->sendToRoot(window.id, "WM_CHANGE_STATE", {3});
+  observer_->waitUntil("window is minimised", [&] { return observer_->managedState(window.id) == 3; });
+}
+
+void Desktop::close(Window window) {
+  observer_->sendToRoot(window.id, "_NET_CLOSE_WINDOW", {XCB_CURRENT_TIME, 2});
+  observer_->waitUntil("window is closed", [&] { return !observer_->box(window.id).has_value(); });
+}
+
+void Desktop::setState(Window window, const std::string& state, bool on) {
+  observer_->sendToRoot(window.id, "_NET_WM_STATE", {on ? 1U : 0U, observer_->atom(state), 0, 2});
+  observer_->waitUntil("window has " + std::string(on ? "" : "not ") + state,
+                       [&] { return observer_->hasState(window.id, state) == on; });
+}
+
+void Desktop::maximise(Window window) {
+  observer_->sendToRoot(window.id, "_NET_WM_STATE",
+                        {1, observer_->atom("_NET_WM_STATE_MAXIMIZED_VERT"),
+                         observer_->atom("_NET_WM_STATE_MAXIMIZED_HORZ"), 2});
+}
+
+void Desktop::dragByTitleBar(Window window, int byX, int byY) {
+  const auto before = frame(window);
+  const int x = before.x + before.width / 2;
+  const int y = before.y + 10;
+  observer_->movePointer(x, y);
+  observer_->press(1);
+  // A window manager takes the pointer only after some movement, and may miss what came before that.
+  int wobble = 0;
+  observer_->waitUntil("the window is dragged along", [&] {
+    wobble = 1 - wobble;
+    observer_->movePointer(x + byX + wobble, y + byY);
+    const auto now = frame(window);
+    return std::abs(now.x - before.x - byX) <= 1 + std::abs(byX) / 2 && now != before;
+  });
+  observer_->release(1);
+}
+
+void Desktop::drag(int fromX, int fromY, int toX, int toY) {
+  constexpr int steps = 8;
+  observer_->movePointer(fromX, fromY);
+  observer_->press(1);
+  for (int step = 1; step <= steps; ++step) {
+    observer_->movePointer(fromX + (toX - fromX) * step / steps, fromY + (toY - fromY) * step / steps);
+  }
+  observer_->release(1);
+}
+
+}  // namespace pellar::e2e

@@ -1,0 +1,49 @@
+#include "tests/e2e/DesktopTest.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace pellar::e2e {
+
+void DesktopTest::startPellar() {
+  pellar = desktop.start({builtProgram("pellar")}, "pellar");
+}
+
+Application& DesktopTest::editor() {
+  if (!editor_) editor_ = std::make_unique<Application>(desktop, "editor");
+  return *editor_;
+}
+
+int DesktopTest::logLines(const std::string& part) const {
+  std::istringstream log(Folders::read(desktop.folders().logFile()));
+  std::string line;
+  int count = 0;
+  while (std::getline(log, line)) {
+    if (line.find(part) != std::string::npos) ++count;
+  }
+  return count;
+}
+
+void DesktopTest::stopPellar() {
+  if (!pellar) return;
+  const auto ending = pellar->end();
+  EXPECT_EQ(ending.exitCode, 0) << "ended by signal " << ending.signal.value_or(0)
+                                << ", errors: " << pellar->errors();
+  EXPECT_EQ(pellar->errors(), "");
+  pellar.reset();
+}
+
+void DesktopTest::TearDown() {
+  if (pellar) {
+    desktop.observer().takeEvents();
+    for (const auto window : strip.allWindows()) {
+      EXPECT_FALSE(desktop.observer().everActive().contains(window)) << "the strip had the focus";
+      EXPECT_FALSE(desktop.observer().everListed().contains(window))
+          << "the strip was in the list of windows";
+    }
+    stopPellar();
+  }
+  editor_.reset();
+}
+
+}  // namespace pellar::e2e

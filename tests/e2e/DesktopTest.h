@@ -1,0 +1,53 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "tests/e2e/Desktop.h"
+#include "tests/e2e/Strip.h"
+
+namespace pellar::e2e {
+
+// A story on a desktop with Pellar running. Whatever the story, at its end: Pellar never had the focus and
+// never was in the list that task bars and window cycles show, it ends by itself when asked, says nothing on
+// standard error, and nothing that was started is left.
+class DesktopTest : public ::testing::Test {
+ protected:
+  explicit DesktopTest(WindowManager manager = WindowManager::openbox) : desktop(manager), strip(desktop) {}
+
+  void startPellar();
+  // Ends Pellar as a session does at log-out, and checks that it went in order.
+  void stopPellar();
+  [[nodiscard]] Application& editor();
+  // The lines of Pellar's log that contain a text.
+  [[nodiscard]] int logLines(const std::string& part = "") const;
+
+  void TearDown() override;
+
+  Desktop desktop;
+  Strip strip;
+  std::unique_ptr<Process> pellar;
+
+ private:
+  std::unique_ptr<Application> editor_;
+};
+
+// The same under every window manager.
+class EveryWindowManager : public DesktopTest, public ::testing::WithParamInterface<WindowManager> {
+ protected:
+  EveryWindowManager() : DesktopTest(GetParam()) {}
+};
+
+}  // namespace pellar::e2e
+
+#define PELLAR_FOR_EVERY_WINDOW_MANAGER(Suite)                                                     \
+  INSTANTIATE_TEST_SUITE_P(                                                                        \
+      WindowManagers, Suite,                                                                       \
+      ::testing::Values(pellar::e2e::WindowManager::openbox, pellar::e2e::WindowManager::metacity, \
+                        pellar::e2e::WindowManager::xfwm4),                                        \
+      [](const ::testing::TestParamInfo<pellar::e2e::WindowManager>& manager) {                    \
+        return pellar::e2e::nameOf(manager.param);                                                 \
+      })

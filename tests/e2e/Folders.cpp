@@ -1,0 +1,65 @@
+#include "tests/e2e/Folders.h"
+
+#include <stdlib.h>
+
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+#include <system_error>
+
+namespace pellar::e2e {
+
+Folders::Folders() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "pellar-e2e-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
+  root_ = pattern;
+  for (const char* name : {"home", "config", "data", "state", "cache", "run"}) {
+    std::filesystem::create_directory(root_ / name);
+  }
+  std::filesystem::permissions(root_ / "run", std::filesystem::perms::owner_all);
+  // A GTK editor that was killed would otherwise greet with a question about its last session.
+  write(config() / "Mousepad" / "settings.conf",
+        "[org/xfce/mousepad/preferences/file]\nsession-restore='never'\n");
+}
+
+Folders::~Folders() {
+  std::error_code ignored;  // a leftover in the temporary folder harms no test
+  std::filesystem::remove_all(root_, ignored);
+}
+
+Environment Folders::environment(const std::string& display) const {
+  Environment variables{
+      {"PATH", "/usr/local/bin:/usr/bin:/bin"},
+      {"HOME", home().string()},
+      {"LANG", "C.UTF-8"},
+      {"XDG_CONFIG_HOME", config().string()},
+      {"XDG_DATA_HOME", (root_ / "data").string()},
+      {"XDG_STATE_HOME", (root_ / "state").string()},
+      {"XDG_CACHE_HOME", (root_ / "cache").string()},
+      {"XDG_RUNTIME_DIR", (root_ / "run").string()},
+      {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
+      {"GSETTINGS_BACKEND", "memory"},
+      {"NO_AT_BRIDGE", "1"},
+      {"GTK_CSD", "0"},
+  };
+  if (!display.empty()) variables["DISPLAY"] = display;
+  // A sanitized build is told how to report; nothing else of our own surroundings reaches a program.
+  for (const char* name : {"ASAN_OPTIONS", "UBSAN_OPTIONS", "LSAN_OPTIONS"}) {
+    if (const char* value = getenv(name)) variables[name] = value;
+  }
+  return variables;
+}
+
+void Folders::write(const std::filesystem::path& file, const std::string& content) const {
+  std::filesystem::create_directories(file.parent_path());
+  std::ofstream(file, std::ios::binary) << content;
+}
+
+std::string Folders::read(const std::filesystem::path& file) {
+  std::ifstream stream(file, std::ios::binary);
+  std::ostringstream text;
+  text << stream.rdbuf();
+  return text.str();
+}
+
+}  // namespace pellar::e2e

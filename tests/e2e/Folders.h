@@ -1,0 +1,37 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "tests/e2e/Process.h"
+
+namespace pellar::e2e {
+
+// A home of one's own: home, configuration, data, state, cache and run-time folders under one temporary
+// folder that goes with this object.
+class Folders {
+ public:
+  Folders();
+  ~Folders();
+  Folders(const Folders&) = delete;
+  Folders& operator=(const Folders&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& root() const { return root_; }
+  [[nodiscard]] std::filesystem::path home() const { return root_ / "home"; }
+  [[nodiscard]] std::filesystem::path config() const { return root_ / "config"; }
+  [[nodiscard]] std::filesystem::path stateFile() const { return root_ / "data" / "Pellar" / "state.json"; }
+  [[nodiscard]] std::filesystem::path logFile() const { return root_ / "state" / "Pellar" / "Pellar.log"; }
+
+  // Variables for a program that lives in these folders, on `display` (none when empty), without any session
+  // bus.
+  [[nodiscard]] Environment environment(const std::string& display) const;
+
+  // Writes a file with all folders above it.
+  void write(const std::filesystem::path& file, const std::string& content) const;
+  [[nodiscard]] static std::string read(const std::filesystem::path& file);
+
+ private:
+  std::filesystem::path root_;
+};
+
+}  // namespace pellar::e2e

@@ -1,0 +1,54 @@
+// With nothing happening, nothing runs.
+
+#include <gtest/gtest.h>
+
+#include "tests/e2e/DesktopTest.h"
+
+namespace pellar::e2e {
+
+namespace {
+
+class Idle : public DesktopTest {
+ protected:
+  // Two windows and the strip, which has been used.
+  void startAndUse() {
+    const auto report = editor().open("Report", {60, 160, 700, 400});
+    const auto plan = editor().open("Plan", {200, 260, 700, 400});
+    startPellar();
+    strip.waitUntilOver(plan);
+    strip.waitUntilTabs(2);
+    strip.clickTab(0);
+    strip.waitUntilOver(report);
+    // The pointer leaves the strip, so that not even a hover is under way.
+    desktop.observer().movePointer(1400, 880);
+  }
+
+  // Waits until a whole `window` of time passed without one wake-up.
+  bool settles(std::chrono::milliseconds window) {
+    for (int attempt = 0; attempt < 20; ++attempt) {
+      const auto before = pellar->voluntarySwitches();
+      if (pellar->waitForEnd(window)) return false;
+      if (pellar->voluntarySwitches() == before) return true;
+    }
+    return false;
+  }
+};
+
+TEST_F(Idle, NotOneWakeUpInAMinute) {
+  startAndUse();
+  ASSERT_TRUE(settles(std::chrono::milliseconds(500)));
+  const auto before = pellar->voluntarySwitches();
+  ASSERT_FALSE(pellar->waitForEnd(std::chrono::seconds(60)).has_value());
+  EXPECT_EQ(pellar->voluntarySwitches(), before);
+}
+
+TEST_F(Idle, NoWakeUpWhileTheStripIsHidden) {
+  startAndUse();
+  editor().quit();
+  strip.waitUntilHidden();
+  EXPECT_TRUE(settles(std::chrono::seconds(5)));
+}
+
+}  // namespace
+
+}  // namespace pellar::e2e

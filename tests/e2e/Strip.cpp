@@ -1,0 +1,168 @@
+#include "tests/e2e/Strip.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace pellar::e2e {
+
+namespace {
+
+std::array<int, 3> channels(std::uint32_t pixel) {
+  return {static_cast<int>(pixel >> 16 & 255), static_cast<int>(pixel >> 8 & 255),
+          static_cast<int>(pixel & 255)};
+}
+
+int brightness(std::uint32_t pixel) {
+  const auto [red, green, blue] = channels(pixel);
+  return (red + green + blue) / 3;
+}
+
+bool colourful(std::uint32_t pixel) {
+  const auto [least, most] = std::ranges::minmax(channels(pixel));
+  return most - least >= 40;
+}
+
+// What tells a tab's marker from text: a run of one strong colour nine pixels long, or eight between two
+// blended ones.
+constexpr int shortestMarker = 7;
+constexpr int longestMarker = 10;
+constexpr int tabTop = 3;
+
+}  // namespace
+
+bool Strip::isOurs(xcb_window_t window) {
+  static const std::string wanted = std::string("pellar") + '\0' + "Pellar" + '\0';
+  return desktop_.observer().text(window, "WM_CLASS") == wanted;
+}
+
+std::vector<xcb_window_t> Strip::allWindows() {
+  auto all = desktop_.observer().topLevels();
+  std::erase_if(all, [this](xcb_window_t window) { return !isOurs(window); });
+  return all;
+}
+
+std::optional<xcb_window_t> Strip::window() {
+  for (const auto window : allWindows()) {
+    const auto place = desktop_.observer().box(window);
+    if (place && place->height == height && desktop_.observer().isViewable(window)) return window;
+  }
+  return std::nullopt;
+}
+
+std::optional<Box> Strip::box() {
+  const auto shown = window();
+  return shown ? desktop_.observer().box(*shown) : std::nullopt;
+}
+
+std::vector<SeenTab> Strip::tabs() {
+  const auto shown = window();
+  if (!shown) return {};
+  const auto picture = desktop_.observer().picture(*shown);
+  if (!picture || picture->height != height) return {};
+  std::vector<SeenTab> result;
+  const int middle = height / 2;
+  for (int x = 0; x < picture->width;) {
+    int end = x + 1;
+    while (end < picture->width && picture->at(end, middle) == picture->at(x, middle)) ++end;
+    const int length = end - x;
+    if (colourful(picture->at(x, middle)) && length >= shortestMarker && length <= longestMarker && x >= 4) {
+      const int beside = x - 3;
+      const int difference =
+          brightness(picture->at(beside, middle)) - brightness(picture->at(beside, tabTop - 2));
+      result.push_back({x + length / 2, difference >= 30});
+    }
+    x = end;
+  }
+  return result;
+}
+
+std::optional<std::size_t> Strip::activeTab() {
+  const auto all = tabs();
+  const auto found = std::ranges::find_if(all, &SeenTab::active);
+  if (found == all.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - all.begin());
+}
+
+bool Strip::isOver(Window window) {
+  const auto place = box();
+  const auto frame = desktop_.observer().frame(window.id);
+  return place && frame && std::abs(place->y + place->height - frame->y) <= 1 &&
+         std::abs(place->x - frame->x) <= 1 && std::abs(place->width - frame->width) <= 1;
+}
+
+void Strip::waitUntilOver(Window window) {
+  try {
+    desktop_.observer().waitUntil("the strip is over the window",
+                                  [&] { return desktop_.isActive(window) && isOver(window); });
+  } catch (const DeadlineMissed& missed) {
+    const auto place = box();
+    const auto frame = desktop_.observer().frame(window.id);
+    throw DeadlineMissed(std::string(missed.what()) + "; the strip is " +
+                         (place ? "at " + describe(*place) : "hidden") + ", the window " +
+                         (frame ? "at " + describe(*frame) : "gone") +
+                         (desktop_.isActive(window) ? " and active" : " and not active"));
+  }
+}
+
+void Strip::waitUntilHidden() {
+  desktop_.observer().waitUntil("the strip is hidden", [this] { return !window().has_value(); });
+}
+
+void Strip::waitUntilTabs(std::size_t count) {
+  std::size_t seen = 0;
+  try {
+    desktop_.observer().waitUntil("the strip shows " + std::to_string(count) + " tabs", [&] {
+      seen = tabs().size();
+      return seen == count;
+    });
+  } catch (const DeadlineMissed& missed) {
+    throw DeadlineMissed(std::string(missed.what()) + "; it shows " + std::to_string(seen));
+  }
+}
+
+SeenTab Strip::tab(std::size_t index) {
+  const auto all = tabs();
+  if (index >= all.size()) {
+    throw std::runtime_error("no tab " + std::to_string(index) + " among " + std::to_string(all.size()));
+  }
+  return all[index];
+}
+
+void Strip::clickTab(std::size_t index, int button) {
+  const auto place = box();
+  const auto target = tab(index);
+  if (!place) throw std::runtime_error("no strip to click");
+  desktop_.observer().click(place->x + target.marker, place->y + height / 2, button);
+}
+
+std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidates) {
+  std::vector<Window> result;
+  for (std::size_t index = 0; index < candidates.size(); ++index) {
+    waitUntilTabs(candidates.size());
+    clickTab(index);
+    desktop_.observer().waitUntil("tab " + std::to_string(index) + " is the active one",
+                                  [&] { return activeTab() == index; });
+    const Window active{desktop_.observer().activeWindow()};
+    waitUntilOver(active);
+    result.push_back(active);
+  }
+  return result;
+}
+
+void Strip::dragTab(std::size_t from, std::size_t to) {
+  const auto place = box();
+  const auto source = tab(from);
+  const auto target = tab(to);
+  if (!place) throw std::runtime_error("no strip to drag in");
+  // Past the middle of the tab it is to stand behind or before.
+  const int beyond = to > from ? 1 : -1;
+  const auto all = tabs();
+  const int pitch = all.size() > 1 ? all[1].marker - all[0].marker : 0;
+  const int middleOfTab = pitch / 2 - 13;
+  desktop_.drag(place->x + source.marker, place->y + height / 2,
+                place->x + target.marker + middleOfTab + beyond * 6, place->y + height / 2);
+}
+
+}  // namespace pellar::e2e

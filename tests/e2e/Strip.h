@@ -1,0 +1,51 @@
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "tests/e2e/Desktop.h"
+
+namespace pellar::e2e {
+
+// One tab as it is seen on the screen.
+struct SeenTab {
+  int marker = 0;       // middle of its coloured marker, in pixels from the strip's left edge
+  bool active = false;  // its background is the bright one
+};
+
+// The strip as somebody before the screen sees and uses it.
+class Strip {
+ public:
+  static constexpr int height = 32;
+
+  explicit Strip(Desktop& desktop) : desktop_(desktop) {}
+
+  // The strip's window, while it is shown.
+  [[nodiscard]] std::optional<xcb_window_t> window();
+  [[nodiscard]] std::optional<Box> box();
+  // All windows that belong to Pellar, shown or not.
+  [[nodiscard]] std::vector<xcb_window_t> allWindows();
+  // The tabs from left to right.
+  [[nodiscard]] std::vector<SeenTab> tabs();
+  [[nodiscard]] std::optional<std::size_t> activeTab();
+
+  // Whether its bottom edge is on the window's top edge, within a pixel, and it is as wide as the window.
+  [[nodiscard]] bool isOver(Window window);
+  // That, with the window being the active one.
+  void waitUntilOver(Window window);
+  void waitUntilHidden();
+  void waitUntilTabs(std::size_t count);
+
+  void clickTab(std::size_t index, int button = 1);
+  // Clicks one tab after another; the windows that became active, in that order.
+  std::vector<Window> windowsBehindTabs(const std::vector<Window>& candidates);
+  void dragTab(std::size_t from, std::size_t to);
+
+ private:
+  [[nodiscard]] bool isOurs(xcb_window_t window);
+  [[nodiscard]] SeenTab tab(std::size_t index);
+
+  Desktop& desktop_;
+};
+
+}  // namespace pellar::e2e

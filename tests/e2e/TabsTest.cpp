@@ -1,0 +1,216 @@
+// What the mouse does on the strip.
+
+#include <gmock/gmock.h>
+
+#include "tests/e2e/DesktopTest.h"
+
+namespace pellar::e2e {
+
+namespace {
+
+using ::testing::ElementsAre;
+
+constexpr std::uint32_t tabKey = 0xff09;
+constexpr std::uint32_t altKey = 0xffe9;
+
+class Tabs : public EveryWindowManager {
+ protected:
+  // Five windows of one program, the last one in front, and Pellar.
+  std::vector<Window> openFive() {
+    std::vector<Window> all;
+    int offset = 0;
+    for (const char* title : {"Report", "Plan", "Budget", "Letter", "Notes"}) {
+      all.push_back(editor().open(title, {60 + offset, 120 + offset, 900, 400}));
+      offset += 60;
+    }
+    startPellar();
+    strip.waitUntilOver(all.back());
+    strip.waitUntilTabs(all.size());
+    return all;
+  }
+
+  // The middle of a window button at the right end: 0 minimises, 1 zooms, 2 closes.
+  void clickWindowButton(int index) {
+    const auto place = strip.box();
+    ASSERT_TRUE(place.has_value());
+    desktop.observer().click(place->x + place->width - 85 + 32 * index, place->y + Strip::height / 2);
+  }
+};
+
+PELLAR_FOR_EVERY_WINDOW_MANAGER(Tabs);
+
+TEST_P(Tabs, EachOfFiveFocusesExactlyItsWindow) {
+  const auto all = openFive();
+  EXPECT_EQ(strip.windowsBehindTabs(all), all);
+}
+
+TEST_P(Tabs, FiveTabsWorkWithXdotoolToo) {
+  const auto all = openFive();
+  for (std::size_t index = 0; index < all.size(); ++index) {
+    strip.waitUntilTabs(all.size());
+    const auto place = *strip.box();
+    const auto marker = strip.tabs()[index].marker;
+    desktop.run({"xdotool", "mousemove", std::to_string(place.x + marker), std::to_string(place.y + 16),
+                 "click", "1"});
+    strip.waitUntilOver(all[index]);
+  }
+}
+
+TEST_P(Tabs, ATabOfAMinimisedWindowBringsItBack) {
+  const auto all = openFive();
+  desktop.minimise(all[1]);
+  desktop.activate(all[4]);
+  strip.waitUntilOver(all[4]);
+  strip.waitUntilTabs(5);
+  strip.clickTab(1);
+  strip.waitUntilOver(all[1]);
+}
+
+TEST_P(Tabs, ADraggedTabStaysWhereItWasDropped) {
+  auto all = openFive();
+  strip.dragTab(0, 2);
+  std::vector<Window> wanted{all[1], all[2], all[0], all[3], all[4]};
+  desktop.observer().waitUntil("the strip is drawn anew", [&] { return strip.tabs().size() == 5; });
+  EXPECT_EQ(strip.windowsBehindTabs(wanted), wanted);
+
+  // It stays through what happens later.
+  const auto extra = editor().open("Extra", {200, 300, 900, 400});
+  strip.waitUntilOver(extra);
+  wanted.push_back(extra);
+  EXPECT_EQ(strip.windowsBehindTabs(wanted), wanted);
+  editor().setTitle(all[3], "Letter to Ann");
+  desktop.move(extra, 260, 330);
+  strip.waitUntilOver(extra);
+  desktop.close(all[4]);
+  std::erase(wanted, all[4]);
+  desktop.activate(all[1]);
+  strip.waitUntilOver(all[1]);
+  EXPECT_EQ(strip.windowsBehindTabs(wanted), wanted);
+}
+
+TEST_P(Tabs, AMiddleClickClosesTheWindow) {
+  const auto all = openFive();
+  strip.clickTab(1, 2);
+  desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(all[1].id); });
+  strip.waitUntilTabs(4);
+  EXPECT_EQ(strip.windowsBehindTabs({all[0], all[2], all[3], all[4]}),
+            (std::vector<Window>{all[0], all[2], all[3], all[4]}));
+}
+
+TEST_P(Tabs, TheCloseMarkClosesTheWindow) {
+  const auto report = editor().open("Report", {60, 120, 900, 400});
+  const auto plan = editor().open("Plan", {120, 180, 900, 400});
+  startPellar();
+  strip.waitUntilTabs(2);
+  const auto seen = strip.tabs();
+  // From one marker to the next is a tab and its gap; the mark stands 13 points from the tab's right edge.
+  const int pitch = seen[1].marker - seen[0].marker;
+  const auto place = *strip.box();
+  desktop.observer().click(place.x + seen[0].marker - 13 + pitch - 4 - 13, place.y + 16);
+  desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
+  strip.waitUntilTabs(1);
+  strip.waitUntilOver(plan);
+}
+
+TEST_P(Tabs, TheWindowButtonsMinimiseZoomAndClose) {
+  const auto report = editor().open("Report", {60, 120, 900, 400});
+  startPellar();
+  strip.waitUntilOver(report);
+
+  const auto before = desktop.frame(report);
+  clickWindowButton(1);
+  desktop.observer().waitUntil("the window fills the screen below the strip", [&] {
+    const auto frame = desktop.frame(report);
+    return frame.x == 0 && frame.y == Strip::height && frame.width >= 1438 && frame.height >= 866;
+  });
+  strip.waitUntilOver(report);
+  clickWindowButton(1);
+  desktop.observer().waitUntil("the window is back where it was",
+                               [&] { return desktop.frame(report) == before; });
+  strip.waitUntilOver(report);
+
+  clickWindowButton(0);
+  desktop.observer().waitUntil("the window is minimised",
+                               [&] { return desktop.observer().managedState(report.id) == 3; });
+  strip.waitUntilHidden();
+  desktop.restore(report);
+  strip.waitUntilOver(report);
+
+  clickWindowButton(2);
+  desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
+  strip.waitUntilHidden();
+}
+
+TEST_P(Tabs, DraggingTheEmptyStripMovesTheWindow) {
+  const auto report = editor().open("Report", {60, 120, 1000, 400});
+  startPellar();
+  strip.waitUntilOver(report);
+  strip.waitUntilTabs(1);
+  const auto before = desktop.frame(report);
+  const auto place = *strip.box();
+  desktop.drag(place.x + 230, place.y + 16, place.x + 330, place.y + 76);
+  desktop.observer().waitUntil("the window moved with the pointer", [&] {
+    const auto frame = desktop.frame(report);
+    return frame.x == before.x + 100 && frame.y == before.y + 60;
+  });
+  strip.waitUntilOver(report);
+}
+
+TEST_P(Tabs, WindowsStackedBehindEachOtherMoveTogether) {
+  const auto report = editor().open("Report", {60, 120, 1000, 400});
+  const auto plan = editor().open("Plan", {60, 120, 1000, 400});
+  const auto apart = editor().open("Apart", {300, 420, 1000, 300});
+  startPellar();
+  desktop.activate(plan);
+  strip.waitUntilOver(plan);
+  strip.waitUntilTabs(3);
+  const auto before = desktop.frame(plan);
+  const auto apartBefore = desktop.frame(apart);
+  ASSERT_EQ(desktop.frame(report), before);
+  const auto place = *strip.box();
+  // Between the third tab and the first tool, wherever the tools begin: the tabs' pitch tells where the last
+  // ends.
+  const auto seen = strip.tabs();
+  const int end = seen[2].marker - 13 + (seen[1].marker - seen[0].marker);
+  desktop.drag(place.x + end + 1, place.y + 16, place.x + end + 41, place.y + 66);
+  for (const auto window : {plan, report}) {
+    desktop.observer().waitUntil("the window moved with the pointer", [&] {
+      const auto frame = desktop.frame(window);
+      return frame.x == before.x + 40 && frame.y == before.y + 50;
+    });
+  }
+  EXPECT_EQ(desktop.frame(apart), apartBefore);
+  strip.waitUntilOver(plan);
+}
+
+TEST_P(Tabs, TheKeyboardStaysWithTheApplicationThroughClicksOnTheStrip) {
+  const auto all = openFive();
+  const auto place = *strip.box();
+  desktop.observer().click(place.x + 2, place.y + 2);
+  desktop.observer().fence();
+  EXPECT_TRUE(desktop.isActive(all[4]));
+  strip.clickTab(0);
+  strip.waitUntilOver(all[0]);
+}
+
+TEST(WindowCycle, AltTabNeverMeetsTheStrip) {
+  Desktop desktop(WindowManager::openbox);
+  Strip strip(desktop);
+  Application editor(desktop, "editor");
+  const auto report = editor.open("Report", {60, 120, 600, 400});
+  const auto plan = editor.open("Plan", {700, 120, 600, 400});
+  auto pellar = desktop.start({builtProgram("pellar")}, "pellar");
+  strip.waitUntilOver(plan);
+  for (const auto next : {report, plan, report}) {
+    desktop.observer().key(altKey, true);
+    desktop.observer().key(tabKey, true);
+    desktop.observer().key(tabKey, false);
+    desktop.observer().key(altKey, false);
+    strip.waitUntilOver(next);
+  }
+  EXPECT_EQ(pellar->end().exitCode, 0);
+}
+
+}  // namespace
+
+}  // namespace pellar::e2e

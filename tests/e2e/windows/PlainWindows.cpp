@@ -1,0 +1,243 @@
+#include "tests/e2e/windows/PlainWindows.h"
+
+#include <unistd.h>
+#include <xcb/xcb_icccm.h>
+
+#include <array>
+#include <chrono>
+#include <cstring>
+#include <sstream>
+#include <stdexcept>
+#include <thread>
+
+#include "tests/e2e/XReply.h"
+
+namespace pellar::e2e {
+
+namespace {
+
+// Titles travel as hexadecimal digits, so that any byte can be in one.
+std::string fromHex(const std::string& digits) {
+  std::string bytes;
+  for (std::size_t at = 0; at + 1 < digits.size(); at += 2) {
+    bytes += static_cast<char>(std::stoi(digits.substr(at, 2), nullptr, 16));
+  }
+  return bytes;
+}
+
+std::uint32_t nextBackground() {
+  static std::uint32_t count = 0;
+  static constexpr std::array<std::uint32_t, 5> shades{0xf4f1e8, 0xe8eef4, 0xeaf4e8, 0xf4e8ee, 0xefeaf6};
+  return shades[count++ % shades.size()];
+}
+
+}  // namespace
+
+PlainWindows::PlainWindows(std::string className)
+    : className_(std::move(className)), connection_(xcb_connect(nullptr, nullptr)) {
+  if (xcb_connection_has_error(connection_) != 0) throw std::runtime_error("no display");
+  screen_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+}
+
+PlainWindows::~PlainWindows() {
+  xcb_disconnect(connection_);
+}
+
+xcb_atom_t PlainWindows::atom(const std::string& name) const {
+  const XReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
+      connection_, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+      nullptr));
+  if (!reply) throw std::runtime_error("the X server is gone");
+  return reply->atom;
+}
+
+void PlainWindows::setText(xcb_window_t window, const std::string& property, const std::string& value) {
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property), atom("UTF8_STRING"), 8,
+                      static_cast<std::uint32_t>(value.size()), value.data());
+}
+
+void PlainWindows::setNumbers(xcb_window_t window, const std::string& property, xcb_atom_t type,
+                              const std::uint32_t* values, std::uint32_t count) {
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, atom(property), type, 32, count, values);
+}
+
+xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
+                                const std::string& title) {
+  const xcb_window_t window = xcb_generate_id(connection_);
+  const std::uint32_t background = nextBackground();
+  const std::array<std::uint32_t, 2> values{background, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, x, y, width, height, 0,
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+                    XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values.data());
+  windows_[window] = {};
+
+  const std::string instance = className_ + '\0' + className_ + '\0';
+  xcb_icccm_set_wm_class(connection_, window, static_cast<std::uint32_t>(instance.size()), instance.data());
+  setText(window, "_NET_WM_NAME", title);
+  xcb_icccm_set_wm_name(connection_, window, XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(title.size()),
+                        title.data());
+  std::array<char, 256> host{};
+  gethostname(host.data(), host.size() - 1);
+  xcb_icccm_set_wm_client_machine(connection_, window, XCB_ATOM_STRING, 8,
+                                  static_cast<std::uint32_t>(std::strlen(host.data())), host.data());
+  const auto pid = static_cast<std::uint32_t>(getpid());
+  setNumbers(window, "_NET_WM_PID", XCB_ATOM_CARDINAL, &pid, 1);
+  const xcb_atom_t deletion = atom("WM_DELETE_WINDOW");
+  setNumbers(window, "WM_PROTOCOLS", XCB_ATOM_ATOM, &deletion, 1);
+
+  xcb_size_hints_t hints{};
+  xcb_icccm_size_hints_set_position(&hints, 1, x, y);
+  xcb_icccm_size_hints_set_size(&hints, 1, width, height);
+  xcb_icccm_set_wm_normal_hints(connection_, window, &hints);
+  xcb_icccm_wm_hints_t manners{};
+  xcb_icccm_wm_hints_set_input(&manners, 1);
+  xcb_icccm_set_wm_hints(connection_, window, &manners);
+  xcb_map_window(connection_, window);
+  return window;
+}
+
+void PlainWindows::fixSize(xcb_window_t window) {
+  const XReply<xcb_get_geometry_reply_t> now(
+      xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+  if (!now) return;
+  xcb_size_hints_t hints{};
+  xcb_icccm_size_hints_set_min_size(&hints, now->width, now->height);
+  xcb_icccm_size_hints_set_max_size(&hints, now->width, now->height);
+  xcb_icccm_set_wm_normal_hints(connection_, window, &hints);
+}
+
+// From now on the window goes back to where it is whenever somebody moves it.
+void PlainWindows::makeStubborn(xcb_window_t window) {
+  const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
+      connection_, xcb_translate_coordinates(connection_, window, screen_->root, 0, 0), nullptr));
+  const XReply<xcb_get_property_reply_t> extents(xcb_get_property_reply(
+      connection_,
+      xcb_get_property(connection_, 0, window, atom("_NET_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 0, 4),
+      nullptr));
+  if (!place || !extents || extents->value_len != 4) throw std::runtime_error("the window has no frame yet");
+  const auto* margins = static_cast<const std::uint32_t*>(xcb_get_property_value(extents.get()));
+  windows_[window] = {std::pair(place->dst_x, place->dst_y),
+                      {static_cast<std::uint32_t>(place->dst_x) - margins[0],
+                       static_cast<std::uint32_t>(place->dst_y) - margins[2]}};
+}
+
+// What a program that decorates itself tells: no decoration wanted, and how wide its own shadow is.
+void PlainWindows::setShadow(xcb_window_t window, std::uint32_t margin) {
+  const std::array<std::uint32_t, 5> undecorated{2, 0, 0, 0, 0};
+  setNumbers(window, "_MOTIF_WM_HINTS", atom("_MOTIF_WM_HINTS"), undecorated.data(), 5);
+  const std::array<std::uint32_t, 4> shadow{margin, margin, margin, margin};
+  setNumbers(window, "_GTK_FRAME_EXTENTS", XCB_ATOM_CARDINAL, shadow.data(), 4);
+}
+
+void PlainWindows::storm(xcb_window_t window, int count, int perSecond) {
+  const auto step = std::chrono::microseconds(1000000 / perSecond);
+  auto next = std::chrono::steady_clock::now();
+  for (int number = 1; number <= count; ++number) {
+    setText(window, "_NET_WM_NAME", "Step " + std::to_string(number));
+    xcb_flush(connection_);
+    next += step;
+    std::this_thread::sleep_until(next);
+  }
+}
+
+// Windows that are gone as soon as they are there.
+void PlainWindows::churn(int count) {
+  for (int number = 0; number < count; ++number) {
+    const auto window = open(200, 300, 400, 300, "Brief " + std::to_string(number));
+    xcb_flush(connection_);
+    setText(window, "_NET_WM_NAME", "Briefer");
+    xcb_destroy_window(connection_, window);
+    windows_.erase(window);
+    xcb_flush(connection_);
+  }
+}
+
+std::string PlainWindows::run(const std::string& line) {
+  std::istringstream input(line);
+  std::string command;
+  input >> command;
+  if (command == "open") {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    std::string title;
+    input >> x >> y >> width >> height >> title;
+    const auto window =
+        open(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+             static_cast<std::uint16_t>(height), fromHex(title));
+    xcb_flush(connection_);
+    return std::to_string(window);
+  }
+  if (command == "churn") {
+    int count = 0;
+    input >> count;
+    churn(count);
+    return "done";
+  }
+
+  xcb_window_t window = XCB_NONE;
+  input >> window;
+  if (!windows_.contains(window)) return "unknown";
+  if (command == "title") {
+    std::string title;
+    input >> title;
+    setText(window, "_NET_WM_NAME", fromHex(title));
+  } else if (command == "destroy") {
+    xcb_destroy_window(connection_, window);
+    windows_.erase(window);
+  } else if (command == "fixed") {
+    fixSize(window);
+  } else if (command == "stubborn") {
+    makeStubborn(window);
+  } else if (command == "shadow") {
+    std::uint32_t margin = 0;
+    input >> margin;
+    setShadow(window, margin);
+  } else if (command == "dialog") {
+    xcb_window_t parent = XCB_NONE;
+    input >> parent;
+    const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE_DIALOG");
+    setNumbers(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, &type, 1);
+    xcb_icccm_set_wm_transient_for(connection_, window, parent);
+  } else if (command == "storm") {
+    int count = 0;
+    int perSecond = 0;
+    input >> count >> perSecond;
+    storm(window, count, perSecond);
+  } else {
+    return "unknown command";
+  }
+  // An answer means that the server has done it.
+  const XReply<xcb_get_input_focus_reply_t> fence(
+      xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  return "done";
+}
+
+void PlainWindows::answer(const xcb_generic_event_t& event) {
+  const int type = event.response_type & 0x7f;
+  if (type == XCB_CLIENT_MESSAGE) {
+    const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
+    if (message.data.data32[0] == atom("WM_DELETE_WINDOW")) {
+      xcb_destroy_window(connection_, message.window);
+      windows_.erase(message.window);
+    }
+  } else if (type == XCB_CONFIGURE_NOTIFY) {
+    const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+    // Only the window manager's own reports are about the place on the root.
+    const bool aboutTheRoot = (event.response_type & 0x80) != 0;
+    const auto found = windows_.find(configured.window);
+    if (!aboutTheRoot || found == windows_.end() || !found->second.home) return;
+    if (*found->second.home == std::pair(configured.x, configured.y)) return;
+    xcb_configure_window(connection_, configured.window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                         found->second.request.data());
+  }
+}
+
+bool PlainWindows::answerEvents() {
+  while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) answer(*event);
+  xcb_flush(connection_);
+  return xcb_connection_has_error(connection_) == 0;
+}
+
+}  // namespace pellar::e2e

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace pellar::e2e {
+
+// The windows of one plain X program: no toolkit, so that each can misbehave in its own way.
+class PlainWindows {
+ public:
+  explicit PlainWindows(std::string className);
+  ~PlainWindows();
+  PlainWindows(const PlainWindows&) = delete;
+  PlainWindows& operator=(const PlainWindows&) = delete;
+
+  // Carries out one command line and returns the answer.
+  std::string run(const std::string& line);
+  // Answers the events that are waiting; false when the X server is gone.
+  bool answerEvents();
+  [[nodiscard]] int descriptor() const { return xcb_get_file_descriptor(connection_); }
+
+ private:
+  struct Window {
+    // Stubborn: where it goes back to on the root, and what it must ask for to get there (its frame's
+    // corner).
+    std::optional<std::pair<std::int16_t, std::int16_t>> home;
+    std::array<std::uint32_t, 2> request{};
+  };
+
+  [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
+  void setText(xcb_window_t window, const std::string& property, const std::string& value);
+  void setNumbers(xcb_window_t window, const std::string& property, xcb_atom_t type,
+                  const std::uint32_t* values, std::uint32_t count);
+  xcb_window_t open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
+                    const std::string& title);
+  void makeStubborn(xcb_window_t window);
+  void fixSize(xcb_window_t window);
+  void setShadow(xcb_window_t window, std::uint32_t margin);
+  void storm(xcb_window_t window, int count, int perSecond);
+  void churn(int count);
+  void answer(const xcb_generic_event_t& event);
+
+  std::string className_;
+  xcb_connection_t* connection_;
+  xcb_screen_t* screen_;
+  std::map<xcb_window_t, Window> windows_;
+};
+
+}  // namespace pellar::e2e
