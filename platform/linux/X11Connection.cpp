@@ -22,6 +22,7 @@ constexpr std::pair<const char*, xcb_atom_t X11Atoms::*> atomNames[] = {
     {"_NET_CURRENT_DESKTOP", &X11Atoms::netCurrentDesktop},
     {"_NET_WORKAREA", &X11Atoms::netWorkArea},
     {"_NET_CLOSE_WINDOW", &X11Atoms::netCloseWindow},
+    {"_NET_MOVERESIZE_WINDOW", &X11Atoms::netMoveResizeWindow},
     {"_NET_WM_NAME", &X11Atoms::netWmName},
     {"_NET_WM_PID", &X11Atoms::netWmPid},
     {"_NET_WM_DESKTOP", &X11Atoms::netWmDesktop},

@@ -30,6 +30,7 @@ struct X11Atoms {
   xcb_atom_t netCurrentDesktop = 0;
   xcb_atom_t netWorkArea = 0;
   xcb_atom_t netCloseWindow = 0;
+  xcb_atom_t netMoveResizeWindow = 0;
   xcb_atom_t netWmName = 0;
   xcb_atom_t netWmPid = 0;
   xcb_atom_t netWmDesktop = 0;

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/Log.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -78,7 +79,11 @@ void X11EventMonitors::watch(bool on) {
   request.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
   request.head.mask_len = 1;
   request.mask = on ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0;
-  xcb_input_xi_select_events(connection_.xcb(), connection_.root(), 1, &request.head);
+  // Waited for, so that the very next press counts.
+  const XcbReply<xcb_generic_error_t> error(xcb_request_check(
+      connection_.xcb(),
+      xcb_input_xi_select_events_checked(connection_.xcb(), connection_.root(), 1, &request.head)));
+  if (error && !connection_.lost()) Log::write("x11 error: presses elsewhere cannot be watched");
 }
 
 void X11EventMonitors::handle(const xcb_generic_event_t& event) {

@@ -1,6 +1,7 @@
 #include "platform/linux/X11FrameWriter.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cmath>
 
@@ -73,21 +74,30 @@ void X11FrameWriter::request(const X11Window& window, const Wish& wish) {
         {remove, atoms.stateMaximizedVert, atoms.stateMaximizedHorz, fromPager, 0});
   }
   std::uint16_t mask = 0;
-  std::uint32_t values[4];
-  int count = 0;
+  std::array<std::uint32_t, 4> values{};
   if (wish.corner) {
-    const AxPoint asked = window.requestFor(*wish.corner);
     mask |= XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
-    values[count++] = static_cast<std::uint32_t>(coordinate(asked.x));
-    values[count++] = static_cast<std::uint32_t>(coordinate(asked.y));
+    // A shadow is part of the window for everybody but the user.
+    values[0] = static_cast<std::uint32_t>(coordinate(wish.corner->x - window.shadow.left));
+    values[1] = static_cast<std::uint32_t>(coordinate(wish.corner->y - window.shadow.top));
   }
   if (wish.size) {
-    const X11Extents edge = window.edge();
     mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-    values[count++] = extent(wish.size->width - edge.left - edge.right);
-    values[count++] = extent(wish.size->height - edge.top - edge.bottom);
+    const X11Extents edge = window.edge();
+    values[2] = extent(wish.size->width - edge.left - edge.right);
+    values[3] = extent(wish.size->height - edge.top - edge.bottom);
   }
-  xcb_configure_window(connection_.xcb(), window.id, mask, values);
+  if (window.gravity == XCB_GRAVITY_NORTH_WEST) {
+    const std::size_t first = wish.corner ? 0 : 2;
+    xcb_configure_window(connection_.xcb(), window.id, mask, values.data() + first);
+    return;
+  }
+  // A plain request means another corner of the frame for such a window, and window managers differ about
+  // which; this message names the corner.
+  constexpr std::uint32_t sourcePager = 2U << 12U;
+  const std::uint32_t flags = XCB_GRAVITY_NORTH_WEST | static_cast<std::uint32_t>(mask) << 8U | sourcePager;
+  connection_.sendToWindowManager(window.id, atoms.netMoveResizeWindow,
+                                  {flags, values[0], values[1], values[2], values[3]});
 }
 
 bool X11FrameWriter::fulfilled(const X11Window& window, const Wish& wish) {

@@ -16,10 +16,10 @@ AxPoint X11Window::clientOrigin() const {
 }
 
 X11Extents X11Window::decoration() const {
-  // The property wins over the frame window, which may be larger than what is seen of it (borders for
-  // grabbing).
-  if (frameExtents) return *frameExtents;
   if (links.empty()) return {};
+  // The property wins over the frame window, which may be larger than what is seen of it (borders for
+  // grabbing). But a window manager that takes a frame away may leave the property behind.
+  if (frameExtents && links.size() > 1) return *frameExtents;
   const AxPoint inner = clientOrigin();
   const X11Geometry& outer = links.back().geometry;
   const X11Geometry& client = links.front().geometry;
@@ -43,47 +43,6 @@ AxRect X11Window::frame() const {
   return {inner.x - around.left, inner.y - around.top,
           static_cast<double>(client.width + around.left + around.right),
           static_cast<double>(client.height + around.top + around.bottom)};
-}
-
-AxPoint X11Window::requestFor(AxPoint corner) const {
-  // A client asks with its frame's corner, edge or centre in mind, as its gravity says (ICCCM 4.1.2.3).
-  const X11Extents frame = decoration();
-  const int across = frame.left + frame.right;
-  const int down = frame.top + frame.bottom;
-  AxPoint request{corner.x - shadow.left, corner.y - shadow.top};
-  switch (gravity) {
-    case XCB_GRAVITY_STATIC:
-      request.x += frame.left;
-      request.y += frame.top;
-      return request;
-    case XCB_GRAVITY_NORTH:
-    case XCB_GRAVITY_CENTER:
-    case XCB_GRAVITY_SOUTH:
-      request.x += across / 2;
-      break;
-    case XCB_GRAVITY_NORTH_EAST:
-    case XCB_GRAVITY_EAST:
-    case XCB_GRAVITY_SOUTH_EAST:
-      request.x += across;
-      break;
-    default:
-      break;
-  }
-  switch (gravity) {
-    case XCB_GRAVITY_WEST:
-    case XCB_GRAVITY_CENTER:
-    case XCB_GRAVITY_EAST:
-      request.y += down / 2;
-      break;
-    case XCB_GRAVITY_SOUTH_WEST:
-    case XCB_GRAVITY_SOUTH:
-    case XCB_GRAVITY_SOUTH_EAST:
-      request.y += down;
-      break;
-    default:
-      break;
-  }
-  return request;
 }
 
 }  // namespace pellar

@@ -75,8 +75,6 @@ struct X11Window {
   // What the visible edge has on each side beyond the client's own area; negative where the client draws a
   // shadow.
   [[nodiscard]] X11Extents edge() const;
-  // What a position asked for in a ConfigureWindow must be, that the visible corner comes to `corner`.
-  [[nodiscard]] AxPoint requestFor(AxPoint corner) const;
   [[nodiscard]] bool minimized() const { return iconic || hidden; }
   [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
   [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transient; }

@@ -1,0 +1,71 @@
+#include "tests/contract/linux/X11WorldTest.h"
+
+namespace pellar::contract {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr AxRect place{200, 150, 500, 300};
+
+using X11ApplicationsTest = X11WorldTest;
+
+TEST_F(X11ApplicationsTest, TwoProcessesOfOneClassAreOneApplication) {
+  const auto first = world().launch("Terminal");
+  const auto second = world().launch("Terminal");
+  world().open(first, "one", place);
+  elementOf(first, "one");
+  world().open(second, "two", {300, 250, 500, 300});
+  elementOf(first, "two");
+  EXPECT_EQ(windowsOf(first).size(), 2U);
+  EXPECT_EQ(windowsOf(second).size(), 2U);
+  ASSERT_TRUE(wait([&] { return isFocused(first, elementOf(first, "two")); }));
+  EXPECT_EQ(workspace().frontmostApplication()->pid, first);
+}
+
+TEST_F(X11ApplicationsTest, AnApplicationEndsWithItsLastWindow) {
+  const auto first = world().launch("Terminal");
+  const auto second = world().launch("Terminal");
+  world().open(first, "one", place);
+  const auto last = world().open(second, "two", place);
+  elementOf(first, "one");
+  elementOf(first, "two");
+  std::vector<std::optional<ProcessId>> ended;
+  const auto subscription =
+      workspace().onTerminated([&](std::optional<ProcessId> pid) { ended.push_back(pid); });
+  world().terminate(first);
+  ASSERT_TRUE(wait([&] { return windowsOf(second).size() == 1; }));
+  letPass(200ms);
+  EXPECT_TRUE(ended.empty());
+  // The process that its number came from is gone; the application keeps the number.
+  EXPECT_TRUE(find(first, "two").has_value());
+  world().destroy(last);
+  ASSERT_TRUE(wait([&] { return !ended.empty(); }));
+  EXPECT_EQ(ended, (std::vector<std::optional<ProcessId>>{first}));
+}
+
+TEST_F(X11ApplicationsTest, WithoutAWindowInFrontNoApplicationIs) {
+  const auto pid = world().launch("Editor");
+  const auto window = world().open(pid, "only", place);
+  elementOf(pid, "only");
+  ASSERT_TRUE(wait([&] { return isInFront(pid); }));
+  int told = 0;
+  const auto subscription = workspace().onActivated([&told] { ++told; });
+  world().minimise(window);
+  EXPECT_TRUE(wait([&] { return !workspace().frontmostApplication().has_value(); }));
+  EXPECT_TRUE(wait([&told] { return told > 0; }));
+  world().restore(window);
+  EXPECT_TRUE(wait([&] { return isInFront(pid); }));
+}
+
+TEST_F(X11ApplicationsTest, NamesAnApplicationByItsDesktopEntry) {
+  const auto pid = world().launch("xterm-of-nobody");
+  world().open(pid, "unknown", place);
+  elementOf(pid, "unknown");
+  ASSERT_TRUE(wait([&] { return isInFront(pid); }));
+  EXPECT_EQ(workspace().frontmostApplication()->bundleId, "xterm-of-nobody");
+  EXPECT_EQ(workspace().frontmostApplication()->localizedName, "xterm-of-nobody");
+  EXPECT_EQ(workspace().ownBundleId(), "app.pellar.Pellar");
+}
+
+}  // namespace
+}  // namespace pellar::contract
