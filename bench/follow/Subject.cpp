@@ -1,0 +1,41 @@
+#include "bench/follow/Subject.h"
+
+#include <fstream>
+
+namespace pellar::bench {
+
+std::optional<xcb_window_t> shownWindow(e2e::XObserver& observer, const Subject& subject) {
+  std::optional<xcb_window_t> widest;
+  int width = 1;
+  // A task bar is managed: its window is inside a frame.
+  auto windows = observer.topLevels();
+  const auto managed = observer.clients();
+  windows.insert(windows.end(), managed.begin(), managed.end());
+  for (const auto window : windows) {
+    if (!observer.text(window, "WM_CLASS").starts_with(subject.windowClass + '\0')) continue;
+    const auto place = observer.box(window);
+    if (!place || place->width <= width || !observer.isViewable(window)) continue;
+    widest = window;
+    width = place->width;
+  }
+  return widest;
+}
+
+bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t target) {
+  const auto place = observer.box(subjectWindow);
+  const auto frame = observer.frame(target);
+  return place && frame && place->x == frame->x && place->y + place->height == frame->y;
+}
+
+double privateMegabytes(pid_t pid) {
+  std::ifstream file("/proc/" + std::to_string(pid) + "/smaps_rollup");
+  std::string word;
+  double kilobytes = 0;
+  while (file >> word) {
+    double value = 0;
+    if (word.starts_with("Private_") && file >> value) kilobytes += value;
+  }
+  return kilobytes / 1024;
+}
+
+}  // namespace pellar::bench

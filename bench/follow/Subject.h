@@ -1,0 +1,30 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bench/follow/Samples.h"
+#include "tests/e2e/Desktop.h"
+
+namespace pellar::bench {
+
+// A program that reacts to windows, and how its window is known.
+struct Subject {
+  std::string name;
+  std::vector<std::string> command;
+  std::string windowClass;  // first part of WM_CLASS
+  bool follows = true;      // its window stands over the active one; a task bar stays where it is
+};
+
+// Its window on the screen; absent until it is shown. Of several the widest: programs also map tiny helper
+// windows.
+std::optional<xcb_window_t> shownWindow(e2e::XObserver& observer, const Subject& subject);
+
+// Whether its window stands on the top edge of a window's frame.
+bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t target);
+
+// Memory that belongs to a process alone, in megabytes (smaps_rollup).
+double privateMegabytes(pid_t pid);
+
+}  // namespace pellar::bench
