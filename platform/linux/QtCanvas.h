@@ -1,17 +1,21 @@
 #pragma once
 
-#include "platform/Canvas.h"
-#include "platform/linux/TextImages.h"
+#include <QImage>
+#include <QRect>
 
-class QPainter;
+#include "platform/Canvas.h"
+#include "platform/linux/QtTextMeasure.h"
+#include "platform/linux/Sprite.h"
+#include "platform/linux/SpriteCache.h"
 
 namespace pellar {
 
-// Draws with a painter whose clip is set and whose origin is the view's.
+// Draws into a part of a picture whose top left corner is the view's. Everything drawn is a sprite that the
+// toolkit paints when it is first needed.
 class QtCanvas final : public Canvas {
  public:
-  QtCanvas(QPainter& painter, TextImages& texts, const QtTextMeasure& measure)
-      : painter_(painter), texts_(texts), measure_(measure) {}
+  QtCanvas(QImage& picture, const QRect& clip, const QtTextMeasure& measure, SpriteCache& sprites)
+      : picture_(picture), clip_(clip), measure_(measure), sprites_(sprites) {}
 
   void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override;
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
@@ -22,13 +26,14 @@ class QtCanvas final : public Canvas {
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
 
  private:
-  // Draws with the line box's top left corner at `origin`. The baseline stands on a whole pixel, or it would
-  // blur.
-  void place(const TextImage& image, ViewPoint origin, const Font& font);
+  // Draws a text with its line box's top left corner at `origin`. The baseline stands on a whole pixel, or it
+  // would blur.
+  void place(const Sprite& text, ViewPoint origin, const Font& font);
 
-  QPainter& painter_;
-  TextImages& texts_;
+  QImage& picture_;
+  QRect clip_;
   const QtTextMeasure& measure_;
+  SpriteCache& sprites_;
 };
 
 }  // namespace pellar

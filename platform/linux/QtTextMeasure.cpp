@@ -45,7 +45,8 @@ const QtFace& QtTextMeasure::face(const Font& font) const {
   const QFont native = nativeFont(font);
   const QFontMetricsF metrics(native);
   faces_.push_back({font, native, metrics.ascent(), metrics.descent(),
-                    metrics.horizontalAdvance(QChar(static_cast<char16_t>(0x2026)))});
+                    metrics.horizontalAdvance(QChar(static_cast<char16_t>(0x2026))),
+                    std::make_unique<GlyphSheet>(native)});
   return faces_.back();
 }
 

@@ -2,11 +2,13 @@
 
 #include <QFont>
 #include <deque>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "platform/Canvas.h"
+#include "platform/linux/GlyphSheet.h"
 
 namespace pellar {
 
@@ -17,6 +19,7 @@ struct QtFace {
   double ascent = 0;
   double descent = 0;
   double ellipsisWidth = 0;
+  std::unique_ptr<GlyphSheet> sheet;
 };
 
 // Measures text with the fonts it is drawn with. Remembers short texts: the strip asks for the same few

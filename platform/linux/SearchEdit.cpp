@@ -5,6 +5,7 @@
 #include <QPainter>
 #include <QWindow>
 
+#include "platform/linux/PanelGround.h"
 #include "platform/linux/PixelRect.h"
 #include "platform/linux/QtCanvas.h"
 #include "platform/linux/QtSearchField.h"
@@ -73,13 +74,15 @@ SearchEdit::~SearchEdit() {
 }
 
 void SearchEdit::paintEvent(QPaintEvent* event) {
+  X11PanelServices& services = panel_.services();
+  QImage ground(size(), QImage::Format_ARGB32_Premultiplied);
+  PanelGround::drawUnder(ground, rect(), services.compositor.blends());
+  QtCanvas canvas(ground, rect(), services.measure, services.sprites);
+  SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
   {
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.fillRect(rect(), panel_.ground());
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    QtCanvas canvas(painter, panel_.services().texts, panel_.services().measure);
-    SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
+    painter.drawImage(0, 0, ground);
   }
   QLineEdit::paintEvent(event);
 }

@@ -1,22 +1,17 @@
 #include "platform/linux/X11Panel.h"
 
-#include <QPainter>
-#include <QPainterPath>
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <utility>
 
+#include "platform/linux/PanelGround.h"
 #include "platform/linux/QtCanvas.h"
 #include "platform/linux/QtSearchField.h"
 
 namespace pellar {
 namespace {
 
-constexpr int cornerRadius = 12;
-constexpr QRgb groundColor = 0x2b2b2e;
-constexpr double groundAlpha = 0.88;  // where it is blended with what lies behind
-constexpr float borderAlpha = 0.14F;
 // More rectangles than this are painted as the one around them.
 constexpr int mostParts = 8;
 
@@ -40,7 +35,7 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       onEnd_(std::move(onEnd)),
       frame_(ScreenRect::of({0, 0}, style.contentSize)),
       window_(services.connection.xcb(), services.screen, services.compositor,
-              toPixels(frame_, services.firstScreenHeight()), cornerRadius) {}
+              toPixels(frame_, services.firstScreenHeight()), PanelGround::cornerRadius) {}
 
 X11Panel::~X11Panel() {
   if (isKey()) services_.key = nullptr;
@@ -172,12 +167,6 @@ std::unique_ptr<SearchField> X11Panel::makeSearchField() {
   return std::make_unique<QtSearchField>(*this);
 }
 
-QColor X11Panel::ground() const {
-  QColor color(groundColor);
-  if (services_.compositor.blends()) color.setAlphaF(static_cast<float>(groundAlpha));
-  return color;
-}
-
 void X11Panel::addField(QtSearchField& field) {
   fields_.push_back(&field);
 }
@@ -220,29 +209,12 @@ void X11Panel::paint() {
 }
 
 void X11Panel::paintPart(const QRect& part) {
-  QPainter painter(&picture_);
-  painter.setClipRect(part);
   const bool blends = services_.compositor.blends();
-  painter.setCompositionMode(QPainter::CompositionMode_Source);
-  painter.fillRect(part, blends ? QColor(Qt::transparent) : ground());
-  painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-  const QRectF outline(pixelBounds());
-  if (blends) {
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(ground());
-    painter.drawRoundedRect(outline, cornerRadius, cornerRadius);
-  }
-
-  QtCanvas canvas(painter, services_.texts, services_.measure);
+  PanelGround::drawUnder(picture_, part, blends);
+  QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
   if (view_ != nullptr) view_->draw(canvas, viewRect(part));
   for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
-
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, borderAlpha), 1));
-  painter.drawRoundedRect(outline.adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius - 0.5, cornerRadius - 0.5);
-  painter.end();
+  PanelGround::drawOver(picture_, part, blends);
   window_.put(picture_, part);
 }
 

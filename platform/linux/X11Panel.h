@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-#include <QColor>
 #include <QImage>
 #include <QRegion>
 #include <functional>
@@ -62,7 +61,6 @@ class X11Panel final : public Panel, public ViewHost {
 
   // For the panel's search fields.
   [[nodiscard]] X11PanelServices& services() { return services_; }
-  [[nodiscard]] QColor ground() const;
   void addField(QtSearchField& field);
   void removeField(QtSearchField& field);
   void makeFirstResponder(QtSearchField& field);

@@ -8,7 +8,7 @@
 #include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
 #include "platform/linux/QtTextMeasure.h"
-#include "platform/linux/TextImages.h"
+#include "platform/linux/SpriteCache.h"
 #include "platform/linux/X11Compositor.h"
 #include "platform/linux/X11Connection.h"
 
@@ -26,7 +26,7 @@ struct X11PanelServices {
   std::function<void(const ObservedClick&)> reportPress;  // before the press is delivered
   X11Compositor compositor{connection.xcb(), screen};
   QtTextMeasure measure{};
-  TextImages texts{measure};
+  SpriteCache sprites{};
   X11Panel* key = nullptr;  // the panel that has the keyboard
 
   // 0 while there is no screen.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+#include "platform/Canvas.h"
+
+// The dark, rounded, bordered ground of every panel.
+namespace pellar::PanelGround {
+
+inline constexpr int cornerRadius = 12;
+
+// The ground's colour: translucent where a compositing program blends it with what lies behind, else opaque.
+[[nodiscard]] Color color(bool blends);
+
+// Lays the ground under a part of a panel's picture.
+void drawUnder(QImage& picture, const QRect& part, bool blends);
+// Lays the border over the part's content and, where that can be seen, takes away what is outside the
+// corners.
+void drawOver(QImage& picture, const QRect& part, bool blends);
+
+}  // namespace pellar::PanelGround
