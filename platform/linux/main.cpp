@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QByteArray>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -11,6 +12,7 @@
 #include "app/shell/AppDelegate.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/LostServer.h"
+#include "platform/linux/StartUpMemory.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/XcbReply.h"
 
@@ -72,6 +74,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
   const TemporaryVariable openGL("QT_XCB_GL_INTEGRATION", "none");
   const TemporaryVariable sharedMemory("QT_XCB_NO_MITSHM", "1");
   const TemporaryVariable scaling("QT_ENABLE_HIGHDPI_SCALING", "0");
+  const TemporaryVariable loop("QT_NO_GLIB", "1");
   // A desktop's own theme brings its whole toolkit along.
   const TemporaryVariable theme("QT_QPA_PLATFORMTHEME", "generic");
   const TemporaryVariable desktop("XDG_CURRENT_DESKTOP", "X-Generic");
@@ -104,5 +107,9 @@ int main(int argc, char** argv) {
   LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
   AppDelegate delegate(platform.platform());
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
-  return QApplication::exec();
+  const pellar::Subscription settled =
+      platform.platform().mainLoop.after(std::chrono::seconds(2), [] { pellar::StartUpMemory::release(); });
+  // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
+  // strip has nothing to tell there yet.
+  return QCoreApplication::exec();
 }
