@@ -46,7 +46,8 @@ class CallbackList {
   using Entries = std::vector<std::shared_ptr<Entry>>;
 
   static void callAll(const Entries& entries, const Arguments&... arguments) {
-    const Entries snapshot = entries;
+    // A callback may add and drop entries, so the list itself is not walked.
+    const Entries snapshot(entries.begin(), entries.end());
     for (const auto& entry : snapshot) {
       if (entry->active) entry->callback(arguments...);
     }
