@@ -4,8 +4,9 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 #include "core/Log.h"
 
@@ -26,7 +27,9 @@ TemporaryFolder::~TemporaryFolder() {
 
 std::string content(const fs::path& file) {
   std::ifstream stream(file, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+  std::ostringstream text;
+  text << stream.rdbuf();
+  return std::move(text).str();
 }
 
 void put(const fs::path& file, std::string_view content) {
