@@ -38,8 +38,10 @@ TEST_F(MainLoopContract, TakesBlocksFromOtherThreadsAndRunsThemOnItsOwn) {
   int ran = 0;
   bool onMainThread = true;
   const auto mainThread = std::this_thread::get_id();
+  constexpr int threadCount = 3;
   std::vector<std::thread> threads;
-  for (int thread = 0; thread < 3; ++thread) {
+  threads.reserve(threadCount);
+  for (int thread = 0; thread < threadCount; ++thread) {
     threads.emplace_back([&] {
       for (int index = 0; index < perThread; ++index) {
         mainLoop().post([&] {
@@ -49,9 +51,9 @@ TEST_F(MainLoopContract, TakesBlocksFromOtherThreadsAndRunsThemOnItsOwn) {
       }
     });
   }
-  const bool allRan = wait([&ran] { return ran == 3 * perThread; });
+  const bool allRan = wait([&ran] { return ran == threadCount * perThread; });
   for (auto& thread : threads) thread.join();
-  EXPECT_TRUE(allRan || wait([&ran] { return ran == 3 * perThread; }));
+  EXPECT_TRUE(allRan || wait([&ran] { return ran == threadCount * perThread; }));
   EXPECT_TRUE(onMainThread);
 }
 
