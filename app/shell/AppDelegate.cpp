@@ -17,9 +17,10 @@ constexpr auto trustPollInterval = 2000ms;
 
 AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform),
-      store_(std::make_shared<StateStore>(StateStore::defaultURL(platform.folders.applicationSupport))),
       tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)) {
+  // First of all, so that what the store has to say is kept.
   Log::setUrl(platform.folders.logFile);
+  store_ = std::make_shared<StateStore>(StateStore::defaultURL(platform.folders.applicationSupport));
 }
 
 AppDelegate::~AppDelegate() {

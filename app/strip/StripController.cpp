@@ -80,6 +80,12 @@ void StripController::connect() {
   dropdown_.onOutsideClick = weakly([](Self& self) { self.closeRecent(); });
   view_->searchField().setOnActivate(weakly([](Self& self) { self.openRecent(); }));
   view_->searchField().setOnChange(weakly([](Self& self) { self.searchTextChanged(); }));
+  view_->searchField().setOnCommand([weak = weak_from_this()](const std::string& selector) {
+    const auto self = weak.lock();
+    if (!self || selector != "cancelOperation:") return false;
+    self->closeRecent();
+    return true;
+  });
   view_->onSelect = weakly([](Self& self, WindowId id) { self.selectTab(id); });
   view_->onClose = weakly([](Self& self, WindowId id) {
     if (const auto target = self.window(id)) self.close(*target);

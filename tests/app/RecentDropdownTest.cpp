@@ -66,6 +66,19 @@ TEST_F(RecentDropdownStory, ClosingItEmptiesTheFieldAndGivesTheKeyboardBack) {
   EXPECT_EQ(editor.typed(), "x");
 }
 
+TEST_F(RecentDropdownStory, EscapeClosesItAndOtherKeysAreTheFields) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  mac.pressKey("deleteBackward:");
+  EXPECT_TRUE(isOpen());
+  mac.pressKey("cancelOperation:");
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(strip().searchField()->text(), "");
+  EXPECT_EQ(mac.frontWindow()->title(), "Plan");
+}
+
 TEST_F(RecentDropdownStory, AClickElsewhereClosesIt) {
   const auto plan = startWithField();
   strip().clickSearchField();
