@@ -62,21 +62,30 @@ Application::Application(Desktop& desktop, const std::string& className)
       process_({builtProgram("e2e_windows"), className}, desktop.folders().environment(desktop.display()),
                desktop.folders().root() / (className + ".errors")) {}
 
-Window Application::openWithoutWaiting(const std::string& title, const Box& place) {
+Window Application::openWithoutWaiting(const std::string& title, const Box& place, int shadow) {
   process_.write("open " + std::to_string(place.x) + " " + std::to_string(place.y) + " " +
-                 std::to_string(place.width) + " " + std::to_string(place.height) + " " + toHex(title));
+                 std::to_string(place.width) + " " + std::to_string(place.height) + " " +
+                 std::to_string(shadow) + " " + toHex(title));
   return {static_cast<xcb_window_t>(std::stoul(process_.readLine()))};
 }
 
 Window Application::open(const std::string& title, const Box& place) {
-  const auto window = openWithoutWaiting(title, place);
+  return openWithShadow(title, place, 0);
+}
+
+Window Application::openWithShadow(const std::string& title, const Box& place, int shadow) {
+  const auto window = openWithoutWaiting(title, place, shadow);
+  waitUntilShown(window, title);
+  desktop_.activate(window);
+  return window;
+}
+
+void Application::waitUntilShown(Window window, const std::string& title) {
   desktop_.observer().waitUntil("window \"" + title + "\" is on the desktop", [&] {
     const auto all = desktop_.observer().clients();
     return std::find(all.begin(), all.end(), window.id) != all.end() &&
            desktop_.observer().isViewable(window.id);
   });
-  desktop_.activate(window);
-  return window;
 }
 
 void Application::setTitle(Window window, const std::string& title) {

@@ -34,10 +34,12 @@ class Application {
   // Opens a window there (its frame's corner, its own size) and waits until it is the active one.
   Window open(const std::string& title, const Box& place);
   // The same without waiting, for windows that will not become active or not even stay.
-  Window openWithoutWaiting(const std::string& title, const Box& place);
+  Window openWithoutWaiting(const std::string& title, const Box& place, int shadow = 0);
+  // A window that decorates itself, with a shadow of that many pixels around what is seen of it.
+  Window openWithShadow(const std::string& title, const Box& place, int shadow);
   // The program itself gives a window another title, in any bytes.
   void setTitle(Window window, const std::string& title);
-  // A command to one window: "destroy", "fixed", "stubborn", "shadow 20", "dialog PARENT", "storm COUNT
+  // A command to one window: "destroy", "fixed", "stubborn X Y", "dialog PARENT", "storm COUNT
   // PER-SECOND".
   void tell(Window window, const std::string& command);
   void tellWithoutWaiting(Window window, const std::string& command);
@@ -49,6 +51,8 @@ class Application {
   void quit() { process_.end(); }
 
  private:
+  void waitUntilShown(Window window, const std::string& title);
+
   Desktop& desktop_;
   Process process_;
 };

@@ -1,6 +1,9 @@
 // The strip stays on the focused window, whatever becomes of the windows.
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <utility>
+#include <vector>
 
 #include "tests/e2e/DesktopTest.h"
 
@@ -23,7 +26,7 @@ TEST_P(Following, AMovedWindowTakesTheStripAlong) {
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
   strip.waitUntilOver(report);
-  for (const auto& [x, y] : std::vector<std::pair<int, int>>{{300, 260}, {301, 261}, {40, 500}, {620, 120}}) {
+  for (const auto& [x, y] : std::vector<std::pair<int, int>>{{300, 260}, {301, 261}, {40, 440}, {620, 120}}) {
     desktop.move(report, x, y);
     strip.waitUntilOver(report);
   }
@@ -173,8 +176,7 @@ TEST_P(Following, AMaximisedWindowHasItsStripOnTheScreen) {
 }
 
 TEST_P(Following, AWindowWithItsOwnShadowHasTheStripOnItsVisibleEdge) {
-  const auto report = editor().open("Report", {200, 200, 800, 400});
-  editor().tell(report, "shadow 20");
+  const auto report = editor().openWithShadow("Report", {200, 200, 800, 400}, 20);
   startPellar();
   strip.waitUntilOver(report);
   EXPECT_EQ(strip.box()->width, desktop.observer().box(report.id)->width - 40);

@@ -116,7 +116,7 @@ TEST_F(Hostile, AWindowThatRefusesEverySizeIsStillMovedBelowTheStrip) {
 TEST_F(Hostile, AWindowThatGoesBackWhereItWasKeepsItsStrip) {
   startWithGoodWindow();
   const auto stubborn = editor().open("Stubborn", {300, 300, 600, 300});
-  editor().tell(stubborn, "stubborn");
+  editor().tell(stubborn, "stubborn 300 300");
   const auto home = desktop.frame(stubborn);
   for (const std::uint32_t x : {500U, 20U, 700U}) {
     desktop.observer().configure(stubborn.id, XCB_CONFIG_WINDOW_X, {x});
@@ -129,8 +129,8 @@ TEST_F(Hostile, AWindowThatGoesBackWhereItWasKeepsItsStrip) {
 TEST_F(Hostile, AWindowThatInsistsOnTheTopOfTheScreenHoldsNothingUp) {
   const auto good = startWithGoodWindow();
   desktop.activate(good);
-  const auto insistent = editor().openWithoutWaiting("Insistent", {300, 0, 600, 300});
-  editor().tell(insistent, "stubborn");
+  const auto insistent = editor().open("Insistent", {300, 300, 600, 300});
+  editor().tell(insistent, "stubborn 300 0");
   strip.waitUntilTabs(2);
   desktop.observer().waitUntil("the good window is in front again", [&] {
     desktop.observer().sendToRoot(good.id, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});

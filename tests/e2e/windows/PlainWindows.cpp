@@ -62,7 +62,7 @@ void PlainWindows::setNumbers(xcb_window_t window, const std::string& property, 
 }
 
 xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
-                                const std::string& title) {
+                                std::uint32_t shadow, const std::string& title) {
   const xcb_window_t window = xcb_generate_id(connection_);
   const std::uint32_t background = nextBackground();
   const std::array<std::uint32_t, 2> values{background, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
@@ -92,6 +92,7 @@ xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t wi
   xcb_icccm_wm_hints_t manners{};
   xcb_icccm_wm_hints_set_input(&manners, 1);
   xcb_icccm_set_wm_hints(connection_, window, &manners);
+  if (shadow > 0) setShadow(window, shadow);
   xcb_map_window(connection_, window);
   return window;
 }
@@ -106,19 +107,22 @@ void PlainWindows::fixSize(xcb_window_t window) {
   xcb_icccm_set_wm_normal_hints(connection_, window, &hints);
 }
 
-// From now on the window goes back to where it is whenever somebody moves it.
-void PlainWindows::makeStubborn(xcb_window_t window) {
-  const XReply<xcb_translate_coordinates_reply_t> place(xcb_translate_coordinates_reply(
-      connection_, xcb_translate_coordinates(connection_, window, screen_->root, 0, 0), nullptr));
+std::array<std::uint32_t, 2> PlainWindows::frameCorner(xcb_window_t window, int x, int y) const {
   const XReply<xcb_get_property_reply_t> extents(xcb_get_property_reply(
       connection_,
       xcb_get_property(connection_, 0, window, atom("_NET_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 0, 4),
       nullptr));
-  if (!place || !extents || extents->value_len != 4) throw std::runtime_error("the window has no frame yet");
+  std::array<std::uint32_t, 2> corner{static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)};
+  if (!extents || extents->value_len != 4) return corner;
   const auto* margins = static_cast<const std::uint32_t*>(xcb_get_property_value(extents.get()));
-  windows_[window] = {std::pair(place->dst_x, place->dst_y),
-                      {static_cast<std::uint32_t>(place->dst_x) - margins[0],
-                       static_cast<std::uint32_t>(place->dst_y) - margins[2]}};
+  return {corner[0] - margins[0], corner[1] - margins[2]};
+}
+
+// From now on the window goes to this corner of its frame whenever somebody moves it elsewhere.
+void PlainWindows::makeStubborn(xcb_window_t window, int x, int y) {
+  windows_[window].home = {static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)};
+  xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                       windows_[window].home->data());
 }
 
 // What a program that decorates itself tells: no decoration wanted, and how wide its own shadow is.
@@ -143,7 +147,7 @@ void PlainWindows::storm(xcb_window_t window, int count, int perSecond) {
 // Windows that are gone as soon as they are there.
 void PlainWindows::churn(int count) {
   for (int number = 0; number < count; ++number) {
-    const auto window = open(200, 300, 400, 300, "Brief " + std::to_string(number));
+    const auto window = open(200, 300, 400, 300, 0, "Brief " + std::to_string(number));
     xcb_flush(connection_);
     setText(window, "_NET_WM_NAME", "Briefer");
     xcb_destroy_window(connection_, window);
@@ -161,11 +165,12 @@ std::string PlainWindows::run(const std::string& line) {
     int y = 0;
     int width = 0;
     int height = 0;
+    std::uint32_t shadow = 0;
     std::string title;
-    input >> x >> y >> width >> height >> title;
+    input >> x >> y >> width >> height >> shadow >> title;
     const auto window =
         open(static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
-             static_cast<std::uint16_t>(height), fromHex(title));
+             static_cast<std::uint16_t>(height), shadow, fromHex(title));
     xcb_flush(connection_);
     return std::to_string(window);
   }
@@ -189,11 +194,10 @@ std::string PlainWindows::run(const std::string& line) {
   } else if (command == "fixed") {
     fixSize(window);
   } else if (command == "stubborn") {
-    makeStubborn(window);
-  } else if (command == "shadow") {
-    std::uint32_t margin = 0;
-    input >> margin;
-    setShadow(window, margin);
+    int x = 0;
+    int y = 0;
+    input >> x >> y;
+    makeStubborn(window, x, y);
   } else if (command == "dialog") {
     xcb_window_t parent = XCB_NONE;
     input >> parent;
@@ -228,9 +232,10 @@ void PlainWindows::answer(const xcb_generic_event_t& event) {
     const bool aboutTheRoot = (event.response_type & 0x80) != 0;
     const auto found = windows_.find(configured.window);
     if (!aboutTheRoot || found == windows_.end() || !found->second.home) return;
-    if (*found->second.home == std::pair(configured.x, configured.y)) return;
+    const auto corner = frameCorner(configured.window, configured.x, configured.y);
+    if (*found->second.home == corner) return;
     xcb_configure_window(connection_, configured.window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
-                         found->second.request.data());
+                         found->second.home->data());
   }
 }
 

@@ -7,7 +7,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 
 namespace pellar::e2e {
 
@@ -27,10 +26,8 @@ class PlainWindows {
 
  private:
   struct Window {
-    // Stubborn: where it goes back to on the root, and what it must ask for to get there (its frame's
-    // corner).
-    std::optional<std::pair<std::int16_t, std::int16_t>> home;
-    std::array<std::uint32_t, 2> request{};
+    std::optional<std::array<std::uint32_t, 2>>
+        home;  // stubborn: the corner of its frame that it goes back to
   };
 
   [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
@@ -38,8 +35,10 @@ class PlainWindows {
   void setNumbers(xcb_window_t window, const std::string& property, xcb_atom_t type,
                   const std::uint32_t* values, std::uint32_t count);
   xcb_window_t open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
-                    const std::string& title);
-  void makeStubborn(xcb_window_t window);
+                    std::uint32_t shadow, const std::string& title);
+  void makeStubborn(xcb_window_t window, int x, int y);
+  // Where the frame's corner is when the window itself is at `x`, `y` of the root.
+  [[nodiscard]] std::array<std::uint32_t, 2> frameCorner(xcb_window_t window, int x, int y) const;
   void fixSize(xcb_window_t window);
   void setShadow(xcb_window_t window, std::uint32_t margin);
   void storm(xcb_window_t window, int count, int perSecond);
