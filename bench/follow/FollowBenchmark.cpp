@@ -9,6 +9,7 @@ namespace {
 
 constexpr int stripHeight = 32;
 constexpr int documentCount = 8;
+constexpr int documentWidth = 1500;  // wide enough for labels on every tab
 constexpr int warmUp = 5;
 constexpr std::chrono::milliseconds patience{2000};
 // As long as a user's fast gesture leaves a program alone.
@@ -16,7 +17,7 @@ constexpr std::chrono::milliseconds pause{15};
 
 // Where the window goes on its n-th move: never twice the same place, never where a strip has no room.
 std::pair<int, int> placeOf(int move) {
-  return {60 + move * 37 % 400, 120 + move * 53 % 260};
+  return {20 + move * 37 % 340, 120 + move * 53 % 440};
 }
 
 bool showsMoreThanGround(e2e::XObserver& observer, xcb_window_t window) {
@@ -31,15 +32,15 @@ bool showsMoreThanGround(e2e::XObserver& observer, xcb_window_t window) {
 FollowBenchmark::FollowBenchmark(std::vector<Subject> subjects, const Extent& extent)
     : subjects_(std::move(subjects)),
       extent_(extent),
-      desktop_(e2e::WindowManager::openbox),
+      desktop_(e2e::WindowManager::openbox, 1920, 1080),
       editor_(desktop_, "editor"),
       terminal_(desktop_, "terminal"),
       causes_(desktop_.display()),
       reactions_(desktop_.display()) {
-  shell_ = terminal_.open("Shell", {500, 420, 700, 300});
+  shell_ = terminal_.open("Shell", {900, 520, 700, 300});
   for (int i = 0; i < documentCount; ++i) {
     documents_.push_back(
-        editor_.open("Document " + std::to_string(i), {60 + 24 * i, 140 + 32 * i, 800, 400}));
+        editor_.open("Document " + std::to_string(i), {20 + 24 * i, 140 + 32 * i, documentWidth, 400}));
   }
 }
 
@@ -85,8 +86,11 @@ void FollowBenchmark::measure(const Subject& subject) {
   measureTitles(subject, window);
   measureFocus(subject, window, Quantity::focusSameApp, {documents_[3], documents_[0]});
   measureFocus(subject, window, Quantity::focusOtherApp, {shell_, documents_[0]});
+  const PrivateMemory memory = privateMemory(process->pid());
+  begin(subject, Quantity::writtenMemory);
+  add(subject, Quantity::writtenMemory, memory.written);
   begin(subject, Quantity::privateMemory);
-  add(subject, Quantity::privateMemory, privateMegabytes(process->pid()));
+  add(subject, Quantity::privateMemory, memory.all);
   process->end();
   reactions_.forget();
   rest();

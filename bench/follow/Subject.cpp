@@ -27,15 +27,18 @@ bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t t
   return place && frame && place->x == frame->x && place->y + place->height == frame->y;
 }
 
-double privateMegabytes(pid_t pid) {
+PrivateMemory privateMemory(pid_t pid) {
+  constexpr double kilobytesPerMegabyte = 1024;
   std::ifstream file("/proc/" + std::to_string(pid) + "/smaps_rollup");
+  PrivateMemory result;
   std::string word;
   double kilobytes = 0;
   while (file >> word) {
-    double value = 0;
-    if (word.starts_with("Private_") && file >> value) kilobytes += value;
+    if (!word.starts_with("Private_") || !(file >> kilobytes)) continue;
+    result.all += kilobytes / kilobytesPerMegabyte;
+    if (word == "Private_Dirty:") result.written += kilobytes / kilobytesPerMegabyte;
   }
-  return kilobytes / 1024;
+  return result;
 }
 
 }  // namespace pellar::bench

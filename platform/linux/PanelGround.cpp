@@ -26,7 +26,9 @@ QImage transparentCorner() {
 
 // Top left, top right, bottom left, bottom right.
 std::array<Corner, 4> makeCorners() {
-  Corner first{{transparentCorner()}, transparentCorner()};
+  Corner first;
+  first.arc.pixels = transparentCorner();
+  first.inside = transparentCorner();
   const QRectF outline(0, 0, 4 * cornerRadius, 4 * cornerRadius);
   {
     QPainter painter(&first.arc.pixels);

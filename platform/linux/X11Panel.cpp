@@ -58,8 +58,9 @@ void X11Panel::setFrame(const ScreenRect& frame, bool display) {
     setNeedsLayout();
     setNeedsDisplay();
   }
-  if (visible_ && (display || resized)) paint();
+  // The move is on its way while the content is still being painted.
   if (now != before) window_.flush();
+  if (visible_ && (display || resized)) paint();
 }
 
 std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
