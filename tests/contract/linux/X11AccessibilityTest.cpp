@@ -97,18 +97,18 @@ TEST_F(X11AccessibilityTest, ADragWritesPositionsWithoutWaiting) {
 }
 
 TEST_F(X11AccessibilityTest, AShadowIsNotPartOfTheFrame) {
-  x11().application(pid).tell(x11().window(window), "shadow 20");
-  const Element report = element();
-  desktop().observer().waitUntil("the decoration is gone", [&] {
-    const auto box = desktop().observer().box(x11().window(window).id);
-    return box && seenFrame(window).height == box->height - 40;
-  });
-  ASSERT_TRUE(wait([&] { return frameOf(report) == seenFrame(window); }));
-  const auto box = desktop().observer().box(x11().window(window).id);
-  EXPECT_EQ(frameOf(report)->width, box->width - 40);
-  const AxRect target{260, 180, 500, 300};
-  EXPECT_TRUE(wait([&] { return writeAndRead(report, target) == target; }));
-  EXPECT_EQ(seenFrame(window), target);
+  const auto shadowed = x11().application(pid).openWithShadow("Shadowed", {260, 200, 500, 300}, 20);
+  const Element element = named("Shadowed");
+  const auto seen = [&] {
+    const auto box = desktop().frame(shadowed);
+    return AxRect{static_cast<double>(box.x), static_cast<double>(box.y), static_cast<double>(box.width),
+                  static_cast<double>(box.height)};
+  };
+  ASSERT_TRUE(wait([&] { return frameOf(element) == seen(); }));
+  EXPECT_EQ(frameOf(element)->width, desktop().observer().box(shadowed.id)->width - 40);
+  const AxRect target{260, 180, 520, 320};
+  EXPECT_TRUE(wait([&] { return writeAndRead(element, target) == target; }));
+  EXPECT_EQ(seen(), target);
 }
 
 TEST_F(X11AccessibilityTest, AWindowOfAnyGravityGoesWhereItIsPut) {
