@@ -30,7 +30,8 @@ class ElementHandle {
   [[nodiscard]] virtual bool equals(const ElementHandle& other) const = 0;
 };
 
-// A shared, never empty reference to an object of another process. The object may be gone; its reads are then absent.
+// A shared, never empty reference to an object of another process. The object may be gone; its reads are then
+// absent.
 class Element {
  public:
   explicit Element(std::shared_ptr<const ElementHandle> handle) : handle_(std::move(handle)) {}
@@ -55,8 +56,9 @@ class ElementObserver {
   virtual void add(const Element& element, std::string_view notification) = 0;
 };
 
-// The Accessibility interface. Names are the platform's own ("AXTitle", "AXRaise"). Main thread only. Nothing here
-// throws; a call on a vanished object or an application that does not answer is absent or without effect.
+// The Accessibility interface. Names are the platform's own ("AXTitle", "AXRaise"). Main thread only. Nothing
+// here throws; a call on a vanished object or an application that does not answer is absent or without
+// effect.
 class Accessibility {
  public:
   virtual ~Accessibility() = default;
@@ -70,18 +72,19 @@ class Accessibility {
   [[nodiscard]] virtual Element applicationElement(ProcessId pid) = 0;
 
   // The value of an attribute: absent when it is not supported, has no value, or cannot be had.
-  [[nodiscard]] virtual std::optional<AttributeValue> attribute(const Element& element, std::string_view name) = 0;
+  [[nodiscard]] virtual std::optional<AttributeValue> attribute(const Element& element,
+                                                                std::string_view name) = 0;
   // Writes an attribute. Whether it took is seen by reading it.
   virtual void set(const Element& element, std::string_view name, const AttributeValue& value) = 0;
-  // Performs an action ("AXRaise", "AXPress").
-  virtual void perform(const Element& element, std::string_view action) = 0;
+  // Performs an action ("AXRaise", "AXPress"); false when the system reports an error.
+  virtual bool perform(const Element& element, std::string_view action) = 0;
 
-  // Says which attributes of which elements are about to be read, so that an adapter may fetch them together. Only a
-  // hint: what is read right afterwards may be answered from that fetch, later reads never are.
+  // Says which attributes of which elements are about to be read, so that an adapter may fetch them together.
+  // Only a hint: what is read right afterwards may be answered from that fetch, later reads never are.
   virtual void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) = 0;
 
-  // Observes a process; `onNotification` is called from the main loop for each notification added. Absent (null) when
-  // no observer can be had, for instance while the application is still launching.
+  // Observes a process; `onNotification` is called from the main loop for each notification added. Absent
+  // (null) when no observer can be had, for instance while the application is still launching.
   [[nodiscard]] virtual std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                                  std::function<void()> onNotification) = 0;
 };

@@ -10,8 +10,8 @@ namespace pellar {
 // The colours that a system names itself. An adapter may show its own shade of them.
 enum class SystemColor { red, orange, yellow, green, blue, purple };
 
-// A colour of the sRGB space, not premultiplied, components in 0...1. With `system` set, an adapter that has that
-// colour uses it (with `alpha`) in place of the components.
+// A colour of the sRGB space, not premultiplied, components in 0...1. With `system` set, an adapter that has
+// that colour uses it (with `alpha`) in place of the components.
 struct Color {
   double red = 0;
   double green = 0;
@@ -23,12 +23,18 @@ struct Color {
   // The colour's shade on dark backgrounds, as the Human Interface Guidelines list it.
   static constexpr Color of(SystemColor name) {
     switch (name) {
-      case SystemColor::red: return {1.0, 69 / 255.0, 58 / 255.0, 1, name};
-      case SystemColor::orange: return {1.0, 159 / 255.0, 10 / 255.0, 1, name};
-      case SystemColor::yellow: return {1.0, 214 / 255.0, 10 / 255.0, 1, name};
-      case SystemColor::green: return {50 / 255.0, 215 / 255.0, 75 / 255.0, 1, name};
-      case SystemColor::blue: return {10 / 255.0, 132 / 255.0, 1.0, 1, name};
-      case SystemColor::purple: return {191 / 255.0, 90 / 255.0, 242 / 255.0, 1, name};
+      case SystemColor::red:
+        return {1.0, 69 / 255.0, 58 / 255.0, 1, name};
+      case SystemColor::orange:
+        return {1.0, 159 / 255.0, 10 / 255.0, 1, name};
+      case SystemColor::yellow:
+        return {1.0, 214 / 255.0, 10 / 255.0, 1, name};
+      case SystemColor::green:
+        return {50 / 255.0, 215 / 255.0, 75 / 255.0, 1, name};
+      case SystemColor::blue:
+        return {10 / 255.0, 132 / 255.0, 1.0, 1, name};
+      case SystemColor::purple:
+        return {191 / 255.0, 90 / 255.0, 242 / 255.0, 1, name};
     }
     return {};
   }
@@ -55,15 +61,16 @@ class TextMeasure {
 // The images that a view can draw by name.
 enum class Symbol { magnifyingGlass };
 
-// What a view draws with, valid during one draw call. Coordinates are the view's. Line breaks and control characters
-// in a text are drawn as blanks; a text never paints outside the view.
+// What a view draws with, valid during one draw call. Coordinates are the view's. Line breaks and control
+// characters in a text are drawn as blanks; a text never paints outside the view.
 class Canvas {
  public:
   virtual ~Canvas() = default;
   virtual void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) = 0;
   // Text with its line box's top left corner at `origin`, not truncated.
   virtual void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) = 0;
-  // One line inside `rect`, from its top left corner, truncated at the tail with an ellipsis when it is too long.
+  // One line inside `rect`, from its top left corner, truncated at the tail with an ellipsis when it is too
+  // long.
   virtual void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                  const Color& color) = 0;
   // One line centred in `rect` both ways, not truncated.

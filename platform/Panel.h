@@ -13,8 +13,9 @@ namespace pellar {
 // Window levels (NSWindowLevel).
 enum class PanelLevel { floating = 3, popUpMenu = 101 };
 
-// How a borderless, non-activating, shadowed, translucent panel behaves. All of them can join all spaces and stand
-// over full-screen windows, none is released when closed, and none is listed in a task bar or a window cycle.
+// How a borderless, non-activating, shadowed, translucent panel behaves. All of them can join all spaces and
+// stand over full-screen windows, none is released when closed, and none is listed in a task bar or a window
+// cycle.
 struct PanelStyle {
   Size contentSize;
   PanelLevel level = PanelLevel::floating;
@@ -25,8 +26,8 @@ struct PanelStyle {
   friend bool operator==(const PanelStyle&, const PanelStyle&) = default;
 };
 
-// A panel over a dark, translucent, rounded background (radius 12, a border of 1 in white with alpha 0.14). Never
-// takes the focus from the application in front by itself. Main thread only.
+// A panel over a dark, translucent, rounded background (radius 12, a border of 1 in white with alpha 0.14).
+// Never takes the focus from the application in front by itself. Main thread only.
 class Panel {
  public:
   virtual ~Panel() = default;
@@ -36,7 +37,8 @@ class Panel {
   // The view that fills the panel; null takes it away. Not owned.
   virtual void setView(View* view) = 0;
 
-  // Moves and resizes; with `display` what the view asked to have redrawn is on its way to the screen on return.
+  // Moves and resizes; with `display` what the view asked to have redrawn is on its way to the screen on
+  // return.
   virtual void setFrame(const ScreenRect& frame, bool display) = 0;
   [[nodiscard]] virtual ScreenRect frame() const = 0;
   // The visible frame of the screen that holds most of the panel; absent when it is on none.
@@ -47,7 +49,8 @@ class Panel {
   virtual void orderOut() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;
 
-  // Gives the panel the keyboard (of a panel that can become key) while the application in front stays in front.
+  // Gives the panel the keyboard (of a panel that can become key) while the application in front stays in
+  // front.
   virtual void makeKeyAndOrderFront() = 0;
   virtual void resignKey() = 0;
   [[nodiscard]] virtual bool isKey() const = 0;

@@ -5,10 +5,14 @@
 namespace pellar {
 
 class Accessibility;
+class Alerts;
 class EventMonitors;
 class MainLoop;
+class MenuPresenter;
 class PanelFactory;
+class Pasteboard;
 class ScreenList;
+class ScriptRunner;
 class Workspace;
 
 // Where the program keeps its files. Absolute paths; the folders may not exist yet.
@@ -18,8 +22,8 @@ struct UserFolders {
   std::filesystem::path logFile;
 };
 
-// What the application needs from its operating system, gathered by the process entry. Every reference outlives the
-// application.
+// What the application needs from its operating system, gathered by the process entry. Every reference
+// outlives the application.
 struct Platform {
   MainLoop& mainLoop;
   Accessibility& accessibility;
@@ -27,6 +31,10 @@ struct Platform {
   ScreenList& screens;
   PanelFactory& panels;
   EventMonitors& eventMonitors;
+  MenuPresenter& menus;
+  Alerts& alerts;
+  Pasteboard& pasteboard;
+  ScriptRunner& scripts;
   UserFolders folders;
 };
 

@@ -7,11 +7,12 @@
 
 namespace pellar {
 
-// The native single-line search field inside a view: dark, rounded (radius 8), small, system font 12, no focus ring.
-// Main thread only.
+// The native single-line search field inside a view: dark, rounded (radius 8), small, system font 12, no
+// focus ring. Main thread only.
 class SearchField {
  public:
-  // Handles a key command ("moveDown:", "insertNewline:", "cancelOperation:", ...); false leaves it to the field.
+  // Handles a key command ("moveDown:", "insertNewline:", "cancelOperation:", ...); false leaves it to the
+  // field.
   using CommandHandler = std::function<bool(const std::string& selector)>;
 
   virtual ~SearchField() = default;

@@ -5,8 +5,8 @@
 
 namespace pellar {
 
-// A registration that can be ended. Dropping it is silence: once the destructor (or cancel) returns, the callback
-// is never called again. A callback may drop its own subscription while it runs. Main thread only.
+// A registration that can be ended. Dropping it is silence: once the destructor (or cancel) returns, the
+// callback is never called again. A callback may drop its own subscription while it runs. Main thread only.
 class [[nodiscard]] Subscription {
  public:
   Subscription() = default;

@@ -18,9 +18,9 @@ struct MouseEvent {
   friend bool operator==(const MouseEvent&, const MouseEvent&) = default;
 };
 
-// A view drawn by us and hosted by the system. All calls arrive on the main thread from the main loop; mouseDragged
-// and mouseUp follow the mouseDown of the left button, also outside the view. A click acts even while the view's
-// panel is not key (first mouse).
+// A view drawn by us and hosted by the system. All calls arrive on the main thread from the main loop;
+// mouseDragged and mouseUp follow the mouseDown of the left button, also outside the view. A click acts even
+// while the view's panel is not key (first mouse).
 class View {
  public:
   virtual ~View() = default;
@@ -47,7 +47,8 @@ class ViewHost {
   // The view's bounds; the origin is always (0, 0).
   [[nodiscard]] virtual ViewRect bounds() const = 0;
   virtual void setNeedsLayout() = 0;
-  // Asks for a repaint, of everything or of one rectangle, at the latest at the end of this turn of the main loop.
+  // Asks for a repaint, of everything or of one rectangle, at the latest at the end of this turn of the main
+  // loop.
   virtual void setNeedsDisplay() = 0;
   virtual void setNeedsDisplay(const ViewRect& rect) = 0;
 

@@ -32,9 +32,19 @@ class Workspace {
   // This program's own bundle identifier; absent when it runs without a bundle.
   [[nodiscard]] virtual std::optional<std::string> ownBundleId() const = 0;
 
-  // Brings the application of a process to the front, without its other windows. A process that does not exist, or
-  // that is in front already, changes nothing.
+  // Brings the application of a process to the front, without its other windows. A process that does not
+  // exist, or that is in front already, changes nothing.
   virtual void activate(ProcessId pid) = 0;
+
+  // Brings this program to the front, over whatever is there, so that a window of its own can be worked in.
+  virtual void activateIgnoringOtherApps() = 0;
+
+  // Opens a file, by its absolute path, with the application that owns its kind. A failure is the system's to
+  // tell.
+  virtual void open(const std::string& path) = 0;
+
+  // Opens the folder of a file, by its absolute path, with the file selected.
+  virtual void activateFileViewerSelecting(const std::string& path) = 0;
 
   // An application came to the front.
   [[nodiscard]] virtual Subscription onActivated(std::function<void()> callback) = 0;

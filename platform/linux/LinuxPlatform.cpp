@@ -17,8 +17,19 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       monitors_(*connection_, loop_),
       panels_(*connection_, loop_, screens_, monitors_,
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
+      menus_(*connection_, screens_),
       pump_(*connection_, mirror_, applications_, loop_, std::move(onLost)),
-      platform_{loop_, accessibility_, workspace_, screens_, panels_, monitors_, platformFolders()} {
+      platform_{.mainLoop = loop_,
+                .accessibility = accessibility_,
+                .workspace = workspace_,
+                .screens = screens_,
+                .panels = panels_,
+                .eventMonitors = monitors_,
+                .menus = menus_,
+                .alerts = alerts_,
+                .pasteboard = pasteboard_,
+                .scripts = scripts_,
+                .folders = platformFolders()} {
   mirror_.readStale();
   applications_.update();
 }

@@ -4,7 +4,11 @@
 #include <memory>
 
 #include "platform/Platform.h"
+#include "platform/linux/NoScripts.h"
+#include "platform/linux/QtAlerts.h"
 #include "platform/linux/QtMainLoop.h"
+#include "platform/linux/QtMenus.h"
+#include "platform/linux/QtPasteboard.h"
 #include "platform/linux/X11Accessibility.h"
 #include "platform/linux/X11Applications.h"
 #include "platform/linux/X11Connection.h"
@@ -40,6 +44,10 @@ class LinuxPlatform {
   X11Workspace workspace_;
   X11EventMonitors monitors_;
   X11PanelFactory panels_;
+  QtMenus menus_;
+  QtAlerts alerts_;
+  QtPasteboard pasteboard_;
+  NoScripts scripts_;
   X11Pump pump_;
   Platform platform_;
 };

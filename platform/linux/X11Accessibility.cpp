@@ -131,16 +131,20 @@ void X11Accessibility::setMinimized(const X11Window& window, bool minimized) {
   connection_.sendToWindowManager(window.id, connection_.atoms().wmChangeState, {iconicState, 0, 0, 0, 0});
 }
 
-void X11Accessibility::perform(const Element& element, std::string_view action) {
+bool X11Accessibility::perform(const Element& element, std::string_view action) {
   const X11Element& handle = X11Element::of(element);
-  if (mirror_.find(handle.number()) == nullptr) return;
+  if (mirror_.find(handle.number()) == nullptr) return false;
   if (handle.kind() == X11Element::Kind::window && action == "AXRaise") {
     activateWindow(handle.number());
-  } else if (handle.kind() == X11Element::Kind::closeButton && action == "AXPress") {
+    return true;
+  }
+  if (handle.kind() == X11Element::Kind::closeButton && action == "AXPress") {
     frames_.send();
     connection_.sendToWindowManager(handle.number(), connection_.atoms().netCloseWindow,
                                     {connection_.serverTime(), fromPager, 0, 0, 0});
+    return true;
   }
+  return false;
 }
 
 void X11Accessibility::activateWindow(xcb_window_t window) {

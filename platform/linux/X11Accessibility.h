@@ -27,7 +27,7 @@ class X11Accessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  void perform(const Element& element, std::string_view action) override;
+  bool perform(const Element& element, std::string_view action) override;
   // Nothing to fetch: no read asks the server.
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,

@@ -157,6 +157,7 @@ void X11Panel::setNeedsDisplay(const ViewRect& rect) {
 }
 
 std::optional<ScreenRect> X11Panel::toScreen(const ViewRect& rect) const {
+  if (view_ == nullptr) return std::nullopt;
   return ScreenRect{frame_.x + rect.x, frame_.maxY() - rect.maxY(), rect.width, rect.height};
 }
 

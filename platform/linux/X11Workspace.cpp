@@ -1,9 +1,13 @@
 #include "platform/linux/X11Workspace.h"
 
+#include <QDesktopServices>
+#include <QString>
+#include <QUrl>
 #include <map>
 #include <utility>
 
 #include "platform/MainLoop.h"
+#include "platform/linux/FileViewer.h"
 
 namespace pellar {
 
@@ -59,6 +63,18 @@ void X11Workspace::activate(ProcessId pid) {
   if (front && front->pid == application->pid) return;
   const xcb_window_t window = applications_.lastActiveWindow(*application);
   if (window != XCB_WINDOW_NONE) accessibility_.activateWindow(window);
+}
+
+// Windows of this program ask to be made active when they are shown; it has none that could be brought up
+// before.
+void X11Workspace::activateIgnoringOtherApps() {}
+
+void X11Workspace::open(const std::string& path) {
+  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+void X11Workspace::activateFileViewerSelecting(const std::string& path) {
+  FileViewer::select(path);
 }
 
 Subscription X11Workspace::onActivated(std::function<void()> callback) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "platform/Workspace.h"
 #include "platform/linux/X11Accessibility.h"
@@ -22,6 +23,9 @@ class X11Workspace final : public Workspace {
     return X11Applications::ownBundleId;
   }
   void activate(ProcessId pid) override;
+  void activateIgnoringOtherApps() override;
+  void open(const std::string& path) override;
+  void activateFileViewerSelecting(const std::string& path) override;
   // Also called when no application is in front any more.
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override;
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override;

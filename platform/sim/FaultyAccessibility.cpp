@@ -26,8 +26,8 @@ void FaultyAccessibility::set(const Element& element, std::string_view name, con
   if (!writesIgnored_) sound_.set(element, name, value);
 }
 
-void FaultyAccessibility::perform(const Element& element, std::string_view action) {
-  if (!actionsIgnored_) sound_.perform(element, action);
+bool FaultyAccessibility::perform(const Element& element, std::string_view action) {
+  return !actionsIgnored_ && sound_.perform(element, action);
 }
 
 std::unique_ptr<ElementObserver> FaultyAccessibility::observe(ProcessId pid,

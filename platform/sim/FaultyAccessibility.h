@@ -43,7 +43,7 @@ class FaultyAccessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  void perform(const Element& element, std::string_view action) override;
+  bool perform(const Element& element, std::string_view action) override;
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
     sound_.willRead(elements, attributes);
   }

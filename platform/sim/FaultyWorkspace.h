@@ -25,6 +25,11 @@ class FaultyWorkspace final : public Workspace {
   void activate(ProcessId pid) override {
     if (!ignoresActivate) sound_.activate(pid);
   }
+  void activateIgnoringOtherApps() override { sound_.activateIgnoringOtherApps(); }
+  void open(const std::string& path) override { sound_.open(path); }
+  void activateFileViewerSelecting(const std::string& path) override {
+    sound_.activateFileViewerSelecting(path);
+  }
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
     return sound_.onActivated(std::move(callback));
   }

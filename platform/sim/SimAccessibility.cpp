@@ -169,18 +169,22 @@ void SimAccessibility::set(const Element& element, std::string_view name, const 
   }
 }
 
-void SimAccessibility::perform(const Element& element, std::string_view action) {
+bool SimAccessibility::perform(const Element& element, std::string_view action) {
   const SimElement& target = simulated(element);
   fetched_.clear();
-  if (!roundTrip(target, roundTrips_.actions) || !target.window() || !target.window()->exists) return;
+  if (!roundTrip(target, roundTrips_.actions) || !target.window() || !target.window()->exists) return false;
   const auto& window = target.window();
   if (target.kind() == SimElement::Kind::window && action == "AXRaise") {
     ++window->raises;
     desktop_.focus(window);
-  } else if (target.kind() == SimElement::Kind::closeButton && action == "AXPress") {
+    return true;
+  }
+  if (target.kind() == SimElement::Kind::closeButton && action == "AXPress") {
     ++window->closePresses;
     if (!window->quirks.asksBeforeClosing) desktop_.destroy(window);
+    return true;
   }
+  return false;
 }
 
 std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,

@@ -39,7 +39,7 @@ class SimAccessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  void perform(const Element& element, std::string_view action) override;
+  bool perform(const Element& element, std::string_view action) override;
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;

@@ -10,21 +10,25 @@ UserFolders foldersIn(const std::filesystem::path& home) {
 
 }  // namespace
 
-SimMac::SimMac()
-    : platform_{mainLoop_,      accessibility_,         workspace_, screens_, panels_,
-                eventMonitors_, foldersIn(home_.path())} {}
+SimMac::SimMac() : platform_(platformOf(accessibility_, workspace_)) {}
+
+Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) {
+  return {.mainLoop = mainLoop_,
+          .accessibility = accessibility,
+          .workspace = workspace,
+          .screens = screens_,
+          .panels = panels_,
+          .eventMonitors = eventMonitors_,
+          .menus = menus_,
+          .alerts = alerts_,
+          .pasteboard = pasteboard_,
+          .scripts = scripts_,
+          .folders = foldersIn(home_.path())};
+}
 
 SimMac::~SimMac() {
   // What waits in the loop may own panels and subscriptions, which need the parts below the loop.
   mainLoop_.clear();
-}
-
-Platform SimMac::platformWith(Accessibility& accessibility) {
-  return {mainLoop_, accessibility, workspace_, screens_, panels_, eventMonitors_, platform_.folders};
-}
-
-Platform SimMac::platformWith(Workspace& workspace) {
-  return {mainLoop_, accessibility_, workspace, screens_, panels_, eventMonitors_, platform_.folders};
 }
 
 SimApplication SimMac::launch(const SimLaunch& application) {

@@ -9,13 +9,17 @@
 
 #include "platform/Platform.h"
 #include "platform/sim/SimAccessibility.h"
+#include "platform/sim/SimAlerts.h"
 #include "platform/sim/SimDesktop.h"
 #include "platform/sim/SimEventMonitors.h"
 #include "platform/sim/SimKeyboard.h"
 #include "platform/sim/SimMainLoop.h"
+#include "platform/sim/SimMenus.h"
 #include "platform/sim/SimPanels.h"
+#include "platform/sim/SimPasteboard.h"
 #include "platform/sim/SimPointer.h"
 #include "platform/sim/SimScreens.h"
+#include "platform/sim/SimScripts.h"
 #include "platform/sim/SimWindow.h"
 #include "platform/sim/SimWorkspace.h"
 #include "platform/sim/StripReader.h"
@@ -45,8 +49,10 @@ class SimMac {
 
   [[nodiscard]] Platform& platform() { return platform_; }
   // The same with another port in place of this Mac's own, for instance one that fails.
-  [[nodiscard]] Platform platformWith(Accessibility& accessibility);
-  [[nodiscard]] Platform platformWith(Workspace& workspace);
+  [[nodiscard]] Platform platformWith(Accessibility& accessibility) {
+    return platformOf(accessibility, workspace_);
+  }
+  [[nodiscard]] Platform platformWith(Workspace& workspace) { return platformOf(accessibility_, workspace); }
 
   // Applications.
   SimApplication launch(const SimLaunch& application);
@@ -77,10 +83,16 @@ class SimMac {
   [[nodiscard]] SimScreens& screens() { return screens_; }
   [[nodiscard]] SimPanels& panels() { return panels_; }
   [[nodiscard]] SimEventMonitors& eventMonitors() { return eventMonitors_; }
+  [[nodiscard]] SimMenus& menus() { return menus_; }
+  [[nodiscard]] SimAlerts& alerts() { return alerts_; }
+  [[nodiscard]] SimPasteboard& pasteboard() { return pasteboard_; }
+  [[nodiscard]] SimScripts& scripts() { return scripts_; }
   // The user's private home folder on the real disk, gone with this object.
   [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
 
  private:
+  [[nodiscard]] Platform platformOf(Accessibility& accessibility, Workspace& workspace);
+
   TemporaryFolder home_;
   SimScreens screens_;
   SimMainLoop mainLoop_;
@@ -89,6 +101,10 @@ class SimMac {
   SimWorkspace workspace_{desktop_, mainLoop_};
   SimPanels panels_{mainLoop_, screens_};
   SimEventMonitors eventMonitors_;
+  SimMenus menus_{mainLoop_};
+  SimAlerts alerts_{mainLoop_};
+  SimPasteboard pasteboard_;
+  SimScripts scripts_;
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
   SimKeyboard keyboard_{mainLoop_, desktop_, panels_};
   Platform platform_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -21,6 +23,12 @@ class SimWorkspace final : public Workspace {
     requested_.push_back(pid);
     loop_.post([this, pid] { desktop_.activate(pid); });
   }
+  void activateIgnoringOtherApps() override { desktop_.activatePellar(); }
+  void open(const std::string& path) override {
+    opened_.push_back(path);
+    if (onOpen) onOpen(path);
+  }
+  void activateFileViewerSelecting(const std::string& path) override { revealed_.push_back(path); }
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
     return desktop_.activated().add(std::move(callback));
   }
@@ -28,6 +36,12 @@ class SimWorkspace final : public Workspace {
     return desktop_.terminated().add(std::move(callback));
   }
 
+  // What opening a file does on this Mac, for instance that its application shows a window for it.
+  std::function<void(const std::string& path)> onOpen;
+
+  // Every file that the program opened, and every one it showed in its folder, in order.
+  [[nodiscard]] const std::vector<std::string>& opened() const { return opened_; }
+  [[nodiscard]] const std::vector<std::string>& revealed() const { return revealed_; }
   // Every process that the program asked to activate, in order.
   [[nodiscard]] const std::vector<ProcessId>& requestedActivations() const { return requested_; }
 
@@ -35,6 +49,8 @@ class SimWorkspace final : public Workspace {
   SimDesktop& desktop_;
   SimMainLoop& loop_;
   std::vector<ProcessId> requested_;
+  std::vector<std::string> opened_;
+  std::vector<std::string> revealed_;
 };
 
 }  // namespace pellar

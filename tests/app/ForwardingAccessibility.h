@@ -23,7 +23,9 @@ class ForwardingAccessibility : public Accessibility {
   void set(const Element& element, std::string_view name, const AttributeValue& value) override {
     real_.set(element, name, value);
   }
-  void perform(const Element& element, std::string_view action) override { real_.perform(element, action); }
+  bool perform(const Element& element, std::string_view action) override {
+    return real_.perform(element, action);
+  }
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
     real_.willRead(elements, attributes);
   }

@@ -36,7 +36,8 @@ class Idle : public DesktopTest {
 
 TEST_F(Idle, NotOneWakeUpInAMinute) {
   startAndUse();
-  ASSERT_TRUE(settles(std::chrono::milliseconds(500)));
+  // Longer than the program waits before it gives back what only starting needed.
+  ASSERT_TRUE(settles(std::chrono::seconds(3)));
   const auto before = pellar->voluntarySwitches();
   ASSERT_FALSE(pellar->waitForEnd(std::chrono::seconds(60)).has_value());
   EXPECT_EQ(pellar->voluntarySwitches(), before);

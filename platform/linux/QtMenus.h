@@ -1,0 +1,24 @@
+#pragma once
+
+#include "platform/MenuPresenter.h"
+#include "platform/linux/X11Connection.h"
+
+namespace pellar {
+
+class ScreenList;
+
+// Pop-up menus as the toolkit draws them.
+class QtMenus final : public MenuPresenter {
+ public:
+  QtMenus(X11Connection& connection, const ScreenList& screens)
+      : connection_(connection), screens_(screens) {}
+
+  void popUpContextMenu(const Menu& menu, const MouseEvent& event) override;
+
+ private:
+  X11Connection& connection_;
+  const ScreenList& screens_;
+  bool open_ = false;
+};
+
+}  // namespace pellar

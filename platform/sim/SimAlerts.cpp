@@ -1,0 +1,29 @@
+#include "platform/sim/SimAlerts.h"
+
+namespace pellar {
+
+std::optional<TextAlertAnswer> SimAlerts::runModal(const TextAlert& alert) {
+  if (open_) return std::nullopt;
+  open_ = true;
+  shown_.push_back(alert);
+  loop_.runUntilIdle();
+  TextAlertAnswer answer{TextAlertAnswer::firstButtonReturn + 1, alert.fieldText};
+  if (!users_.empty()) {
+    const auto user = std::move(users_.front());
+    users_.pop_front();
+    answer = user(alert);
+    loop_.runUntilIdle();
+  }
+  open_ = false;
+  return answer;
+}
+
+void SimAlerts::nextType(const std::string& text) {
+  next([text](const TextAlert&) { return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, text}; });
+}
+
+void SimAlerts::nextCancel(const std::string& text) {
+  next([text](const TextAlert&) { return TextAlertAnswer{TextAlertAnswer::firstButtonReturn + 1, text}; });
+}
+
+}  // namespace pellar

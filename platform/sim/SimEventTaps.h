@@ -1,0 +1,67 @@
+#pragma once
+
+#include <list>
+#include <memory>
+#include <utility>
+
+#include "platform/EventTap.h"
+
+namespace pellar {
+
+// The taps of the session. The newest sees a key first, as at the head of the system's list.
+class SimEventTaps final : public EventTaps {
+ public:
+  // The system refuses further taps.
+  bool refused = false;
+
+  [[nodiscard]] std::unique_ptr<EventTap> tapKeyDowns(Handler handler) override {
+    if (refused) return nullptr;
+    auto state = std::make_shared<State>(State{std::move(handler)});
+    states_->push_front(state);
+    return std::make_unique<Tap>(states_, std::move(state));
+  }
+
+  // Whether a tap swallowed the key; otherwise the application in front receives it.
+  bool keyDown(std::uint16_t keyCode, std::uint64_t flags) {
+    const auto states = *states_;
+    for (const auto& state : states)
+      if (state->enabled && state->handler({TapEvent::Type::keyDown, keyCode, flags})) return true;
+    return false;
+  }
+
+  // The system switches every tap off and tells it so.
+  void disable(TapEvent::Type notice) {
+    const auto states = *states_;
+    for (const auto& state : states) {
+      state->enabled = false;
+      (void)state->handler({notice, 0, 0});
+    }
+  }
+
+  [[nodiscard]] std::size_t count() const { return states_->size(); }
+
+ private:
+  struct State {
+    Handler handler;
+    bool enabled = true;
+  };
+  using States = std::list<std::shared_ptr<State>>;
+
+  class Tap final : public EventTap {
+   public:
+    Tap(std::shared_ptr<States> states, std::shared_ptr<State> state)
+        : states_(std::move(states)), state_(std::move(state)) {}
+    ~Tap() override { states_->remove(state_); }
+    Tap(const Tap&) = delete;
+    Tap& operator=(const Tap&) = delete;
+    void enable() override { state_->enabled = true; }
+
+   private:
+    std::shared_ptr<States> states_;
+    std::shared_ptr<State> state_;
+  };
+
+  std::shared_ptr<States> states_ = std::make_shared<States>();
+};
+
+}  // namespace pellar
