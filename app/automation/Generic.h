@@ -1,0 +1,23 @@
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include "app/tracking/WindowTracker.h"
+#include "platform/Accessibility.h"
+
+// What any application can be made to do through its own File menu. Main thread only.
+namespace pellar::Generic {
+
+// Presses the first enabled item of the process's File menu whose title is one of `titles`, the earlier titles
+// first. The menu is the one titled "File", or in a localised menu bar the second. Whether an item was
+// pressed and the application took it.
+bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
+
+// Saves each window that has a file and is not minimised with its application's own Save, then makes `front`
+// (may be null) the main window again, and logs how many were saved.
+void saveAll(Accessibility& accessibility, const WindowList& windows,
+             const std::shared_ptr<OfficeWindow>& front);
+
+}  // namespace pellar::Generic
