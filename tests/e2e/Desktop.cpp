@@ -246,13 +246,17 @@ void Desktop::dragByTitleBar(Window window, int byX, int byY) {
 }
 
 void Desktop::drag(int fromX, int fromY, int toX, int toY) {
+  dragAndHold(fromX, fromY, toX, toY);
+  observer_->release(1);
+}
+
+void Desktop::dragAndHold(int fromX, int fromY, int toX, int toY) {
   constexpr int steps = 8;
   observer_->movePointer(fromX, fromY);
   observer_->press(1);
   for (int step = 1; step <= steps; ++step) {
     observer_->movePointer(fromX + (toX - fromX) * step / steps, fromY + (toY - fromY) * step / steps);
   }
-  observer_->release(1);
 }
 
 }  // namespace pellar::e2e

@@ -94,6 +94,8 @@ class Desktop {
   void dragByTitleBar(Window window, int byX, int byY);
   // Moves the pointer in steps with the button held.
   void drag(int fromX, int fromY, int toX, int toY);
+  // The same without letting go of the button.
+  void dragAndHold(int fromX, int fromY, int toX, int toY);
 
   [[nodiscard]] bool isActive(Window window) { return observer_->activeWindow() == window.id; }
   void waitUntilActive(Window window);

@@ -29,6 +29,14 @@ bool colourful(std::uint32_t pixel) {
 constexpr int shortestMarker = 7;
 constexpr int longestMarker = 10;
 constexpr int tabTop = 3;
+// From a tab's left edge to the middle of its marker, between two tabs, and from its right edge to its close
+// mark.
+constexpr int markerInset = 13;
+constexpr int tabGap = 4;
+constexpr int closeMarkInset = 13;
+// From the strip's right edge to the middle of its first window button, and on to the next.
+constexpr int firstWindowButton = 85;
+constexpr int windowButtonPitch = 32;
 
 }  // namespace
 
@@ -130,11 +138,52 @@ SeenTab Strip::tab(std::size_t index) {
   return all[index];
 }
 
-void Strip::clickTab(std::size_t index, int button) {
+std::optional<int> Strip::dropMarker() {
+  const auto shown = window();
+  if (!shown) return std::nullopt;
+  const auto picture = desktop_.observer().picture(*shown);
+  if (!picture || picture->height != height) return std::nullopt;
+  // A line that high and that bright is nothing else: tabs are not white, and text is lower.
+  constexpr int top = 7;
+  constexpr int bottom = height - 7;
+  constexpr int brightest = 200;
+  for (int x = 0; x < picture->width; ++x) {
+    int y = top;
+    while (y < bottom && brightness(picture->at(x, y)) >= brightest) ++y;
+    if (y == bottom) return x;
+  }
+  return std::nullopt;
+}
+
+Box Strip::shownBox() {
   const auto place = box();
+  if (!place) throw std::runtime_error("no strip to use");
+  return *place;
+}
+
+int Strip::endOfTab(std::size_t index) {
+  const auto all = tabs();
+  if (all.size() < 2 || index >= all.size())
+    throw std::runtime_error("no telling where tab " + std::to_string(index) + " of " +
+                             std::to_string(all.size()) + " ends");
+  return all[index].marker - markerInset + all[1].marker - all[0].marker - tabGap;
+}
+
+void Strip::clickTab(std::size_t index, int button) {
+  const auto place = shownBox();
   const auto target = tab(index);
-  if (!place) throw std::runtime_error("no strip to click");
-  desktop_.observer().click(place->x + target.marker, place->y + height / 2, button);
+  desktop_.observer().click(place.x + target.marker, place.y + height / 2, button);
+}
+
+void Strip::clickCloseMark(std::size_t index) {
+  const auto place = shownBox();
+  desktop_.observer().click(place.x + endOfTab(index) - closeMarkInset, place.y + height / 2);
+}
+
+void Strip::clickWindowButton(WindowButton button) {
+  const auto place = shownBox();
+  const int middle = place.width - firstWindowButton + windowButtonPitch * static_cast<int>(button);
+  desktop_.observer().click(place.x + middle, place.y + height / 2);
 }
 
 std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidates) {
@@ -152,17 +201,28 @@ std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidat
 }
 
 void Strip::dragTab(std::size_t from, std::size_t to) {
-  const auto place = box();
+  holdTab(from, to);
+  desktop_.observer().release(1);
+}
+
+void Strip::holdTab(std::size_t from, std::size_t to) {
+  const auto place = shownBox();
   const auto source = tab(from);
   const auto target = tab(to);
-  if (!place) throw std::runtime_error("no strip to drag in");
   // Past the middle of the tab it is to stand behind or before.
   const int beyond = to > from ? 1 : -1;
   const auto all = tabs();
   const int pitch = all.size() > 1 ? all[1].marker - all[0].marker : 0;
-  const int middleOfTab = pitch / 2 - 13;
-  desktop_.drag(place->x + source.marker, place->y + height / 2,
-                place->x + target.marker + middleOfTab + beyond * 6, place->y + height / 2);
+  const int middleOfTab = pitch / 2 - markerInset;
+  desktop_.dragAndHold(place.x + source.marker, place.y + height / 2,
+                       place.x + target.marker + middleOfTab + beyond * 6, place.y + height / 2);
+}
+
+void Strip::dragEmptyPart(int byX, int byY) {
+  const auto place = shownBox();
+  const int x = place.x + endOfTab(tabs().size() - 1) + tabGap + 1;
+  const int y = place.y + height / 2;
+  desktop_.drag(x, y, x + byX, y + byY);
 }
 
 }  // namespace pellar::e2e

@@ -13,6 +13,9 @@ struct SeenTab {
   bool active = false;  // its background is the bright one
 };
 
+// The buttons at the strip's right end.
+enum class WindowButton { minimise, zoom, close };
+
 // The strip as somebody before the screen sees and uses it.
 class Strip {
  public:
@@ -28,6 +31,9 @@ class Strip {
   // The tabs from left to right.
   [[nodiscard]] std::vector<SeenTab> tabs();
   [[nodiscard]] std::optional<std::size_t> activeTab();
+  // The left edge of the line that shows where a dragged tab will land, in pixels from the strip's left edge;
+  // absent while no tab is dragged.
+  [[nodiscard]] std::optional<int> dropMarker();
 
   // Whether its bottom edge is on the window's top edge, within a pixel, and it is as wide as the window.
   [[nodiscard]] bool isOver(Window window);
@@ -37,13 +43,23 @@ class Strip {
   void waitUntilTabs(std::size_t count);
 
   void clickTab(std::size_t index, int button = 1);
+  // Needs two tabs or more: their distance tells where a tab ends.
+  void clickCloseMark(std::size_t index);
+  void clickWindowButton(WindowButton button);
   // Clicks one tab after another; the windows that became active, in that order.
   std::vector<Window> windowsBehindTabs(const std::vector<Window>& candidates);
   void dragTab(std::size_t from, std::size_t to);
+  // The same without letting go of the mouse button.
+  void holdTab(std::size_t from, std::size_t to);
+  // Drags the strip by the room between its last tab and its first tool. Needs two tabs or more.
+  void dragEmptyPart(int byX, int byY);
 
  private:
   [[nodiscard]] bool isOurs(xcb_window_t window);
   [[nodiscard]] SeenTab tab(std::size_t index);
+  [[nodiscard]] Box shownBox();
+  // The right edge of a tab, in pixels from the strip's left edge.
+  [[nodiscard]] int endOfTab(std::size_t index);
 
   Desktop& desktop_;
 };

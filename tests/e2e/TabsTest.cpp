@@ -28,13 +28,6 @@ class Tabs : public EveryWindowManager {
     strip.waitUntilTabs(all.size());
     return all;
   }
-
-  // The middle of a window button at the right end: 0 minimises, 1 zooms, 2 closes.
-  void clickWindowButton(int index) {
-    const auto place = strip.box();
-    ASSERT_TRUE(place.has_value());
-    desktop.observer().click(place->x + place->width - 85 + 32 * index, place->y + Strip::height / 2);
-  }
 };
 
 PELLAR_FOR_EVERY_WINDOW_MANAGER(Tabs);
@@ -102,11 +95,7 @@ TEST_P(Tabs, TheCloseMarkClosesTheWindow) {
   const auto plan = editor().open("Plan", {120, 180, 900, 400});
   startPellar();
   strip.waitUntilTabs(2);
-  const auto seen = strip.tabs();
-  // From one marker to the next is a tab and its gap; the mark stands 13 points from the tab's right edge.
-  const int pitch = seen[1].marker - seen[0].marker;
-  const auto place = *strip.box();
-  desktop.observer().click(place.x + seen[0].marker - 13 + pitch - 4 - 13, place.y + 16);
+  strip.clickCloseMark(0);
   desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
   strip.waitUntilTabs(1);
   strip.waitUntilOver(plan);
@@ -118,25 +107,25 @@ TEST_P(Tabs, TheWindowButtonsMinimiseZoomAndClose) {
   strip.waitUntilOver(report);
 
   const auto before = desktop.frame(report);
-  clickWindowButton(1);
+  strip.clickWindowButton(WindowButton::zoom);
   desktop.observer().waitUntil("the window fills the screen below the strip", [&] {
     const auto frame = desktop.frame(report);
     return frame.x == 0 && frame.y == Strip::height && frame.width >= 1438 && frame.height >= 866;
   });
   strip.waitUntilOver(report);
-  clickWindowButton(1);
+  strip.clickWindowButton(WindowButton::zoom);
   desktop.observer().waitUntil("the window is back where it was",
                                [&] { return desktop.frame(report) == before; });
   strip.waitUntilOver(report);
 
-  clickWindowButton(0);
+  strip.clickWindowButton(WindowButton::minimise);
   desktop.observer().waitUntil("the window is minimised",
                                [&] { return desktop.observer().managedState(report.id) == 3; });
   strip.waitUntilHidden();
   desktop.restore(report);
   strip.waitUntilOver(report);
 
-  clickWindowButton(2);
+  strip.clickWindowButton(WindowButton::close);
   desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
   strip.waitUntilHidden();
 }
@@ -167,12 +156,7 @@ TEST_P(Tabs, WindowsStackedBehindEachOtherMoveTogether) {
   const auto before = desktop.frame(plan);
   const auto apartBefore = desktop.frame(apart);
   ASSERT_EQ(desktop.frame(report), before);
-  const auto place = *strip.box();
-  // Between the third tab and the first tool, wherever the tools begin: the tabs' pitch tells where the last
-  // ends.
-  const auto seen = strip.tabs();
-  const int end = seen[2].marker - 13 + (seen[1].marker - seen[0].marker);
-  desktop.drag(place.x + end + 1, place.y + 16, place.x + end + 41, place.y + 66);
+  strip.dragEmptyPart(40, 50);
   for (const auto window : {plan, report}) {
     desktop.observer().waitUntil("the window moved with the pointer", [&] {
       const auto frame = desktop.frame(window);

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/Desktop.h"
+#include "tests/e2e/Strip.h"
+
+namespace pellar::e2e {
+
+// A private desktop as somebody works on it: a GTK editor with three documents, each in a window of its own,
+// and a terminal beside them. Pellar is started by the first step. All of it ends with this object.
+class Stage {
+ public:
+  explicit Stage(std::string pellarProgram);
+
+  [[nodiscard]] Desktop& desktop() { return desktop_; }
+  [[nodiscard]] XObserver& observer() { return desktop_.observer(); }
+  [[nodiscard]] Strip& strip() { return strip_; }
+  [[nodiscard]] Window terminal() const { return terminal_; }
+  // The editor's windows in the order of their tabs. The steps that change this order change it here too.
+  [[nodiscard]] std::vector<Window>& documents() { return documents_; }
+  // Tabs stand in the order in which the windows were opened until a user moves them, and again when the
+  // editor comes back to the front.
+  void orderDocumentsAsOpened();
+
+  void startPellar();
+  // Ends Pellar as a session does at log-out. Throws unless it went in order and had nothing to complain
+  // about.
+  void endPellar();
+
+  // One sentence about what is on the screen now: where the strip is, over what, with which tabs.
+  [[nodiscard]] std::string seen();
+  [[nodiscard]] std::string titleOf(Window window);
+
+ private:
+  void paintBackground();
+  void openDocuments();
+  void openTerminal();
+
+  std::string pellarProgram_;
+  Desktop desktop_;
+  Strip strip_;
+  std::unique_ptr<Process> editor_;
+  std::unique_ptr<Process> shell_;
+  std::unique_ptr<Process> pellar_;
+  std::vector<Window> documents_;
+  Window terminal_;
+};
+
+}  // namespace pellar::e2e
