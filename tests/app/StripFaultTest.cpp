@@ -23,9 +23,10 @@ class InterruptedWrites final : public ForwardingAccessibility {
     ForwardingAccessibility::set(element, name, value);
     interrupt();
   }
-  void perform(const Element& element, std::string_view action) override {
-    ForwardingAccessibility::perform(element, action);
+  bool perform(const Element& element, std::string_view action) override {
+    const bool performed = ForwardingAccessibility::perform(element, action);
     interrupt();
+    return performed;
   }
 
  private:
