@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QByteArray>
+#include <QThreadPool>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -82,6 +83,8 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   auto application = std::make_unique<QApplication>(argc, argv);
   QApplication::setApplicationName(QStringLiteral("pellar"));
+  // The painter's threads would each wake up once more, to end, half a minute after they had something to do.
+  QThreadPool::globalInstance()->setExpiryTimeout(-1);
   return application;
 }
 
