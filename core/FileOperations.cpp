@@ -90,13 +90,13 @@ class SystemFileOperations final : public FileOperations {
     return ::rename(from.c_str(), to.c_str()) < 0 ? lastError() : std::error_code{};
   }
 
+  std::error_code flushFile(const fs::path& file) override {
+    // Not blocking, so that a pipe without a writer cannot hold the program up.
+    return flushOpened(file, O_NONBLOCK | O_NOCTTY);
+  }
+
   std::error_code flushFolder(const fs::path& folder) override {
-    const OpenFile opened(
-        uninterrupted([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
-    if (!opened.isOpen()) return lastError();
-    const std::error_code error = flush(opened.descriptor());
-    // Some file systems keep no such thing for folders.
-    return error == std::errc::invalid_argument ? std::error_code{} : error;
+    return flushOpened(folder, O_DIRECTORY);
   }
 
   std::error_code remove(const fs::path& file) override {
@@ -131,6 +131,15 @@ class SystemFileOperations final : public FileOperations {
       content.append(buffer.data(), static_cast<std::size_t>(count));
       if (content.size() > limit) return std::make_error_code(std::errc::file_too_large);
     }
+  }
+
+ private:
+  std::error_code flushOpened(const fs::path& path, int flags) {
+    const OpenFile opened(uninterrupted([&] { return ::open(path.c_str(), O_RDONLY | O_CLOEXEC | flags); }));
+    if (!opened.isOpen()) return lastError();
+    const std::error_code error = flush(opened.descriptor());
+    // Some file systems keep no such thing for folders, and some for no file at all.
+    return error == std::errc::invalid_argument ? std::error_code{} : error;
   }
 };
 

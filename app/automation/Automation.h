@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "app/tracking/OfficeWindow.h"
+#include "core/FileOperations.h"
 #include "core/OfficeApp.h"
 #include "platform/ScriptRunner.h"
 
@@ -16,8 +17,9 @@ namespace pellar {
 // leaves one line in the log and counts as nothing done. Main thread only.
 class Automation {
  public:
-  // `runner` outlives this.
-  explicit Automation(ScriptRunner& runner) : runner_(runner) {}
+  // Both outlive this.
+  explicit Automation(ScriptRunner& runner, FileOperations& files = systemFileOperations())
+      : runner_(runner), files_(files) {}
 
   // The text as a string literal of the script language, quotes included.
   [[nodiscard]] static std::string quoted(std::string_view text);
@@ -40,13 +42,17 @@ class Automation {
   void newDocument(OfficeApp app);
 
   // Saves the window's document under `newName` in the same folder, with the old extension where the name has
-  // none, and removes the old file. The new path; absent when nothing was renamed, and the old file is then
-  // still there. Never overwrites a file.
+  // none, and removes the old file once the new one is whole on the disk; an old file that cannot be removed
+  // stays beside it. The new path; absent when nothing was renamed, and the old file is then still there.
+  // Never overwrites a file.
   std::optional<std::string> rename(const OfficeWindow& window, const std::string& oldPath,
                                     const std::string& newName);
 
  private:
+  void removeReplaced(const std::string& oldPath, const std::string& newPath);
+
   ScriptRunner& runner_;
+  FileOperations& files_;
 };
 
 }  // namespace pellar

@@ -10,8 +10,8 @@
 // What any application can be made to do through its own File menu. Main thread only.
 namespace pellar::Generic {
 
-// Presses the first enabled item of the process's File menu whose title is one of `titles`, the earlier titles
-// first. The menu is the one titled "File", or in a localised menu bar the second. Whether an item was
+// Presses the first enabled item of the process's File menu whose title is one of `titles`, the earlier
+// titles first. The menu is the one titled "File", or in a localised menu bar the second. Whether an item was
 // pressed and the application took it.
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
 

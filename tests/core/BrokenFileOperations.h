@@ -48,6 +48,10 @@ class BrokenFileOperations final : public FileOperations {
     const auto error = begin("rename");
     return error ? error : system_.rename(from, to);
   }
+  std::error_code flushFile(const std::filesystem::path& file) override {
+    const auto error = begin("flushFile");
+    return error ? error : system_.flushFile(file);
+  }
   std::error_code flushFolder(const std::filesystem::path& folder) override {
     const auto error = begin("flushFolder");
     return error ? error : system_.flushFolder(folder);

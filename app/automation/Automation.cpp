@@ -1,0 +1,138 @@
+#include "app/automation/Automation.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+#include <variant>
+
+#include "app/automation/OfficeScripts.h"
+#include "core/Log.h"
+#include "core/PathExtension.h"
+#include "core/TabLabel.h"
+
+namespace pellar {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// The path of the folder that holds a file, without a slash at its end; empty for the root folder. Absent for
+// a path that names no folder.
+std::optional<std::string> folderOf(const std::string& path) {
+  const auto nameEnd = path.find_last_not_of('/');
+  if (nameEnd == std::string::npos) return std::nullopt;
+  const auto slash = path.rfind('/', nameEnd);
+  if (slash == std::string::npos) return std::nullopt;
+  const auto folderEnd = path.find_last_not_of('/', slash);
+  return folderEnd == std::string::npos ? std::string() : path.substr(0, folderEnd + 1);
+}
+
+std::string nameWithExtension(const std::string& newName, const std::string& oldPath) {
+  if (!pathExtension(newName).empty()) return newName;
+  const auto extension = pathExtension(oldPath);
+  return extension.empty() ? newName : newName + "." + std::string(extension);
+}
+
+// Whether there is nothing at all under this path. What cannot be looked at counts as something.
+bool isFree(const std::string& path) {
+  std::error_code ignored;  // the type says what is known
+  return fs::status(path, ignored).type() == fs::file_type::not_found;
+}
+
+// A size of zero where the file cannot be looked at.
+std::uintmax_t sizeOf(const std::string& path) {
+  std::error_code error;
+  const auto size = fs::file_size(path, error);
+  return error ? 0 : size;
+}
+
+// An application that was cut short may have created the file and written nothing of it.
+bool holdsTheDocument(const std::string& newPath, const std::string& oldPath) {
+  std::error_code ignored;  // then there is no regular file as far as anybody can tell
+  return fs::is_regular_file(newPath, ignored) && (sizeOf(newPath) > 0 || sizeOf(oldPath) == 0);
+}
+
+// File calls end a path at its first zero byte, and would mean another file.
+bool isUsable(const std::string& path) {
+  return path.find('\0') == std::string::npos;
+}
+
+}  // namespace
+
+std::string Automation::quoted(std::string_view text) {
+  return OfficeScripts::quoted(text);
+}
+
+std::optional<ScriptDescriptor> Automation::run(const std::string& source) {
+  ScriptResult result = runner_.run(source);
+  if (!result.error) return std::move(result.descriptor);
+  Log::write("applescript error: " + *result.error);
+  return std::nullopt;
+}
+
+std::unordered_map<std::string, std::string> Automation::pathsByName(OfficeApp app) {
+  std::unordered_map<std::string, std::string> paths;
+  const auto script = OfficeScripts::pathsByName(app);
+  if (!script) return paths;
+  const auto result = run(*script);
+  if (!result) return paths;
+  for (const ScriptDescriptor& item : result->items()) {
+    const auto text = item.stringValue();
+    if (!text) continue;
+    const auto tab = text->find('\t');
+    if (tab == std::string::npos) continue;
+    paths.insert_or_assign(text->substr(0, tab), text->substr(tab + 1));
+  }
+  return paths;
+}
+
+std::optional<std::string> Automation::path(const OfficeWindow& window) {
+  if (!window.app.office) return window.path;
+  const auto paths = pathsByName(*window.app.office);
+  const std::string label = TabLabel::label(window.title, std::nullopt);
+  for (const auto& [name, path] : paths) {
+    if (TabLabel::label(name, std::nullopt) == label) return path;
+  }
+  return std::nullopt;
+}
+
+int Automation::saveAll(OfficeApp app, bool onlyModified) {
+  const auto script = OfficeScripts::saveAll(app, onlyModified);
+  const auto result = script ? run(*script) : std::nullopt;
+  const auto* saved = result ? std::get_if<std::int32_t>(&result->value) : nullptr;
+  return saved != nullptr ? *saved : 0;
+}
+
+void Automation::newDocument(OfficeApp app) {
+  run(OfficeScripts::newDocument(app));
+}
+
+std::optional<std::string> Automation::rename(const OfficeWindow& window, const std::string& oldPath,
+                                              const std::string& newName) {
+  if (!window.app.office || !isUsable(oldPath) || !isUsable(newName)) return std::nullopt;
+  const auto folder = folderOf(oldPath);
+  if (!folder) return std::nullopt;
+  // The text passed in may be the window's own, which can change while the script runs.
+  const std::string from = oldPath;
+  std::string to = *folder + "/" + nameWithExtension(newName, from);
+  if (to == from || !isFree(to)) return std::nullopt;
+
+  const auto script = OfficeScripts::saveAs(*window.app.office, lastComponent(from), to);
+  const auto result = script ? run(*script) : std::nullopt;
+  if (!result || result->stringValue() != "ok" || !holdsTheDocument(to, from)) return std::nullopt;
+  removeReplaced(from, to);
+  return to;
+}
+
+// Keeps the old file whenever that is the safer choice. The application alone does not make its new file
+// last: a power failure could otherwise take it after the old one is gone.
+void Automation::removeReplaced(const std::string& oldPath, const std::string& newPath) {
+  std::error_code error;
+  if (fs::equivalent(oldPath, newPath, error) || error) return;
+  if (files_.flushFile(newPath) || files_.flushFolder(fs::path(newPath).parent_path())) return;
+  // A file that cannot be removed does no harm beside the new one.
+  static_cast<void>(files_.remove(oldPath));
+}
+
+}  // namespace pellar
