@@ -18,6 +18,15 @@ AttributeValue mistyped(const AttributeValue& value) {
   return std::string("unexpected");
 }
 
+// What is read in place of the sound value.
+template <class Quirks>
+std::optional<AttributeValue> withQuirks(const Quirks& quirks, std::string_view name,
+                                         std::optional<AttributeValue> sound) {
+  if (!sound || quirks.refusedAttributes.contains(name)) return std::nullopt;
+  if (quirks.mistypedAttributes.contains(name)) return mistyped(*sound);
+  return sound;
+}
+
 class SimObserver final : public ElementObserver {
  public:
   SimObserver(SimDesktop& desktop, SimApplicationPointer application, std::function<void()> onNotification,
@@ -108,12 +117,13 @@ std::optional<AttributeValue> SimAccessibility::value(const SimElement& element,
   const auto owner = desktop_.application(element.pid());
   if (!owner) return std::nullopt;
   if (element.kind() == SimElement::Kind::application) return applicationValue(*owner, name);
+  if (element.kind() == SimElement::Kind::menu) {
+    const SimMenuElement& menu = *element.menu();
+    if (!menu.exists) return std::nullopt;
+    return withQuirks(menu, name, menuValue(menu, name));
+  }
   if (element.kind() != SimElement::Kind::window || !element.window()->exists) return std::nullopt;
-  const SimWindowQuirks& quirks = element.window()->quirks;
-  if (quirks.refusedAttributes.contains(name)) return std::nullopt;
-  auto found = windowValue(element.window(), *owner, name);
-  if (found && quirks.mistypedAttributes.contains(name)) return mistyped(*found);
-  return found;
+  return withQuirks(element.window()->quirks, name, windowValue(element.window(), *owner, name));
 }
 
 std::optional<AttributeValue> SimAccessibility::applicationValue(const SimApplicationState& application,
@@ -135,6 +145,7 @@ std::optional<AttributeValue> SimAccessibility::applicationValue(const SimApplic
   if (name == "AXTitle" && application.description.localizedName)
     return *application.description.localizedName;
   if (name == "AXHidden") return application.hidden;
+  if (name == "AXMenuBar" && application.menuBar) return SimElement::ofMenu(application.menuBar);
   return std::nullopt;
 }
 
@@ -150,6 +161,17 @@ std::optional<AttributeValue> SimAccessibility::windowValue(const SimWindowPoint
   if (name == "AXMain") return owner.focused == window;
   if (name == "AXDocument" && window->document) return *window->document;
   if (name == "AXCloseButton" && window->quirks.hasCloseButton) return SimElement::ofCloseButton(window);
+  return std::nullopt;
+}
+
+std::optional<AttributeValue> SimAccessibility::menuValue(const SimMenuElement& menu, std::string_view name) {
+  if (name == "AXTitle" && menu.title) return *menu.title;
+  if (name == "AXEnabled") return menu.enabled;
+  if (name == "AXChildren") {
+    std::vector<Element> children;
+    for (const auto& child : menu.children) children.push_back(SimElement::ofMenu(child));
+    return children;
+  }
   return std::nullopt;
 }
 
@@ -172,7 +194,9 @@ void SimAccessibility::set(const Element& element, std::string_view name, const 
 bool SimAccessibility::perform(const Element& element, std::string_view action) {
   const SimElement& target = simulated(element);
   fetched_.clear();
-  if (!roundTrip(target, roundTrips_.actions) || !target.window() || !target.window()->exists) return false;
+  if (!roundTrip(target, roundTrips_.actions)) return false;
+  if (target.menu()) return action == "AXPress" && press(target.menu());
+  if (!target.window() || !target.window()->exists) return false;
   const auto& window = target.window();
   if (target.kind() == SimElement::Kind::window && action == "AXRaise") {
     ++window->raises;
@@ -185,6 +209,16 @@ bool SimAccessibility::perform(const Element& element, std::string_view action) 
     return true;
   }
   return false;
+}
+
+bool SimAccessibility::press(const SimMenuPointer& menu) {
+  if (!menu->exists || menu->role != SimMenuElement::Role::item) return false;
+  ++menu->presses;
+  if (!menu->enabled || menu->refusesPress) return false;
+  // The application may do anything, even change its menus.
+  const auto handler = menu->onPress;
+  if (handler) handler();
+  return true;
 }
 
 std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,

@@ -63,6 +63,9 @@ class SimAccessibility final : public Accessibility {
   [[nodiscard]] static std::optional<AttributeValue> windowValue(const SimWindowPointer& window,
                                                                  const SimApplicationState& owner,
                                                                  std::string_view name);
+  [[nodiscard]] static std::optional<AttributeValue> menuValue(const SimMenuElement& menu,
+                                                               std::string_view name);
+  bool press(const SimMenuPointer& menu);
   [[nodiscard]] bool fetchedIsFresh() const {
     return fetchedTurn_ == loop_.turns() && fetchedRevision_ == desktop_.revision();
   }

@@ -84,6 +84,13 @@ void SimDesktop::setHung(SimApplicationState& application, bool hung) {
   std::erase_if(heldBack_, [pid](const auto& held) { return held.pid == pid; });
 }
 
+void SimDesktop::setMenuBar(SimApplicationState& application, const std::vector<SimMenuTitle>& titles) {
+  if (application.menuBar) dismantle(*application.menuBar);
+  application.menuBar =
+      titles.empty() ? nullptr : makeSimMenuBar(application.description.pid, titles, nextSerial_);
+  ++revision_;
+}
+
 SimWindowPointer SimDesktop::open(SimApplicationState& application, std::string title, const AxRect& frame,
                                   std::string subrole) {
   auto window = std::make_shared<SimWindowState>();

@@ -13,6 +13,7 @@
 #include "platform/Workspace.h"
 #include "platform/sim/CallbackList.h"
 #include "platform/sim/SimMainLoop.h"
+#include "platform/sim/SimMenuBar.h"
 #include "platform/sim/SimQuirks.h"
 
 namespace pellar {
@@ -42,6 +43,7 @@ struct SimApplicationState {
   std::vector<SimWindowPointer> frontToBack;
   std::vector<SimWindowPointer> byCreation;
   SimWindowPointer focused;
+  SimMenuPointer menuBar;  // null when it has none
   std::string typed;  // keys that went to it
   SimApplicationQuirks quirks;
 };
@@ -74,6 +76,9 @@ class SimDesktop {
   void leaveNobodyInFront();
   void setHidden(SimApplicationState& application, bool hidden);
   void setHung(SimApplicationState& application, bool hung);
+
+  // Gives the application another menu bar; with no titles at all, none.
+  void setMenuBar(SimApplicationState& application, const std::vector<SimMenuTitle>& titles);
 
   SimWindowPointer open(SimApplicationState& application, std::string title, const AxRect& frame,
                         std::string subrole);

@@ -15,6 +15,7 @@
 #include "platform/sim/SimKeyboard.h"
 #include "platform/sim/SimMainLoop.h"
 #include "platform/sim/SimMenus.h"
+#include "platform/sim/SimOffice.h"
 #include "platform/sim/SimPanels.h"
 #include "platform/sim/SimPasteboard.h"
 #include "platform/sim/SimPointer.h"
@@ -86,6 +87,8 @@ class SimMac {
   [[nodiscard]] SimMenus& menus() { return menus_; }
   [[nodiscard]] SimAlerts& alerts() { return alerts_; }
   [[nodiscard]] SimPasteboard& pasteboard() { return pasteboard_; }
+  // The documents of the Office applications.
+  [[nodiscard]] SimOffice& office() { return office_; }
   [[nodiscard]] SimScripts& scripts() { return scripts_; }
   // The user's private home folder on the real disk, gone with this object.
   [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
@@ -104,7 +107,8 @@ class SimMac {
   SimMenus menus_{mainLoop_};
   SimAlerts alerts_{mainLoop_};
   SimPasteboard pasteboard_;
-  SimScripts scripts_;
+  SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};
+  SimScripts scripts_{office_};
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
   SimKeyboard keyboard_{mainLoop_, desktop_, panels_};
   Platform platform_;

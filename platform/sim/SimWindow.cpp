@@ -1,5 +1,7 @@
 #include "platform/sim/SimWindow.h"
 
+#include <stdexcept>
+
 namespace pellar {
 
 void SimWindow::enterFullScreen() {
@@ -25,6 +27,13 @@ void SimWindow::setSubrole(std::string subrole) {
 
 SimWindow SimApplication::open(std::string title, const AxRect& frame, std::string subrole) {
   return {*desktop_, *screens_, desktop_->open(*state_, std::move(title), frame, std::move(subrole))};
+}
+
+SimMenuElement& SimApplication::menu(std::initializer_list<std::string_view> titles) const {
+  if (!state_->menuBar) throw std::logic_error("the application has no menu bar");
+  SimMenuElement* found = state_->menuBar.get();
+  for (const auto title : titles) found = &found->child(title);
+  return *found;
 }
 
 std::optional<SimWindow> SimApplication::focusedWindow() const {

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <initializer_list>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -78,10 +80,18 @@ class SimApplication {
   void freeze() { desktop_->setHung(*state_, true); }
   void resume() { desktop_->setHung(*state_, false); }
 
+  // The menus of its menu bar, from the left; with none at all it has no menu bar. At first it has none.
+  void setMenuBar(const std::vector<SimMenuTitle>& titles) { desktop_->setMenuBar(*state_, titles); }
+  // An object of the menu bar by the titles on the way to it; the bar itself without any. Throws when there
+  // is none.
+  [[nodiscard]] SimMenuElement& menu(std::initializer_list<std::string_view> titles = {}) const;
+
   [[nodiscard]] std::optional<SimWindow> focusedWindow() const;
   [[nodiscard]] std::vector<SimWindow> windowsFrontToBack() const;
   // Keys the user typed into it.
   [[nodiscard]] const std::string& typed() const { return state_->typed; }
+  // Keys with modifiers that reached it.
+  [[nodiscard]] const std::vector<SimKey>& keysDown() const { return state_->keysDown; }
 
   [[nodiscard]] SimApplicationQuirks& quirks() { return state_->quirks; }
 
@@ -89,6 +99,7 @@ class SimApplication {
 
  private:
   friend class SimMac;
+  friend class SimOffice;
   SimDesktop* desktop_;
   const SimScreens* screens_;
   SimApplicationPointer state_;
