@@ -73,6 +73,14 @@ class Canvas {
   // long.
   virtual void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                  const Color& color) = 0;
+  // The same, with the ellipsis in the middle: both ends of the text stay to be read.
+  virtual void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                       const Color& color) = 0;
+  // At most `lines` lines, which share the height of `rect` evenly from its top. A line ends between two
+  // words, or inside one that is wider than `rect`; what is left over after the last line is truncated at its
+  // tail.
+  virtual void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                               const Color& color) = 0;
   // One line centred in `rect` both ways, not truncated.
   virtual void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                                 const Color& color) = 0;

@@ -23,11 +23,14 @@ struct PanelStyle {
   bool hidesOnDeactivate = false;
   bool stationary = false;
   bool ignoresCycle = false;
+  bool glass = true;         // without it nothing lies under the view, which draws its own ground
+  double cornerRadius = 12;  // what a view without glass paints outside of these corners need not be seen
   friend bool operator==(const PanelStyle&, const PanelStyle&) = default;
 };
 
-// A panel over a dark, translucent, rounded background (radius 12, a border of 1 in white with alpha 0.14).
-// Never takes the focus from the application in front by itself. Main thread only.
+// A panel over a dark, translucent, rounded background (radius 12, a border of 1 in white with alpha 0.14),
+// if its style does not do without it. Never takes the focus from the application in front by itself. Main
+// thread only.
 class Panel {
  public:
   virtual ~Panel() = default;

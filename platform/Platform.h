@@ -7,6 +7,7 @@ namespace pellar {
 class Accessibility;
 class Alerts;
 class EventMonitors;
+class EventTaps;
 class MainLoop;
 class MenuPresenter;
 class PanelFactory;
@@ -31,6 +32,7 @@ struct Platform {
   ScreenList& screens;
   PanelFactory& panels;
   EventMonitors& eventMonitors;
+  EventTaps& eventTaps;
   MenuPresenter& menus;
   Alerts& alerts;
   Pasteboard& pasteboard;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "core/Geometry.h"
@@ -19,6 +20,9 @@ class ScreenList {
   virtual ~ScreenList() = default;
   // All displays, first one first; empty when there is none. Read anew on each call.
   [[nodiscard]] virtual std::vector<Screen> screens() const = 0;
+  // The display of the window that has the keyboard, the first one while no window has it; absent when there
+  // is no display.
+  [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
 };
 
 }  // namespace pellar

@@ -35,6 +35,8 @@ class View {
   virtual void mouseUp(const MouseEvent& event) = 0;
   virtual void rightMouseDown(const MouseEvent& event) = 0;
   virtual void otherMouseDown(const MouseEvent& event) = 0;
+  // The pointer came in, or the view came up under it; before anything else that it does there.
+  virtual void mouseEntered() = 0;
   virtual void mouseMoved(const MouseEvent& event) = 0;
   virtual void mouseExited() = 0;
 };

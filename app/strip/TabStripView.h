@@ -51,6 +51,7 @@ class TabStripView final : public View {
   void mouseUp(const MouseEvent& event) override;
   void rightMouseDown(const MouseEvent& event) override;
   void otherMouseDown(const MouseEvent& event) override;
+  void mouseEntered() override {}
   void mouseMoved(const MouseEvent& event) override;
   void mouseExited() override;
 

@@ -18,6 +18,12 @@ class IdleCanvas final : public Canvas {
   void fillRoundedRect(const ViewRect&, double, const Color&) override { ++calls; }
   void drawText(std::string_view, ViewPoint, const Font&, const Color&) override { ++calls; }
   void drawTruncatedText(std::string_view, const ViewRect&, const Font&, const Color&) override { ++calls; }
+  void drawMiddleTruncatedText(std::string_view, const ViewRect&, const Font&, const Color&) override {
+    ++calls;
+  }
+  void drawWrappedText(std::string_view, const ViewRect&, int, const Font&, const Color&) override {
+    ++calls;
+  }
   void drawCenteredText(std::string_view, const ViewRect&, const Font&, const Color&) override { ++calls; }
   void drawSymbol(Symbol, const ViewRect&, const Color&) override { ++calls; }
   std::int64_t calls = 0;

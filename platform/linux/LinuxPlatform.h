@@ -13,6 +13,7 @@
 #include "platform/linux/X11Applications.h"
 #include "platform/linux/X11Connection.h"
 #include "platform/linux/X11EventMonitors.h"
+#include "platform/linux/X11EventTaps.h"
 #include "platform/linux/X11Mirror.h"
 #include "platform/linux/X11PanelFactory.h"
 #include "platform/linux/X11Pump.h"
@@ -43,6 +44,7 @@ class LinuxPlatform {
   X11Accessibility accessibility_;
   X11Workspace workspace_;
   X11EventMonitors monitors_;
+  X11EventTaps eventTaps_;
   X11PanelFactory panels_;
   QtMenus menus_;
   QtAlerts alerts_;

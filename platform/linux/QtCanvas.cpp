@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/linux/FittedText.h"
 #include "platform/linux/TextSprites.h"
 
 namespace pellar {
@@ -91,6 +92,23 @@ void QtCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, co
                                  const Color& color) {
   if (rect.width > 0)
     place(textSprite(text, font, color, rect.width, measure_, sprites_), rect.origin(), font);
+}
+
+void QtCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                       const Color& color) {
+  if (!(rect.width > 0)) return;
+  const QString fitted = FittedText::elidedInMiddle(text, rect.width, measure_.face(font));
+  drawText(fitted.toStdString(), rect.origin(), font, color);
+}
+
+void QtCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                               const Color& color) {
+  if (!(rect.width > 0) || lines < 1) return;
+  ViewRect line{rect.x, rect.y, rect.width, rect.height / lines};
+  for (const QString& fitted : FittedText::wrapped(text, rect.width, lines, measure_.face(font))) {
+    drawTruncatedText(fitted.toStdString(), line, font, color);
+    line.y += line.height;
+  }
 }
 
 void QtCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,

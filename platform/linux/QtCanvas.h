@@ -21,6 +21,10 @@ class QtCanvas final : public Canvas {
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
   void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                          const Color& color) override;
+  void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                               const Color& color) override;
+  void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                       const Color& color) override;
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override;
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;

@@ -35,7 +35,8 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       onEnd_(std::move(onEnd)),
       frame_(ScreenRect::of({0, 0}, style.contentSize)),
       window_(services.connection.xcb(), services.screen, services.compositor,
-              toPixels(frame_, services.firstScreenHeight()), PanelGround::cornerRadius) {}
+              toPixels(frame_, services.firstScreenHeight()),
+              static_cast<int>(std::lround(style.cornerRadius))) {}
 
 X11Panel::~X11Panel() {
   if (isKey()) services_.key = nullptr;
@@ -212,11 +213,16 @@ void X11Panel::paint() {
 
 void X11Panel::paintPart(const QRect& part) {
   const bool blends = services_.compositor.blends();
-  PanelGround::drawUnder(picture_, part, blends);
+  if (style_.glass) {
+    PanelGround::drawUnder(picture_, part, blends);
+  } else {
+    fill(picture_, part, 0);
+  }
   QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
   if (view_ != nullptr) view_->draw(canvas, viewRect(part));
   for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
-  PanelGround::drawOver(picture_, part, blends);
+  }
+  if (style_.glass) PanelGround::drawOver(picture_, part, blends);
   window_.put(picture_, part);
 }
 
@@ -225,6 +231,13 @@ void X11Panel::blendingChanged() {
   setNeedsDisplay();
   for (QtSearchField* field : fields_) field->groundChanged();
   window_.flush();
+}
+
+bool X11Panel::comesIn() {
+  if (!mouse_.comesIn() || view_ == nullptr) return true;
+  const std::weak_ptr alive(alive_);
+  view_->mouseEntered();
+  return !alive.expired();
 }
 
 void X11Panel::press(const xcb_button_press_event_t& event) {
@@ -255,14 +268,17 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
       return;
     case XCB_BUTTON_PRESS:
-      return press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      if (comesIn()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      return;
     case XCB_BUTTON_RELEASE:
       return mouse_.release(reinterpret_cast<const xcb_button_release_event_t&>(event), view_,
                             services_.firstScreenHeight());
     case XCB_MOTION_NOTIFY:
+      if (!comesIn()) return;
       return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), view_,
                            services_.firstScreenHeight());
     case XCB_ENTER_NOTIFY:
+      if (!comesIn()) return;
       return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), view_,
                           services_.firstScreenHeight());
     case XCB_LEAVE_NOTIFY:

@@ -67,6 +67,8 @@ class X11Panel final : public Panel, public ViewHost {
   void reportPress(ScreenPoint location);
 
  private:
+  // Tells the view when the pointer was not inside before. Whether the panel is still there.
+  bool comesIn();
   void press(const xcb_button_press_event_t& event);
   void schedulePaint();
   void paint();

@@ -22,10 +22,13 @@ MouseEvent mouseEvent(const Event& event, double firstScreenHeight) {
 
 }  // namespace
 
+bool X11PanelMouse::comesIn() {
+  return !std::exchange(inside_, true);
+}
+
 void X11PanelMouse::press(const xcb_button_press_event_t& event, View* view, double firstScreenHeight) {
   MouseEvent mouse = mouseEvent(event, firstScreenHeight);
   last_ = mouse;
-  inside_ = true;
   if (event.detail == XCB_BUTTON_INDEX_1) {
     const bool again = lastPress_ && event.time - lastPress_->time <= doubleClickMilliseconds &&
                        std::abs(event.event_x - lastPress_->x) <= doubleClickPixels &&
@@ -48,12 +51,10 @@ void X11PanelMouse::release(const xcb_button_release_event_t& event, View* view,
 }
 
 void X11PanelMouse::motion(const xcb_motion_notify_event_t& event, View* view, double firstScreenHeight) {
-  inside_ = true;
   moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 
 void X11PanelMouse::enter(const xcb_enter_notify_event_t& event, View* view, double firstScreenHeight) {
-  inside_ = true;
   moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 

@@ -96,6 +96,24 @@ std::vector<Screen> X11ScreenList::screens() const {
   return screens_;
 }
 
+std::optional<Screen> X11ScreenList::mainScreen() const {
+  const auto all = screens();
+  if (all.empty()) return std::nullopt;
+  const Screen* best = &all.front();
+  const X11Window* active = mirror_.find(mirror_.activeWindow());
+  if (active == nullptr) return *best;
+  const AxRect window = active->frame();
+  const ScreenRect frame{window.x, best->frame.height - window.maxY(), window.width, window.height};
+  double bestArea = 0;
+  for (const Screen& screen : all) {
+    const auto common = screen.frame.intersection(frame);
+    if (!common || common->area() <= bestArea) continue;
+    best = &screen;
+    bestArea = common->area();
+  }
+  return *best;
+}
+
 std::vector<AxRect> X11ScreenList::monitors(const AxRect& root) const {
   std::vector<AxRect> result;
   if (!hasMonitors_) return result;

@@ -15,6 +15,8 @@ class X11ScreenList final : public ScreenList {
   X11ScreenList(X11Connection& connection, X11Mirror& mirror);
 
   [[nodiscard]] std::vector<Screen> screens() const override;
+  // That of the active window.
+  [[nodiscard]] std::optional<Screen> mainScreen() const override;
 
  private:
   [[nodiscard]] std::vector<AxRect> monitors(const AxRect& root) const;

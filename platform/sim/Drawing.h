@@ -12,20 +12,26 @@ namespace pellar {
 
 // One thing drawn, in view coordinates.
 struct DrawnItem {
-  enum class Kind : std::uint8_t { roundedRect, text, truncatedText, centeredText, symbol };
+  enum class Kind : std::uint8_t {
+    roundedRect,
+    text,
+    truncatedText,
+    middleTruncatedText,
+    wrappedText,
+    centeredText,
+    symbol
+  };
 
   Kind kind = Kind::roundedRect;
-  ViewRect rect;  // what it covers; of a truncated text the place it was given
+  ViewRect rect;  // what it covers; of a truncated or wrapped text the place it was given
   double radius = 0;
   Color color;
   std::string text;   // as the view gave it
-  std::string shown;  // as it can be read: cut off, bad bytes replaced
+  std::string shown;  // as it can be read: cut off, bad bytes replaced; wrapped lines end with "\n"
   Font font;
   std::optional<Symbol> symbol;
 
-  [[nodiscard]] bool isText() const {
-    return kind == Kind::text || kind == Kind::truncatedText || kind == Kind::centeredText;
-  }
+  [[nodiscard]] bool isText() const { return kind != Kind::roundedRect && kind != Kind::symbol; }
   [[nodiscard]] ViewPoint center() const { return {rect.midX(), rect.midY()}; }
   friend bool operator==(const DrawnItem&, const DrawnItem&) = default;
 };

@@ -41,16 +41,35 @@ void RecordingCanvas::drawText(std::string_view text, ViewPoint origin, const Fo
   add(std::move(item));
 }
 
-void RecordingCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
-                                        const Color& color) {
+void RecordingCanvas::addFitted(DrawnItem::Kind kind, std::string_view text, std::string shown,
+                                const ViewRect& rect, const Font& font, const Color& color) {
   DrawnItem item;
-  item.kind = DrawnItem::Kind::truncatedText;
+  item.kind = kind;
   item.rect = rect;
   item.color = color;
   item.text = text;
-  item.shown = readable(measure_.truncated(text, rect.width, font));
+  item.shown = std::move(shown);
   item.font = font;
   add(std::move(item));
+}
+
+void RecordingCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                        const Color& color) {
+  addFitted(DrawnItem::Kind::truncatedText, text, readable(measure_.truncated(text, rect.width, font)), rect,
+            font, color);
+}
+
+void RecordingCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                              const Color& color) {
+  addFitted(DrawnItem::Kind::middleTruncatedText, text,
+            readable(measure_.truncatedInMiddle(text, rect.width, font)), rect, font, color);
+}
+
+void RecordingCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines,
+                                      const Font& font, const Color& color) {
+  std::string shown;
+  for (const auto& line : measure_.wrapped(readable(text), rect.width, lines, font)) shown += line + "\n";
+  addFitted(DrawnItem::Kind::wrappedText, text, std::move(shown), rect, font, color);
 }
 
 void RecordingCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,

@@ -17,6 +17,10 @@ class RecordingCanvas final : public Canvas {
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
   void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                          const Color& color) override;
+  void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                               const Color& color) override;
+  void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                       const Color& color) override;
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override;
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
@@ -25,6 +29,9 @@ class RecordingCanvas final : public Canvas {
 
  private:
   void add(DrawnItem item);
+  // A text that keeps to the place it is given.
+  void addFitted(DrawnItem::Kind kind, std::string_view text, std::string shown, const ViewRect& rect,
+                 const Font& font, const Color& color);
 
   ViewRect bounds_;
   SimTextMeasure measure_;

@@ -36,6 +36,13 @@ struct SimWindowState {
 };
 using SimWindowPointer = std::shared_ptr<SimWindowState>;
 
+// A key that an application received.
+struct SimKey {
+  std::uint16_t keyCode = 0;
+  std::uint64_t flags = 0;
+  friend bool operator==(const SimKey&, const SimKey&) = default;
+};
+
 struct SimApplicationState {
   RunningApplication description;
   bool running = true;
@@ -43,8 +50,9 @@ struct SimApplicationState {
   std::vector<SimWindowPointer> frontToBack;
   std::vector<SimWindowPointer> byCreation;
   SimWindowPointer focused;
-  SimMenuPointer menuBar;  // null when it has none
-  std::string typed;  // keys that went to it
+  SimMenuPointer menuBar;        // null when it has none
+  std::string typed;             // text that went to it
+  std::vector<SimKey> keysDown;  // keys with modifiers that went to it
   SimApplicationQuirks quirks;
 };
 using SimApplicationPointer = std::shared_ptr<SimApplicationState>;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <list>
 #include <memory>
 #include <utility>
@@ -14,7 +15,8 @@ class SimEventTaps final : public EventTaps {
   // The system refuses further taps.
   bool refused = false;
 
-  [[nodiscard]] std::unique_ptr<EventTap> tapKeyDowns(Handler handler) override {
+  [[nodiscard]] std::unique_ptr<EventTap> tapKeyDowns(const KeyCombination& /*wanted*/,
+                                                      Handler handler) override {
     if (refused) return nullptr;
     auto state = std::make_shared<State>(State{std::move(handler)});
     states_->push_front(state);
@@ -24,8 +26,10 @@ class SimEventTaps final : public EventTaps {
   // Whether a tap swallowed the key; otherwise the application in front receives it.
   bool keyDown(std::uint16_t keyCode, std::uint64_t flags) {
     const auto states = *states_;
-    for (const auto& state : states)
-      if (state->enabled && state->handler({TapEvent::Type::keyDown, keyCode, flags})) return true;
+    for (const auto& state : states) {
+      const auto handler = state->enabled ? state->handler : nullptr;
+      if (handler && handler({TapEvent::Type::keyDown, keyCode, flags})) return true;
+    }
     return false;
   }
 
@@ -34,7 +38,7 @@ class SimEventTaps final : public EventTaps {
     const auto states = *states_;
     for (const auto& state : states) {
       state->enabled = false;
-      (void)state->handler({notice, 0, 0});
+      if (const auto handler = state->handler) static_cast<void>(handler({notice, 0, 0}));
     }
   }
 
@@ -51,7 +55,10 @@ class SimEventTaps final : public EventTaps {
    public:
     Tap(std::shared_ptr<States> states, std::shared_ptr<State> state)
         : states_(std::move(states)), state_(std::move(state)) {}
-    ~Tap() override { states_->remove(state_); }
+    ~Tap() override {
+      states_->remove(state_);
+      state_->handler = nullptr;
+    }
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
     void enable() override { state_->enabled = true; }

@@ -33,4 +33,13 @@ void SimKeyboard::command(const std::string& selector) {
   loop_.runUntilIdle();
 }
 
+void SimKeyboard::keyDown(std::uint16_t keyCode, std::uint64_t flags) {
+  loop_.post([this, keyCode, flags] {
+    if (taps_.keyDown(keyCode, flags) || panels_.key() != nullptr) return;
+    if (const auto application = desktop_.frontApplication())
+      application->keysDown.push_back({keyCode, flags});
+  });
+  loop_.runUntilIdle();
+}
+
 }  // namespace pellar

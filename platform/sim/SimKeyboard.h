@@ -1,9 +1,11 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 #include "platform/sim/SimDesktop.h"
+#include "platform/sim/SimEventTaps.h"
 #include "platform/sim/SimMainLoop.h"
 #include "platform/sim/SimPanels.h"
 
@@ -13,12 +15,14 @@ namespace pellar {
 // call returns when the main loop is idle again.
 class SimKeyboard {
  public:
-  SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels)
-      : loop_(loop), desktop_(desktop), panels_(panels) {}
+  SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels, SimEventTaps& taps)
+      : loop_(loop), desktop_(desktop), panels_(panels), taps_(taps) {}
 
   void type(std::string_view text);
   // A key command by its selector: "moveDown:", "insertNewline:", "cancelOperation:", "deleteBackward:".
   void command(const std::string& selector);
+  // A key with its virtual code and modifier flags. Taps see it first.
+  void keyDown(std::uint16_t keyCode, std::uint64_t flags);
 
  private:
   [[nodiscard]] SimSearchField* target() const;
@@ -26,6 +30,7 @@ class SimKeyboard {
   SimMainLoop& loop_;
   SimDesktop& desktop_;
   SimPanels& panels_;
+  SimEventTaps& taps_;
 };
 
 }  // namespace pellar

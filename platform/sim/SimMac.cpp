@@ -10,7 +10,9 @@ UserFolders foldersIn(const std::filesystem::path& home) {
 
 }  // namespace
 
-SimMac::SimMac() : platform_(platformOf(accessibility_, workspace_)) {}
+SimMac::SimMac() : platform_(platformOf(accessibility_, workspace_)) {
+  screens_.keyWindowFrame = [this] { return keyWindowFrame(); };
+}
 
 Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) {
   return {.mainLoop = mainLoop_,
@@ -19,11 +21,19 @@ Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) 
           .screens = screens_,
           .panels = panels_,
           .eventMonitors = eventMonitors_,
+          .eventTaps = eventTaps_,
           .menus = menus_,
           .alerts = alerts_,
           .pasteboard = pasteboard_,
           .scripts = scripts_,
           .folders = foldersIn(home_.path())};
+}
+
+std::optional<ScreenRect> SimMac::keyWindowFrame() const {
+  if (const SimPanel* key = panels_.key()) return key->frame();
+  const auto front = desktop_.frontApplication();
+  if (!front || !front->focused) return std::nullopt;
+  return screens_.toScreen(front->focused->frame);
 }
 
 SimMac::~SimMac() {

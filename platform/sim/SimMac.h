@@ -12,6 +12,7 @@
 #include "platform/sim/SimAlerts.h"
 #include "platform/sim/SimDesktop.h"
 #include "platform/sim/SimEventMonitors.h"
+#include "platform/sim/SimEventTaps.h"
 #include "platform/sim/SimKeyboard.h"
 #include "platform/sim/SimMainLoop.h"
 #include "platform/sim/SimMenus.h"
@@ -74,6 +75,8 @@ class SimMac {
   [[nodiscard]] SimPointer& pointer() { return pointer_; }
   void type(std::string_view text) { keyboard_.type(text); }
   void pressKey(const std::string& selector) { keyboard_.command(selector); }
+  // A key with modifiers, which taps see before the application in front does.
+  void pressKey(std::uint16_t keyCode, std::uint64_t flags) { keyboard_.keyDown(keyCode, flags); }
   void click(const SimWindow& window);
   [[nodiscard]] StripReader strip() { return {panels_, screens_, pointer_}; }
 
@@ -84,6 +87,7 @@ class SimMac {
   [[nodiscard]] SimScreens& screens() { return screens_; }
   [[nodiscard]] SimPanels& panels() { return panels_; }
   [[nodiscard]] SimEventMonitors& eventMonitors() { return eventMonitors_; }
+  [[nodiscard]] SimEventTaps& eventTaps() { return eventTaps_; }
   [[nodiscard]] SimMenus& menus() { return menus_; }
   [[nodiscard]] SimAlerts& alerts() { return alerts_; }
   [[nodiscard]] SimPasteboard& pasteboard() { return pasteboard_; }
@@ -95,6 +99,7 @@ class SimMac {
 
  private:
   [[nodiscard]] Platform platformOf(Accessibility& accessibility, Workspace& workspace);
+  [[nodiscard]] std::optional<ScreenRect> keyWindowFrame() const;
 
   TemporaryFolder home_;
   SimScreens screens_;
@@ -104,13 +109,14 @@ class SimMac {
   SimWorkspace workspace_{desktop_, mainLoop_};
   SimPanels panels_{mainLoop_, screens_};
   SimEventMonitors eventMonitors_;
+  SimEventTaps eventTaps_;
   SimMenus menus_{mainLoop_};
   SimAlerts alerts_{mainLoop_};
   SimPasteboard pasteboard_;
   SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};
   SimScripts scripts_{office_};
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
-  SimKeyboard keyboard_{mainLoop_, desktop_, panels_};
+  SimKeyboard keyboard_{mainLoop_, desktop_, panels_, eventTaps_};
   Platform platform_;
 };
 

@@ -18,8 +18,9 @@ void SimPointer::hover() {
   if (before != panel && panels_.contains(before) && before->simHost().view() != nullptr) {
     before->simHost().view()->mouseExited();
   }
-  if (!panels_.contains(panel) || panel->simHost().view() == nullptr) return;
-  panel->simHost().view()->mouseMoved(eventIn(*panel, 1, false));
+  const auto isThere = [&] { return panels_.contains(panel) && panel->simHost().view() != nullptr; };
+  if (before != panel && isThere()) panel->simHost().view()->mouseEntered();
+  if (isThere()) panel->simHost().view()->mouseMoved(eventIn(*panel, 1, false));
 }
 
 void SimPointer::dragged() {

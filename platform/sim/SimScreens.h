@@ -1,5 +1,7 @@
 #pragma once
 
+#include <functional>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -13,6 +15,22 @@ class SimScreens final : public ScreenList {
   static constexpr double menuBarHeight = 25;
 
   [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
+  [[nodiscard]] std::optional<Screen> mainScreen() const override {
+    if (screens_.empty()) return std::nullopt;
+    const auto window = keyWindowFrame ? keyWindowFrame() : std::nullopt;
+    const Screen* best = &screens_.front();
+    double bestArea = 0;
+    for (const Screen& screen : screens_) {
+      const auto common = window ? screen.frame.intersection(*window) : std::nullopt;
+      if (!common || common->area() <= bestArea) continue;
+      best = &screen;
+      bestArea = common->area();
+    }
+    return *best;
+  }
+
+  // The window that has the keyboard.
+  std::function<std::optional<ScreenRect>()> keyWindowFrame;
 
   void set(std::vector<Screen> screens) { screens_ = std::move(screens); }
   // Adds a display, given in screen coordinates, whose menu bar and dock take from its top and bottom.
@@ -30,6 +48,9 @@ class SimScreens final : public ScreenList {
     return {rect.x, flipHeight() - rect.maxY(), rect.width, rect.height};
   }
   [[nodiscard]] ScreenPoint toScreen(AxPoint point) const { return {point.x, flipHeight() - point.y}; }
+  [[nodiscard]] ScreenRect toScreen(const AxRect& rect) const {
+    return {rect.x, flipHeight() - rect.maxY(), rect.width, rect.height};
+  }
 
  private:
   std::vector<Screen> screens_{screen({0, 0, 1440, 900}, menuBarHeight, 0)};

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/Canvas.h"
 
@@ -19,6 +20,11 @@ class SimTextMeasure final : public TextMeasure {
   static std::string prefix(std::string_view text, std::size_t count);
   // The text as it is drawn in a width, with an ellipsis when it is too long.
   [[nodiscard]] std::string truncated(std::string_view text, double width, const Font& font) const;
+  // The same with the ellipsis in the middle.
+  [[nodiscard]] std::string truncatedInMiddle(std::string_view text, double width, const Font& font) const;
+  // The text in lines of that width, each ending between two words where it can, the last one truncated.
+  [[nodiscard]] std::vector<std::string> wrapped(std::string_view text, double width, int lines,
+                                                 const Font& font) const;
 };
 
 }  // namespace pellar

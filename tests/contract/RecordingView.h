@@ -34,6 +34,7 @@ class RecordingView final : public View {
   void mouseUp(const MouseEvent& event) override { record("up", event); }
   void rightMouseDown(const MouseEvent& event) override { record("right", event); }
   void otherMouseDown(const MouseEvent& event) override { record("middle", event); }
+  void mouseEntered() override { calls.emplace_back("entered"); }
   void mouseMoved(const MouseEvent& event) override { record("moved", event); }
   void mouseExited() override { calls.emplace_back("exited"); }
 

@@ -10,13 +10,22 @@ namespace pellar {
 
 // One thing painted. `rect` is the place given; of a plain text only its origin.
 struct Painted {
-  enum class Kind { roundedRect, text, truncatedText, centeredText, symbol };
+  enum class Kind {
+    roundedRect,
+    text,
+    truncatedText,
+    middleTruncatedText,
+    wrappedText,
+    centeredText,
+    symbol
+  };
   Kind kind = Kind::roundedRect;
   ViewRect rect;
   Color color;
   double radius = 0;
   std::string text;
   Font font{};
+  int lines = 1;  // of a wrapped text
   friend bool operator==(const Painted&, const Painted&) = default;
 };
 
@@ -25,11 +34,12 @@ inline std::ostream& operator<<(std::ostream& out, const ViewRect& rect) {
 }
 
 inline std::ostream& operator<<(std::ostream& out, const Painted& painted) {
-  const char* const names[] = {"roundedRect", "text", "truncatedText", "centeredText", "symbol"};
+  const char* const names[] = {"roundedRect", "text",         "truncatedText", "middleTruncatedText",
+                               "wrappedText", "centeredText", "symbol"};
   return out << names[static_cast<int>(painted.kind)] << " (" << painted.rect << ") rgba "
              << painted.color.red << ' ' << painted.color.green << ' ' << painted.color.blue << ' '
              << painted.color.alpha << " radius " << painted.radius << " \"" << painted.text << "\" font "
-             << painted.font.size;
+             << painted.font.size << " lines " << painted.lines;
 }
 
 inline Painted roundedRect(const ViewRect& rect, double radius, const Color& color) {
@@ -62,6 +72,14 @@ class RecordingCanvas final : public Canvas {
   void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                          const Color& color) override {
     painted.push_back({Painted::Kind::truncatedText, rect, color, 0, std::string(text), font});
+  }
+  void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                               const Color& color) override {
+    painted.push_back({Painted::Kind::middleTruncatedText, rect, color, 0, std::string(text), font});
+  }
+  void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                       const Color& color) override {
+    painted.push_back({Painted::Kind::wrappedText, rect, color, 0, std::string(text), font, lines});
   }
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override {
