@@ -221,7 +221,6 @@ void X11Panel::paintPart(const QRect& part) {
   QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
   if (view_ != nullptr) view_->draw(canvas, viewRect(part));
   for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
-  }
   if (style_.glass) PanelGround::drawOver(picture_, part, blends);
   window_.put(picture_, part);
 }
