@@ -1,16 +1,17 @@
 #pragma once
 
-#include <chrono>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
-#include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "app/strip/RecentDropdown.h"
+#include "app/strip/StripDocuments.h"
+#include "app/strip/StripMenus.h"
 #include "app/strip/TabStripView.h"
+#include "app/strip/TrackedPicture.h"
+#include "app/strip/WindowActions.h"
 #include "app/strip/WindowGroupDrag.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
@@ -31,11 +32,6 @@ class StripController final : public WindowTrackerDelegate,
   StripController(const StripController&) = delete;
   StripController& operator=(const StripController&) = delete;
 
-  // Names of an Office application's open documents and their POSIX paths.
-  using DocumentPaths = std::unordered_map<std::string, std::string>;
-  // Asked for when windows have no path, at most once in 30 seconds for each. May block. Unset means nothing
-  // is known.
-  std::function<DocumentPaths(OfficeApp)> pathsByName;
   // The strip's auto-save tool was pressed.
   std::function<void()> autoSaveToggled;
   // The current terms are not accepted: every picture hides the strip.
@@ -57,23 +53,16 @@ class StripController final : public WindowTrackerDelegate,
                   const Platform& platform);
   void connect();
 
-  [[nodiscard]] std::shared_ptr<OfficeWindow> window(WindowId id) const;
   [[nodiscard]] bool ownApplicationIsFrontmost() const;
   [[nodiscard]] bool mustHide() const;
   void hide();
   void show();
   [[nodiscard]] std::vector<TabItem> tabItems() const;
-  void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
-  void recordRecent(const TrackedApp& app, const WindowList& windows);
   bool pushDownIfNeeded(OfficeWindow& window);
 
-  void perform(StripAction action);
+  void perform(StripAction action, const MouseEvent& event);
+  void toggleAutoSave();
   void selectTab(WindowId id);
-  void raise(const OfficeWindow& window);
-  void minimize(const OfficeWindow& window);
-  void close(const OfficeWindow& window);
-  void closeAll();
-  void zoom(OfficeWindow& window);
   void dragGroup(ScreenPoint offset);
   void endDrag();
   void searchTextChanged();
@@ -85,13 +74,11 @@ class StripController final : public WindowTrackerDelegate,
   std::unique_ptr<TabStripView> view_;  // depends-on: panel_
   RecentDropdown dropdown_;             // depends-on: panel_, view_
 
-  std::optional<TrackedApp> app_;
-  WindowList windows_;
-  std::shared_ptr<OfficeWindow> front_;
+  std::shared_ptr<TrackedPicture> picture_ = std::make_shared<TrackedPicture>();
   std::uint64_t reports_ = 0;  // pictures taken over so far
-  std::unordered_set<std::string> recordedRecent_;
-  std::unordered_map<WindowId, std::chrono::nanoseconds> pathChecked_;  // uptime of the last look-up
-  std::unordered_map<WindowId, AxRect> restoreFrames_;
+  std::shared_ptr<WindowActions> actions_;
+  std::shared_ptr<StripDocuments> documents_;
+  std::shared_ptr<StripMenus> menus_;
   WindowGroupDrag drag_;
   Subscription resignedKey_;
 };

@@ -11,7 +11,12 @@ std::optional<TextAlertAnswer> SimAlerts::runModal(const TextAlert& alert) {
   if (!users_.empty()) {
     const auto user = std::move(users_.front());
     users_.pop_front();
-    answer = user(alert);
+    try {
+      answer = user(alert);
+    } catch (...) {
+      open_ = false;
+      throw;
+    }
     loop_.runUntilIdle();
   }
   open_ = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -27,6 +28,9 @@ class SimAlerts final : public Alerts {
   void nextType(const std::string& text);
   // The user presses the second button with a text in the field.
   void nextCancel(const std::string& text = {});
+
+  // How many questions the user still waits for.
+  [[nodiscard]] std::size_t awaited() const { return users_.size(); }
 
   [[nodiscard]] const std::vector<TextAlert>& shown() const { return shown_; }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <deque>
 #include <functional>
 #include <initializer_list>
@@ -51,6 +52,9 @@ class SimMenus final : public MenuPresenter {
   void next(User user) { users_.push_back(std::move(user)); }
   // The same for an item that is just chosen.
   void nextChoose(std::initializer_list<std::string> titles);
+
+  // How many menus the user still waits for.
+  [[nodiscard]] std::size_t awaited() const { return users_.size(); }
 
   // The rows of every menu shown, in order, and where each was.
   [[nodiscard]] const std::vector<std::vector<std::string>>& shown() const { return shown_; }

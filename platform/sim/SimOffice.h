@@ -20,13 +20,14 @@ namespace pellar {
 
 // A document that is open in a simulated Office application.
 struct SimDocument {
-  std::string name;     // as the application calls it, extension included
-  std::string path;     // POSIX, absolute; empty when it was never saved
-  bool saved = true;    // there are no unsaved changes
-  bool raises = false;  // any script that touches it fails
+  std::string name = {};  // as the application calls it, extension included
+  std::string path = {};  // POSIX, absolute; empty when it was never saved
+  bool saved = true;      // there are no unsaved changes
+  bool raises = false;    // any script that touches it fails
   std::string content = "as opened";
   int saves = 0;
-  std::optional<SimWindow> window;  // closes the document when it is closed, and is named after it
+  // Closes the document when it is closed, and is named after it.
+  std::optional<SimWindow> window = std::nullopt;
 };
 using SimDocumentPointer = std::shared_ptr<SimDocument>;
 

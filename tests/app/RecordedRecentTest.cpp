@@ -67,22 +67,13 @@ TEST_F(RecordedRecent, WindowsWithoutAStripAreNotEntered) {
 
 class OfficePaths : public RecordedRecent {
  protected:
-  void startWord() {
-    start();
-    pellar.strip()->pathsByName = [this](OfficeApp app) {
-      EXPECT_EQ(app, OfficeApp::word);
-      ++asked;
-      return documents;
-    };
-  }
-  StripController::DocumentPaths documents;
-  int asked = 0;
+  OfficePaths() { start(); }
+  [[nodiscard]] std::size_t asked() { return mac.scripts().sources().size(); }
 };
 
 TEST_F(OfficePaths, AnOfficeWindowGetsThePathOfTheDocumentOfItsName) {
-  documents = {{"Letter", "/Users/ann/Letter.docx"}};
-  startWord();
   auto word = launchWord();
+  mac.office().open(word, {.name = "Letter", .path = "/Users/ann/Letter.docx"});
   word.open("Letter.docx - Word");
   word.open("Other.docx");
   mac.settle();
@@ -91,33 +82,73 @@ TEST_F(OfficePaths, AnOfficeWindowGetsThePathOfTheDocumentOfItsName) {
   EXPECT_EQ(state().recentApp.at("/Users/ann/Letter.docx"), "com.microsoft.Word");
 }
 
+TEST_F(OfficePaths, ADocumentIsFoundByItsFileNameAsMuchAsByTheNameOnItsTab) {
+  auto word = launchWord();
+  mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
+  mac.office().open(word, {.path = "/Users/ann/Thesis.odt"});
+  word.open("Letter - Saved to my Mac");
+  word.open("Thesis.odt - Word");
+  word.open("Thesis");
+  mac.settle();
+  EXPECT_EQ(pellar.tracker().windows().at(0)->path, "/Users/ann/Letter.docx");
+  EXPECT_EQ(pellar.tracker().windows().at(1)->path, "/Users/ann/Thesis.odt");
+  EXPECT_EQ(pellar.tracker().windows().at(2)->path, std::nullopt);
+}
+
+TEST_F(OfficePaths, AllWindowsTogetherAreAskedAboutOnce) {
+  auto word = launchWord();
+  for (const auto* title : {"A", "B", "C"}) word.open(title);
+  mac.settle();
+  EXPECT_EQ(asked(), 1U);
+}
+
 TEST_F(OfficePaths, AWindowNotFoundIsAskedAboutAgainAfterMoreThanThirtySeconds) {
-  startWord();
   auto word = launchWord();
   auto letter = word.open("Letter.docx");
   mac.settle();
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(asked(), 1U);
   mac.advance(30s);
   letter.retitle("Letter 2.docx");
   mac.settle();
-  EXPECT_EQ(asked, 1);
+  EXPECT_EQ(asked(), 1U);
   mac.advance(1s);
-  documents = {{"Letter 3", "/letter.docx"}};
+  mac.office().open(word, {.path = "/Users/ann/Letter 3.docx"});
   letter.retitle("Letter 3.docx");
   mac.settle();
-  EXPECT_EQ(asked, 2);
-  EXPECT_EQ(pellar.tracker().front()->path, "/letter.docx");
+  EXPECT_EQ(asked(), 2U);
+  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter 3.docx");
   mac.advance(100s);
   letter.moveTo({0, 300});
   mac.settle();
-  EXPECT_EQ(asked, 2);
+  EXPECT_EQ(asked(), 2U);
+}
+
+TEST_F(OfficePaths, OutlookIsNotAskedForDocuments) {
+  auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
+  outlook.open("Inbox - Outlook");
+  mac.settle();
+  EXPECT_EQ(strip().tabs(), Labels{"Inbox"});
+  EXPECT_EQ(asked(), 0U);
 }
 
 TEST_F(OfficePaths, OtherApplicationsAreNotAskedForNames) {
-  startWord();
   open("Plan");
   mac.settle();
-  EXPECT_EQ(asked, 0);
+  EXPECT_EQ(asked(), 0U);
+}
+
+TEST_F(OfficePaths, ApplicationsSwitchedWhileTheyAreAskedLeaveTheStripToTheOneInFront) {
+  auto word = launchWord();
+  mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
+  word.open("Letter.docx");
+  const auto plan = open("Plan");
+  mac.office().beforeEvent = [&](const std::string&) {
+    mac.activate(editor);
+    mac.settle();
+  };
+  mac.settle();
+  EXPECT_EQ(strip().tabs(), Labels{"Plan"});
+  expectStripOver(plan);
 }
 
 }  // namespace

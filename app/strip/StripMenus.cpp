@@ -1,0 +1,182 @@
+#include "app/strip/StripMenus.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "app/strip/TagColors.h"
+#include "core/AppState.h"
+#include "core/TabLabel.h"
+#include "core/Tile.h"
+#include "platform/MenuPresenter.h"
+#include "platform/Pasteboard.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+namespace {
+
+void append(Menu& menu, Menu items) {
+  std::ranges::move(items, std::back_inserter(menu));
+}
+
+std::string capitalized(std::string_view word) {
+  std::string text(word);
+  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
+    text.front() = static_cast<char>(text.front() - 'a' + 'A');
+  return text;
+}
+
+bool canRename(const TrackedApp& app) {
+  return app.office && *app.office != OfficeApp::outlook;
+}
+
+}  // namespace
+
+std::shared_ptr<StripMenus> StripMenus::create(const Platform& platform, std::shared_ptr<StateStore> store,
+                                               std::shared_ptr<const TrackedPicture> picture,
+                                               std::shared_ptr<WindowActions> actions,
+                                               std::shared_ptr<StripDocuments> documents) {
+  return std::shared_ptr<StripMenus>(new StripMenus(platform, std::move(store), std::move(picture),
+                                                    std::move(actions), std::move(documents)));
+}
+
+StripMenus::StripMenus(const Platform& platform, std::shared_ptr<StateStore> store,
+                       std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions,
+                       std::shared_ptr<StripDocuments> documents)
+    : platform_(platform),
+      store_(std::move(store)),
+      picture_(std::move(picture)),
+      actions_(std::move(actions)),
+      documents_(std::move(documents)) {}
+
+// An item whose action is called with this object, unless it is gone by then.
+template <class Action>
+ClosureItem StripMenus::item(std::string title, Action action) {
+  return {std::move(title), [weak = weak_from_this(), action = std::move(action)] {
+            if (const auto self = weak.lock()) action(*self);
+          }};
+}
+
+// --- the menu of a tab ---
+
+void StripMenus::showTabMenu(WindowId id, const MouseEvent& event) {
+  auto window = picture_->window(id);
+  if (!window) return;
+  const auto path = documents_->path(window);
+  // The look-up may have taken long.
+  window = actions_->existing(window);
+  if (!window) return;
+
+  Menu menu = closeItems(window);
+  menu.emplace_back(MenuSeparator{});
+  append(menu, fileItems(window, path));
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(Submenu{"Layout", tileMenu(window)});
+  menu.emplace_back(Submenu{"Colour tag", tagMenu(window, TabLabel::tagKey(window->title, path))});
+  platform_.menus.popUpContextMenu(menu, event);
+}
+
+Menu StripMenus::closeItems(const Window& window) {
+  const auto seen = picture_->windows;
+  Menu menu;
+  menu.emplace_back(item("Close", [window](StripMenus& self) { self.actions_->close(WindowList{window}); }));
+  menu.emplace_back(item("Close others", [window, seen](StripMenus& self) {
+    auto others = self.picture_->current(seen);
+    std::erase_if(others, [&](const auto& each) { return each->element == window->element; });
+    self.actions_->close(others);
+  }));
+  menu.emplace_back(
+      item("Close all", [seen](StripMenus& self) { self.actions_->close(self.picture_->current(seen)); }));
+  if (const auto office = window->app.office)
+    menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
+  return menu;
+}
+
+Menu StripMenus::fileItems(const Window& window, const std::optional<std::string>& path) {
+  const std::string known = path.value_or("");
+  auto rename =
+      item("Rename…", [window, known](StripMenus& self) { self.documents_->rename(window, known); });
+  auto reveal = item("Open containing folder", [known](StripMenus& self) {
+    self.platform_.workspace.activateFileViewerSelecting(known);
+  });
+  auto copy = item("Copy path", [known](StripMenus& self) { self.platform_.pasteboard.setString(known); });
+  rename.enabled = path && canRename(window->app);
+  reveal.enabled = copy.enabled = path.has_value();
+  return {rename, reveal, copy};
+}
+
+Menu StripMenus::tileMenu(const Window& window) {
+  Menu menu;
+  for (const Tile tile : allTiles) {
+    menu.emplace_back(item(std::string(title(tile)), [window, tile](StripMenus& self) {
+      if (const auto target = self.actions_->existing(window)) self.actions_->tile(*target, tile);
+    }));
+  }
+  return menu;
+}
+
+Menu StripMenus::tagMenu(const Window& window, const std::string& key) {
+  const auto& tags = store_->state().tags;
+  const auto current = tags.find(key);
+  Menu menu;
+  for (const TagColor color : allTagColors) {
+    auto choice = item(capitalized(rawValue(color)), [window, key, color](StripMenus& self) {
+      self.documents_->setTag(window, key, color);
+    });
+    choice.checked = current != tags.end() && current->second == rawValue(color);
+    choice.swatch = shownColor(color);
+    menu.emplace_back(std::move(choice));
+  }
+  menu.emplace_back(MenuSeparator{});
+  menu.emplace_back(
+      item("None", [window, key](StripMenus& self) { self.documents_->setTag(window, key, std::nullopt); }));
+  return menu;
+}
+
+// --- the menu of the "more" tool ---
+
+void StripMenus::showMoreMenu(const MouseEvent& event) {
+  const auto shown = *picture_;
+  if (!shown.app) return;
+  Menu menu;
+  if (const auto office = shown.app->office) {
+    menu.emplace_back(item("Rename…", [front = shown.front](StripMenus& self) {
+      if (front) self.documents_->rename(front);
+    }));
+    const bool autoSave = store_->state().settings.autoSaveMinutes >= 1;
+    menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off", [](StripMenus& self) {
+      if (const auto toggle = self.onAutoSave) toggle();
+    }));
+    menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
+    menu.emplace_back(
+        item("New document", [office](StripMenus& self) { self.documents_->newDocument(*office); }));
+    menu.emplace_back(MenuSeparator{});
+  }
+  menu.emplace_back(item("Groups…", [event](StripMenus& self) { self.showGroupsMenu(event); }));
+  menu.emplace_back(item("Close all", [seen = shown.windows](StripMenus& self) {
+    self.actions_->close(self.picture_->current(seen));
+  }));
+  platform_.menus.popUpContextMenu(menu, event);
+}
+
+// --- the menu of the groups ---
+
+void StripMenus::showGroupsMenu(const MouseEvent& event) {
+  Menu menu;
+  menu.emplace_back(item("Save open tabs as group…", [seen = picture_->windows](StripMenus& self) {
+    self.documents_->saveGroup(self.picture_->current(seen));
+  }));
+  menu.emplace_back(MenuSeparator{});
+  const auto& groups = store_->state().groups;
+  for (const auto& [name, files] : groups) menu.emplace_back(Submenu{name, groupMenu(name, files.size())});
+  if (groups.empty()) menu.emplace_back(ClosureItem{"No groups yet", {}, false});
+  platform_.menus.popUpContextMenu(menu, event);
+}
+
+Menu StripMenus::groupMenu(const std::string& name, std::size_t fileCount) {
+  return {item("Open " + std::to_string(fileCount) + " files",
+               [name](StripMenus& self) { self.documents_->openGroup(name); }),
+          item("Delete group", [name](StripMenus& self) { self.documents_->deleteGroup(name); })};
+}
+
+}  // namespace pellar

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/strip/StripDocuments.h"
+#include "app/strip/TrackedPicture.h"
+#include "app/strip/WindowActions.h"
+#include "core/StateStore.h"
+#include "platform/Menu.h"
+#include "platform/Platform.h"
+#include "platform/View.h"
+
+namespace pellar {
+
+// The strip's pop-up menus: of a tab, of the "more" tool and of the groups. Built anew each time they are
+// shown; an item acts on the window it was built for, if that still exists when it is chosen. Main thread
+// only.
+class StripMenus : public std::enable_shared_from_this<StripMenus> {
+ public:
+  // What `platform` refers to outlives this.
+  static std::shared_ptr<StripMenus> create(const Platform& platform, std::shared_ptr<StateStore> store,
+                                            std::shared_ptr<const TrackedPicture> picture,
+                                            std::shared_ptr<WindowActions> actions,
+                                            std::shared_ptr<StripDocuments> documents);
+  StripMenus(const StripMenus&) = delete;
+  StripMenus& operator=(const StripMenus&) = delete;
+
+  // "Auto-save" was chosen.
+  std::function<void()> onAutoSave;
+
+  // Each returns when the menu is closed and what was chosen is done. Nothing is shown for a tab or an
+  // application that is not there.
+  void showTabMenu(WindowId id, const MouseEvent& event);
+  void showMoreMenu(const MouseEvent& event);
+  void showGroupsMenu(const MouseEvent& event);
+
+ private:
+  StripMenus(const Platform& platform, std::shared_ptr<StateStore> store,
+             std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions,
+             std::shared_ptr<StripDocuments> documents);
+
+  using Window = std::shared_ptr<OfficeWindow>;
+
+  template <class Action>
+  [[nodiscard]] ClosureItem item(std::string title, Action action);
+  [[nodiscard]] Menu closeItems(const Window& window);
+  [[nodiscard]] Menu fileItems(const Window& window, const std::optional<std::string>& path);
+  [[nodiscard]] Menu tileMenu(const Window& window);
+  [[nodiscard]] Menu tagMenu(const Window& window, const std::string& key);
+  [[nodiscard]] Menu groupMenu(const std::string& name, std::size_t fileCount);
+
+  Platform platform_;
+  std::shared_ptr<StateStore> store_;
+  std::shared_ptr<const TrackedPicture> picture_;
+  std::shared_ptr<WindowActions> actions_;
+  std::shared_ptr<StripDocuments> documents_;
+};
+
+}  // namespace pellar

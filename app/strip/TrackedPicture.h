@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "app/tracking/WindowTracker.h"
+#include "core/TrackedApp.h"
+#include "platform/Accessibility.h"
+
+namespace pellar {
+
+// The tracker's picture as the strip last took it over. Whoever acts on its windows shares it, because menus,
+// questions and scripts run nested loops in which the next picture replaces this one: nothing of it is held
+// by reference across them. Main thread only.
+struct TrackedPicture {
+  std::optional<TrackedApp> app;
+  WindowList windows;  // in tab order
+  std::shared_ptr<OfficeWindow> front;
+
+  // The window of a tab; null when there is none.
+  [[nodiscard]] std::shared_ptr<OfficeWindow> window(WindowId id) const;
+  // The record that stands for the same window now; null while it has no tab.
+  [[nodiscard]] std::shared_ptr<OfficeWindow> present(const OfficeWindow& window) const;
+  // The windows that now have a tab in place of `seen`, which is an earlier list of one process; `seen`
+  // itself when the strip has gone over to another process since.
+  [[nodiscard]] WindowList current(const WindowList& seen) const;
+};
+
+}  // namespace pellar

@@ -1,0 +1,67 @@
+#include "app/strip/WindowActions.h"
+
+#include <string>
+#include <utility>
+
+#include "app/strip/StripGeometry.h"
+#include "app/tracking/AX.h"
+#include "platform/ScreenList.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
+                             std::shared_ptr<const TrackedPicture> picture)
+    : platform_(platform), tracker_(std::move(tracker)), picture_(std::move(picture)) {}
+
+std::shared_ptr<OfficeWindow> WindowActions::existing(const std::shared_ptr<OfficeWindow>& window) {
+  if (auto present = picture_->present(*window)) return present;
+  if (!AX::value<std::string>(platform_.accessibility, window->element, "AXSubrole")) return nullptr;
+  // Nobody has looked at it since it left the strip.
+  window->refresh(platform_.accessibility);
+  return window;
+}
+
+void WindowActions::raise(const OfficeWindow& window) {
+  auto& accessibility = platform_.accessibility;
+  if (window.minimized) accessibility.set(window.element, "AXMinimized", false);
+  accessibility.perform(window.element, "AXRaise");
+  platform_.workspace.activate(window.pid);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::minimize(const OfficeWindow& window) {
+  platform_.accessibility.set(window.element, "AXMinimized", true);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::close(const OfficeWindow& window) {
+  if (AX::pressCloseButton(platform_.accessibility, window.element)) tracker_->scheduleRefresh();
+}
+
+void WindowActions::close(const WindowList& windows) {
+  for (const auto& each : windows) AX::pressCloseButton(platform_.accessibility, each->element);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::zoom(OfficeWindow& window) {
+  const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
+  AxRect target = area;
+  const auto stored = restoreFrames_.find(window.id());
+  if (stored != restoreFrames_.end() && StripGeometry::fills(window.frame, area)) {
+    target = stored->second;
+    restoreFrames_.erase(stored);
+  } else {
+    restoreFrames_.insert_or_assign(window.id(), window.frame);
+  }
+  tracker_->setFrame(window, target);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::tile(OfficeWindow& window, Tile tile) {
+  const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
+  tracker_->setFrame(window, tileFrame(tile, area));
+  raise(window);
+}
+
+}  // namespace pellar
