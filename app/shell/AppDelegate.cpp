@@ -17,7 +17,8 @@ constexpr auto trustPollInterval = 2000ms;
 
 AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform),
-      tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)) {
+      tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)),
+      hotkeys_(platform.eventTaps, platform.mainLoop) {
   // First of all, so that what the store has to say is kept.
   Log::setUrl(platform.folders.logFile);
   store_ = std::make_shared<StateStore>(StateStore::defaultURL(platform.folders.applicationSupport));
@@ -50,6 +51,9 @@ void AppDelegate::waitForPermission() {
 void AppDelegate::startTracking() {
   strip_ = StripController::create(tracker_, store_, platform_);
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };
+  hotkeys_.isActive = [this] { return strip_->panel().isVisible(); };
+  hotkeys_.onCycle = [this](bool forward) { strip_->cycle(forward); };
+  hotkeys_.start();
   tracker_->start();
   Log::write("tracking started");
 }

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/shell/HotkeyTap.h"
 #include "app/strip/StripController.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
@@ -38,6 +39,7 @@ class AppDelegate {
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<StripController> strip_;
+  HotkeyTap hotkeys_;  // depends-on: strip_
   Subscription trustTimer_;
 };
 

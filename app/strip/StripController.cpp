@@ -41,7 +41,8 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
       dropdown_(platform, store_, *panel_, *view_),
       actions_(std::make_shared<WindowActions>(platform_, tracker_, picture_)),
       documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, picture_, actions_)),
-      menus_(StripMenus::create(platform_, store_, picture_, actions_, documents_)) {
+      menus_(StripMenus::create(platform_, store_, picture_, actions_, documents_)),
+      hoverPanels_(platform_, picture_, actions_) {
   panel_->setView(view_.get());
 }
 
@@ -78,6 +79,11 @@ void StripController::connect() {
   view_->onReorder = weakly([](Self& self, WindowId id, int index) { self.tracker_->move(id, index); });
   view_->onDrag = weakly([](Self& self, ScreenPoint offset) { self.dragGroup(offset); });
   view_->onDragEnd = weakly([](Self& self) { self.endDrag(); });
+  view_->onTabHover = weakly([](Self& self, std::optional<WindowId> id, std::optional<ScreenRect> tab) {
+    self.hoverPanels_.tabHovered(id, tab);
+  });
+  view_->onZoomHover =
+      weakly([](Self& self, std::optional<ScreenRect> tool) { self.hoverPanels_.zoomHovered(tool); });
 
   menus_->onAutoSave = weakly([](Self& self) { self.toggleAutoSave(); });
 
@@ -121,6 +127,7 @@ bool StripController::mustHide() const {
 }
 
 void StripController::hide() {
+  hoverPanels_.hide();
   closeRecent();
   panel_->orderOut();
 }

@@ -6,6 +6,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/panels/HoverPanels.h"
 #include "app/strip/RecentDropdown.h"
 #include "app/strip/StripDocuments.h"
 #include "app/strip/StripMenus.h"
@@ -79,6 +80,7 @@ class StripController final : public WindowTrackerDelegate,
   std::shared_ptr<WindowActions> actions_;
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;
+  HoverPanels hoverPanels_;
   WindowGroupDrag drag_;
   Subscription resignedKey_;
 };

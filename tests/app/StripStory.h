@@ -49,7 +49,7 @@ class StripStory : public testing::Test {
   }
   [[nodiscard]] SimPanel& dropdown() {
     for (auto* panel : mac.panels().all())
-      if (panel->style().level == PanelLevel::popUpMenu) return *panel;
+      if (panel->style().contentSize == Size{480, 300}) return *panel;
     throw std::runtime_error("there is no drop-down");
   }
 

@@ -1,0 +1,89 @@
+#include "app/panels/SnapView.h"
+
+#include <utility>
+
+namespace pellar {
+namespace {
+
+constexpr Size cell{96, 60};
+constexpr double margin = 12;
+constexpr double pitchX = 120;
+constexpr double pitchY = 74;
+constexpr std::size_t columns = 3;
+constexpr double cellInset = 2;
+constexpr double cellRadius = 4;
+
+constexpr Color ground{0.12, 0.13, 0.17, 0.97, std::nullopt};
+constexpr Color resting{0.55, 0.55, 0.55, 0.35, std::nullopt};
+
+std::optional<Tile> tileAt(ViewPoint point) {
+  for (const auto& [rect, tile] : SnapView::cellRects())
+    if (rect.contains(point)) return tile;
+  return std::nullopt;
+}
+
+}  // namespace
+
+SnapView::SnapView(ViewHost& host, PickHandler onPick) : host_(host), onPick_(std::move(onPick)) {}
+
+std::vector<ViewRect> SnapView::groupRects() {
+  std::vector<ViewRect> rects;
+  for (std::size_t i = 0; i < tileGroups().size(); ++i) {
+    const auto column = static_cast<double>(i % columns);
+    const auto row = static_cast<double>(i / columns);
+    rects.push_back({margin + pitchX * column, margin + pitchY * row, cell.width, cell.height});
+  }
+  return rects;
+}
+
+const std::vector<std::pair<ViewRect, Tile>>& SnapView::cellRects() {
+  static const auto rects = [] {
+    std::vector<std::pair<ViewRect, Tile>> result;
+    const auto groups = groupRects();
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+      const ViewRect& group = groups[i];
+      for (const Tile tile : tileGroups()[i]) {
+        const UnitRect part = unit(tile);
+        const ViewRect whole{group.minX() + part.x * group.width, group.minY() + part.y * group.height,
+                             part.width * group.width, part.height * group.height};
+        result.emplace_back(whole.grown(-cellInset), tile);
+      }
+    }
+    return result;
+  }();
+  return rects;
+}
+
+void SnapView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
+  canvas.fillRoundedRect(host_.bounds(), cornerRadius, ground);
+  for (const auto& [rect, tile] : cellRects())
+    canvas.fillRoundedRect(rect, cellRadius, hover_ == tile ? Color::of(SystemColor::blue) : resting);
+}
+
+void SnapView::mouseDown(const MouseEvent& event) {
+  const auto tile = tileAt(event.location);
+  if (!tile) return;
+  const std::weak_ptr alive(alive_);
+  if (const auto pick = onPick_) pick(*tile);
+  if (alive.expired()) return;
+  if (const auto picked = onPicked) picked();
+}
+
+void SnapView::mouseEntered() {
+  if (const auto changed = onHoverChanged) changed(true);
+}
+
+void SnapView::mouseMoved(const MouseEvent& event) {
+  setHover(tileAt(event.location));
+}
+
+void SnapView::mouseExited() {
+  setHover(std::nullopt);
+  if (const auto changed = onHoverChanged) changed(false);
+}
+
+void SnapView::setHover(std::optional<Tile> tile) {
+  if (std::exchange(hover_, tile) != tile) host_.setNeedsDisplay();
+}
+
+}  // namespace pellar
