@@ -54,6 +54,7 @@ class BenchViewHost final : public ViewHost {
   [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override {
     return std::make_unique<BenchSearchField>();
   }
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle&) override { return nullptr; }
 
  private:
   Size size_;

@@ -10,6 +10,15 @@ std::string_view lastComponent(std::string_view path) {
   return slash == std::string_view::npos ? path : path.substr(slash + 1);
 }
 
+std::string_view withoutLastComponent(std::string_view path) {
+  const auto nameEnd = path.find_last_not_of('/');
+  if (nameEnd == std::string_view::npos) return path.substr(0, 1);
+  const auto slash = path.rfind('/', nameEnd);
+  if (slash == std::string_view::npos) return {};
+  const auto folderEnd = path.find_last_not_of('/', slash);
+  return folderEnd == std::string_view::npos ? path.substr(0, 1) : path.substr(0, folderEnd + 1);
+}
+
 std::string_view pathExtension(std::string_view path) {
   const std::string_view name = lastComponent(path);
   const auto dot = name.rfind('.');

@@ -9,6 +9,10 @@ namespace pellar {
 // The last component, without slashes that follow it; "/" when the path is nothing but slashes.
 std::string_view lastComponent(std::string_view path);
 
+// The path without its last component and the slashes before it; "/" for what stands in the root, empty for a
+// bare name.
+std::string_view withoutLastComponent(std::string_view path);
+
 // The text after the last dot of the last component. Empty when there is none: a leading dot alone and a
 // trailing dot make no extension.
 std::string_view pathExtension(std::string_view path);

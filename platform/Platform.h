@@ -12,6 +12,7 @@ class MainLoop;
 class MenuPresenter;
 class PanelFactory;
 class Pasteboard;
+class PropertyLists;
 class ScreenList;
 class ScriptRunner;
 class Workspace;
@@ -36,6 +37,7 @@ struct Platform {
   MenuPresenter& menus;
   Alerts& alerts;
   Pasteboard& pasteboard;
+  PropertyLists& propertyLists;
   ScriptRunner& scripts;
   UserFolders folders;
 };

@@ -5,6 +5,7 @@
 
 #include "core/Geometry.h"
 #include "platform/Canvas.h"
+#include "platform/ListView.h"
 #include "platform/SearchField.h"
 
 namespace pellar {
@@ -60,6 +61,7 @@ class ViewHost {
 
   [[nodiscard]] virtual const TextMeasure& textMeasure() const = 0;
   [[nodiscard]] virtual std::unique_ptr<SearchField> makeSearchField() = 0;
+  [[nodiscard]] virtual std::unique_ptr<ListView> makeListView(const ListStyle& style) = 0;
 };
 
 }  // namespace pellar

@@ -1,6 +1,7 @@
 #include "app/strip/RecentDropdown.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pellar {
 namespace {
@@ -11,15 +12,25 @@ constexpr double gap = 4;
 
 }  // namespace
 
-RecentDropdown::RecentDropdown(PanelFactory& panels, EventMonitors& eventMonitors, ScreenList& screens,
-                               Panel& strip, TabStripView& view)
-    : eventMonitors_(eventMonitors),
-      screens_(screens),
+RecentDropdown::RecentDropdown(const Platform& platform, std::shared_ptr<StateStore> store, Panel& strip,
+                               TabStripView& view)
+    : eventMonitors_(platform.eventMonitors),
+      screens_(platform.screens),
       strip_(strip),
       view_(view),
-      panel_(panels.makePanel({.contentSize = dropdownSize, .level = PanelLevel::popUpMenu})) {}
+      panel_(platform.panels.makePanel({.contentSize = dropdownSize, .level = PanelLevel::popUpMenu})),
+      recentView_(panel_->host(), std::move(store), platform) {
+  panel_->setView(&recentView_);
+}
 
-void RecentDropdown::open() {
+RecentDropdown::~RecentDropdown() {
+  panel_->setView(nullptr);
+}
+
+void RecentDropdown::open(const std::optional<TrackedApp>& app) {
+  recentView_.app = app ? app->office : std::nullopt;
+  recentView_.appKey = app ? std::optional(app->id) : std::nullopt;
+  recentView_.reload(view_.searchField().text());
   if (!open_) {
     open_ = true;
     position();
@@ -35,6 +46,10 @@ void RecentDropdown::open() {
   }
   strip_.makeKeyAndOrderFront();
   view_.searchField().focus();
+}
+
+void RecentDropdown::searchTextChanged() {
+  recentView_.reload(view_.searchField().text());
 }
 
 bool RecentDropdown::close() {

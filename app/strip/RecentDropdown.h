@@ -2,11 +2,16 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
+#include "app/panels/RecentView.h"
 #include "app/strip/TabStripView.h"
+#include "core/StateStore.h"
+#include "core/TrackedApp.h"
 #include "platform/EventMonitors.h"
 #include "platform/Panel.h"
+#include "platform/Platform.h"
 #include "platform/ScreenList.h"
 #include "platform/Subscription.h"
 
@@ -16,16 +21,23 @@ namespace pellar {
 // close it. Main thread only.
 class RecentDropdown {
  public:
-  // All outlive the drop-down; `view` fills `strip`.
-  RecentDropdown(PanelFactory& panels, EventMonitors& eventMonitors, ScreenList& screens, Panel& strip,
+  // What `platform` refers to, `strip` and `view`, which fills it, outlive the drop-down.
+  RecentDropdown(const Platform& platform, std::shared_ptr<StateStore> store, Panel& strip,
                  TabStripView& view);
+  ~RecentDropdown();
+  RecentDropdown(const RecentDropdown&) = delete;
+  RecentDropdown& operator=(const RecentDropdown&) = delete;
 
   // The user pressed a mouse button elsewhere while it was open.
   std::function<void()> onOutsideClick;
 
+  [[nodiscard]] RecentView& recentView() { return recentView_; }
   [[nodiscard]] bool isOpen() const { return open_; }
-  // Shows it unless it is open, and in every case lets the search field have the keyboard.
-  void open();
+  // Lists the files of `app`, or of every application, that fit the search text, shows the panel unless it is
+  // open, and in every case lets the search field have the keyboard.
+  void open(const std::optional<TrackedApp>& app);
+  // The user changed the search text while it was open.
+  void searchTextChanged();
   // Hides it, empties and folds the search field and gives the keyboard up. False when it was not open.
   bool close();
   // Puts it under the search field, inside the strip's screen.
@@ -39,6 +51,7 @@ class RecentDropdown {
   Panel& strip_;
   TabStripView& view_;
   std::unique_ptr<Panel> panel_;
+  RecentView recentView_;  // depends-on: panel_
   bool open_ = false;
   std::vector<Subscription> clickMonitors_;
 };

@@ -30,6 +30,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
                 .menus = menus_,
                 .alerts = alerts_,
                 .pasteboard = pasteboard_,
+                .propertyLists = propertyLists_,
                 .scripts = scripts_,
                 .folders = platformFolders()} {
   mirror_.readStale();

@@ -19,6 +19,7 @@
 #include "platform/linux/X11Pump.h"
 #include "platform/linux/X11ScreenList.h"
 #include "platform/linux/X11Workspace.h"
+#include "platform/shared/PlistPropertyLists.h"
 
 namespace pellar {
 
@@ -49,6 +50,7 @@ class LinuxPlatform {
   QtMenus menus_;
   QtAlerts alerts_;
   QtPasteboard pasteboard_;
+  PlistPropertyLists propertyLists_;
   NoScripts scripts_;
   X11Pump pump_;
   Platform platform_;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/linux/QtCanvas.h"
+#include "platform/linux/QtListView.h"
 #include "platform/linux/SearchEdit.h"
 #include "platform/linux/SearchFieldLook.h"
 #include "platform/linux/X11Panel.h"
@@ -63,10 +64,13 @@ void QtSearchField::press() {
 
 void QtSearchField::pressedInEditor(ScreenPoint location) {
   panel_.reportPress(location);
+  QtListView::endFocus(panel_.services());
   if (onActivate_) onActivate_();
 }
 
 void QtSearchField::typed(std::string text) {
+  // An input method writes without any key that the list could have left to the field.
+  QtListView::endFocus(panel_.services());
   text_ = std::move(text);
   if (onChange_) onChange_();
 }

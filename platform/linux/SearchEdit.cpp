@@ -4,10 +4,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWindow>
+#include <cstdint>
+#include <optional>
 
 #include "platform/linux/PanelGround.h"
 #include "platform/linux/PixelRect.h"
 #include "platform/linux/QtCanvas.h"
+#include "platform/linux/QtListView.h"
 #include "platform/linux/QtSearchField.h"
 #include "platform/linux/SearchFieldLook.h"
 #include "platform/linux/X11Panel.h"
@@ -36,6 +39,41 @@ std::string selectorOf(int key) {
       return "cancelOperation:";
     default:
       return {};
+  }
+}
+
+// The virtual key code of a key that a list may have a use for; absent for others.
+std::optional<std::uint16_t> virtualKeyCode(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+      return 36;
+    case Qt::Key_Escape:
+      return 53;
+    case Qt::Key_PageUp:
+      return DrawnList::pageUpKey;
+    case Qt::Key_PageDown:
+      return DrawnList::pageDownKey;
+    case Qt::Key_Down:
+      return DrawnList::downKey;
+    case Qt::Key_Up:
+      return DrawnList::upKey;
+    default:
+      return std::nullopt;
+  }
+}
+
+bool isModifier(int key) {
+  switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+      return true;
+    default:
+      return false;
   }
 }
 
@@ -88,6 +126,10 @@ void SearchEdit::paintEvent(QPaintEvent* event) {
 }
 
 void SearchEdit::keyPressEvent(QKeyEvent* event) {
+  if (offerToList(event->key())) {
+    event->accept();
+    return;
+  }
   const std::string selector = selectorOf(event->key());
   if (selector.empty()) {
     QLineEdit::keyPressEvent(event);
@@ -97,6 +139,15 @@ void SearchEdit::keyPressEvent(QKeyEvent* event) {
   if (field_.command(selector) || selector != "cancelOperation:" || text().isEmpty()) return;
   clear();
   field_.typed({});
+}
+
+// False when the key is the field's, which then has the keys again.
+bool SearchEdit::offerToList(int key) {
+  QtListView* const list = panel_.services().keyList;
+  if (list == nullptr || isModifier(key)) return false;
+  if (const auto code = virtualKeyCode(key); code && list->keyDown(*code)) return true;
+  QtListView::endFocus(panel_.services());
+  return false;
 }
 
 void SearchEdit::mousePressEvent(QMouseEvent* event) {

@@ -21,6 +21,8 @@ class SearchEdit final : public QLineEdit {
   void mousePressEvent(QMouseEvent* event) override;
 
  private:
+  bool offerToList(int key);
+
   QtSearchField& field_;
   X11Panel& panel_;
   QWindow* parentWindow_;  // stands for the panel's window; owned

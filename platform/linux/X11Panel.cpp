@@ -7,6 +7,7 @@
 
 #include "platform/linux/PanelGround.h"
 #include "platform/linux/QtCanvas.h"
+#include "platform/linux/QtListView.h"
 #include "platform/linux/QtSearchField.h"
 
 namespace pellar {
@@ -97,8 +98,9 @@ void X11Panel::orderOut() {
   window_.unmap();
   window_.flush();
   resignKey();
+  if (std::ranges::find(lists_, services_.keyList) != lists_.end()) QtListView::endFocus(services_);
   services_.loop.post([this, alive = std::weak_ptr(alive_)] {
-    if (!alive.expired() && !visible_) mouse_.abandon(view_);
+    if (!alive.expired() && !visible_) mouse_.abandon(mouseTarget());
   });
 }
 
@@ -114,6 +116,7 @@ void X11Panel::makeKeyAndOrderFront() {
 void X11Panel::resignKey() {
   if (!isKey()) return;
   services_.key = nullptr;
+  QtListView::endFocus(services_);
   outsidePress_.cancel();
   if (firstResponder_ != nullptr) firstResponder_->endEditing();
   // A callback may drop any subscription, also its own.
@@ -122,12 +125,14 @@ void X11Panel::resignKey() {
 }
 
 void X11Panel::clearFirstResponder() {
+  if (isKey()) QtListView::endFocus(services_);
   if (auto* field = std::exchange(firstResponder_, nullptr); field != nullptr && isKey()) field->endEditing();
 }
 
 void X11Panel::makeFirstResponder(QtSearchField& field) {
   if (firstResponder_ != &field) clearFirstResponder();
   firstResponder_ = &field;
+  QtListView::endFocus(services_);
   if (isKey()) field.beginEditing();
 }
 
@@ -179,6 +184,30 @@ void X11Panel::removeField(QtSearchField& field) {
   fields_.erase(std::remove(fields_.begin(), fields_.end(), &field), fields_.end());
 }
 
+std::unique_ptr<ListView> X11Panel::makeListView(const ListStyle& style) {
+  return std::make_unique<QtListView>(*this, style);
+}
+
+void X11Panel::addList(QtListView& list) {
+  lists_.push_back(&list);
+}
+
+void X11Panel::removeList(QtListView& list) {
+  if (pressedList_ == &list) pressedList_ = nullptr;
+  std::erase(lists_, &list);
+}
+
+QtListView* X11Panel::listAt(ViewPoint point) {
+  const auto found =
+      std::ranges::find_if(lists_, [&](const QtListView* each) { return each->frame().contains(point); });
+  return found == lists_.end() ? nullptr : *found;
+}
+
+View* X11Panel::mouseTarget() {
+  if (pressedList_ != nullptr) return pressedList_;
+  return view_;
+}
+
 void X11Panel::reportPress(ScreenPoint location) {
   services_.reportPress({this, location});
 }
@@ -221,6 +250,11 @@ void X11Panel::paintPart(const QRect& part) {
   QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
   if (view_ != nullptr) view_->draw(canvas, viewRect(part));
   for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
+  for (QtListView* list : lists_) {
+    QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), services_.measure,
+                     services_.sprites);
+    list->draw(clipped, viewRect(part));
+  }
   if (style_.glass) PanelGround::drawOver(picture_, part, blends);
   window_.put(picture_, part);
 }
@@ -241,17 +275,31 @@ bool X11Panel::comesIn() {
 
 void X11Panel::press(const xcb_button_press_event_t& event) {
   const double height = services_.firstScreenHeight();
-  const std::weak_ptr alive(alive_);
-  reportPress(toScreenPoint(event.root_x, event.root_y, height));
-  if (alive.expired()) return;
   const ViewPoint location{static_cast<double>(event.event_x), static_cast<double>(event.event_y)};
+  if (event.detail == XCB_BUTTON_INDEX_4 || event.detail == XCB_BUTTON_INDEX_5) {
+    // The wheel: a press is a notch.
+    if (auto* const list = listAt(location)) list->scroll(event.detail == XCB_BUTTON_INDEX_4 ? -1 : 1);
+    return;
+  }
+  if (event.detail == XCB_BUTTON_INDEX_1 || event.detail == XCB_BUTTON_INDEX_3) {
+    const std::weak_ptr alive(alive_);
+    reportPress(toScreenPoint(event.root_x, event.root_y, height));
+    if (alive.expired()) return;
+  }
   const auto field = std::find_if(fields_.begin(), fields_.end(),
                                   [&](const QtSearchField* each) { return each->contains(location); });
   if (field == fields_.end()) {
-    mouse_.press(event, view_, height);
+    pressedList_ = listAt(location);
+    mouse_.press(event, mouseTarget(), height);
   } else if (event.detail == XCB_BUTTON_INDEX_1) {
     (*field)->press();
   }
+}
+
+void X11Panel::release(const xcb_button_release_event_t& event) {
+  View* const target = mouseTarget();
+  if (event.detail == XCB_BUTTON_INDEX_1) pressedList_ = nullptr;
+  mouse_.release(event, target, services_.firstScreenHeight());
 }
 
 void X11Panel::handle(const xcb_generic_event_t& event) {
@@ -270,15 +318,14 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
       if (comesIn()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
       return;
     case XCB_BUTTON_RELEASE:
-      return mouse_.release(reinterpret_cast<const xcb_button_release_event_t&>(event), view_,
-                            services_.firstScreenHeight());
+      return release(reinterpret_cast<const xcb_button_release_event_t&>(event));
     case XCB_MOTION_NOTIFY:
       if (!comesIn()) return;
-      return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), view_,
+      return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
                            services_.firstScreenHeight());
     case XCB_ENTER_NOTIFY:
       if (!comesIn()) return;
-      return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), view_,
+      return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), mouseTarget(),
                           services_.firstScreenHeight());
     case XCB_LEAVE_NOTIFY:
       return mouse_.leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event), view_);

@@ -16,6 +16,7 @@
 
 namespace pellar {
 
+class QtListView;
 class QtSearchField;
 
 // A panel as a bare X window with a picture of its content: only what changed is painted and sent.
@@ -52,6 +53,7 @@ class X11Panel final : public Panel, public ViewHost {
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
   [[nodiscard]] const TextMeasure& textMeasure() const override { return services_.measure; }
   [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override;
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
 
   [[nodiscard]] xcb_window_t window() const { return window_.id(); }
   // Takes an event of the window, from the main loop. May end the panel.
@@ -59,17 +61,22 @@ class X11Panel final : public Panel, public ViewHost {
   // A compositing program came or went.
   void blendingChanged();
 
-  // For the panel's search fields.
+  // For the panel's search fields and lists.
   [[nodiscard]] X11PanelServices& services() { return services_; }
   void addField(QtSearchField& field);
   void removeField(QtSearchField& field);
   void makeFirstResponder(QtSearchField& field);
+  void addList(QtListView& list);
+  void removeList(QtListView& list);
   void reportPress(ScreenPoint location);
 
  private:
   // Tells the view when the pointer was not inside before. Whether the panel is still there.
   bool comesIn();
   void press(const xcb_button_press_event_t& event);
+  void release(const xcb_button_release_event_t& event);
+  [[nodiscard]] View* mouseTarget();
+  [[nodiscard]] QtListView* listAt(ViewPoint point);
   void schedulePaint();
   void paint();
   void paintPart(const QRect& part);
@@ -83,6 +90,8 @@ class X11Panel final : public Panel, public ViewHost {
   View* view_ = nullptr;
   std::vector<QtSearchField*> fields_;
   QtSearchField* firstResponder_ = nullptr;
+  std::vector<QtListView*> lists_;
+  QtListView* pressedList_ = nullptr;  // has the pointer until the button is released
   X11PanelMouse mouse_;
 
   QImage picture_;

@@ -14,6 +14,7 @@
 
 namespace pellar {
 
+class QtListView;
 class X11Panel;
 
 // What all panels share.
@@ -28,6 +29,8 @@ struct X11PanelServices {
   QtTextMeasure measure{};
   SpriteCache sprites{};
   X11Panel* key = nullptr;  // the panel that has the keyboard
+  // The list, of any panel, that has the keys of the key panel's search field; null when the field has them.
+  QtListView* keyList = nullptr;
 
   // 0 while there is no screen.
   [[nodiscard]] double firstScreenHeight() const {

@@ -1,9 +1,28 @@
 #include "platform/sim/SimKeyboard.h"
 
+#include <optional>
+
+#include "platform/sim/SimListView.h"
 #include "platform/sim/SimSearchField.h"
 #include "platform/sim/SimTextMeasure.h"
 
 namespace pellar {
+
+namespace {
+
+// The virtual code of the key that gives a command.
+std::optional<std::uint16_t> keyCodeOf(const std::string& selector) {
+  if (selector == "insertNewline:") return 36;
+  if (selector == "deleteBackward:") return 51;
+  if (selector == "cancelOperation:") return 53;
+  if (selector == "pageUp:") return DrawnList::pageUpKey;
+  if (selector == "pageDown:") return DrawnList::pageDownKey;
+  if (selector == "moveDown:") return DrawnList::downKey;
+  if (selector == "moveUp:") return DrawnList::upKey;
+  return std::nullopt;
+}
+
+}  // namespace
 
 SimSearchField* SimKeyboard::target() const {
   const SimPanel* const panel = panels_.key();
@@ -15,6 +34,7 @@ void SimKeyboard::type(std::string_view text) {
     std::string key = SimTextMeasure::prefix(text, 1);
     text.remove_prefix(key.size());
     loop_.post([this, key = std::move(key)] {
+      if (panels_.key() != nullptr) panels_.endListFocus();
       if (auto* const field = target()) {
         field->type(key);
       } else if (const auto application = desktop_.frontApplication();
@@ -28,6 +48,11 @@ void SimKeyboard::type(std::string_view text) {
 
 void SimKeyboard::command(const std::string& selector) {
   loop_.post([this, selector] {
+    if (auto* const list = panels_.keyList()) {
+      const auto code = keyCodeOf(selector);
+      if (code && list->keyDown(*code)) return;
+      panels_.endListFocus();
+    }
     if (auto* const field = target()) field->command(selector);
   });
   loop_.runUntilIdle();

@@ -11,8 +11,8 @@
 
 namespace pellar {
 
-// The user's keyboard. Keys go to the focused field of the key panel, else to the application in front. Each
-// call returns when the main loop is idle again.
+// The user's keyboard. Keys go to the focused list or field of the key panel, else to the application in
+// front. Each call returns when the main loop is idle again.
 class SimKeyboard {
  public:
   SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels, SimEventTaps& taps)

@@ -25,6 +25,7 @@ Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) 
           .menus = menus_,
           .alerts = alerts_,
           .pasteboard = pasteboard_,
+          .propertyLists = propertyLists_,
           .scripts = scripts_,
           .folders = foldersIn(home_.path())};
 }

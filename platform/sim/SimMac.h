@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Platform.h"
+#include "platform/shared/PlistPropertyLists.h"
 #include "platform/sim/SimAccessibility.h"
 #include "platform/sim/SimAlerts.h"
 #include "platform/sim/SimDesktop.h"
@@ -113,6 +114,7 @@ class SimMac {
   SimMenus menus_{mainLoop_};
   SimAlerts alerts_{mainLoop_};
   SimPasteboard pasteboard_;
+  PlistPropertyLists propertyLists_;
   SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};
   SimScripts scripts_{office_};
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};

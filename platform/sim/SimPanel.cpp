@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/sim/SimListView.h"
 #include "platform/sim/SimPanels.h"
 
 namespace pellar {
@@ -10,7 +11,7 @@ SimPanel::SimPanel(SimPanels& owner, const PanelStyle& style)
     : owner_(owner),
       style_(style),
       frame_{0, 0, style.contentSize.width, style.contentSize.height},
-      host_(*this) {
+      host_(*this, owner.listFocus()) {
   owner_.join(*this);
 }
 
@@ -50,6 +51,7 @@ void SimPanel::orderFrontRegardless() {
 
 void SimPanel::orderOut() {
   visible_ = false;
+  if (auto* const list = owner_.listFocus()->list; host_.contains(list)) list->loseFocus();
   if (isKey()) owner_.setKey(nullptr);
 }
 
@@ -66,6 +68,11 @@ void SimPanel::resignKey() {
 
 bool SimPanel::isKey() const {
   return owner_.key() == this;
+}
+
+void SimPanel::clearFirstResponder() {
+  host_.fields().focused = nullptr;
+  if (isKey()) owner_.endListFocus();
 }
 
 Subscription SimPanel::onDidResignKey(std::function<void()> callback) {

@@ -29,7 +29,7 @@ class SimPanel final : public Panel {
   void makeKeyAndOrderFront() override;
   void resignKey() override;
   [[nodiscard]] bool isKey() const override;
-  void clearFirstResponder() override { host_.fields().focused = nullptr; }
+  void clearFirstResponder() override;
   [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
 
   [[nodiscard]] const PanelStyle& style() const { return style_; }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/sim/SimListView.h"
+
 namespace pellar {
 
 std::unique_ptr<Panel> SimPanels::makePanel(const PanelStyle& style) {
@@ -31,7 +33,18 @@ bool SimPanels::contains(const SimPanel* panel) const {
 
 void SimPanels::setKey(SimPanel* panel) {
   SimPanel* const before = std::exchange(key_, panel);
-  if (before != nullptr && before != panel) before->lostKey();
+  if (before == nullptr || before == panel) return;
+  endListFocus();
+  before->lostKey();
+}
+
+void SimPanels::clearKeySilently() {
+  key_ = nullptr;
+  endListFocus();
+}
+
+void SimPanels::endListFocus() {
+  if (auto* const list = listFocus_->list) list->loseFocus();
 }
 
 void SimPanels::leave(SimPanel& panel) {

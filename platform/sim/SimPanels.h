@@ -25,12 +25,16 @@ class SimPanels final : public PanelFactory {
   // The panel that receives the keys; null when the application in front does.
   [[nodiscard]] SimPanel* key() const { return key_; }
   void setKey(SimPanel* panel);
+  // The list that receives the keys before the key panel's field; null when there is none.
+  [[nodiscard]] SimListView* keyList() const { return key_ == nullptr ? nullptr : listFocus_->list; }
+  void endListFocus();
 
   // For SimPanel.
   void join(SimPanel& panel) { frontToBack_.insert(frontToBack_.begin(), &panel); }
   void leave(SimPanel& panel);
   void bringForward(SimPanel& panel);
-  void clearKeySilently() { key_ = nullptr; }
+  void clearKeySilently();
+  [[nodiscard]] const std::shared_ptr<SimListFocus>& listFocus() const { return listFocus_; }
   [[nodiscard]] SimMainLoop& loop() const { return loop_; }
   [[nodiscard]] std::vector<Screen> screens() const { return screens_.screens(); }
 
@@ -39,6 +43,7 @@ class SimPanels final : public PanelFactory {
   const SimScreens& screens_;
   std::vector<SimPanel*> frontToBack_;  // within each level
   SimPanel* key_ = nullptr;
+  std::shared_ptr<SimListFocus> listFocus_ = std::make_shared<SimListFocus>();
 };
 
 }  // namespace pellar

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/sim/SimListView.h"
 #include "platform/sim/SimSearchField.h"
 
 namespace pellar {
@@ -25,6 +26,11 @@ void SimPointer::hover() {
 
 void SimPointer::dragged() {
   if (!panels_.contains(pressed_) || pressed_->simHost().view() == nullptr) return;
+  if (pressedList_ != nullptr) {
+    if (pressed_->simHost().contains(pressedList_))
+      pressedList_->drag(pressed_->simHost().fromScreen(location_));
+    return;
+  }
   pressed_->simHost().view()->mouseDragged(eventIn(*pressed_, clickCount_, false));
 }
 
@@ -41,7 +47,12 @@ void SimPointer::release() {
   leftHeld_ = false;
   loop_.post([this] {
     SimPanel* const panel = std::exchange(pressed_, nullptr);
+    SimListView* const list = std::exchange(pressedList_, nullptr);
     if (!panels_.contains(panel) || panel->simHost().view() == nullptr) return;
+    if (list != nullptr) {
+      if (panel->simHost().contains(list)) list->release();
+      return;
+    }
     panel->simHost().view()->mouseUp(eventIn(*panel, clickCount_, false));
   });
   loop_.runUntilIdle();
@@ -76,6 +87,13 @@ void SimPointer::pressInPanel(SimPanel& panel, Button button, const MouseEvent& 
   }
   View* const view = panel.simHost().view();
   if (view == nullptr) return;
+  if (SimListView* const list = panel.simHost().listAt(event.location)) {
+    if (button != Button::left) return;
+    pressed_ = &panel;
+    pressedList_ = list;
+    list->press(event.location, event.clickCount);
+    return;
+  }
   switch (button) {
     case Button::left:
       pressed_ = &panel;
@@ -130,6 +148,17 @@ void SimPointer::drag(ScreenPoint from, ScreenPoint to) {
     moveTo({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});
   }
   release();
+}
+
+void SimPointer::scroll(ScreenPoint point, int notches) {
+  moveTo(point);
+  loop_.post([this, notches] {
+    SimPanel* const panel = panels_.at(location_);
+    if (panel == nullptr) return;
+    if (auto* const list = panel->simHost().listAt(panel->simHost().fromScreen(location_)))
+      list->scroll(notches);
+  });
+  loop_.runUntilIdle();
 }
 
 }  // namespace pellar

@@ -34,6 +34,8 @@ class SimPointer {
   void middleClick(ScreenPoint point);
   // Press, several steps on the way, release.
   void drag(ScreenPoint from, ScreenPoint to);
+  // Turns the wheel there, downward when positive.
+  void scroll(ScreenPoint point, int notches);
 
   [[nodiscard]] ScreenPoint location() const { return location_; }
 
@@ -57,8 +59,9 @@ class SimPointer {
   ScreenPoint location_;
   bool leftHeld_ = false;
   int clickCount_ = 1;
-  SimPanel* pressed_ = nullptr;  // the panel that took the left press; may be gone
-  SimPanel* hovered_ = nullptr;  // the panel under the pointer; may be gone
+  SimPanel* pressed_ = nullptr;         // the panel that took the left press; may be gone
+  SimListView* pressedList_ = nullptr;  // the list in it that did; may be gone
+  SimPanel* hovered_ = nullptr;         // the panel under the pointer; may be gone
 };
 
 }  // namespace pellar

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/sim/SimListView.h"
 #include "platform/sim/SimTextMeasure.h"
 
 namespace pellar {
@@ -22,7 +23,9 @@ void SimSearchField::setHidden(bool hidden) {
 }
 
 void SimSearchField::focus() {
-  if (!hidden_) fields_->focused = this;
+  if (hidden_) return;
+  fields_->focused = this;
+  if (auto* const list = fields_->listFocus->list) list->loseFocus();
 }
 
 void SimSearchField::click() {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/sim/RecordingCanvas.h"
+#include "platform/sim/SimListView.h"
 #include "platform/sim/SimPanel.h"
 #include "platform/sim/SimPanels.h"
 #include "platform/sim/SimSearchField.h"
@@ -20,7 +21,14 @@ ViewRect unite(const ViewRect& a, const ViewRect& b) {
 
 }  // namespace
 
-SimViewHost::SimViewHost(SimPanel& panel) : panel_(panel) {}
+SimViewHost::SimViewHost(SimPanel& panel, std::shared_ptr<SimListFocus> listFocus) : panel_(panel) {
+  fields_->listFocus = std::move(listFocus);
+  fields_->needsDisplay = [this] { setNeedsDisplay(); };
+}
+
+SimViewHost::~SimViewHost() {
+  fields_->needsDisplay = nullptr;
+}
 
 ViewRect SimViewHost::bounds() const {
   const ScreenRect frame = panel_.frame();
@@ -57,6 +65,10 @@ std::unique_ptr<SearchField> SimViewHost::makeSearchField() {
   return std::make_unique<SimSearchField>(fields_);
 }
 
+std::unique_ptr<ListView> SimViewHost::makeListView(const ListStyle& style) {
+  return std::make_unique<SimListView>(fields_, style);
+}
+
 void SimViewHost::setView(View* view) {
   if (view_ == view) return;
   view_ = view;
@@ -83,6 +95,7 @@ void SimViewHost::display() {
   if (!dirty) return;
   RecordingCanvas canvas(bounds());
   view_->draw(canvas, *dirty);
+  for (const SimListView* list : fields_->lists) list->draw(canvas);
   if (*dirty == bounds()) drawing_.clear();
   drawing_.repaint(*dirty, canvas.items());
   repaints_.push_back(*dirty);
@@ -93,6 +106,16 @@ SimSearchField* SimViewHost::fieldAt(ViewPoint point) const {
     return !field->isHidden() && field->frame().contains(point);
   });
   return found == fields_->all.rend() ? nullptr : *found;
+}
+
+SimListView* SimViewHost::listAt(ViewPoint point) const {
+  const auto found = std::ranges::find_if(
+      fields_->lists, [point](const auto* list) { return list->frame().contains(point); });
+  return found == fields_->lists.end() ? nullptr : *found;
+}
+
+bool SimViewHost::contains(const SimListView* list) const {
+  return std::ranges::find(fields_->lists, list) != fields_->lists.end();
 }
 
 }  // namespace pellar

@@ -12,18 +12,30 @@
 namespace pellar {
 
 class SimPanel;
+class SimListView;
 class SimSearchField;
 
-// The fields of one view, in order of creation. Shared, since a field may outlive its panel.
+// The list of any panel that has the keys of the key panel; null when the key panel's own field has them.
+struct SimListFocus {
+  SimListView* list = nullptr;
+};
+
+// The native controls of one view, in order of creation. Shared, since a control may outlive its panel.
 struct SimFields {
   std::vector<SimSearchField*> all;
   SimSearchField* focused = nullptr;  // the one that receives the keys
+  std::vector<SimListView*> lists;
+  std::shared_ptr<SimListFocus> listFocus;  // the same in all panels
+  std::function<void()> needsDisplay;       // absent once the panel is gone
 };
 
 // What a simulated panel gives its view. Repaints happen on a later turn, all requests of a turn together.
 class SimViewHost final : public ViewHost {
  public:
-  explicit SimViewHost(SimPanel& panel);
+  SimViewHost(SimPanel& panel, std::shared_ptr<SimListFocus> listFocus);
+  ~SimViewHost() override;
+  SimViewHost(const SimViewHost&) = delete;
+  SimViewHost& operator=(const SimViewHost&) = delete;
 
   [[nodiscard]] ViewRect bounds() const override;
   void setNeedsLayout() override;
@@ -33,6 +45,7 @@ class SimViewHost final : public ViewHost {
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
   [[nodiscard]] const TextMeasure& textMeasure() const override { return measure_; }
   [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override;
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
 
   void setView(View* view);
   [[nodiscard]] View* view() const { return view_; }
@@ -47,6 +60,9 @@ class SimViewHost final : public ViewHost {
   [[nodiscard]] SimFields& fields() const { return *fields_; }
   // The visible field under a point; null when there is none.
   [[nodiscard]] SimSearchField* fieldAt(ViewPoint point) const;
+  // The list under a point; null when there is none.
+  [[nodiscard]] SimListView* listAt(ViewPoint point) const;
+  [[nodiscard]] bool contains(const SimListView* list) const;
 
  private:
   SimPanel& panel_;

@@ -88,6 +88,7 @@ class FakeViewHost final : public ViewHost {
     searchField = field.get();
     return field;
   }
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle&) override { return nullptr; }
 
  private:
   FixedPitchMeasure measure_;

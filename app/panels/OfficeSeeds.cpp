@@ -1,0 +1,50 @@
+#include "app/panels/OfficeSeeds.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+#include "app/tracking/FileUrl.h"
+
+namespace pellar {
+namespace {
+
+// As the folders of the applications' own data are spelled. The fourth application keeps no such file.
+constexpr std::array<std::string_view, 3> words{"Word", "Excel", "Powerpoint"};
+
+std::filesystem::path bookmarksOf(std::string_view word, const std::filesystem::path& home) {
+  const std::string id = "com.microsoft." + std::string(word);
+  return home / "Library" / "Containers" / id / "Data" / "Library" / "Preferences" /
+         (id + ".securebookmarks.plist");
+}
+
+std::string pathOf(const std::string& key) {
+  if (!key.starts_with("file://")) return key;
+  return pathOfFileUrl(key).value_or(key);
+}
+
+double lastUse(const PropertyListValue& bookmark) {
+  const auto* const entry = bookmark.as<PropertyListValue::Dictionary>();
+  if (entry == nullptr) return 0;
+  const auto found = entry->find("kLastUsedDateKey");
+  if (found == entry->end()) return 0;
+  const auto* const date = found->second.as<PropertyListDate>();
+  return date == nullptr ? 0 : date->secondsSince1970;
+}
+
+}  // namespace
+
+std::map<std::string, double> officeSeeds(PropertyLists& propertyLists, const std::filesystem::path& home) {
+  std::map<std::string, double> seeds;
+  for (const auto word : words) {
+    const auto bookmarks = propertyLists.read(bookmarksOf(word, home));
+    if (!bookmarks) continue;
+    for (const auto& [key, bookmark] : *bookmarks) {
+      double& time = seeds.try_emplace(pathOf(key), 0.0).first->second;
+      time = std::max(time, lastUse(bookmark));
+    }
+  }
+  return seeds;
+}
+
+}  // namespace pellar

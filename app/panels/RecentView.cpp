@@ -1,0 +1,121 @@
+#include "app/panels/RecentView.h"
+
+#include <filesystem>
+#include <map>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "app/panels/OfficeSeeds.h"
+#include "core/AppState.h"
+#include "core/PathExtension.h"
+#include "core/Recent.h"
+#include "platform/MainLoop.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+namespace {
+
+constexpr double sideMargin = 10;
+constexpr double endMargin = 8;
+constexpr std::uint16_t returnKey = 36;
+constexpr std::uint16_t escapeKey = 53;
+
+constexpr ListStyle style{.rowHeight = 34,
+                          .title = {.inset = 4,
+                                    .top = 1,
+                                    .height = 16,
+                                    .font = {12.5, FontWeight::regular},
+                                    .color = Color::white()},
+                          .subtitle = {.inset = 4,
+                                       .top = 19,
+                                       .height = 13,
+                                       .font = {10.5, FontWeight::regular},
+                                       .color = Color::white(0.55),
+                                       .truncation = ListLabel::Truncation::middle}};
+
+// A folder as it is shown: the home folder is "~".
+std::string shown(std::string_view folder, const std::string& home) {
+  const bool inHome = !home.empty() && folder.starts_with(home) &&
+                      (folder.size() == home.size() || folder[home.size()] == '/');
+  return inHome ? "~" + std::string(folder.substr(home.size())) : std::string(folder);
+}
+
+bool exists(const std::string& path) {
+  std::error_code error;  // what cannot be looked at is not there for the user
+  return std::filesystem::exists(path, error);
+}
+
+}  // namespace
+
+RecentView::RecentView(ViewHost& host, std::shared_ptr<StateStore> store, const Platform& platform)
+    : host_(host), store_(std::move(store)), platform_(platform), list_(host.makeListView(style)) {
+  list_->setOnDoubleClick([this] { openSelected(); });
+  list_->setOnKeyDown([this](std::uint16_t keyCode) { return keyDown(keyCode); });
+}
+
+void RecentView::layout() {
+  const ViewRect bounds = host_.bounds();
+  list_->setFrame({sideMargin, endMargin, bounds.width - 2 * sideMargin, bounds.height - 2 * endMargin});
+}
+
+void RecentView::reload(const std::string& query) {
+  const AppState& state = store_->state();
+  const auto seeds =
+      app ? officeSeeds(platform_.propertyLists, platform_.folders.home) : std::map<std::string, double>();
+  items_ = Recent::list(state.recent, seeds, query, app, appKey, state.recentApp, exists);
+  list_->reload(items_.size(), [this](std::size_t index) { return row(index); });
+}
+
+ListRow RecentView::row(std::size_t index) const {
+  const std::string& path = items_.at(index);
+  return {std::string(lastComponent(path)),
+          shown(withoutLastComponent(path), platform_.folders.home.string())};
+}
+
+bool RecentView::handle(const std::string& selector) {
+  if (selector == "insertNewline:") {
+    if (!list_->selectedRow()) list_->selectRow(0);
+    openSelected();
+    return true;
+  }
+  if (selector == "moveDown:") {
+    list_->focus();
+    list_->selectRow(0);
+    return true;
+  }
+  if (selector == "cancelOperation:") {
+    close();
+    return true;
+  }
+  return false;
+}
+
+bool RecentView::keyDown(std::uint16_t keyCode) {
+  if (keyCode == escapeKey) {
+    close();
+    return true;
+  }
+  if (keyCode == returnKey) {
+    openSelected();
+    return true;
+  }
+  return false;
+}
+
+void RecentView::openSelected() {
+  const auto selected = list_->selectedRow();
+  if (!selected || *selected >= items_.size()) return;
+  // Kept apart from the list, which changes when the panel closes.
+  const std::string path = items_[*selected];
+  const double now = platform_.mainLoop.secondsSince1970();
+  store_->update([&](AppState& state) { state.touchRecent(path, std::nullopt, now); });
+  platform_.workspace.open(path);
+  close();
+}
+
+void RecentView::close() {
+  if (const auto callback = onClose) callback();
+}
+
+}  // namespace pellar
