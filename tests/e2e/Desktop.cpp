@@ -177,7 +177,9 @@ void Desktop::waitUntilActive(Window window) {
 }
 
 void Desktop::activate(Window window) {
-  observer_->sendToRoot(window.id, "_NET_ACTIVE_WINDOW", {2, XCB_CURRENT_TIME, 0});
+  // A request without a time counts from when the window manager comes to it, and beats a later click on a
+  // tab.
+  observer_->sendToRoot(window.id, "_NET_ACTIVE_WINDOW", {2, observer_->serverTime(), 0});
   waitUntilActive(window);
   observer_->waitUntil("window is shown", [&] { return observer_->isViewable(window.id); });
 }

@@ -202,10 +202,11 @@ std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidat
 
 void Strip::dragTab(std::size_t from, std::size_t to) {
   holdTab(from, to);
-  desktop_.observer().release(1);
+  dropTab();
 }
 
 void Strip::holdTab(std::size_t from, std::size_t to) {
+  if (dropMarker()) throw std::runtime_error("a drop marker although no tab is dragged");
   const auto place = shownBox();
   const auto source = tab(from);
   const auto target = tab(to);
@@ -216,6 +217,13 @@ void Strip::holdTab(std::size_t from, std::size_t to) {
   const int middleOfTab = pitch / 2 - markerInset;
   desktop_.dragAndHold(place.x + source.marker, place.y + height / 2,
                        place.x + target.marker + middleOfTab + beyond * 6, place.y + height / 2);
+  desktop_.observer().waitUntil("the drop marker shows where the tab will land",
+                                [this] { return dropMarker().has_value(); });
+}
+
+void Strip::dropTab() {
+  desktop_.observer().release(1);
+  desktop_.observer().waitUntil("the drop marker is gone", [this] { return !dropMarker().has_value(); });
 }
 
 void Strip::dragEmptyPart(int byX, int byY) {

@@ -49,8 +49,10 @@ class Strip {
   // Clicks one tab after another; the windows that became active, in that order.
   std::vector<Window> windowsBehindTabs(const std::vector<Window>& candidates);
   void dragTab(std::size_t from, std::size_t to);
-  // The same without letting go of the mouse button.
+  // The two halves of it: takes a tab there and keeps the mouse button down; lets go. Each waits until it is
+  // seen.
   void holdTab(std::size_t from, std::size_t to);
+  void dropTab();
   // Drags the strip by the room between its last tab and its first tool. Needs two tabs or more.
   void dragEmptyPart(int byX, int byY);
 

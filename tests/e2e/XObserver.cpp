@@ -43,6 +43,10 @@ XObserver::XObserver(const std::string& display) : connection_(xcb_connect(displ
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &events);
+  const std::uint32_t ownEvents = XCB_EVENT_MASK_PROPERTY_CHANGE;
+  own_ = xcb_generate_id(connection_);
+  xcb_create_window(connection_, XCB_COPY_FROM_PARENT, own_, root_, -1, -1, 1, 1, 0,
+                    XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK, &ownEvents);
   fence();
 }
 
@@ -67,8 +71,9 @@ void XObserver::takeEvents() {
   bool desktopChanged = false;
   while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
     if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY) continue;
-    desktopChanged =
-        desktopChanged || reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->window == root_;
+    const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
+    lastTime_ = change->time;
+    desktopChanged = desktopChanged || change->window == root_;
   }
   if (desktopChanged) noteDesktop();
 }
@@ -226,6 +231,13 @@ std::optional<Picture> XObserver::picture(xcb_window_t window) const {
   std::memcpy(result.pixels.data(), xcb_get_image_data(image.get()), result.pixels.size() * 4);
   for (auto& pixel : result.pixels) pixel &= 0xffffff;
   return result;
+}
+
+xcb_timestamp_t XObserver::serverTime() {
+  xcb_change_property(connection_, XCB_PROP_MODE_APPEND, own_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
+                      nullptr);
+  fence();  // the answer comes after the notice of the change
+  return lastTime_;
 }
 
 void XObserver::sendToRoot(xcb_window_t window, const std::string& message,

@@ -90,6 +90,9 @@ class XObserver {
   [[nodiscard]] std::optional<Box> frame(xcb_window_t window) const;
   [[nodiscard]] std::optional<Picture> picture(xcb_window_t window) const;
 
+  // The X server's clock, in its milliseconds.
+  [[nodiscard]] xcb_timestamp_t serverTime();
+
   // Requests a user makes through the window manager.
   void sendToRoot(xcb_window_t window, const std::string& message,
                   const std::vector<std::uint32_t>& data) const;
@@ -112,6 +115,8 @@ class XObserver {
 
   xcb_connection_t* connection_;
   xcb_window_t root_ = 0;
+  xcb_window_t own_ = 0;  // never shown; its property asks for the time
+  xcb_timestamp_t lastTime_ = 0;
   mutable std::map<std::string, xcb_atom_t> atoms_;
   std::set<xcb_window_t> everActive_;
   std::set<xcb_window_t> everListed_;

@@ -51,10 +51,10 @@ void Stage::openTerminal() {
 
 void Stage::openDocuments() {
   // Short titles, since a temporary folder's path tells a reader of the pictures nothing.
-  desktop_.folders().write(desktop_.folders().config() / "Mousepad" / "settings.conf",
-                           "[org/xfce/mousepad/preferences/file]\nsession-restore='never'\n"
+  desktop_.folders().write(desktop_.folders().config() / "glib-2.0" / "settings" / "keyfile",
                            "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n");
-  std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
+  std::vector<std::string> command{"env", "GSETTINGS_BACKEND=keyfile", "mousepad", "--disable-server",
+                                   "--opening-mode=window"};
   for (const auto& document : documentsToOpen) {
     const auto file = desktop_.folders().home() / document.name;
     desktop_.folders().write(file, document.text);
@@ -88,8 +88,7 @@ void Stage::endPellar() {
                              (ending.signal ? "signal " + std::to_string(*ending.signal)
                                             : "exit code " + std::to_string(ending.exitCode.value_or(-1))));
   }
-  if (const auto errors = pellar_->errors(); !errors.empty())
-    throw std::runtime_error("Pellar complained: " + errors);
+  if (!complaints().empty()) throw std::runtime_error("Pellar complained: " + complaints());
   pellar_.reset();
 }
 

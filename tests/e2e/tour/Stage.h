@@ -29,6 +29,8 @@ class Stage {
   // Ends Pellar as a session does at log-out. Throws unless it went in order and had nothing to complain
   // about.
   void endPellar();
+  // What Pellar wrote to standard error so far; empty too when it was never started.
+  [[nodiscard]] std::string complaints() const { return pellar_ ? pellar_->errors() : std::string(); }
 
   // One sentence about what is on the screen now: where the strip is, over what, with which tabs.
   [[nodiscard]] std::string seen();

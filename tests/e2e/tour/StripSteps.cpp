@@ -42,19 +42,13 @@ void clickTab(Stage& stage, std::size_t index) {
 
 // Takes the first tab, the active one, and holds it behind the last.
 void holdFirstTabAtTheEnd(Stage& stage) {
-  auto& strip = stage.strip();
-  if (strip.dropMarker()) throw std::runtime_error("a drop marker although nothing is dragged");
-  strip.holdTab(0, stage.documents().size() - 1);
-  stage.observer().waitUntil("the drop marker shows where the tab will land",
-                             [&] { return strip.dropMarker().has_value(); });
+  stage.strip().holdTab(0, stage.documents().size() - 1);
 }
 
 void letTabGo(Stage& stage) {
   auto& all = stage.documents();
   std::ranges::rotate(all, all.begin() + 1);
-  stage.observer().release(1);
-  stage.observer().waitUntil("the drop marker is gone",
-                             [&] { return !stage.strip().dropMarker().has_value(); });
+  stage.strip().dropTab();
   expectOverDocument(stage, all.back());
 }
 
@@ -172,7 +166,8 @@ std::vector<Step> stripSteps(Stage& stage) {
       {"first-tab-is-another", "clicked the tab that is now the first", [&] { clickTab(stage, 0); }},
       {"tab-closed", "clicked the second tab's close mark", [&] { closeTab(stage, 1); }},
       {"window-moved", "dragged the window by its title bar", [&] { moveByTitleBar(stage); }},
-      {"window-moved-by-the-strip", "dragged the window by the empty part of the strip",
+      {"window-moved-by-the-strip",
+       "dragged the empty part of the strip: the windows stacked there come along",
        [&] { moveByStrip(stage); }},
       {"terminal", "clicked into the terminal", [&] { clickTerminal(stage); }},
       {"editor-again", "clicked into the editor", [&] { returnToEditor(stage, 0); }},

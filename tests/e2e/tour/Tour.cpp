@@ -31,6 +31,8 @@ bool perform(const Step& step, Stage& stage, Photographer& photographer) {
     return true;
   } catch (const std::exception& problem) {
     report(step.deed, problem);
+    if (!stage.complaints().empty())
+      std::cerr << "tour: Pellar complained: " << stage.complaints() << std::endl;
   }
   try {
     say("what it looked like -> " + photographer.take("failed").string());
