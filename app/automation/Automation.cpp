@@ -17,17 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The path of the folder that holds a file, without a slash at its end; empty for the root folder. Absent for
-// a path that names no folder.
-std::optional<std::string> folderOf(const std::string& path) {
-  const auto nameEnd = path.find_last_not_of('/');
-  if (nameEnd == std::string::npos) return std::nullopt;
-  const auto slash = path.rfind('/', nameEnd);
-  if (slash == std::string::npos) return std::nullopt;
-  const auto folderEnd = path.find_last_not_of('/', slash);
-  return folderEnd == std::string::npos ? std::string() : path.substr(0, folderEnd + 1);
-}
-
 std::string nameWithExtension(const std::string& newName, const std::string& oldPath) {
   if (!pathExtension(newName).empty()) return newName;
   const auto extension = pathExtension(oldPath);
@@ -51,6 +40,12 @@ std::uintmax_t sizeOf(const std::string& path) {
 bool holdsTheDocument(const std::string& newPath, const std::string& oldPath) {
   std::error_code ignored;  // then there is no regular file as far as anybody can tell
   return fs::is_regular_file(newPath, ignored) && (sizeOf(newPath) > 0 || sizeOf(oldPath) == 0);
+}
+
+// Two names of one file. Where that cannot be told the old one is missing.
+bool isSameFile(const std::string& a, const std::string& b) {
+  std::error_code ignored;
+  return fs::equivalent(a, b, ignored);
 }
 
 // File calls end a path at its first zero byte, and would mean another file.
@@ -111,28 +106,23 @@ void Automation::newDocument(OfficeApp app) {
 std::optional<std::string> Automation::rename(const OfficeWindow& window, const std::string& oldPath,
                                               const std::string& newName) {
   if (!window.app.office || !isUsable(oldPath) || !isUsable(newName)) return std::nullopt;
-  const auto folder = folderOf(oldPath);
-  if (!folder) return std::nullopt;
   // The text passed in may be the window's own, which can change while the script runs.
   const std::string from = oldPath;
-  std::string to = *folder + "/" + nameWithExtension(newName, from);
+  const std::string folder(withoutLastComponent(from));
+  if (folder.empty()) return std::nullopt;
+  std::string to = (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, from);
   if (to == from || !isFree(to)) return std::nullopt;
 
   const auto script = OfficeScripts::saveAs(*window.app.office, lastComponent(from), to);
   const auto result = script ? run(*script) : std::nullopt;
-  if (!result || result->stringValue() != "ok" || !holdsTheDocument(to, from)) return std::nullopt;
-  removeReplaced(from, to);
+  if (!result || result->stringValue() != "ok") return std::nullopt;
+  // The application alone does not make its new file last: a power failure could take it after the old one is
+  // gone. So it is flushed, and looked at last of all before that.
+  const bool lasts = !files_.flushFile(to) && !files_.flushFolder(folder);
+  if (!holdsTheDocument(to, from)) return std::nullopt;
+  // An old file that cannot be removed does no harm beside the new one.
+  if (lasts && !isSameFile(from, to)) static_cast<void>(files_.remove(from));
   return to;
-}
-
-// Keeps the old file whenever that is the safer choice. The application alone does not make its new file
-// last: a power failure could otherwise take it after the old one is gone.
-void Automation::removeReplaced(const std::string& oldPath, const std::string& newPath) {
-  std::error_code error;
-  if (fs::equivalent(oldPath, newPath, error) || error) return;
-  if (files_.flushFile(newPath) || files_.flushFolder(fs::path(newPath).parent_path())) return;
-  // A file that cannot be removed does no harm beside the new one.
-  static_cast<void>(files_.remove(oldPath));
 }
 
 }  // namespace pellar

@@ -49,8 +49,6 @@ class Automation {
                                     const std::string& newName);
 
  private:
-  void removeReplaced(const std::string& oldPath, const std::string& newPath);
-
   ScriptRunner& runner_;
   FileOperations& files_;
 };

@@ -72,7 +72,6 @@ void SimOffice::awaitAnswer(ProcessId pid) {
     if (!answered) throw ScriptError(ScriptError::timedOut, "AppleEvent timed out.");
   }
   if (gone()) throw ScriptError(ScriptError::connectionInvalid, "Connection is invalid.");
-  loop_.holdUp(application->quirks.answerTime);
 }
 
 void SimOffice::send(ProcessId pid, const std::string& event, const std::function<void()>& handle) {
@@ -80,6 +79,7 @@ void SimOffice::send(ProcessId pid, const std::string& event, const std::functio
   if (!allowsControl) throw ScriptError(ScriptError::notPermitted, "Not authorized to send Apple events.");
   if (beforeEvent) beforeEvent(event);
   awaitAnswer(pid);
+  loop_.holdUp(desktop_.application(pid)->quirks.answerTime);
   handle();
   if (afterEvent) afterEvent(event);
   awaitAnswer(pid);

@@ -17,10 +17,7 @@ using Kind = ScriptToken::Kind;
 using OfficeTerms::Term;
 
 ScriptCode constant(ScriptValue value) {
-  return [value = std::move(value)](ScriptRun& run) {
-    static_cast<void>(run);
-    return value;
-  };
+  return [value = std::move(value)](ScriptRun& /*run*/) { return value; };
 }
 
 ScriptValue valueOf(ScriptRun& run, const std::string& variable) {
@@ -192,7 +189,8 @@ class ScriptCompiler {
     const auto& saveAs = OfficeTerms::saveAs(*told_);
     if (saveAs.command.size() > 1 && parser_.accept(saveAs.command)) return saving(primary(), true);
     if (!parser_.accept("save")) return nullptr;
-    return saving(primary(), saveAs.command.size() == 1 && parser_.at(saveAs.label));
+    auto document = primary();
+    return saving(std::move(document), saveAs.command.size() == 1 && parser_.at(saveAs.label));
   }
 
   ScriptCode saving(ScriptCode document, bool elsewhere) {
@@ -269,7 +267,7 @@ class ScriptCompiler {
       return constant({ScriptValue::List{}});
     }
     if (parser_.acceptSymbol("(")) {
-      auto inner = parser_.next().text == "make" ? making() : expression();
+      auto inner = expression();
       parser_.expectSymbol(")");
       return inner;
     }
@@ -312,7 +310,7 @@ class ScriptCompiler {
         return run.told->firstDocumentWhose(property, wanted);
       };
     }
-    if (parser_.next().text == "make" && parser_.next().kind == Kind::word) return making();
+    if (parser_.accept("make")) return making();
     if (const auto property = acceptProperty()) {
       parser_.expect({"of"});
       return [property = *property, owner = primary()](ScriptRun& run) {
@@ -324,8 +322,7 @@ class ScriptCompiler {
   }
 
   ScriptCode making() {
-    parser_.expect({"make", "new"});
-    if (!told_) parser_.refuse("a class of an application");
+    parser_.expect({"new"});
     const Term messageClass = OfficeTerms::messageClass(*told_);
     if (parser_.accept(messageClass)) return [](ScriptRun& run) { return run.told->makeMessage(); };
     parser_.expect(std::span<const std::string_view>(OfficeTerms::documentClass(*told_)));
