@@ -1,7 +1,8 @@
 #include "app/strip/WindowGroupDrag.h"
 
-#include <array>
-#include <charconv>
+#include <limits>
+#include <locale>
+#include <sstream>
 #include <string>
 #include <utility>
 
@@ -11,10 +12,13 @@
 namespace pellar {
 namespace {
 
+// Not std::to_chars, which macOS has for floating point only since 13.3.
 std::string numberText(double value) {
-  std::array<char, 32> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  return {buffer.data(), end};
+  std::ostringstream text;
+  text.imbue(std::locale::classic());
+  text.precision(std::numeric_limits<double>::digits10);
+  text << value;
+  return text.str();
 }
 
 std::string rectText(const AxRect& rect) {
