@@ -1,0 +1,13 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/View.h"
+
+// The native view of one of ours: flipped, never the first responder, and acting on the first click.
+@interface HostedView : NSView
+
+// Not owned; null while there is none.
+@property(nonatomic) pellar::View* view;
+
+@end

@@ -1,0 +1,122 @@
+#import "platform/mac/HostedView.h"
+
+#include "platform/mac/Conversions.h"
+#include "platform/mac/MacCanvas.h"
+
+using pellar::MouseEvent;
+
+@implementation HostedView
+
+- (instancetype)initWithFrame:(NSRect)frame {
+  self = [super initWithFrame:frame];
+  if (self != nil) {
+    // Since macOS 14 views do not clip by themselves, and a long text would be drawn over its neighbours.
+    self.clipsToBounds = YES;
+  }
+  return self;
+}
+
+- (BOOL)isFlipped {
+  return YES;
+}
+
+- (BOOL)acceptsFirstResponder {
+  return NO;
+}
+
+// The panel is practically never key; without this its first click would only choose it.
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+  return YES;
+}
+
+- (BOOL)mouseDownCanMoveWindow {
+  return NO;
+}
+
+- (void)setView:(pellar::View*)view {
+  _view = view;
+  self.needsLayout = YES;
+  self.needsDisplay = YES;
+}
+
+- (void)layout {
+  [super layout];
+  if (_view != nullptr) _view->layout();
+}
+
+- (void)setFrameSize:(NSSize)size {
+  [super setFrameSize:size];
+  self.needsLayout = YES;
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+  if (_view == nullptr) return;
+  // Since macOS 14 the dirty rectangle may reach beyond the view.
+  const NSRect dirty = NSIntersectionRect(dirtyRect, self.bounds);
+  if (NSIsEmptyRect(dirty)) return;
+  pellar::MacCanvas canvas;
+  _view->draw(canvas, pellar::fromNSRect<pellar::ViewSpace>(dirty));
+}
+
+- (void)updateTrackingAreas {
+  [super updateTrackingAreas];
+  for (NSTrackingArea* area in [self.trackingAreas copy]) [self removeTrackingArea:area];
+  const NSTrackingAreaOptions options =
+      NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved | NSTrackingActiveAlways;
+  [self addTrackingArea:[[NSTrackingArea alloc] initWithRect:self.bounds
+                                                     options:options
+                                                       owner:self
+                                                    userInfo:nil]];
+}
+
+- (MouseEvent)mouseEventOf:(NSEvent*)event {
+  MouseEvent mouse;
+  mouse.location = pellar::fromNSPoint<pellar::ViewSpace>([self convertPoint:event.locationInWindow
+                                                                    fromView:nil]);
+  mouse.screenLocation =
+      pellar::fromNSPoint<pellar::ScreenSpace>([self.window convertPointToScreen:event.locationInWindow]);
+  mouse.control = (event.modifierFlags & NSEventModifierFlagControl) != 0;
+  return mouse;
+}
+
+// Asking a moving mouse for its click count raises an exception.
+- (MouseEvent)pressEventOf:(NSEvent*)event {
+  MouseEvent mouse = [self mouseEventOf:event];
+  mouse.clickCount = static_cast<int>(event.clickCount);
+  return mouse;
+}
+
+- (void)mouseDown:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseDown([self pressEventOf:event]);
+}
+
+- (void)mouseDragged:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseDragged([self pressEventOf:event]);
+}
+
+- (void)mouseUp:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseUp([self pressEventOf:event]);
+}
+
+- (void)rightMouseDown:(NSEvent*)event {
+  if (_view != nullptr) _view->rightMouseDown([self pressEventOf:event]);
+}
+
+// Every button but the first two; the port speaks of the middle one.
+- (void)otherMouseDown:(NSEvent*)event {
+  if (_view != nullptr && event.buttonNumber == 2) _view->otherMouseDown([self pressEventOf:event]);
+}
+
+- (void)mouseEntered:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseEntered();
+}
+
+- (void)mouseMoved:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseMoved([self mouseEventOf:event]);
+}
+
+- (void)mouseExited:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseExited();
+}
+
+@end

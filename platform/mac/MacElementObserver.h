@@ -1,0 +1,32 @@
+#pragma once
+
+#include <ApplicationServices/ApplicationServices.h>
+
+#include <functional>
+#include <memory>
+
+#include "platform/Accessibility.h"
+#include "platform/mac/CFRef.h"
+
+namespace pellar {
+
+// An AXObserver on the main run loop.
+class MacElementObserver final : public ElementObserver {
+ public:
+  // Null when the system makes none, or while the application is still launching.
+  [[nodiscard]] static std::unique_ptr<MacElementObserver> make(ProcessId pid,
+                                                                std::function<void()> onNotification);
+  ~MacElementObserver() override;
+  MacElementObserver(const MacElementObserver&) = delete;
+  MacElementObserver& operator=(const MacElementObserver&) = delete;
+
+  void add(const Element& element, std::string_view notification) override;
+
+ private:
+  explicit MacElementObserver(std::function<void()> onNotification);
+
+  std::shared_ptr<const std::function<void()>> onNotification_;
+  CFRef<AXObserverRef> observer_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,66 @@
+#include "platform/mac/MacElementObserver.h"
+
+#import <Foundation/Foundation.h>
+
+#include <utility>
+
+#include "platform/mac/AttributeValues.h"
+#include "platform/mac/Conversions.h"
+
+namespace pellar {
+namespace {
+
+// Whether the application accepts notifications already. For one that is still launching the observer is
+// made, but each registration is refused with kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71
+// saw it in each of three applications started cold. NSRunningApplication.finishedLaunching does not tell
+// (github.com/lwouis/alt-tab-macos/issues/117), so it is tried.
+bool isListening(AXObserverRef observer, ProcessId pid) {
+  const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
+  const AXError error =
+      AXObserverAddNotification(observer, application.get(), kAXFocusedWindowChangedNotification, nullptr);
+  if (error == kAXErrorSuccess) {
+    AXObserverRemoveNotification(observer, application.get(), kAXFocusedWindowChangedNotification);
+  }
+  return error != kAXErrorCannotComplete;
+}
+
+}  // namespace
+
+MacElementObserver::MacElementObserver(std::function<void()> onNotification)
+    : onNotification_(std::make_shared<const std::function<void()>>(std::move(onNotification))) {}
+
+std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
+                                                             std::function<void()> onNotification) {
+  const AXObserverCallback callback = [](AXObserverRef observer, AXUIElementRef, CFStringRef, void* context) {
+    // The callback may drop the observer that is calling.
+    const auto running = static_cast<const MacElementObserver*>(context)->onNotification_;
+    const auto kept = CFRef<AXObserverRef>::retain(observer);
+    @autoreleasepool {
+      (*running)();
+    }
+  };
+  AXObserverRef created = nullptr;
+  const AXError error = AXObserverCreate(pid, callback, &created);
+  auto observer = CFRef<AXObserverRef>::adopt(created);
+  if (error != kAXErrorSuccess || !observer) return nullptr;
+  if (!isListening(observer.get(), pid)) return nullptr;
+  std::unique_ptr<MacElementObserver> made(new MacElementObserver(std::move(onNotification)));
+  made->observer_ = std::move(observer);
+  // In the common modes, since reports arrive while a menu or a question is open.
+  CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()),
+                     kCFRunLoopCommonModes);
+  return made;
+}
+
+// Off the loop nothing is delivered any more, also what the application has sent already.
+MacElementObserver::~MacElementObserver() {
+  CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
+                        kCFRunLoopCommonModes);
+}
+
+void MacElementObserver::add(const Element& element, std::string_view notification) {
+  AXObserverAddNotification(observer_.get(), MacElement::native(element),
+                            (__bridge CFStringRef)toNSString(notification), this);
+}
+
+}  // namespace pellar

@@ -1,0 +1,35 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include <memory>
+#include <vector>
+
+#include "platform/Panel.h"
+
+namespace pellar {
+
+class ListFocus;
+class MacPanel;
+
+// Makes panels and knows those that exist. Outlives them.
+class MacPanelFactory final : public PanelFactory {
+ public:
+  MacPanelFactory();
+  ~MacPanelFactory() override;
+  MacPanelFactory(const MacPanelFactory&) = delete;
+  MacPanelFactory& operator=(const MacPanelFactory&) = delete;
+
+  [[nodiscard]] std::unique_ptr<Panel> makePanel(const PanelStyle& style) override;
+
+  // The panel of a native window; null for another window.
+  [[nodiscard]] const MacPanel* panelOf(NSWindow* window) const;
+  // A shown panel under a point; null when there is none.
+  [[nodiscard]] const MacPanel* panelAt(ScreenPoint point) const;
+
+ private:
+  std::shared_ptr<ListFocus> listFocus_;
+  std::vector<const MacPanel*> panels_;
+};
+
+}  // namespace pellar

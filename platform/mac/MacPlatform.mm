@@ -1,0 +1,25 @@
+#include "platform/mac/MacPlatform.h"
+
+#include "platform/mac/MacUserFolders.h"
+
+namespace pellar {
+
+MacPlatform::MacPlatform()
+    : accessibility_(loop_),
+      monitors_(panels_),
+      menus_(panels_),
+      platform_{.mainLoop = loop_,
+                .accessibility = accessibility_,
+                .workspace = workspace_,
+                .screens = screens_,
+                .panels = panels_,
+                .eventMonitors = monitors_,
+                .eventTaps = taps_,
+                .menus = menus_,
+                .alerts = alerts_,
+                .pasteboard = pasteboard_,
+                .propertyLists = propertyLists_,
+                .scripts = scripts_,
+                .folders = macUserFolders()} {}
+
+}  // namespace pellar

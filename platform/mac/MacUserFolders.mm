@@ -1,0 +1,23 @@
+#include "platform/mac/MacUserFolders.h"
+
+#include <system_error>
+
+#include "platform/mac/Conversions.h"
+
+namespace pellar {
+
+UserFolders macUserFolders() {
+  UserFolders folders;
+  folders.home = fromNSString(NSHomeDirectory());
+  NSString* support =
+      NSSearchPathForDirectoriesInDomains(NSApplicationSupportDirectory, NSUserDomainMask, YES).firstObject;
+  folders.applicationSupport = support != nil ? std::filesystem::path(fromNSString(support))
+                                              : folders.home / "Library/Application Support";
+  folders.logFile = folders.home / "Library/Logs/Pellar.log";
+  // Without the folder there is no log, which is no reason not to run.
+  std::error_code ignored;
+  std::filesystem::create_directories(folders.logFile.parent_path(), ignored);
+  return folders;
+}
+
+}  // namespace pellar

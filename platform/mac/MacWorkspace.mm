@@ -1,0 +1,94 @@
+#include "platform/mac/MacWorkspace.h"
+
+#include <utility>
+
+#include "platform/mac/Conversions.h"
+#include "platform/mac/ObservedNotification.h"
+
+namespace pellar {
+namespace {
+
+std::optional<std::string> optionalText(NSString* text) {
+  if (text == nil) return std::nullopt;
+  return fromNSString(text);
+}
+
+ActivationPolicy policyOf(NSRunningApplication* application) {
+  switch (application.activationPolicy) {
+    case NSApplicationActivationPolicyRegular:
+      return ActivationPolicy::regular;
+    case NSApplicationActivationPolicyAccessory:
+      return ActivationPolicy::accessory;
+    case NSApplicationActivationPolicyProhibited:
+      return ActivationPolicy::prohibited;
+  }
+  return ActivationPolicy::prohibited;
+}
+
+NSURL* fileUrl(const std::string& path) {
+  return [NSURL fileURLWithPath:toNSString(path)];
+}
+
+}  // namespace
+
+std::optional<RunningApplication> MacWorkspace::frontmostApplication() const {
+  NSRunningApplication* application = NSWorkspace.sharedWorkspace.frontmostApplication;
+  if (application == nil) return std::nullopt;
+  return RunningApplication{.pid = application.processIdentifier,
+                            .bundleId = optionalText(application.bundleIdentifier),
+                            .localizedName = optionalText(application.localizedName),
+                            .policy = policyOf(application)};
+}
+
+std::optional<std::string> MacWorkspace::ownBundleId() const {
+  return optionalText(NSBundle.mainBundle.bundleIdentifier);
+}
+
+// From macOS 14 on this is a request that the system may refuse; applications that never become regular ones
+// were seen to be heard (github.com/josejuanqm/docky/issues/60). A window raised before is in front either
+// way.
+void MacWorkspace::activate(ProcessId pid) {
+  [[NSRunningApplication runningApplicationWithProcessIdentifier:pid]
+      activateWithOptions:NSApplicationActivationOptions{}];
+}
+
+void MacWorkspace::activateIgnoringOtherApps() {
+  if (@available(macOS 14, *)) {
+    // Cooperative activation: there is no ignoring any more, and the old call is to go.
+    [NSApplication.sharedApplication activate];
+  } else {
+    [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
+  }
+}
+
+// Not -openURL:, which tells nobody of a failure; this shows the user the system's own message.
+void MacWorkspace::open(const std::string& path) {
+  [NSWorkspace.sharedWorkspace openURL:fileUrl(path)
+                         configuration:[NSWorkspaceOpenConfiguration configuration]
+                     completionHandler:nil];
+}
+
+void MacWorkspace::activateFileViewerSelecting(const std::string& path) {
+  [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ fileUrl(path) ]];
+}
+
+Subscription MacWorkspace::onActivated(std::function<void()> callback) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceDidActivateApplicationNotification, nil,
+                             [callback = std::move(callback)](NSNotification*) { callback(); });
+}
+
+Subscription MacWorkspace::onTerminated(std::function<void(std::optional<ProcessId>)> callback) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceDidTerminateApplicationNotification, nil,
+                             [callback = std::move(callback)](NSNotification* notification) {
+                               const id application = notification.userInfo[NSWorkspaceApplicationKey];
+                               if ([application isKindOfClass:NSRunningApplication.class]) {
+                                 callback(static_cast<NSRunningApplication*>(application).processIdentifier);
+                               } else {
+                                 callback(std::nullopt);
+                               }
+                             });
+}
+
+}  // namespace pellar
