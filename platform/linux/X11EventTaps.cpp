@@ -22,7 +22,7 @@ namespace pellar {
 namespace {
 
 // As long as the desktop's keyboard may wait for a main thread that is busy.
-constexpr std::chrono::milliseconds patience{50};
+constexpr std::chrono::milliseconds patience{100};
 
 struct Disconnect {
   void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
@@ -67,8 +67,12 @@ class KeyTap final : public EventTap {
       std::array<pollfd, 2> inputs{pollfd{xcb_get_file_descriptor(connection_.get()), POLLIN, 0},
                                    pollfd{end_, POLLIN, 0}};
       poll(inputs.data(), inputs.size(), -1);
-      if (inputs[1].revents != 0) return;
+      if (inputs[1].revents != 0) break;
     }
+    // A server drops what it has not read of a client that hangs up, and with it the key that was let go
+    // last.
+    const XcbReply<xcb_get_input_focus_reply_t> fence(
+        xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
   }
 
   void take(const xcb_generic_event_t& event, const WeakHandler& handler) {

@@ -95,6 +95,10 @@ TEST_F(CanvasContract, DrawsAnyTextWithoutHarm) {
       canvas.drawText(text, {10, 4}, font, Color::white());
       canvas.drawTruncatedText(text, {10, 4, 30, 16}, font, Color::white());
       canvas.drawTruncatedText(text, {10, 4, 0, 16}, font, Color::white());
+      canvas.drawMiddleTruncatedText(text, {10, 4, 30, 16}, font, Color::white());
+      canvas.drawMiddleTruncatedText(text, {10, 4, 0, 16}, font, Color::white());
+      canvas.drawWrappedText(text, {10, 0, 30, 32}, 2, font, Color::white());
+      canvas.drawWrappedText(text, {10, 0, 0, 32}, 2, font, Color::white());
       canvas.drawCenteredText(text, {10, 4, 30, 16}, font, Color::white());
     }
     canvas.drawSymbol(Symbol::magnifyingGlass, {370, 9, 14, 14}, Color::white());

@@ -115,6 +115,56 @@ TEST_F(PanelContract, TellsOfThePointerComingMovingAndLeaving) {
   EXPECT_TRUE(wait([this] { return view.heard("exited"); }));
 }
 
+TEST_F(PanelContract, TellsOfThePointerComingInBeforeItMovesThere) {
+  world().movePointer({5, 5});
+  show();
+  view.forget();
+  for (int visit = 0; visit < 2; ++visit) {
+    view.forget();
+    world().movePointer(at(40, 16));
+    world().movePointer(at(60, 16));
+    ASSERT_TRUE(wait([this] { return view.heard("moved") && near(view.events.back().location.x, 60); }));
+    EXPECT_EQ(view.calls.front(), "entered");
+    EXPECT_EQ(std::ranges::count(view.calls, "entered"), 1);
+    world().movePointer(at(40, 200));
+    ASSERT_TRUE(wait([this] { return view.heard("exited"); }));
+    EXPECT_EQ(view.calls.back(), "exited");
+  }
+}
+
+TEST_F(PanelContract, WithoutGlassShowsWhatItsViewPaints) {
+  constexpr Color green{0, 1, 0, 1, std::nullopt};
+  PanelStyle style;
+  style.contentSize = {200, 100};
+  style.glass = false;
+  style.cornerRadius = 10;
+  const auto clear = world().platform().panels.makePanel(style);
+  RecordingView own;
+  own.paint = [&](Canvas& canvas) { canvas.fillRoundedRect({0, 0, 200, 100}, 10, green); };
+  world().movePointer({5, 5});
+  clear->setView(&own);
+  clear->setFrame({200, 300, 200, 100}, true);
+  clear->orderFrontRegardless();
+  // No border lies over it, and its corners are its own.
+  for (const ScreenPoint point : {ScreenPoint{300, 350}, {300.5, 399.5}, {200.5, 350.5}, {204.5, 395.5}}) {
+    EXPECT_TRUE(wait([&] {
+      const Color seen = world().colorAt(point);
+      return near(seen.red, 0, 0.02) && near(seen.green, 1, 0.02) && near(seen.blue, 0, 0.02);
+    })) << point.x
+        << "," << point.y;
+  }
+  clear->setView(nullptr);
+}
+
+TEST_F(PanelContract, MayBeTakenOffTheScreenByThePointerComingIn) {
+  world().movePointer({5, 5});
+  show();
+  view.onMouseEntered = [this] { panel->orderOut(); };
+  world().movePointer(at(50, 12));
+  EXPECT_TRUE(wait([this] { return view.heard("entered") && !panel->isVisible(); }));
+  letPass(std::chrono::milliseconds(50));
+}
+
 TEST_F(PanelContract, MayBeTakenOffTheScreenByItsOwnPress) {
   show();
   view.onMouseDown = [this] { panel->orderOut(); };

@@ -19,6 +19,7 @@ class RecordingView final : public View {
   bool laidOutBeforeDrawing = true;
   std::function<void(Canvas&)> paint;
   std::function<void()> onMouseDown;
+  std::function<void()> onMouseEntered;
 
   void layout() override { ++layouts; }
   void draw(Canvas& canvas, const ViewRect& /*dirty*/) override {
@@ -34,7 +35,10 @@ class RecordingView final : public View {
   void mouseUp(const MouseEvent& event) override { record("up", event); }
   void rightMouseDown(const MouseEvent& event) override { record("right", event); }
   void otherMouseDown(const MouseEvent& event) override { record("middle", event); }
-  void mouseEntered() override { calls.emplace_back("entered"); }
+  void mouseEntered() override {
+    calls.emplace_back("entered");
+    if (const auto callback = onMouseEntered) callback();
+  }
   void mouseMoved(const MouseEvent& event) override { record("moved", event); }
   void mouseExited() override { calls.emplace_back("exited"); }
 

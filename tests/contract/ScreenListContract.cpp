@@ -20,6 +20,16 @@ TEST_F(ScreenListContract, KeepsEveryVisibleFrameInsideItsScreen) {
   }
 }
 
+TEST_F(ScreenListContract, TheMainScreenIsThatOfTheFocusedWindow) {
+  const auto screens = world().platform().screens.screens();
+  EXPECT_EQ(world().platform().screens.mainScreen(), screens.front());
+  const ProcessId pid = world().launch("editor");
+  world().open(pid, "Plan.txt", {60, 100, 500, 300});
+  elementOf(pid, "Plan.txt");
+  ASSERT_TRUE(wait([&] { return isInFront(pid); }));
+  EXPECT_EQ(world().platform().screens.mainScreen(), screens.front());
+}
+
 TEST_F(ScreenListContract, SaysTheSameWhenNothingChanged) {
   EXPECT_EQ(world().platform().screens.screens(), world().platform().screens.screens());
 }

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 #include <stdexcept>
 
@@ -54,6 +55,14 @@ class SimWorld final : public World {
   void clickMiddle(ScreenPoint point) override { mac_.pointer().middleClick(point); }
   void type(std::string_view text) override { mac_.type(text); }
   void pressEscape() override { mac_.pressKey("cancelOperation:"); }
+  void pressTab(const HeldKeys& held) override {
+    mac_.pressKey(tabKey, (held.shift ? KeyFlags::shift : 0) | (held.control ? KeyFlags::control : 0) |
+                              (held.command ? KeyFlags::command : 0));
+  }
+  int tabsReceived(WorldWindow window) override {
+    const auto& keys = at(window).owner.keysDown();
+    return static_cast<int>(std::ranges::count(keys, tabKey, &SimKey::keyCode));
+  }
 
   Color colorAt(ScreenPoint point) override {
     constexpr Color glass{0.12, 0.12, 0.12, 1, std::nullopt};
@@ -63,6 +72,8 @@ class SimWorld final : public World {
   }
 
  private:
+  static constexpr std::uint16_t tabKey = 48;
+
   struct Opened {
     SimApplication owner;
     SimWindow window;

@@ -13,6 +13,13 @@
 
 namespace pellar::contract {
 
+// The modifier keys that a user holds.
+struct HeldKeys {
+  bool shift = false;
+  bool control = false;
+  bool command = false;
+};
+
 // A window that a world opened, in that world's own counting.
 enum class WorldWindow : int {};
 
@@ -57,6 +64,10 @@ class World {
   virtual void clickMiddle(ScreenPoint point) = 0;
   virtual void type(std::string_view text) = 0;
   virtual void pressEscape() = 0;
+  // Presses Tab and lets go of it.
+  virtual void pressTab(const HeldKeys& held) = 0;
+  // How often the application of a window has received Tab.
+  [[nodiscard]] virtual int tabsReceived(WorldWindow window) = 0;
 
   // The colour that stands on the screen at a point of one of the program's panels; alpha is 1.
   [[nodiscard]] virtual Color colorAt(ScreenPoint point) = 0;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <sstream>
 #include <stdexcept>
 
 namespace pellar::e2e {
@@ -259,6 +260,16 @@ void Desktop::dragAndHold(int fromX, int fromY, int toX, int toY) {
   for (int step = 1; step <= steps; ++step) {
     observer_->movePointer(fromX + (toX - fromX) * step / steps, fromY + (toY - fromY) * step / steps);
   }
+}
+
+int Desktop::keysReceived(Window window, std::uint32_t keysym) {
+  std::istringstream keys(observer_->text(window.id, "E2E_KEYS"));
+  std::ostringstream wanted;
+  wanted << std::hex << keysym << '+';
+  int count = 0;
+  for (std::string key; keys >> key;)
+    if (key.starts_with(wanted.str())) ++count;
+  return count;
 }
 
 }  // namespace pellar::e2e

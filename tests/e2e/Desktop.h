@@ -99,6 +99,8 @@ class Desktop {
 
   [[nodiscard]] bool isActive(Window window) { return observer_->activeWindow() == window.id; }
   void waitUntilActive(Window window);
+  // How often a window of an Application received a key, by its symbol.
+  [[nodiscard]] int keysReceived(Window window, std::uint32_t keysym);
   [[nodiscard]] Box frame(Window window);
 
  private:

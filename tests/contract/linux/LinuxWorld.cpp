@@ -22,6 +22,10 @@ int pixel(double value) {
 }
 
 constexpr std::uint32_t escapeKey = 0xff1b;
+constexpr std::uint32_t tabKey = 0xff09;
+constexpr std::uint32_t shiftKey = 0xffe1;
+constexpr std::uint32_t controlKey = 0xffe3;
+constexpr std::uint32_t superKey = 0xffeb;
 
 }  // namespace
 
@@ -137,6 +141,24 @@ void LinuxWorld::type(std::string_view text) {
 void LinuxWorld::pressEscape() {
   desktop_.observer().key(escapeKey, true);
   desktop_.observer().key(escapeKey, false);
+}
+
+void LinuxWorld::pressTab(const HeldKeys& held) {
+  e2e::XObserver& observer = desktop_.observer();
+  const std::pair<bool, std::uint32_t> modifiers[] = {
+      {held.shift, shiftKey}, {held.control, controlKey}, {held.command, superKey}};
+  for (const auto& [isHeld, key] : modifiers)
+    if (isHeld) observer.key(key, true);
+  observer.key(tabKey, true);
+  // The program may be asked about the key, and does not make the desktop wait for long.
+  for (int turn = 0; turn < 4; ++turn) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+  observer.key(tabKey, false);
+  for (const auto& [isHeld, key] : modifiers)
+    if (isHeld) observer.key(key, false);
+}
+
+int LinuxWorld::tabsReceived(WorldWindow window) {
+  return desktop_.keysReceived(at(window).window, tabKey);
 }
 
 Color LinuxWorld::colorAt(ScreenPoint point) {

@@ -38,6 +38,8 @@ class LinuxWorld final : public World {
   void clickMiddle(ScreenPoint point) override;
   void type(std::string_view text) override;
   void pressEscape() override;
+  void pressTab(const HeldKeys& held) override;
+  int tabsReceived(WorldWindow window) override;
   [[nodiscard]] Color colorAt(ScreenPoint point) override;
 
   // What only a test of the X11 adapter asks for.

@@ -65,7 +65,8 @@ xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t wi
                                 std::uint32_t shadow, const std::string& title) {
   const xcb_window_t window = xcb_generate_id(connection_);
   const std::uint32_t background = nextBackground();
-  const std::array<std::uint32_t, 2> values{background, XCB_EVENT_MASK_STRUCTURE_NOTIFY};
+  const std::array<std::uint32_t, 2> values{background,
+                                            XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_KEY_PRESS};
   xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window, screen_->root, x, y, width, height, 0,
                     XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                     XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values.data());
@@ -226,6 +227,8 @@ void PlainWindows::answer(const xcb_generic_event_t& event) {
       xcb_destroy_window(connection_, message.window);
       windows_.erase(message.window);
     }
+  } else if (type == XCB_KEY_PRESS) {
+    noteKey(reinterpret_cast<const xcb_key_press_event_t&>(event));
   } else if (type == XCB_CONFIGURE_NOTIFY) {
     const auto& configured = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
     // Only the window manager's own reports are about the place on the root.
@@ -237,6 +240,20 @@ void PlainWindows::answer(const xcb_generic_event_t& event) {
     xcb_configure_window(connection_, configured.window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
                          found->second.home->data());
   }
+}
+
+// Tells what keys a window received: for each press the key's first symbol and the modifiers, in hexadecimal
+// digits, as "ff09+4 ".
+void PlainWindows::noteKey(const xcb_key_press_event_t& press) {
+  const auto found = windows_.find(press.event);
+  if (found == windows_.end()) return;
+  const XReply<xcb_get_keyboard_mapping_reply_t> map(xcb_get_keyboard_mapping_reply(
+      connection_, xcb_get_keyboard_mapping(connection_, press.detail, 1), nullptr));
+  if (!map || map->keysyms_per_keycode == 0) return;
+  std::ostringstream key;
+  key << std::hex << xcb_get_keyboard_mapping_keysyms(map.get())[0] << '+' << press.state << ' ';
+  found->second.keys += key.str();
+  setText(press.event, "E2E_KEYS", found->second.keys);
 }
 
 bool PlainWindows::answerEvents() {

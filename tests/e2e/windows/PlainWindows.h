@@ -27,7 +27,8 @@ class PlainWindows {
  private:
   struct Window {
     std::optional<std::array<std::uint32_t, 2>>
-        home;  // stubborn: the corner of its frame that it goes back to
+        home;          // stubborn: the corner of its frame that it goes back to
+    std::string keys;  // those it received
   };
 
   [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
@@ -44,6 +45,7 @@ class PlainWindows {
   void storm(xcb_window_t window, int count, int perSecond);
   void churn(int count);
   void answer(const xcb_generic_event_t& event);
+  void noteKey(const xcb_key_press_event_t& press);
 
   std::string className_;
   xcb_connection_t* connection_;

@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+
+#include "tests/e2e/DesktopTest.h"
+
+namespace pellar::e2e {
+
+namespace {
+
+constexpr std::uint32_t tabKey = 0xff09;
+constexpr std::uint32_t shiftKey = 0xffe1;
+constexpr std::uint32_t controlKey = 0xffe3;
+constexpr std::uint32_t altKey = 0xffe9;
+constexpr std::uint32_t superKey = 0xffeb;
+constexpr std::uint32_t numLockKey = 0xff7f;
+constexpr std::uint32_t capsLockKey = 0xffe5;
+
+class Hotkey : public EveryWindowManager {
+ protected:
+  void openThree() {
+    for (const char* title : {"Report", "Plan", "Budget"}) {
+      const int offset = static_cast<int>(all.size()) * 60;
+      all.push_back(editor().open(title, {60 + offset, 120 + offset, 900, 400}));
+    }
+    startPellar();
+    strip.waitUntilOver(all.back());
+    strip.waitUntilTabs(all.size());
+  }
+  void strike(std::uint32_t key) {
+    desktop.observer().key(key, true);
+    desktop.observer().key(key, false);
+  }
+  void pressTabWith(const std::vector<std::uint32_t>& held) {
+    for (const auto key : held) desktop.observer().key(key, true);
+    strike(tabKey);
+    for (const auto key : held) desktop.observer().key(key, false);
+  }
+  [[nodiscard]] int tabsReceived() {
+    int count = 0;
+    for (const auto window : all) count += desktop.keysReceived(window, tabKey);
+    return count;
+  }
+  void waitUntilTabsReceived(int count) {
+    desktop.observer().waitUntil("the application has the key", [&] { return tabsReceived() == count; });
+  }
+
+  std::vector<Window> all;
+};
+
+PELLAR_FOR_EVERY_WINDOW_MANAGER(Hotkey);
+
+TEST_P(Hotkey, ControlTabGoesRoundTheWindowsAndTheApplicationDoesNotSeeIt) {
+  openThree();
+  for (const std::size_t next : {0U, 1U, 2U, 0U}) {
+    pressTabWith({controlKey});
+    strip.waitUntilOver(all[next]);
+    EXPECT_EQ(strip.activeTab(), next);
+  }
+  for (const std::size_t next : {2U, 1U, 0U}) {
+    pressTabWith({controlKey, shiftKey});
+    strip.waitUntilOver(all[next]);
+  }
+  EXPECT_EQ(tabsReceived(), 0);
+}
+
+TEST_P(Hotkey, NumLockAndCapsLockDoNotMatter) {
+  openThree();
+  std::size_t next = 0;
+  for (const auto lock : {numLockKey, capsLockKey}) {
+    strike(lock);
+    pressTabWith({controlKey});
+    strip.waitUntilOver(all[next++]);
+    strike(lock);
+  }
+  EXPECT_EQ(tabsReceived(), 0);
+}
+
+TEST_P(Hotkey, OtherModifiersReachTheApplication) {
+  openThree();
+  int expected = 0;
+  pressTabWith({});
+  waitUntilTabsReceived(++expected);
+  pressTabWith({controlKey, superKey});
+  waitUntilTabsReceived(++expected);
+  // The others use Control-Alt-Tab themselves.
+  if (desktop.windowManager() == WindowManager::xfwm4) {
+    pressTabWith({controlKey, altKey});
+    waitUntilTabsReceived(++expected);
+  }
+  EXPECT_TRUE(desktop.isActive(all.back()));
+}
+
+TEST_P(Hotkey, WhileTheStripIsHiddenTheApplicationGetsTheKey) {
+  openThree();
+  desktop.enterFullScreen(all.back());
+  strip.waitUntilHidden();
+  pressTabWith({controlKey});
+  waitUntilTabsReceived(1);
+  EXPECT_TRUE(desktop.isActive(all.back()));
+  desktop.leaveFullScreen(all.back());
+  strip.waitUntilOver(all.back());
+  pressTabWith({controlKey});
+  strip.waitUntilOver(all.front());
+  EXPECT_EQ(tabsReceived(), 1);
+}
+
+TEST_P(Hotkey, ASecondProgramWithTheKeyIsLoggedAndTheStripWorks) {
+  openThree();
+  const auto first = std::move(pellar);
+  startPellar();
+  desktop.observer().waitUntil("the second one has started",
+                               [this] { return logLines("event tap creation failed") == 1; });
+  EXPECT_EQ(first->end().exitCode, 0);
+  strip.waitUntilOver(all.back());
+}
+
+}  // namespace
+
+}  // namespace pellar::e2e
