@@ -67,13 +67,17 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
   WindowList pending;
   for (const auto& each : windows) {
     if (each->path) continue;
-    const auto checked = pathChecked_.find(each->id());
-    if (checked == pathChecked_.end() || uptime - checked->second > pathRecheckInterval)
+    const auto* checked = lastLookUp(*each);
+    if (checked != nullptr && uptime - checked->uptime <= pathRecheckInterval) {
+      each->path = checked->path;
+    } else {
       pending.push_back(each);
+    }
   }
   if (!pending.empty()) {
     // Before asking, which may take long and deliver the next picture meanwhile.
-    for (const auto& each : pending) pathChecked_.insert_or_assign(each->id(), uptime);
+    for (const auto& each : pending)
+      pathChecked_.insert_or_assign(each->id(), LookUp{each->element, uptime, std::nullopt});
     if (app.office) {
       const auto names = automation_.pathsByName(*app.office);
       for (const auto& each : pending)
@@ -94,10 +98,17 @@ std::optional<std::string> StripDocuments::path(const std::shared_ptr<OfficeWind
   return found;
 }
 
+StripDocuments::LookUp* StripDocuments::lastLookUp(const OfficeWindow& window) {
+  const auto found = pathChecked_.find(window.id());
+  // A new window may come under the number of one that is gone.
+  return found != pathChecked_.end() && found->second.window == window.element ? &found->second : nullptr;
+}
+
 void StripDocuments::keepPath(OfficeWindow& window, const std::string& path) {
   window.path = path;
-  // The window may have been given a new record meanwhile.
+  // The window may have been given a new record meanwhile, or be given one later.
   if (const auto present = picture_->present(window)) present->path = path;
+  if (auto* checked = lastLookUp(window)) checked->path = path;
 }
 
 // Each document is entered once a run, when it is first seen open.

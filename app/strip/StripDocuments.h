@@ -27,8 +27,9 @@ class StripDocuments {
                  std::shared_ptr<StateStore> store, std::shared_ptr<const TrackedPicture> picture,
                  std::shared_ptr<WindowActions> actions);
 
-  // Looks up the windows without a path, each at most once in 30 seconds, and enters documents not seen in
-  // this run into the recent files.
+  // Looks up the windows without a path, each at most once in 30 seconds; within that time a window that got
+  // a new record, as it does when its application was out of sight, has the path that was found. Enters
+  // documents not seen in this run into the recent files.
   void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
   // The window's path; one not known is asked for now and kept. Absent when the application does not tell.
   std::optional<std::string> path(const std::shared_ptr<OfficeWindow>& window);
@@ -54,6 +55,14 @@ class StripDocuments {
   void deleteGroup(const std::string& name);
 
  private:
+  // When a window was last asked about, and what came of it.
+  struct LookUp {
+    Element window;
+    std::chrono::nanoseconds uptime;
+    std::optional<std::string> path;
+  };
+
+  [[nodiscard]] LookUp* lastLookUp(const OfficeWindow& window);
   void keepPath(OfficeWindow& window, const std::string& path);
   void recordRecent(const TrackedApp& app, const WindowList& windows);
 
@@ -64,7 +73,7 @@ class StripDocuments {
   std::shared_ptr<WindowActions> actions_;
   Automation automation_;
   std::unordered_set<std::string> recordedRecent_;
-  std::unordered_map<WindowId, std::chrono::nanoseconds> pathChecked_;  // uptime of the last look-up
+  std::unordered_map<WindowId, LookUp> pathChecked_;
 };
 
 }  // namespace pellar

@@ -15,9 +15,9 @@ WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTra
     : platform_(platform), tracker_(std::move(tracker)), picture_(std::move(picture)) {}
 
 std::shared_ptr<OfficeWindow> WindowActions::existing(const std::shared_ptr<OfficeWindow>& window) {
-  if (auto present = picture_->present(*window)) return present;
+  // Asked of the window itself: no picture may have come since it went.
   if (!AX::value<std::string>(platform_.accessibility, window->element, "AXSubrole")) return nullptr;
-  // Nobody has looked at it since it left the strip.
+  if (auto present = picture_->present(*window)) return present;
   window->refresh(platform_.accessibility);
   return window;
 }

@@ -8,16 +8,14 @@ namespace pellar {
 
 namespace {
 
-std::string titleOf(const MenuItem& item) {
-  if (const auto* closure = std::get_if<ClosureItem>(&item)) return closure->title;
-  if (const auto* submenu = std::get_if<Submenu>(&item)) return submenu->title;
-  return {};
-}
-
-const MenuItem& find(const Menu& menu, const std::string& title) {
-  for (const auto& item : menu)
-    if (!std::holds_alternative<MenuSeparator>(item) && titleOf(item) == title) return item;
-  throw std::logic_error("the menu has no item \"" + title + "\"");
+// The first row of its kind with this title; a user tells the kinds apart.
+template <class Kind>
+const Kind* find(const Menu& menu, const std::string& title) {
+  for (const auto& item : menu) {
+    const auto* row = std::get_if<Kind>(&item);
+    if (row != nullptr && row->title == title) return row;
+  }
+  return nullptr;
 }
 
 std::string rowOf(const MenuItem& item) {
@@ -41,8 +39,8 @@ const Menu& SimOpenMenu::descend(std::initializer_list<std::string> titles, std:
   const Menu* menu = &menu_;
   for (std::size_t level = 0; level < levels; ++level) {
     const auto& title = *(titles.begin() + level);
-    const auto* submenu = std::get_if<Submenu>(&find(*menu, title));
-    if (submenu == nullptr) throw std::logic_error("\"" + title + "\" opens no submenu");
+    const auto* submenu = find<Submenu>(*menu, title);
+    if (submenu == nullptr) throw std::logic_error("the menu has no submenu \"" + title + "\"");
     menu = &submenu->items;
   }
   return *menu;
@@ -54,8 +52,8 @@ std::vector<std::string> SimOpenMenu::rows(std::initializer_list<std::string> ti
 
 const ClosureItem& SimOpenMenu::item(std::initializer_list<std::string> titles) const {
   const auto& last = *(titles.end() - 1);
-  const auto* closure = std::get_if<ClosureItem>(&find(descend(titles, titles.size() - 1), last));
-  if (closure == nullptr) throw std::logic_error("\"" + last + "\" cannot be chosen");
+  const auto* closure = find<ClosureItem>(descend(titles, titles.size() - 1), last);
+  if (closure == nullptr) throw std::logic_error("the menu has no item \"" + last + "\"");
   return *closure;
 }
 

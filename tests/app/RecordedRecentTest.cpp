@@ -123,6 +123,33 @@ TEST_F(OfficePaths, AWindowNotFoundIsAskedAboutAgainAfterMoreThanThirtySeconds) 
   EXPECT_EQ(asked(), 2U);
 }
 
+TEST_F(OfficePaths, AFoundPathIsKeptWhileAnotherApplicationIsInFront) {
+  auto word = launchWord();
+  mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
+  word.open("Letter - Word");
+  mac.settle();
+  mac.activate(editor);
+  mac.settle();
+  mac.activate(word);
+  mac.settle();
+  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter.docx");
+  EXPECT_EQ(asked(), 1U);
+}
+
+TEST_F(OfficePaths, AfterThirtySecondsElsewhereTheNamesAreAskedAnew) {
+  auto word = launchWord();
+  const auto letter = mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
+  word.open("Letter - Word");
+  mac.settle();
+  mac.activate(editor);
+  mac.advance(31s);
+  letter->path = "/Users/ann/Elsewhere/Letter.docx";
+  mac.activate(word);
+  mac.settle();
+  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Elsewhere/Letter.docx");
+  EXPECT_EQ(asked(), 2U);
+}
+
 TEST_F(OfficePaths, OutlookIsNotAskedForDocuments) {
   auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
   outlook.open("Inbox - Outlook");
