@@ -17,14 +17,24 @@ double orderedTime(double time) {
   return std::isnan(time) ? -std::numeric_limits<double>::infinity() : time;
 }
 
-std::map<std::string, double> merged(const std::map<std::string, double>& own,
-                                     const std::map<std::string, double>& seeds) {
-  std::map<std::string, double> result = seeds;
-  for (const auto& [path, time] : own) {
-    double& known = result.try_emplace(path, 0.0).first->second;
-    if (time > known || std::isnan(known)) known = time;
+// Calls `use(path, time)` for each path of either record, in the order of the paths, with the later of its
+// times. A time of our own before 1970 counts as 1970.
+template <class Use>
+void forEach(const std::map<std::string, double>& own, const std::map<std::string, double>& seeds, Use use) {
+  auto ours = own.begin();
+  auto theirs = seeds.begin();
+  while (ours != own.end() || theirs != seeds.end()) {
+    const int order = ours == own.end() ? 1 : theirs == seeds.end() ? -1 : ours->first.compare(theirs->first);
+    if (order > 0) {
+      use(theirs->first, theirs->second);
+      ++theirs;
+      continue;
+    }
+    const double known = order == 0 ? theirs->second : 0;
+    use(ours->first, ours->second > known || std::isnan(known) ? ours->second : known);
+    ++ours;
+    if (order == 0) ++theirs;
   }
-  return result;
 }
 
 bool belongs(const std::string& path, std::optional<OfficeApp> app, const std::optional<std::string>& appKey,
@@ -48,19 +58,22 @@ std::vector<std::string> list(const std::map<std::string, double>& own,
   const std::string typed = Utf8::repaired(query);
   const std::string wanted = Utf8::folded(Utf8::trimmed(typed));
 
-  std::vector<std::pair<std::string, double>> kept;
-  for (const auto& [path, time] : merged(own, seeds)) {
-    if (!belongs(path, app, appKey, apps)) continue;
-    if (!wanted.empty() && Utf8::folded(path).find(wanted) == std::string::npos) continue;
-    if (!exists(path)) continue;
-    kept.emplace_back(path, orderedTime(time));
-  }
+  struct Kept {
+    const std::string* path;
+    double time;
+  };
+  std::vector<Kept> kept;
+  forEach(own, seeds, [&](const std::string& path, double time) {
+    if (!belongs(path, app, appKey, apps)) return;
+    if (!wanted.empty() && Utf8::folded(path).find(wanted) == std::string::npos) return;
+    if (exists(path)) kept.push_back({&path, orderedTime(time)});
+  });
   std::stable_sort(kept.begin(), kept.end(),
-                   [](const auto& left, const auto& right) { return left.second > right.second; });
+                   [](const Kept& left, const Kept& right) { return left.time > right.time; });
 
   std::vector<std::string> paths;
   paths.reserve(kept.size());
-  for (auto& entry : kept) paths.push_back(std::move(entry.first));
+  for (const Kept& entry : kept) paths.push_back(*entry.path);
   return paths;
 }
 

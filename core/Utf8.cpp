@@ -32,6 +32,9 @@ std::size_t decode(std::string_view text, utf8proc_int32_t& character) {
   return length < 1 ? 1 : static_cast<std::size_t>(length);
 }
 
+// Below the first combining mark nothing composes.
+constexpr utf8proc_int32_t firstCombiningMark = 0x300;
+
 bool isSpaceOrTab(utf8proc_int32_t character) {
   if (character < 0x80) return character == ' ' || character == '\t';
   return utf8proc_category(character) == UTF8PROC_CATEGORY_ZS;
@@ -122,14 +125,17 @@ std::string folded(std::string_view text) {
     return result;
   }
   const std::string valid = repaired(text);
+  bool isComposed = true;
   for (std::string_view rest = valid; !rest.empty();) {
     utf8proc_int32_t character = 0;
     rest.remove_prefix(decode(rest, character));
+    character = utf8proc_tolower(character);
+    isComposed = isComposed && character < firstCombiningMark;
     utf8proc_uint8_t encoded[4];
-    const auto length = utf8proc_encode_char(utf8proc_tolower(character), encoded);
+    const auto length = utf8proc_encode_char(character, encoded);
     result.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
   }
-  return result.size() > longestComposed ? result : composed(result);
+  return isComposed || result.size() > longestComposed ? result : composed(result);
 }
 
 }  // namespace pellar::Utf8

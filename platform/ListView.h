@@ -26,8 +26,8 @@ struct ListLabel {
   double inset = 0;
   double top = 0;
   double height = 0;
-  Font font;
-  Color color;
+  Font font = {};
+  Color color = {};
   Truncation truncation = Truncation::tail;
 };
 

@@ -9,24 +9,25 @@
 namespace pellar {
 namespace {
 
-constexpr int pathCount = 300;
+constexpr int usualCount = 300;
+constexpr int hostileCount = 100'000;  // as a foreign state file may hold
 
-// 300 paths that share no name with those of another folder.
-std::map<std::string, double> pathsIn(const std::string& folder) {
+// Paths that share no name with those of another folder.
+std::map<std::string, double> pathsIn(const std::string& folder, int count) {
   static const char* const names[] = {"Quarterly report ", "Übersicht ", "Budget ", "Notes "};
   static const char* const extensions[] = {".docx", ".xlsx", ".pptx", ".txt"};
   std::map<std::string, double> paths;
-  for (int i = 0; i < pathCount; ++i) {
+  for (int i = 0; i < count; ++i) {
     const std::string name = names[i % 4] + std::to_string(i) + extensions[i / 4 % 4];
     paths[folder + name] = 1'700'000'000.0 + i * 37 % 1000;
   }
   return paths;
 }
 
-// The drop-down's list while the user types, from 300 paths of our own and 300 of Office.
-void list(benchmark::State& state, const std::string& query) {
-  const auto own = pathsIn("/home/ann/Documents/");
-  const auto seeds = pathsIn("/home/ann/Library/Projects/");
+// The drop-down's list while the user types, from as many paths of our own as of Office.
+void list(benchmark::State& state, const std::string& query, int count) {
+  const auto own = pathsIn("/home/ann/Documents/", count);
+  const auto seeds = pathsIn("/home/ann/Library/Projects/", count);
   std::map<std::string, std::string> apps;
   for (const auto& [path, time] : own) apps[path] = "org.example.editor";
   const auto exists = [](const std::string&) { return true; };
@@ -39,10 +40,14 @@ void list(benchmark::State& state, const std::string& query) {
   state.counters["shown"] = static_cast<double>(shown);
 }
 
-BENCHMARK_CAPTURE(list, noQuery, std::string());
-BENCHMARK_CAPTURE(list, query, std::string("report"));
-BENCHMARK_CAPTURE(list, unicodeQuery, std::string("übersicht"));
-BENCHMARK_CAPTURE(list, noMatch, std::string("nothing is called this"));
+BENCHMARK_CAPTURE(list, noQuery, std::string(), usualCount);
+BENCHMARK_CAPTURE(list, query, std::string("report"), usualCount);
+BENCHMARK_CAPTURE(list, unicodeQuery, std::string("übersicht"), usualCount);
+BENCHMARK_CAPTURE(list, noMatch, std::string("nothing is called this"), usualCount);
+BENCHMARK_CAPTURE(list, hostileNoQuery, std::string(), hostileCount)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(list, hostileQuery, std::string("report"), hostileCount)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(list, hostileNoMatch, std::string("nothing is called this"), hostileCount)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace pellar

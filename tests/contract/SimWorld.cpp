@@ -55,6 +55,17 @@ class SimWorld final : public World {
   void clickMiddle(ScreenPoint point) override { mac_.pointer().middleClick(point); }
   void type(std::string_view text) override { mac_.type(text); }
   void pressEscape() override { mac_.pressKey("cancelOperation:"); }
+  void press(Key key) override {
+    switch (key) {
+      case Key::up:
+        return mac_.pressKey("moveUp:");
+      case Key::down:
+        return mac_.pressKey("moveDown:");
+      case Key::enter:
+        return mac_.pressKey("insertNewline:");
+    }
+  }
+  void turnWheel(ScreenPoint point, int notches) override { mac_.pointer().scroll(point, notches); }
   void pressTab(const HeldKeys& held) override {
     mac_.pressKey(tabKey, (held.shift ? KeyFlags::shift : 0) | (held.control ? KeyFlags::control : 0) |
                               (held.command ? KeyFlags::command : 0));

@@ -64,6 +64,10 @@ class World {
   virtual void clickMiddle(ScreenPoint point) = 0;
   virtual void type(std::string_view text) = 0;
   virtual void pressEscape() = 0;
+  enum class Key { up, down, enter };
+  virtual void press(Key key) = 0;
+  // Downward when positive.
+  virtual void turnWheel(ScreenPoint point, int notches) = 0;
   // Presses Tab and lets go of it.
   virtual void pressTab(const HeldKeys& held) = 0;
   // How often the application of a window has received Tab.

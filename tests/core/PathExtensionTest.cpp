@@ -45,5 +45,25 @@ TEST(LastComponent, IsTheFileName) {
   EXPECT_EQ(lastComponent(""), "");
 }
 
+TEST(WithoutLastComponent, IsTheFolderOfAFile) {
+  EXPECT_EQ(withoutLastComponent("/Users/ann/Report.docx"), "/Users/ann");
+  EXPECT_EQ(withoutLastComponent("/Users/ann/"), "/Users");
+  EXPECT_EQ(withoutLastComponent("/Users//ann"), "/Users");
+  EXPECT_EQ(withoutLastComponent("folder/file"), "folder");
+}
+
+TEST(WithoutLastComponent, OfTheRootAndWhatStandsInItIsTheRoot) {
+  EXPECT_EQ(withoutLastComponent("/file"), "/");
+  EXPECT_EQ(withoutLastComponent("//file//"), "/");
+  EXPECT_EQ(withoutLastComponent("/"), "/");
+  EXPECT_EQ(withoutLastComponent("///"), "/");
+}
+
+TEST(WithoutLastComponent, OfABareNameIsNothing) {
+  EXPECT_EQ(withoutLastComponent("file"), "");
+  EXPECT_EQ(withoutLastComponent("file/"), "");
+  EXPECT_EQ(withoutLastComponent(""), "");
+}
+
 }  // namespace
 }  // namespace pellar

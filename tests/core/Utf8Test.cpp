@@ -63,6 +63,13 @@ TEST(Utf8, FoldsCaseAndComposition) {
   EXPECT_EQ(Utf8::folded("PLAN\xFF"), "plan\uFFFD");
 }
 
+TEST(Utf8, FoldsEverySpellingOfALetterAlike) {
+  // Composed, decomposed, and the sign that once had a place of its own.
+  EXPECT_EQ(Utf8::folded("\u00C5ngstr\u00F6m"), Utf8::folded("A\u030Angstro\u0308m"));
+  EXPECT_EQ(Utf8::folded("\u212Bngstr\u00F6m"), Utf8::folded("\u00E5ngstr\u00F6m"));
+  EXPECT_EQ(Utf8::folded("\u1112\u1161\u11AB"), Utf8::folded("\uD55C"));
+}
+
 TEST(Utf8, ALongRunOfCombiningMarksDoesNotHoldTheProgramUp) {
   std::string marks = "a";
   for (int index = 0; index < 200'000; ++index) marks += index % 2 == 0 ? "\u0301" : "\u0323";

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QTimer>
 #include <cmath>
+#include <cstdlib>
 #include <stdexcept>
 #include <variant>
 
@@ -22,6 +23,11 @@ int pixel(double value) {
 }
 
 constexpr std::uint32_t escapeKey = 0xff1b;
+constexpr std::uint32_t upKey = 0xff52;
+constexpr std::uint32_t downKey = 0xff54;
+constexpr std::uint32_t enterKey = 0xff0d;
+constexpr int wheelUp = 4;
+constexpr int wheelDown = 5;
 constexpr std::uint32_t tabKey = 0xff09;
 constexpr std::uint32_t shiftKey = 0xffe1;
 constexpr std::uint32_t controlKey = 0xffe3;
@@ -159,6 +165,16 @@ void LinuxWorld::pressTab(const HeldKeys& held) {
 
 int LinuxWorld::tabsReceived(WorldWindow window) {
   return desktop_.keysReceived(at(window).window, tabKey);
+}
+
+void LinuxWorld::press(Key key) {
+  const std::uint32_t symbol = key == Key::up ? upKey : (key == Key::down ? downKey : enterKey);
+  desktop_.observer().key(symbol, true);
+  desktop_.observer().key(symbol, false);
+}
+
+void LinuxWorld::turnWheel(ScreenPoint point, int notches) {
+  for (int i = 0; i < std::abs(notches); ++i) click(point, notches > 0 ? wheelDown : wheelUp);
 }
 
 Color LinuxWorld::colorAt(ScreenPoint point) {

@@ -38,6 +38,8 @@ class LinuxWorld final : public World {
   void clickMiddle(ScreenPoint point) override;
   void type(std::string_view text) override;
   void pressEscape() override;
+  void press(Key key) override;
+  void turnWheel(ScreenPoint point, int notches) override;
   void pressTab(const HeldKeys& held) override;
   int tabsReceived(WorldWindow window) override;
   [[nodiscard]] Color colorAt(ScreenPoint point) override;
