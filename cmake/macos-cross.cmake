@@ -55,10 +55,11 @@ set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE NEVER)
 set(CMAKE_FIND_USE_CMAKE_SYSTEM_PATH OFF)
 
-# The libraries that are no part of macOS come from Homebrew on a Mac. Here their headers alone are used, linked into a
-# folder of their own so that no header of this machine's C library comes along.
+# The libraries that are no part of macOS come from Homebrew on a Mac. Here their headers are used, linked into a
+# folder of their own so that no header of this machine's C library comes along, and the names that they define.
 get_property(pellar_in_try_compile GLOBAL PROPERTY IN_TRY_COMPILE)
 if(NOT pellar_in_try_compile)
+  include("${CMAKE_CURRENT_LIST_DIR}/MacStubLibrary.cmake")
   set(pellar_packages "${CMAKE_BINARY_DIR}/packages")
   file(MAKE_DIRECTORY "${pellar_packages}/include")
   foreach(header nlohmann plist re2 utf8proc.h)
@@ -67,9 +68,13 @@ if(NOT pellar_in_try_compile)
     endif()
     file(CREATE_LINK "/usr/include/${header}" "${pellar_packages}/include/${header}" SYMBOLIC)
   endforeach()
-  foreach(package re2 libutf8proc libplist-2.0)
-    file(WRITE "${pellar_packages}/${package}.pc"
-      "Name: ${package}\nDescription: headers only\nVersion: 0\nCflags: -I${pellar_packages}/include\n")
+  foreach(package re2:re2 libutf8proc:utf8proc libplist-2.0:plist-2.0)
+    string(REGEX REPLACE ":.*" "" module ${package})
+    string(REGEX REPLACE ".*:" "" library ${package})
+    pellar_write_stub(${library} "${pellar_packages}")
+    file(WRITE "${pellar_packages}/${module}.pc"
+      "Name: ${module}\nDescription: headers and names only\nVersion: 0\n"
+      "Cflags: -I${pellar_packages}/include\nLibs: -L${pellar_packages} -l${library}\n")
   endforeach()
   file(WRITE "${pellar_packages}/nlohmann_jsonConfig.cmake"
     "if(NOT TARGET nlohmann_json::nlohmann_json)\n"
@@ -77,6 +82,7 @@ if(NOT pellar_in_try_compile)
     "  target_include_directories(nlohmann_json::nlohmann_json INTERFACE \"${pellar_packages}/include\")\n"
     "endif()\n")
   set(nlohmann_json_DIR "${pellar_packages}")
+  list(APPEND CMAKE_FIND_ROOT_PATH "${pellar_packages}")
   set(ENV{PKG_CONFIG_LIBDIR} "${pellar_packages}")
   set(ENV{PKG_CONFIG_PATH} "")
 endif()

@@ -46,8 +46,9 @@ void MacMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
   const MacPanel* panel = panels_.panelAt(event.screenLocation);
   NSWindow* window = panel != nullptr ? panel->native() : nil;
   NSEvent* press = window != nil ? pressAt(event.screenLocation, window) : nil;
-  if (press != nil) {
-    [NSMenu popUpContextMenu:native withEvent:press forView:window.contentView];
+  NSView* anchor = window.contentView;
+  if (press != nil && anchor != nil) {
+    [NSMenu popUpContextMenu:native withEvent:press forView:anchor];
   } else {
     [native popUpMenuPositioningItem:nil atLocation:toNSPoint(event.screenLocation) inView:nil];
   }
