@@ -1,0 +1,105 @@
+#include "tests/pictures/PictureStage.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/linux/PanelGround.h"
+#include "platform/linux/QtCanvas.h"
+#include "tests/pictures/PictureControls.h"
+
+namespace pellar {
+namespace {
+
+QRect pixels(const ViewRect& rect) {
+  const int left = static_cast<int>(std::floor(rect.minX()));
+  const int top = static_cast<int>(std::floor(rect.minY()));
+  return {left, top, static_cast<int>(std::ceil(rect.maxX())) - left,
+          static_cast<int>(std::ceil(rect.maxY())) - top};
+}
+
+// Draws, and notes where texts may stand.
+class TextNotingCanvas final : public Canvas {
+ public:
+  TextNotingCanvas(Canvas& target, const TextMeasure& measure, std::vector<TextPlace>& texts)
+      : target_(target), measure_(measure), texts_(texts) {}
+
+  void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override {
+    target_.fillRoundedRect(rect, radius, color);
+  }
+  void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override {
+    note({origin.x, origin.y, measure_.width(text, font), lineHeight(font)});
+    target_.drawText(text, origin, font, color);
+  }
+  void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                         const Color& color) override {
+    note(rect);
+    target_.drawTruncatedText(text, rect, font, color);
+  }
+  void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                               const Color& color) override {
+    note(rect);
+    target_.drawMiddleTruncatedText(text, rect, font, color);
+  }
+  void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                       const Color& color) override {
+    note(rect);
+    target_.drawWrappedText(text, rect, lines, font, color);
+  }
+  void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
+                        const Color& color) override {
+    const Size size{measure_.width(text, font), lineHeight(font)};
+    // A font may be a good deal wider than the measure says, on both sides.
+    note(ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size), 8);
+    target_.drawCenteredText(text, rect, font, color);
+  }
+  void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override {
+    target_.drawSymbol(symbol, rect, color);
+  }
+
+ private:
+  static double lineHeight(const Font& font) { return 1.4 * font.size; }
+  void note(const ViewRect& rect, int reach = 3) { texts_.push_back({pixels(rect), reach, 3}); }
+
+  Canvas& target_;
+  const TextMeasure& measure_;
+  std::vector<TextPlace>& texts_;
+};
+
+}  // namespace
+
+double SteadyMeasure::width(std::string_view text, const Font& font) const {
+  const auto characters = std::ranges::count_if(
+      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80; });
+  return 0.55 * font.size * static_cast<double>(characters);
+}
+
+PanelPicture PictureStage::pictureOf(View& view) {
+  PanelPicture picture;
+  const QRect whole = pixels(bounds());
+  picture.image = QImage(whole.size(), QImage::Format_ARGB32_Premultiplied);
+  picture.image.fill(Qt::transparent);
+  if (ground_ == PanelGroundKind::glass) PanelGround::drawUnder(picture.image, whole, true);
+
+  view.layout();
+  QtCanvas qt(picture.image, whole, fonts_, sprites_);
+  TextNotingCanvas canvas(qt, measure_, picture.texts);
+  view.draw(canvas, bounds());
+  for (const PictureField* field : fields) field->draw(canvas);
+  for (const PictureList* list : lists) {
+    QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame())), fonts_, sprites_);
+    TextNotingCanvas inList(qtInList, measure_, picture.texts);
+    list->draw(inList);
+  }
+  if (ground_ == PanelGroundKind::glass) PanelGround::drawOver(picture.image, whole, true);
+  return picture;
+}
+
+std::unique_ptr<SearchField> PictureStage::makeSearchField() {
+  return std::make_unique<PictureField>(*this);
+}
+
+std::unique_ptr<ListView> PictureStage::makeListView(const ListStyle& style) {
+  return std::make_unique<PictureList>(*this, style);
+}
+
+}  // namespace pellar
