@@ -71,17 +71,18 @@ ScriptValue ScriptValue::plus(const ScriptValue& right) const {
 }
 
 std::optional<ScriptDescriptor> ScriptValue::descriptor() const {
+  std::optional<ScriptDescriptor> result;
   if (const auto* list = std::get_if<List>(&value)) {
-    std::vector<ScriptDescriptor> items;
+    auto& items = result.emplace().value.emplace<std::vector<ScriptDescriptor>>();
     for (const ScriptValue& item : *list) {
       if (auto descriptor = item.descriptor()) items.push_back(std::move(*descriptor));
     }
-    return ScriptDescriptor{std::move(items)};
+  } else if (const auto* number = std::get_if<std::int32_t>(&value)) {
+    result.emplace().value = *number;
+  } else if (std::holds_alternative<std::string>(value) || std::holds_alternative<bool>(value)) {
+    result.emplace().value = asText();
   }
-  if (const auto* number = std::get_if<std::int32_t>(&value)) return ScriptDescriptor{*number};
-  if (std::holds_alternative<std::string>(value) || std::holds_alternative<bool>(value))
-    return ScriptDescriptor{asText()};
-  return std::nullopt;
+  return result;
 }
 
 }  // namespace pellar
