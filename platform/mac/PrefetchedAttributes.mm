@@ -14,13 +14,21 @@ void PrefetchedAttributes::fetch(std::span<const Element> elements,
   NSMutableArray<NSString*>* names = [NSMutableArray arrayWithCapacity:attributes.size()];
   for (const std::string_view name : attributes) [names addObject:toNSString(name)];
 
+  pid_t silent = 0;  // the process that let the messaging time-out pass
   for (const auto& element : elements) {
+    const AXUIElementRef native = MacElement::native(element);
+    pid_t pid = 0;
+    AXUIElementGetPid(native, &pid);
+    AXError error = kAXErrorCannotComplete;
     CFArrayRef copied = nullptr;
-    const AXError error = AXUIElementCopyMultipleAttributeValues(
-        MacElement::native(element), (__bridge CFArrayRef)names, AXCopyMultipleAttributeOptions{}, &copied);
+    // Not asked again for its next window, which would multiply the wait.
+    if (pid == 0 || pid != silent) {
+      error = AXUIElementCopyMultipleAttributeValues(native, (__bridge CFArrayRef)names,
+                                                     AXCopyMultipleAttributeOptions{}, &copied);
+    }
     const auto values = CFRef<CFArrayRef>::adopt(copied);
-    // An object that is gone, or an application that let the messaging time-out pass, answers a single read
-    // no better; asking again for each attribute would only multiply the wait.
+    if (error == kAXErrorCannotComplete) silent = pid;
+    // Neither an object that is gone nor a silent application answers a single read any better.
     const bool hopeless = error == kAXErrorInvalidUIElement || error == kAXErrorCannotComplete;
     const bool complete = error == kAXErrorSuccess && values &&
                           CFArrayGetCount(values.get()) == static_cast<CFIndex>(attributes.size());
