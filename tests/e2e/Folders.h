@@ -19,6 +19,7 @@ class Folders {
   [[nodiscard]] const std::filesystem::path& root() const { return root_; }
   [[nodiscard]] std::filesystem::path home() const { return root_ / "home"; }
   [[nodiscard]] std::filesystem::path config() const { return root_ / "config"; }
+  [[nodiscard]] std::filesystem::path dataHome() const { return root_ / "data"; }
   [[nodiscard]] std::filesystem::path stateFile() const { return root_ / "data" / "Pellar" / "state.json"; }
   [[nodiscard]] std::filesystem::path logFile() const { return root_ / "state" / "Pellar" / "Pellar.log"; }
 

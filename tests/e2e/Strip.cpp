@@ -186,6 +186,22 @@ void Strip::clickWindowButton(WindowButton button) {
   desktop_.observer().click(place.x + middle, place.y + height / 2);
 }
 
+void Strip::clickFirstTool() {
+  const auto place = shownBox();
+  const auto shown = window();
+  const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
+  if (!picture) throw std::runtime_error("no strip to look at");
+  constexpr int bright = 110;
+  for (int x = endOfTab(tabs().size() - 1) + tabGap; x < picture->width; ++x) {
+    for (int y = height / 4; y < height * 3 / 4; ++y) {
+      if (brightness(picture->at(x, y)) < bright) continue;
+      desktop_.observer().click(place.x + x + 5, place.y + height / 2);
+      return;
+    }
+  }
+  throw std::runtime_error("no tool on the strip");
+}
+
 std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidates) {
   std::vector<Window> result;
   for (std::size_t index = 0; index < candidates.size(); ++index) {

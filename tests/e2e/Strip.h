@@ -46,6 +46,8 @@ class Strip {
   // Needs two tabs or more: their distance tells where a tab ends.
   void clickCloseMark(std::size_t index);
   void clickWindowButton(WindowButton button);
+  // The tool right behind the tabs: the magnifier where the search field is folded. Needs two tabs or more.
+  void clickFirstTool();
   // Clicks one tab after another; the windows that became active, in that order.
   std::vector<Window> windowsBehindTabs(const std::vector<Window>& candidates);
   void dragTab(std::size_t from, std::size_t to);
