@@ -1,8 +1,11 @@
 #include "platform/linux/X11Accessibility.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/MainLoop.h"
+#include "platform/linux/AtSpiElement.h"
+#include "platform/linux/AtSpiTree.h"
 #include "platform/linux/X11Element.h"
 
 namespace pellar {
@@ -40,7 +43,10 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       mirror_(mirror),
       applications_(applications),
       loop_(loop),
-      frames_(connection, mirror) {
+      frames_(connection, mirror),
+      documents_(loop, [this](xcb_window_t window) {
+        if (const X11Application* owner = applications_.ofWindow(window)) notify({owner->pid});
+      }) {
   applications_.onWindowsChanged = [this](const std::set<ProcessId>& pids) { notify(pids); };
 }
 
@@ -61,6 +67,8 @@ std::optional<AttributeValue> X11Accessibility::attribute(const Element& element
       const X11Application* application = applications_.withPid(static_cast<ProcessId>(handle.number()));
       return application == nullptr ? std::nullopt : applicationAttribute(*application, name);
     }
+    case X11Element::Kind::menuPart:
+      return menus_.attribute(*AtSpiElement::of(element), name);
     case X11Element::Kind::closeButton:
       return std::nullopt;
   }
@@ -68,7 +76,7 @@ std::optional<AttributeValue> X11Accessibility::attribute(const Element& element
 }
 
 std::optional<AttributeValue> X11Accessibility::applicationAttribute(const X11Application& application,
-                                                                     std::string_view name) const {
+                                                                     std::string_view name) {
   if (name == "AXWindows") {
     std::vector<Element> windows;
     for (const xcb_window_t id : application.windows) {
@@ -83,6 +91,7 @@ std::optional<AttributeValue> X11Accessibility::applicationAttribute(const X11Ap
     if (active == XCB_WINDOW_NONE || applications_.ofWindow(active) != &application) return std::nullopt;
     return X11Element::make(X11Element::Kind::window, active);
   }
+  if (name == "AXMenuBar") return menuBar(application);
   if (name == "AXTitle" && application.name) return *application.name;
   return std::nullopt;
 }
@@ -97,12 +106,42 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
   if (name == "AXMinimized") return window->minimized();
   if (name == "AXFullScreen") return window->fullscreen;
   if (name == "AXCloseButton") return X11Element::make(X11Element::Kind::closeButton, id);
+  if (name == "AXDocument") return document(*window);
+  if (name == "AXMain") {
+    const X11Application* owner = applications_.ofWindow(id);
+    return owner != nullptr && mainWindow(*owner) == id;
+  }
   if (name == "AXSubrole") {
     if (window->standard()) return std::string("AXStandardWindow");
     const bool dialog = window->kind == X11WindowKind::dialog || window->transient;
     return std::string(dialog ? "AXDialog" : "AXUnknown");
   }
   return std::nullopt;
+}
+
+std::optional<AttributeValue> X11Accessibility::document(const X11Window& window) {
+  // The names of another machine's files mean nothing here.
+  if (!applications_.isLocal(window)) return std::nullopt;
+  documents_.tidy([this](xcb_window_t id) { return mirror_.find(id) != nullptr; });
+  if (auto url = documents_.document(window.id, window.title(), window.pid)) return std::move(*url);
+  return std::nullopt;
+}
+
+xcb_window_t X11Accessibility::mainWindow(const X11Application& application) const {
+  if (main_.window != XCB_WINDOW_NONE && main_.activationCount == applications_.activationCount() &&
+      applications_.ofWindow(main_.window) == &application)
+    return main_.window;
+  return applications_.lastActiveWindow(application);
+}
+
+std::optional<AttributeValue> X11Accessibility::menuBar(const X11Application& application) {
+  const X11Window* window = mirror_.find(mainWindow(application));
+  if (window == nullptr || !window->pid || !applications_.isLocal(*window)) return std::nullopt;
+  const auto ofProcess = std::ranges::count_if(
+      mirror_.windows(), [window](const auto& entry) { return entry.second.pid == window->pid; });
+  auto bar = menus_.menuBar({*window->pid, window->title(), window->frame(), ofProcess == 1});
+  if (!bar) return std::nullopt;
+  return std::move(*bar);
 }
 
 void X11Accessibility::set(const Element& element, std::string_view name, const AttributeValue& value) {
@@ -116,6 +155,10 @@ void X11Accessibility::set(const Element& element, std::string_view name, const 
     if (const auto* size = std::get_if<Size>(&value)) frames_.setSize(window->id, *size);
   } else if (name == "AXMinimized") {
     if (const auto* minimized = std::get_if<bool>(&value)) setMinimized(*window, *minimized);
+  } else if (name == "AXMain") {
+    // Menus are a window's own here: nothing on the screen has to change for one to be meant.
+    const auto* becomesMain = std::get_if<bool>(&value);
+    if (becomesMain != nullptr && *becomesMain) main_ = {window->id, applications_.activationCount()};
   }
 }
 
@@ -133,6 +176,8 @@ void X11Accessibility::setMinimized(const X11Window& window, bool minimized) {
 
 bool X11Accessibility::perform(const Element& element, std::string_view action) {
   const X11Element& handle = X11Element::of(element);
+  if (handle.kind() == X11Element::Kind::menuPart)
+    return action == "AXPress" && menus_.press(*AtSpiElement::of(element));
   if (mirror_.find(handle.number()) == nullptr) return false;
   if (handle.kind() == X11Element::Kind::window && action == "AXRaise") {
     activateWindow(handle.number());

@@ -103,9 +103,12 @@ bool X11Applications::isRaising(const X11Application& application) const {
          loop_.uptime() - raisedAt_ < raiseTime;
 }
 
+bool X11Applications::isLocal(const X11Window& window) const {
+  return !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
+}
+
 X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
-  const bool local =
-      !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
+  const bool local = isLocal(window);
   if (local && window.pid == getpid()) return ownKey;
   const std::string& machine = local ? hostName_ : *window.clientMachine;
   const auto windowClass = firstOf({window.className, window.instanceName});
@@ -115,13 +118,11 @@ X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
 }
 
 ProcessId X11Applications::unusedPid(const X11Window& window) {
-  const bool local =
-      !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
   const auto isUsed = [this](ProcessId pid) {
     return std::any_of(applications_.begin(), applications_.end(),
                        [pid](const auto& entry) { return entry.second.pid == pid; });
   };
-  if (local && window.pid && !isUsed(*window.pid)) return *window.pid;
+  if (isLocal(window) && window.pid && !isUsed(*window.pid)) return *window.pid;
   do {
     lastMadeUpPid_ =
         lastMadeUpPid_ < firstMadeUpPid + (firstMadeUpPid - 2) ? lastMadeUpPid_ + 1 : firstMadeUpPid;

@@ -39,11 +39,16 @@ class X11Applications {
   [[nodiscard]] const X11Application* withPid(ProcessId pid) const;
   [[nodiscard]] const X11Application* ofWindow(xcb_window_t window) const;
 
+  // Whether a window belongs to a program of this machine.
+  [[nodiscard]] bool isLocal(const X11Window& window) const;
+
   // The application with the active window. For a moment without one, as while the focus goes from a window
   // to another, it stays the last.
   [[nodiscard]] std::optional<RunningApplication> frontmost() const;
   // The active window, with the same moment's grace; 0 when there is none or it is gone.
   [[nodiscard]] xcb_window_t activeWindow() const;
+  // Counts the windows that became active.
+  [[nodiscard]] std::uint64_t activationCount() const { return lastActivation_; }
   // The window of an application that was active last and is not minimised; 0 when there is none.
   [[nodiscard]] xcb_window_t lastActiveWindow(const X11Application& application) const;
 

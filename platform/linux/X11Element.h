@@ -8,11 +8,12 @@
 namespace pellar {
 
 // What an element stands for on X11.
-class X11Element final : public ElementHandle {
+class X11Element : public ElementHandle {
  public:
-  enum class Kind { window, application, closeButton };
+  enum class Kind { window, application, closeButton, menuPart };
 
-  // `number` is the window's identifier, or the application's process number.
+  // `number` is the window's identifier, the application's process number, or what a menu's part makes of its
+  // own identity.
   static Element make(Kind kind, std::uint32_t number) {
     return Element(std::make_shared<X11Element>(kind, number));
   }

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace pellar::e2e {
 
@@ -60,7 +61,7 @@ std::string nameOf(WindowManager manager) {
 
 Application::Application(Desktop& desktop, const std::string& className)
     : desktop_(desktop),
-      process_({builtProgram("e2e_windows"), className}, desktop.folders().environment(desktop.display()),
+      process_({builtProgram("e2e_windows"), className}, desktop.environment(),
                desktop.folders().root() / (className + ".errors")) {}
 
 Window Application::openWithoutWaiting(const std::string& title, const Box& place, int shadow) {
@@ -135,11 +136,34 @@ Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manage
 void Desktop::startWindowManager() {
   auto environment = folders_.environment(display_);
   if (manager_ == WindowManager::xfwm4) {
-    bus_ = start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "dbus-daemon");
-    environment["DBUS_SESSION_BUS_ADDRESS"] = bus_->readLine();
+    startBus();
+    environment["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;
   }
   windowManager_ = std::make_unique<Process>(commandOf(manager_), environment,
                                              folders_.root() / (nameOf(manager_) + ".errors"));
+}
+
+void Desktop::startBus() {
+  if (bus_) return;
+  bus_ = start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "dbus-daemon");
+  busAddress_ = bus_->readLine();
+}
+
+void Desktop::openSessionBus() {
+  startBus();
+  if (std::exchange(busIsOpen_, true)) return;
+  // A toolkit that comes to a bus whose registry is just starting may stay away for good.
+  run({"dbus-send", "--session", "--print-reply", "--dest=org.a11y.Bus", "/org/a11y/bus",
+       "org.a11y.Bus.GetAddress"});
+}
+
+Environment Desktop::environment() const {
+  auto variables = folders_.environment(display_);
+  if (busIsOpen_) {
+    variables["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;
+    variables.erase("NO_AT_BRIDGE");
+  }
+  return variables;
 }
 
 Desktop::~Desktop() {
@@ -150,8 +174,7 @@ Desktop::~Desktop() {
 }
 
 std::unique_ptr<Process> Desktop::start(const std::vector<std::string>& command, const std::string& name) {
-  return std::make_unique<Process>(command, folders_.environment(display_),
-                                   folders_.root() / (name + ".errors"));
+  return std::make_unique<Process>(command, environment(), folders_.root() / (name + ".errors"));
 }
 
 void Desktop::run(const std::vector<std::string>& command) {

@@ -72,6 +72,14 @@ class Desktop {
   [[nodiscard]] Process& server() { return *server_; }
   [[nodiscard]] WindowManager windowManager() const { return manager_; }
 
+  // Gives the desktop a session bus, on which programs can be asked about their menus. Programs started from
+  // now on know of it; the window manager does not.
+  void openSessionBus();
+  // The bus that openSessionBus() started.
+  [[nodiscard]] Process& sessionBus() { return *bus_; }
+  // Variables for a program on this desktop.
+  [[nodiscard]] Environment environment() const;
+
   // Starts any program in this desktop's surroundings.
   std::unique_ptr<Process> start(const std::vector<std::string>& command, const std::string& name);
   // Runs a program to its end; throws when it fails.
@@ -105,13 +113,16 @@ class Desktop {
 
  private:
   void startWindowManager();
+  void startBus();
 
   WindowManager manager_;
   Folders folders_;
   std::string display_;
   std::unique_ptr<Process> server_;
   std::unique_ptr<XObserver> observer_;
-  std::unique_ptr<Process> bus_;  // only for a window manager that does not start without one
+  std::unique_ptr<Process> bus_;
+  std::string busAddress_;
+  bool busIsOpen_ = false;  // for all programs, not just a window manager that does not start without one
   std::unique_ptr<Process> windowManager_;
 };
 

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusPendingCall>
+#include <QString>
+#include <QVariantList>
+#include <chrono>
+#include <optional>
+
+namespace pellar {
+
+// An object of a program on the accessibility bus.
+struct AtSpiReference {
+  QString bus;   // the program's unique name there
+  QString path;  // of the object
+  friend bool operator==(const AtSpiReference&, const AtSpiReference&) = default;
+};
+
+// The accessibility bus. Everything here may take until its deadline and is for a side thread; a bus that is
+// not there, or does not answer, is an absent answer.
+class AtSpiBus {
+ public:
+  using Clock = std::chrono::steady_clock;
+  using Deadline = Clock::time_point;
+
+  AtSpiBus() = default;
+  ~AtSpiBus();
+  AtSpiBus(const AtSpiBus&) = delete;
+  AtSpiBus& operator=(const AtSpiBus&) = delete;
+
+  // Connects where that has not been done. False when there is no bus; it is then not tried again for a
+  // while.
+  bool connect(Deadline deadline);
+
+  // Sends a call, of which several may be under way. The answer's values; absent after an error or when it is
+  // late.
+  [[nodiscard]] QDBusPendingCall send(const AtSpiReference& object, const QString& interface,
+                                      const QString& method, const QVariantList& arguments,
+                                      Deadline deadline) const;
+  [[nodiscard]] static std::optional<QVariantList> receive(QDBusPendingCall call);
+  [[nodiscard]] std::optional<QVariantList> call(const AtSpiReference& object, const QString& interface,
+                                                 const QString& method, const QVariantList& arguments,
+                                                 Deadline deadline) const {
+    return receive(send(object, interface, method, arguments, deadline));
+  }
+
+  // Has the programs come to the bus that wait for somebody to ask for them. A setting of the whole session,
+  // which the user may see in his desktop's settings: for as long as it is needed, and given back by
+  // disable().
+  void enable(Deadline deadline);
+  void disable(Deadline deadline);
+
+ private:
+  [[nodiscard]] std::optional<QString> address(Deadline deadline);
+  void close();
+
+  std::optional<QDBusConnection> session_;
+  std::optional<QDBusConnection> connection_;
+  std::optional<Clock::time_point> failedAt_;
+  bool reported_ = false;
+  bool enabled_ = false;  // by us
+};
+
+}  // namespace pellar

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+#include <chrono>
+#include <optional>
+
+// The user's session bus, without ever starting one.
+namespace pellar::SessionBus {
+
+// Where it is: what the environment says, else the usual place of the run-time folder. Absent when there is
+// none.
+[[nodiscard]] std::optional<QString> address();
+
+// Whether a bus listens and greets at one of an address's local sockets. The libraries wait for a bus that
+// hangs much longer than anybody would, also when the program ends. An address of another kind is taken to
+// answer.
+[[nodiscard]] bool answers(const QString& address, std::chrono::steady_clock::time_point deadline);
+
+}  // namespace pellar::SessionBus

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <thread>
+#include <type_traits>
+#include <utility>
+
+namespace pellar {
+
+// A thread for what may hang: another program that does not answer, a file system that is away. It runs one
+// task after another, and whoever asks waits no longer than he says. It starts with its first task and sleeps
+// between tasks. Asked from one thread only.
+class SideThread {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  SideThread() = default;
+  // Waits a moment for the task under way; one that hangs is left behind.
+  ~SideThread();
+  SideThread(const SideThread&) = delete;
+  SideThread& operator=(const SideThread&) = delete;
+
+  // Has a task run and does not wait for it. False when too many are waiting already.
+  bool post(std::function<void()> task);
+  // Has a task run and waits for its end. False when the time is up first: a task that has begun by then
+  // still goes on to its end, so that it refers to nothing that may be gone; one that has not is dropped.
+  bool run(std::function<void()> task, Clock::time_point deadline);
+  // The same for a task with an answer; absent when it is late.
+  template <class Question>
+  std::optional<std::invoke_result_t<Question>> ask(Question question, Clock::time_point deadline) {
+    const auto answer = std::make_shared<std::optional<std::invoke_result_t<Question>>>();
+    if (!run([answer, question = std::move(question)] { *answer = question(); }, deadline))
+      return std::nullopt;
+    return std::move(*answer);
+  }
+  // Whether a task is under way or waiting.
+  [[nodiscard]] bool busy() const;
+
+ private:
+  struct State;
+  static void work(const std::shared_ptr<State>& state);
+  void start();
+
+  std::shared_ptr<State> state_;  // null before the first task
+  std::thread thread_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,108 @@
+#include "platform/linux/WindowDocuments.h"
+
+#include <utility>
+
+#include "platform/MainLoop.h"
+#include "platform/linux/DocumentLookUp.h"
+#include "platform/linux/FileUrls.h"
+#include "platform/linux/PlatformFolders.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// A local file is found in a fraction of that.
+constexpr auto moment = 20ms;
+// A title that changes without pause is looked up no more often than this.
+constexpr std::chrono::milliseconds pause = 250ms;
+// A window without a document may have got one under the same title.
+constexpr std::chrono::nanoseconds staleness = 30s;
+
+constexpr std::size_t manyWindows = 64;
+
+}  // namespace
+
+WindowDocuments::WindowDocuments(MainLoop& loop, std::function<void(xcb_window_t)> onFound)
+    : loop_(loop), onFound_(std::move(onFound)), home_(platformFolders().home) {}
+
+std::optional<std::string> WindowDocuments::document(xcb_window_t window, const std::string& title,
+                                                     std::optional<ProcessId> process) {
+  const auto [entry, isNew] = known_.try_emplace(window);
+  Known& known = entry->second;
+  if (isNew || known.title != title || known.process != process) {
+    known.title = title;
+    known.process = process;
+    known.url.reset();
+    known.answered = false;
+    if (isNew) {
+      askAndWait(window, known);
+    } else {
+      askWhenDue(window, known);
+    }
+  } else if (known.answered && !known.url && loop_.uptime() - known.askedAt > staleness) {
+    ask(window, known);
+  }
+  return known.url;
+}
+
+void WindowDocuments::askAndWait(xcb_window_t window, Known& known) {
+  // Behind a look-up that hangs there is no use in waiting.
+  if (thread_.busy()) return ask(window, known);
+  known.question = ++lastQuestion_;
+  known.askedAt = loop_.uptime();
+  const auto found = thread_.ask(
+      [title = known.title, process = known.process, places = DocumentLookUp::Places{home_}] {
+        return DocumentLookUp::find(title, process, places);
+      },
+      SideThread::Clock::now() + moment);
+  if (!found) return ask(window, known);
+  known.answered = true;
+  if (*found) known.url = fileUrlOf(**found);
+}
+
+void WindowDocuments::askWhenDue(xcb_window_t window, Known& known) {
+  const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(loop_.uptime() - known.askedAt);
+  if (since >= pause) return ask(window, known);
+  known.question = ++lastQuestion_;
+  if (known.later.active()) return;
+  known.later = loop_.after(pause - since, [this, window] {
+    const auto found = known_.find(window);
+    if (found == known_.end()) return;
+    found->second.later.cancel();
+    ask(window, found->second);
+  });
+}
+
+void WindowDocuments::ask(xcb_window_t window, Known& known) {
+  known.question = ++lastQuestion_;
+  known.askedAt = loop_.uptime();
+  const bool posted =
+      thread_.post([title = known.title, process = known.process, places = DocumentLookUp::Places{home_},
+                    window, question = known.question, this, weak = std::weak_ptr(alive_), loop = &loop_] {
+        auto path = DocumentLookUp::find(title, process, places);
+        // The loop outlives the thread's tasks unless one hangs to the end of the program.
+        if (weak.expired()) return;
+        loop->post([this, weak, window, question, path = std::move(path)]() mutable {
+          if (!weak.expired()) take(window, question, std::move(path));
+        });
+      });
+  // Too many are waiting: like a title without a document, it is looked up again later.
+  if (!posted) known.answered = true;
+}
+
+void WindowDocuments::take(xcb_window_t window, std::uint64_t question, std::optional<std::string> path) {
+  const auto found = known_.find(window);
+  if (found == known_.end() || found->second.question != question) return;
+  found->second.answered = true;
+  if (!path) return;
+  found->second.url = fileUrlOf(*path);
+  onFound_(window);
+}
+
+void WindowDocuments::tidy(const std::function<bool(xcb_window_t)>& exists) {
+  if (known_.size() < manyWindows) return;
+  std::erase_if(known_, [&](const auto& entry) { return !exists(entry.first); });
+}
+
+}  // namespace pellar

@@ -1,0 +1,260 @@
+// The menus of real programs through the port.
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "tests/contract/linux/X11WorldTest.h"
+
+namespace pellar::contract {
+namespace {
+
+using namespace std::chrono_literals;
+using Elements = std::vector<Element>;
+
+// A world on a desktop with a session bus; the adapter, which is part of this process, is told of it.
+class SessionBusVariable {
+ public:
+  SessionBusVariable() {
+    e2e::Desktop& desktop = SharedDesktop::get();
+    desktop.openSessionBus();
+    setenv(variable, desktop.environment().at(variable).c_str(), 1);
+  }
+  ~SessionBusVariable() { setenv(variable, "disabled:", 1); }
+  SessionBusVariable(const SessionBusVariable&) = delete;
+  SessionBusVariable& operator=(const SessionBusVariable&) = delete;
+
+ private:
+  static constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
+};
+
+class AtSpiMenusTest : private SessionBusVariable, public X11WorldTest {
+ protected:
+  std::filesystem::path document(const std::string& name) {
+    auto file = desktop().folders().home() / name;
+    desktop().folders().write(file, "Some text in " + name + ".\n");
+    return file;
+  }
+  void startGtkEditor(const std::vector<std::string>& names) {
+    std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
+    for (const auto& name : names) command.push_back(document(name));
+    editor = desktop().start(command, "mousepad");
+    for (const auto& name : names) desktop().waitForWindow(name);
+    known(names.back());
+  }
+  void startQtEditor(const std::string& name) {
+    editor = desktop().start({"featherpad", "--standalone", document(name)}, "featherpad");
+    desktop().waitForWindow(name);
+    known(name);
+  }
+  // Returns when the adapter knows the window.
+  Element known(const std::string& titlePart) {
+    const auto find = [&]() -> std::optional<Element> {
+      for (const Element& each : windowsOf(editor->pid())) {
+        const auto title = read<std::string>(each, "AXTitle");
+        if (title && title->find(titlePart) != std::string::npos) return each;
+      }
+      return std::nullopt;
+    };
+    if (!wait([&] { return find().has_value(); })) throw std::runtime_error("no window " + titlePart);
+    return *find();
+  }
+
+  [[nodiscard]] std::optional<Element> menuBar() {
+    return read<Element>(accessibility().applicationElement(editor->pid()), "AXMenuBar");
+  }
+  // An element's children with their titles.
+  Element child(const Element& parent, const std::string& title) {
+    const auto all = read<Elements>(parent, "AXChildren");
+    if (!all) throw std::runtime_error("no children");
+    for (const Element& each : *all)
+      if (read<std::string>(each, "AXTitle") == title) return each;
+    throw std::runtime_error("nothing titled " + title);
+  }
+  Element fileMenuItem(const std::string& title) {
+    const auto bar = menuBar();
+    if (!bar) throw std::runtime_error("no menu bar");
+    const auto menus = read<Elements>(child(*bar, "File"), "AXChildren");
+    if (!menus || menus->size() != 1) throw std::runtime_error("no menu below File");
+    return child(menus->front(), title);
+  }
+  [[nodiscard]] bool canSave() { return read<bool>(fileMenuItem("Save"), "AXEnabled").value_or(false); }
+  // A program may still be setting its menus up when its window is there already.
+  bool hasMenuBar() {
+    return wait([this] { return menuBar().has_value(); });
+  }
+
+  void typeInto(const std::string& title, const std::string& text) {
+    desktop().activate(desktop().waitForWindow(title));
+    world().type(text);
+  }
+  std::string contents(const std::string& name) {
+    return desktop().folders().read(desktop().folders().home() / name);
+  }
+  bool isOnScreenAsChanged(const std::string& name) {
+    return desktop().observer().clientTitled("*").has_value() &&
+           desktop().observer().text(*desktop().observer().clientTitled("*"), "_NET_WM_NAME").find(name) !=
+               std::string::npos;
+  }
+
+  static std::chrono::milliseconds timeOf(const std::function<void()>& deed) {
+    const auto start = std::chrono::steady_clock::now();
+    deed();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+  }
+
+  std::unique_ptr<e2e::Process> editor;
+};
+
+// Longer than any walk may take, and much shorter than what waits for an answer without end.
+constexpr auto wholeWalk = 450ms;
+
+TEST_F(AtSpiMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const auto items = read<Elements>(*menuBar(), "AXChildren");
+  ASSERT_TRUE(items.has_value());
+  ASSERT_GE(items->size(), 3U);
+  EXPECT_EQ(read<std::string>((*items)[0], "AXTitle"), "");
+  EXPECT_EQ(read<Elements>((*items)[0], "AXChildren"), std::nullopt);
+  EXPECT_EQ(read<std::string>((*items)[1], "AXTitle"), "File");
+  EXPECT_EQ(read<std::string>((*items)[2], "AXTitle"), "Edit");
+  EXPECT_NE((*items)[0], (*items)[1]);
+  EXPECT_EQ((*items)[1], child(*menuBar(), "File"));
+  EXPECT_EQ((*items)[1].hash(), child(*menuBar(), "File").hash());
+}
+
+TEST_F(AtSpiMenusTest, AGtkEditorsSaveIsEnabledWhenThereIsSomethingToSaveAndSaves) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  EXPECT_FALSE(canSave());
+  typeInto("report.txt", "x");
+  ASSERT_TRUE(wait([this] { return canSave(); }));
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("report.txt") == "xSome text in report.txt.\n"; }));
+  EXPECT_TRUE(wait([this] { return !canSave(); }));
+}
+
+TEST_F(AtSpiMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
+  startGtkEditor({"report.txt", "plan.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  typeInto("report.txt", "x");
+  desktop().activate(desktop().waitForWindow("plan.txt"));
+  const Element report = known("report.txt");
+  const Element plan = known("plan.txt");
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), plan); }));
+  EXPECT_TRUE(wait([this] { return !canSave(); })) << "the window in front is the main one";
+  EXPECT_EQ(read<bool>(plan, "AXMain"), true);
+  accessibility().set(report, "AXMain", true);
+  EXPECT_EQ(read<bool>(report, "AXMain"), true);
+  EXPECT_EQ(read<bool>(plan, "AXMain"), false);
+  EXPECT_TRUE(canSave());
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("report.txt").starts_with('x'); }));
+  EXPECT_TRUE(isFocused(editor->pid(), plan)) << "nothing changed on the screen";
+  // Another window that the user goes to is the main one again.
+  desktop().activate(desktop().waitForWindow("report.txt"));
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), report); }));
+  desktop().activate(desktop().waitForWindow("plan.txt"));
+  EXPECT_TRUE(wait([&] { return read<bool>(plan, "AXMain") == true; }));
+}
+
+TEST_F(AtSpiMenusTest, AQtEditorComesToTheBusWhenItIsFirstAskedAndSaves) {
+  startQtEditor("letter.txt");
+  ASSERT_TRUE(hasMenuBar());
+  EXPECT_FALSE(canSave());
+  typeInto("letter.txt", "x");
+  ASSERT_TRUE(wait([this] { return canSave(); }));
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("letter.txt") == "xSome text in letter.txt.\n"; }));
+}
+
+TEST_F(AtSpiMenusTest, AProgramWithoutAccessibilityHasNoMenuBarAndCostsNoWait) {
+  const auto pid = world().launch("Plain");
+  world().open(pid, "Plain", {200, 200, 400, 300});
+  elementOf(pid, "Plain");
+  const auto bar = [&] { return read<Element>(accessibility().applicationElement(pid), "AXMenuBar"); };
+  EXPECT_FALSE(bar().has_value());  // connects
+  EXPECT_LT(timeOf([&] { EXPECT_FALSE(bar().has_value()); }), 150ms);
+}
+
+TEST_F(AtSpiMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element save = fileMenuItem("Save");
+  editor->signal(SIGSTOP);
+  EXPECT_LT(timeOf([this] { EXPECT_FALSE(menuBar().has_value()); }), wholeWalk);
+  EXPECT_LT(timeOf([this] {
+              for (int window = 0; window < 10; ++window) EXPECT_FALSE(menuBar().has_value());
+            }),
+            20ms);
+  EXPECT_LT(timeOf([&] { EXPECT_EQ(read<bool>(save, "AXEnabled"), std::nullopt); }), wholeWalk);
+  EXPECT_LT(timeOf([&] { EXPECT_FALSE(accessibility().perform(save, "AXPress")); }), wholeWalk);
+  editor->signal(SIGCONT);
+  EXPECT_TRUE(hasMenuBar()) << "it is asked again when it is back";
+}
+
+TEST_F(AtSpiMenusTest, AProgramThatEndedMeanwhileHasNothing) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element bar = *menuBar();
+  const Element save = fileMenuItem("Save");
+  editor->signal(SIGKILL);
+  editor->waitForEnd();
+  EXPECT_EQ(read<Elements>(bar, "AXChildren"), std::nullopt);
+  EXPECT_EQ(read<bool>(save, "AXEnabled"), std::nullopt);
+  EXPECT_FALSE(accessibility().perform(save, "AXPress"));
+  EXPECT_FALSE(menuBar().has_value());
+}
+
+TEST_F(AtSpiMenusTest, ReadingWindowsConnectsToNoBus) {
+  startGtkEditor({"report.txt"});
+  auto bus = QDBusConnection::connectToBus(QString::fromUtf8(getenv("DBUS_SESSION_BUS_ADDRESS")),
+                                           QStringLiteral("observer"));
+  const auto connections = [&] { return bus.interface()->registeredServiceNames().value().size(); };
+  const auto before = connections();
+  const Element window = known("report.txt");
+  for (const auto* name : {"AXTitle", "AXDocument", "AXPosition", "AXSize", "AXMain", "AXSubrole"})
+    EXPECT_TRUE(accessibility().attribute(window, name).has_value()) << name;
+  EXPECT_EQ(connections(), before);
+  static_cast<void>(menuBar());
+  EXPECT_GT(connections(), before) << "this would have been seen";
+  QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
+}
+
+class DeadBusTest : public X11WorldTest {
+ protected:
+  // The time until it is clear that a window has no menu bar.
+  std::chrono::milliseconds timeWithBus(const std::string& address) {
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    const auto pid = world().launch("Plain");
+    world().open(pid, "Plain", {200, 200, 400, 300});
+    elementOf(pid, "Plain");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(read<Element>(accessibility().applicationElement(pid), "AXMenuBar").has_value());
+    const auto end = std::chrono::steady_clock::now();
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(end - start);
+  }
+};
+
+TEST_F(DeadBusTest, ABusThatIsNotThereIsNoMenuBar) {
+  EXPECT_LT(timeWithBus("unix:path=/nowhere/at/all"), wholeWalk);
+}
+
+TEST_F(DeadBusTest, ABusThatHangsIsNotWaitedForAndDoesNotHoldUpTheEnd) {
+  const auto bus = desktop().start(
+      {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "stopped-bus");
+  const auto address = bus->readLine();
+  bus->signal(SIGSTOP);
+  EXPECT_LT(timeWithBus(address), wholeWalk);
+  EXPECT_LT(timeWithBus(address), 20ms) << "and not tried again at once";
+  bus->signal(SIGCONT);
+}
+
+}  // namespace
+}  // namespace pellar::contract
