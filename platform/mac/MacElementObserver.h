@@ -10,7 +10,7 @@
 
 namespace pellar {
 
-// An AXObserver on the main run loop.
+// An AXObserver on the main run loop, in its default mode: menus and questions hold its reports back.
 class MacElementObserver final : public ElementObserver {
  public:
   // Null when the system makes none, or while the application is still launching.

@@ -10,6 +10,10 @@
 namespace pellar {
 namespace {
 
+// While a menu is tracked or a question is open, the main run loop runs in other modes: reports wait until
+// it is back, so that nothing changes under what the user is choosing in.
+const CFRunLoopMode reportMode = kCFRunLoopDefaultMode;
+
 // Whether the application accepts notifications already. For one that is still launching the observer is
 // made, but each registration is refused with kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71
 // saw it in each of three applications started cold. NSRunningApplication.finishedLaunching does not tell
@@ -46,16 +50,13 @@ std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
   if (!isListening(observer.get(), pid)) return nullptr;
   std::unique_ptr<MacElementObserver> made(new MacElementObserver(std::move(onNotification)));
   made->observer_ = std::move(observer);
-  // In the common modes, since reports arrive while a menu or a question is open.
-  CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()),
-                     kCFRunLoopCommonModes);
+  CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()), reportMode);
   return made;
 }
 
 // Off the loop nothing is delivered any more, also what the application has sent already.
 MacElementObserver::~MacElementObserver() {
-  CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()),
-                        kCFRunLoopCommonModes);
+  CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()), reportMode);
 }
 
 void MacElementObserver::add(const Element& element, std::string_view notification) {
