@@ -92,6 +92,9 @@ TEST_F(Shortcut, BeforeTrackingStartsTheApplicationGetsTheKey) {
   open("A");
   open("B");
   start();
+  // The program may show a window of its own to ask for the permission.
+  mac.activate(editor);
+  mac.settle();
   mac.pressKey(tabKey, control);
   EXPECT_EQ(received().size(), 1U);
   EXPECT_EQ(mac.eventTaps().count(), 0U);
