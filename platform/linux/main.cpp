@@ -105,7 +105,8 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
   const auto application = makeApplication(argc, argv);
-  const pellar::TerminationSignals termination([] { QApplication::quit(); });
+  // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
+  const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });
 
   LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
   AppDelegate delegate(platform.platform());

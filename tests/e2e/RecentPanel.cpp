@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/e2e/XReply.h"
+
 namespace pellar::e2e {
 
 namespace {
@@ -70,6 +72,35 @@ std::optional<Box> RecentPanel::field() {
   return found;
 }
 
+bool RecentPanel::hasEditor() {
+  const auto shown = strip_.window();
+  if (!shown) return false;
+  auto* const connection = desktop_.observer().connection();
+  const XReply<xcb_query_tree_reply_t> tree(
+      xcb_query_tree_reply(connection, xcb_query_tree(connection, *shown), nullptr));
+  if (!tree) return false;
+  const auto* const children = xcb_query_tree_children(tree.get());
+  return std::any_of(children, children + xcb_query_tree_children_length(tree.get()),
+                     [this](xcb_window_t child) { return desktop_.observer().isViewable(child); });
+}
+
+bool RecentPanel::fieldHasCursor() {
+  const auto shown = strip_.window();
+  const auto place = strip_.box();
+  const auto box = field();
+  const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
+  if (!place || !box || !picture) return false;
+  // The cursor is a line that is as high as the text, where an empty field's text begins.
+  constexpr int first = 18;
+  constexpr int last = 34;
+  for (int x = box->x - place->x + first; x < box->x - place->x + last; ++x) {
+    int y = Strip::height / 2 - 4;
+    while (y < Strip::height / 2 + 4 && brightness(picture->at(x, y)) >= 170) ++y;
+    if (y == Strip::height / 2 + 4) return true;
+  }
+  return false;
+}
+
 void RecentPanel::openByClickOnTheField() {
   std::optional<Box> seen;
   desktop_.observer().waitUntil("the search field is there", [&] { return (seen = field()).has_value(); });
@@ -80,15 +111,18 @@ void RecentPanel::openByClickOnTheField() {
 void RecentPanel::openByClickOnTheMagnifier() {
   strip_.clickFirstTool();
   waitUntilOpen();
-  desktop_.observer().waitUntil("the search field is unfolded", [this] { return field().has_value(); });
 }
 
 void RecentPanel::waitUntilOpen() {
   desktop_.observer().waitUntil("the list of recent files is open", [this] { return isOpen(); });
+  // It is painted only after it has taken the keyboard.
+  desktop_.observer().waitUntil("the search field has the keys", [this] { return fieldHasCursor(); });
 }
 
 void RecentPanel::waitUntilClosed() {
   desktop_.observer().waitUntil("the list of recent files is closed", [this] { return !isOpen(); });
+  // It goes only after it has given the keyboard up.
+  desktop_.observer().waitUntil("the search field has no keys", [this] { return !hasEditor(); });
 }
 
 int RecentPanel::rows() {

@@ -15,6 +15,8 @@ class RecentPanel {
 
   // The search field on the strip, in pixels of the screen, while it is not folded.
   [[nodiscard]] std::optional<Box> field();
+  // Whether the field shows the text cursor.
+  [[nodiscard]] bool fieldHasCursor();
   void openByClickOnTheField();
   void openByClickOnTheMagnifier();
 
@@ -35,6 +37,8 @@ class RecentPanel {
 
  private:
   [[nodiscard]] std::optional<xcb_window_t> window();
+  // Whether the field's editor stands in the strip.
+  [[nodiscard]] bool hasEditor();
   [[nodiscard]] Box place();
   void waitUntilOpen();
 
