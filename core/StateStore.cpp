@@ -59,7 +59,7 @@ void StateStore::save() {
 }
 
 fs::path StateStore::defaultURL(const fs::path& applicationSupport) {
-  const fs::path url = applicationSupport / "Pellar" / "state.json";
+  fs::path url = applicationSupport / "Pellar" / "state.json";
   const fs::path legacy = applicationSupport / "Fennick" / "state.json";
   std::error_code absent;  // a place that cannot be looked at holds no file
   if (fs::exists(url, absent) || !fs::exists(legacy, absent)) return url;

@@ -107,7 +107,7 @@ std::optional<std::string> Automation::rename(const OfficeWindow& window, const 
                                               const std::string& newName) {
   if (!window.app.office || !isUsable(oldPath) || !isUsable(newName)) return std::nullopt;
   // The text passed in may be the window's own, which can change while the script runs.
-  const std::string from = oldPath;
+  const std::string from = oldPath;  // NOLINT(performance-unnecessary-copy-initialization)
   const std::string folder(withoutLastComponent(from));
   if (folder.empty()) return std::nullopt;
   std::string to = (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, from);

@@ -29,9 +29,10 @@ SnapView::SnapView(ViewHost& host, PickHandler onPick) : host_(host), onPick_(st
 std::vector<ViewRect> SnapView::groupRects() {
   std::vector<ViewRect> rects;
   for (std::size_t i = 0; i < tileGroups().size(); ++i) {
-    const auto column = static_cast<double>(i % columns);
-    const auto row = static_cast<double>(i / columns);
-    rects.push_back({margin + pitchX * column, margin + pitchY * row, cell.width, cell.height});
+    const auto column = i % columns;
+    const auto row = i / columns;
+    rects.push_back({margin + pitchX * static_cast<double>(column), margin + pitchY * static_cast<double>(row),
+                     cell.width, cell.height});
   }
   return rects;
 }

@@ -92,7 +92,7 @@ std::optional<std::string> StripDocuments::path(const std::shared_ptr<OfficeWind
   const auto present = picture_->present(*window);
   const auto& record = present ? present : window;
   if (isKnown(record->path)) return record->path;
-  const auto found = automation_.path(*record);
+  auto found = automation_.path(*record);
   if (!isKnown(found)) return std::nullopt;
   keepPath(*window, *found);
   return found;
@@ -129,6 +129,8 @@ void StripDocuments::rename(std::shared_ptr<OfficeWindow> window) {
   if (const auto known = path(window)) rename(std::move(window), *known);
 }
 
+// By value: what it is called with may be replaced while the question is open.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void StripDocuments::rename(std::shared_ptr<OfficeWindow> window, std::string path) {
   const std::string current = stem(path);
   const auto answer = Prompt::ask(platform_.alerts, platform_.workspace, "Rename file",

@@ -5,7 +5,7 @@
 namespace pellar {
 namespace {
 
-constexpr std::size_t mostBytes = 1024 * 1024;
+constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
 
 std::size_t bytesOf(const Sprite& sprite) {
   return static_cast<std::size_t>(sprite.pixels.sizeInBytes());

@@ -19,6 +19,7 @@ int releaseCode(dl_phdr_info* object, std::size_t, void*) {
     const std::uintptr_t begin = (object->dlpi_addr + segment.p_vaddr + page - 1) / page * page;
     const std::uintptr_t end = (object->dlpi_addr + segment.p_vaddr + segment.p_memsz) / page * page;
     // The kernel's own page among the objects refuses; nothing is lost by that.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the loader names places by number
     if (begin < end) madvise(reinterpret_cast<void*>(begin), end - begin, MADV_DONTNEED);
   }
   return 0;

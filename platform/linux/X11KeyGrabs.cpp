@@ -57,6 +57,7 @@ bool X11KeyGrabs::take() {
   if (wanted == grabbed_) return true;
   release();
   std::vector<xcb_void_cookie_t> cookies;
+  cookies.reserve(wanted.size());
   for (const auto& [key, modifiers] : wanted) {
     cookies.push_back(
         xcb_grab_key_checked(connection_, 0, root_, modifiers, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC));

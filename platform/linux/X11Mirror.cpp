@@ -134,6 +134,7 @@ bool X11Mirror::readStale() {
 void X11Mirror::readProperties() {
   const auto stale = std::exchange(staleProperties_, {});
   std::vector<xcb_get_property_cookie_t> cookies;
+  cookies.reserve(stale.size());
   for (const auto& [id, property] : stale) cookies.push_back(requestX11Property(connection_, id, property));
   auto cookie = cookies.begin();
   for (const auto& [id, property] : stale) {

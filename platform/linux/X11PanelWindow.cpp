@@ -16,7 +16,8 @@
 namespace pellar {
 namespace {
 
-constexpr std::string_view className{"pellar\0Pellar", 14};
+constexpr char classNames[] = "pellar\0Pellar";  // instance and class, each with its end
+constexpr std::string_view className{classNames, sizeof classNames};
 constexpr std::string_view title = "Pellar";
 constexpr std::uint32_t putImageHeader = 64;  // more than PutImage needs
 

@@ -42,6 +42,7 @@ std::vector<X11Window> X11WindowLoader::load(const std::vector<xcb_window_t>& id
     }
   }
   std::vector<X11Window*> all;
+  all.reserve(windows.size());
   for (X11Window& window : windows) all.push_back(&window);
   loadLinks(all);
   std::erase_if(windows, [](const X11Window& window) { return window.links.empty(); });
