@@ -31,8 +31,8 @@ std::vector<ViewRect> SnapView::groupRects() {
   for (std::size_t i = 0; i < tileGroups().size(); ++i) {
     const auto column = i % columns;
     const auto row = i / columns;
-    rects.push_back({margin + pitchX * static_cast<double>(column), margin + pitchY * static_cast<double>(row),
-                     cell.width, cell.height});
+    rects.push_back({margin + pitchX * static_cast<double>(column),
+                     margin + pitchY * static_cast<double>(row), cell.width, cell.height});
   }
   return rects;
 }
