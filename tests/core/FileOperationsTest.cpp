@@ -1,8 +1,7 @@
-#include "core/FileOperations.h"
-
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
+#include "core/FileOperations.h"
 #include "tests/core/TemporaryFolder.h"
 
 namespace pellar {
