@@ -1,11 +1,11 @@
 #include "core/StateCoding.h"
 
 #include <cmath>
-#include <cstddef>
 #include <cstdint>
 #include <limits>
 #include <nlohmann/json.hpp>
 
+#include "core/JsonText.h"
 #include "core/Utf8.h"
 
 namespace pellar {
@@ -14,9 +14,6 @@ namespace {
 
 // Its objects are ordered by key, which is what keeps the file's keys sorted.
 using Json = nlohmann::json;
-
-// Deeper texts are no state of ours; the bound keeps hostile ones from costing memory.
-constexpr int deepestNesting = 512;
 
 Json encoded(bool value) {
   return value;
@@ -143,25 +140,6 @@ bool decode(const Json& json, Settings& settings) {
          decodeKey(json, "acceptedEulaVersion", settings.acceptedEulaVersion);
 }
 
-bool isShallow(std::string_view text) {
-  int depth = 0;
-  bool inString = false;
-  for (std::size_t index = 0; index < text.size(); ++index) {
-    const char byte = text[index];
-    if (inString) {
-      if (byte == '\\') ++index;
-      if (byte == '"') inString = false;
-    } else if (byte == '"') {
-      inString = true;
-    } else if (byte == '[' || byte == '{') {
-      if (++depth > deepestNesting) return false;
-    } else if (byte == ']' || byte == '}') {
-      --depth;
-    }
-  }
-  return true;
-}
-
 }  // namespace
 
 std::string encodeState(const AppState& state) {
@@ -174,8 +152,7 @@ std::string encodeState(const AppState& state) {
 }
 
 std::optional<AppState> decodeState(std::string_view text) {
-  // The parser takes a zero byte for the end of the text.
-  if (text.find('\0') != std::string_view::npos || !isShallow(text)) return std::nullopt;
+  if (!JsonText::isHarmless(text)) return std::nullopt;
   const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
   AppState state;
   if (!json.is_object() || !decodeKey(json, "tags", state.tags) || !decodeKey(json, "groups", state.groups) ||

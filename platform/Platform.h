@@ -2,12 +2,16 @@
 
 #include <filesystem>
 
+#include "platform/Application.h"
+
 namespace pellar {
 
 class Accessibility;
 class Alerts;
 class EventMonitors;
 class EventTaps;
+class HttpClient;
+class LoginItem;
 class MainLoop;
 class MenuPresenter;
 class PanelFactory;
@@ -15,6 +19,9 @@ class Pasteboard;
 class PropertyLists;
 class ScreenList;
 class ScriptRunner;
+class StatusBar;
+class UserNotifications;
+class Windows;
 class Workspace;
 
 // Where the program keeps its files. Absolute paths; the folders may not exist yet.
@@ -39,6 +46,13 @@ struct Platform {
   Pasteboard& pasteboard;
   PropertyLists& propertyLists;
   ScriptRunner& scripts;
+  StatusBar& statusBar;
+  Windows& windows;
+  LoginItem& loginItem;
+  HttpClient& httpClient;
+  UserNotifications& notifications;
+  Application& application;
+  BundleInfo bundle;
   UserFolders folders;
 };
 

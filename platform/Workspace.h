@@ -43,6 +43,15 @@ class Workspace {
   // tell.
   virtual void open(const std::string& path) = 0;
 
+  // Opens an address with the application that owns its scheme. A failure is the system's to tell.
+  virtual void openUrl(const std::string& url) = 0;
+
+  // The name that the user knows an installed application by; absent when none has this identifier.
+  [[nodiscard]] virtual std::optional<std::string> displayName(const std::string& bundleId) const = 0;
+
+  // Whether an application with this identifier is running.
+  [[nodiscard]] virtual bool isRunning(const std::string& bundleId) const = 0;
+
   // Opens the folder of a file, by its absolute path, with the file selected.
   virtual void activateFileViewerSelecting(const std::string& path) = 0;
 

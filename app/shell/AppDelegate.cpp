@@ -1,61 +1,115 @@
 #include "app/shell/AppDelegate.h"
 
-#include <chrono>
-
 #include "core/AppState.h"
 #include "core/Log.h"
-#include "platform/MainLoop.h"
+#include "platform/Accessibility.h"
+#include "platform/LoginItem.h"
+#include "platform/StatusBar.h"
 
 namespace pellar {
 namespace {
 
-using namespace std::chrono_literals;
+constexpr double menuBarImageHeight = 16;
 
-constexpr auto trustPollInterval = 2000ms;
+// What the store has to say is kept, too.
+std::shared_ptr<StateStore> loadStore(const UserFolders& folders) {
+  Log::setUrl(folders.logFile);
+  return std::make_shared<StateStore>(StateStore::defaultURL(folders.applicationSupport));
+}
 
 }  // namespace
 
 AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform),
+      store_(loadStore(platform.folders)),
       tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)),
-      hotkeys_(platform.eventTaps, platform.mainLoop) {
-  // First of all, so that what the store has to say is kept.
-  Log::setUrl(platform.folders.logFile);
-  store_ = std::make_shared<StateStore>(StateStore::defaultURL(platform.folders.applicationSupport));
-}
+      hotkeys_(platform.eventTaps, platform.mainLoop),
+      updater_(Updater::create(platform)),
+      terms_(TermsGate::create(platform, store_)),
+      about_(platform, updater_),
+      autoSave_(platform, store_, tracker_),
+      statusMenu_(StatusMenu::create(platform, store_, tracker_, updater_)),
+      updateSchedule_(platform.mainLoop, store_, updater_),
+      onboarding_(platform) {}
 
 AppDelegate::~AppDelegate() {
+  // Whoever shares these may outlive the delegate by the rest of a turn.
   if (strip_) strip_->autoSaveToggled = nullptr;
+  updater_->onUpdate = nullptr;
+  updater_->onEula = nullptr;
+  terms_->onAccepted = nullptr;
+  statusMenu_->onAutoSaveChosen = nullptr;
+  statusMenu_->onToggleLaunchAtLogin = nullptr;
+  statusMenu_->onShowAbout = nullptr;
 }
 
 void AppDelegate::applicationDidFinishLaunching() {
+  buildStatusItem();
+  restartAutoSave();
   tracker_->isEnabled = [store = store_](const TrackedApp& app) {
     return store->state().settings.follows(app);
   };
+  connectUpdater();
+  updateSchedule_.startUpdateChecks();
   if (platform_.accessibility.isTrusted()) {
     startTracking();
-    return;
+  } else {
+    onboarding_.begin([this] { startTracking(); });
   }
-  platform_.accessibility.isTrustedPromptingUser();
-  waitForPermission();
 }
 
-void AppDelegate::waitForPermission() {
-  trustTimer_ = platform_.mainLoop.every(trustPollInterval, [this] {
-    if (!platform_.accessibility.isTrusted()) return;
-    trustTimer_.cancel();
-    startTracking();
-  });
+void AppDelegate::buildStatusItem() {
+  statusMenu_->onAutoSaveChosen = [this] { restartAutoSave(); };
+  statusMenu_->onToggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); };
+  statusMenu_->onShowAbout = [this] { about_.showAbout(); };
+  statusItem_ = platform_.statusBar.addItem(
+      {.imageName = "MenuBarTemplate", .imageHeight = menuBarImageHeight, .title = "⧉"},
+      [menu = statusMenu_] { return menu->items(); });
+}
+
+void AppDelegate::restartAutoSave() {
+  autoSave_.restart();
+}
+
+void AppDelegate::connectUpdater() {
+  updater_->onUpdate = [this](const Updater::Info& info) { about_.announce(info.latest); };
+  updater_->onEula = [this](const std::string& version, const std::optional<std::string>& url) {
+    terms_->require(version, url);
+    updateLock();
+    terms_->presentGates();
+  };
+  terms_->onAccepted = [this] {
+    updateLock();
+    tracker_->refresh();
+  };
 }
 
 void AppDelegate::startTracking() {
   strip_ = StripController::create(tracker_, store_, platform_);
+  updateLock();
+  terms_->presentGates();
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };
-  hotkeys_.isActive = [this] { return strip_->panel().isVisible(); };
-  hotkeys_.onCycle = [this](bool forward) { strip_->cycle(forward); };
+  connectHotkeys();
   hotkeys_.start();
   tracker_->start();
   Log::write("tracking started");
+}
+
+void AppDelegate::connectHotkeys() {
+  hotkeys_.isActive = [weak = std::weak_ptr(strip_)] {
+    const auto strip = weak.lock();
+    return strip && strip->panel().isVisible();
+  };
+  hotkeys_.onCycle = [weak = std::weak_ptr(strip_)](bool forward) {
+    if (const auto strip = weak.lock()) strip->cycle(forward);
+  };
+}
+
+// Without accepted terms there is no strip.
+void AppDelegate::updateLock() {
+  if (!strip_) return;
+  strip_->locked = !terms_->isAccepted();
+  if (strip_->locked) strip_->hide();
 }
 
 // Pressing the strip's tool means one minute or off, whatever interval was chosen elsewhere.
@@ -64,7 +118,13 @@ void AppDelegate::toggleAutoSave() {
     auto& minutes = state.settings.autoSaveMinutes;
     minutes = minutes < 1 ? 1 : 0;
   });
+  restartAutoSave();
   tracker_->refresh();
+}
+
+void AppDelegate::toggleLaunchAtLogin() {
+  const auto failure = platform_.loginItem.setEnabled(!platform_.loginItem.isEnabled());
+  if (failure) Log::write("launch at login toggle failed: " + *failure);
 }
 
 }  // namespace pellar

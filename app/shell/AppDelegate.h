@@ -1,8 +1,17 @@
 #pragma once
 
 #include <memory>
+#include <optional>
+#include <string>
 
+#include "app/info/Updater.h"
+#include "app/shell/AboutPellar.h"
+#include "app/shell/AutoSave.h"
 #include "app/shell/HotkeyTap.h"
+#include "app/shell/Onboarding.h"
+#include "app/shell/StatusMenu.h"
+#include "app/shell/TermsGate.h"
+#include "app/shell/UpdateSchedule.h"
 #include "app/strip/StripController.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
@@ -31,16 +40,28 @@ class AppDelegate {
   [[nodiscard]] StripController* strip() { return strip_.get(); }
 
  private:
-  void waitForPermission();
+  void buildStatusItem();
+  void restartAutoSave();
+  void connectUpdater();
   void startTracking();
+  void connectHotkeys();
+  void updateLock();
   void toggleAutoSave();
+  void toggleLaunchAtLogin();
 
   Platform platform_;
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<StripController> strip_;
-  HotkeyTap hotkeys_;  // depends-on: strip_
-  Subscription trustTimer_;
+  HotkeyTap hotkeys_;
+  std::shared_ptr<Updater> updater_;
+  std::shared_ptr<TermsGate> terms_;
+  AboutPellar about_;
+  AutoSave autoSave_;
+  std::shared_ptr<StatusMenu> statusMenu_;
+  UpdateSchedule updateSchedule_;
+  Onboarding onboarding_;
+  Subscription statusItem_;
 };
 
 }  // namespace pellar

@@ -41,6 +41,9 @@ class StripController final : public WindowTrackerDelegate,
   void tracker(WindowTracker& tracker, const std::optional<TrackedApp>& app, const WindowList& windows,
                const std::shared_ptr<OfficeWindow>& front) override;
 
+  // Takes the strip and all that hangs on it off the screen, until the next picture.
+  void hide();
+
   // Focuses the window of the next tab, or of the previous one; wraps at both ends.
   void cycle(bool forward);
 
@@ -56,7 +59,6 @@ class StripController final : public WindowTrackerDelegate,
 
   [[nodiscard]] bool ownApplicationIsFrontmost() const;
   [[nodiscard]] bool mustHide() const;
-  void hide();
   void show();
   [[nodiscard]] std::vector<TabItem> tabItems() const;
   bool pushDownIfNeeded(OfficeWindow& window);

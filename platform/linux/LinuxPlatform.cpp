@@ -1,11 +1,31 @@
 #include "platform/linux/LinuxPlatform.h"
 
+#include <cstdlib>
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "platform/linux/DesktopEntries.h"
 #include "platform/linux/PlatformFolders.h"
+#include "platform/shared/BuiltBundle.h"
 
 namespace pellar {
+namespace {
+
+std::filesystem::path ownProgram() {
+  std::error_code ignored;  // without a path there is no entry to write
+  return std::filesystem::read_symlink("/proc/self/exe", ignored);
+}
+
+// Another web site than the one that the program was built for can be asked for updates.
+BundleInfo bundle() {
+  BundleInfo info = builtBundle();
+  if (const char* site = std::getenv("PELLAR_WEB_SITE"); site != nullptr && *site != '\0')
+    info.webSite = site;
+  return info;
+}
+
+}  // namespace
 
 LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::function<void()> onLost)
     : connection_(std::move(connection)),
@@ -19,6 +39,9 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       panels_(*connection_, loop_, screens_, monitors_,
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
       menus_(*connection_, screens_),
+      statusBar_(loop_),
+      loginItem_(configFolder(), ownProgram()),
+      notifications_(loop_),
       pump_(*connection_, mirror_, applications_, loop_, std::move(onLost)),
       platform_{.mainLoop = loop_,
                 .accessibility = accessibility_,
@@ -32,6 +55,13 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
                 .pasteboard = pasteboard_,
                 .propertyLists = propertyLists_,
                 .scripts = scripts_,
+                .statusBar = statusBar_,
+                .windows = windows_,
+                .loginItem = loginItem_,
+                .httpClient = httpClient_,
+                .notifications = notifications_,
+                .application = program_,
+                .bundle = bundle(),
                 .folders = platformFolders()} {
   mirror_.readStale();
   applications_.update();

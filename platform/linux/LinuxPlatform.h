@@ -4,11 +4,17 @@
 #include <memory>
 
 #include "platform/Platform.h"
+#include "platform/linux/AutostartEntry.h"
+#include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/NoScripts.h"
 #include "platform/linux/QtAlerts.h"
+#include "platform/linux/QtHttpClient.h"
 #include "platform/linux/QtMainLoop.h"
 #include "platform/linux/QtMenus.h"
 #include "platform/linux/QtPasteboard.h"
+#include "platform/linux/QtProgram.h"
+#include "platform/linux/QtStatusBar.h"
+#include "platform/linux/QtWindows.h"
 #include "platform/linux/X11Accessibility.h"
 #include "platform/linux/X11Applications.h"
 #include "platform/linux/X11Connection.h"
@@ -34,6 +40,8 @@ class LinuxPlatform {
 
   [[nodiscard]] const Platform& platform() const { return platform_; }
   [[nodiscard]] X11Connection& connection() { return *connection_; }
+  // Opens the menu of the status item at the pointer, for a desktop without a tray.
+  void openStatusMenu() { statusBar_.openMenu(); }
 
  private:
   // Each needs those above it.
@@ -52,6 +60,12 @@ class LinuxPlatform {
   QtPasteboard pasteboard_;
   PlistPropertyLists propertyLists_;
   NoScripts scripts_;
+  QtStatusBar statusBar_;
+  QtWindows windows_;
+  AutostartEntry loginItem_;
+  QtHttpClient httpClient_;
+  DesktopNotifications notifications_;
+  QtProgram program_;
   X11Pump pump_;
   Platform platform_;
 };

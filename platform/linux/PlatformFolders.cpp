@@ -37,6 +37,10 @@ UserFolders platformFolders() {
   return folders;
 }
 
+fs::path configFolder() {
+  return folder("XDG_CONFIG_HOME", homeFolder() / ".config");
+}
+
 std::vector<fs::path> dataFolders() {
   std::vector<fs::path> folders{folder("XDG_DATA_HOME", homeFolder() / ".local/share")};
   const char* value = std::getenv("XDG_DATA_DIRS");

@@ -11,6 +11,9 @@ namespace pellar {
 // ask. Makes the log file's folder where it is missing.
 [[nodiscard]] UserFolders platformFolders();
 
+// The user's folder of settings, by the same rules.
+[[nodiscard]] std::filesystem::path configFolder();
+
 // Where installed programs keep their data, the user's own folder first.
 [[nodiscard]] std::vector<std::filesystem::path> dataFolders();
 

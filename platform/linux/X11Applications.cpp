@@ -56,6 +56,12 @@ const X11Application* X11Applications::withPid(ProcessId pid) const {
   return nullptr;
 }
 
+const X11Application* X11Applications::withBundleId(const std::string& bundleId) const {
+  for (const auto& [key, application] : applications_)
+    if (application.bundleId == bundleId) return &application;
+  return nullptr;
+}
+
 const X11Application* X11Applications::ofWindow(xcb_window_t window) const {
   const auto key = keys_.find(window);
   if (key == keys_.end()) return nullptr;

@@ -37,6 +37,8 @@ class X11Applications {
 
   // The application that a process number stands for, else the one with a window of that process.
   [[nodiscard]] const X11Application* withPid(ProcessId pid) const;
+  // A running application with this identifier; null when there is none.
+  [[nodiscard]] const X11Application* withBundleId(const std::string& bundleId) const;
   [[nodiscard]] const X11Application* ofWindow(xcb_window_t window) const;
 
   // Whether a window belongs to a program of this machine.

@@ -7,7 +7,9 @@
 #include <utility>
 
 #include "platform/MainLoop.h"
+#include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FileViewer.h"
+#include "platform/linux/PlatformFolders.h"
 
 namespace pellar {
 
@@ -71,6 +73,18 @@ void X11Workspace::activateIgnoringOtherApps() {}
 
 void X11Workspace::open(const std::string& path) {
   QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+}
+
+void X11Workspace::openUrl(const std::string& url) {
+  QDesktopServices::openUrl(QUrl(QString::fromStdString(url), QUrl::StrictMode));
+}
+
+// Installed programs are looked up anew, for what is hidden is asked for seldom.
+std::optional<std::string> X11Workspace::displayName(const std::string& bundleId) const {
+  if (const auto* running = applications_.withBundleId(bundleId)) return running->name;
+  const auto entry = DesktopEntries(dataFolders()).forWindowClass(bundleId);
+  if (!entry || entry->name.empty()) return std::nullopt;
+  return entry->name;
 }
 
 void X11Workspace::activateFileViewerSelecting(const std::string& path) {

@@ -25,6 +25,11 @@ class X11Workspace final : public Workspace {
   void activate(ProcessId pid) override;
   void activateIgnoringOtherApps() override;
   void open(const std::string& path) override;
+  void openUrl(const std::string& url) override;
+  [[nodiscard]] std::optional<std::string> displayName(const std::string& bundleId) const override;
+  [[nodiscard]] bool isRunning(const std::string& bundleId) const override {
+    return applications_.withBundleId(bundleId) != nullptr;
+  }
   void activateFileViewerSelecting(const std::string& path) override;
   // Also called when no application is in front any more.
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override;

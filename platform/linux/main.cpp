@@ -13,6 +13,7 @@
 #include "app/shell/AppDelegate.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/LostServer.h"
+#include "platform/linux/SingleInstance.h"
 #include "platform/linux/StartUpMemory.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/XcbReply.h"
@@ -21,6 +22,7 @@ namespace {
 
 using pellar::AppDelegate;
 using pellar::LinuxPlatform;
+using pellar::SingleInstance;
 using pellar::X11Connection;
 using pellar::X11Failure;
 using pellar::XcbReply;
@@ -105,10 +107,16 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
   const auto application = makeApplication(argc, argv);
+  const auto instance = SingleInstance::claim();
+  if (!instance) {
+    say("Pellar is already running; its menu is open.");
+    return 0;
+  }
   // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
   const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });
 
   LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
+  instance->onAsked = [&platform] { platform.openStatusMenu(); };
   AppDelegate delegate(platform.platform());
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
   const pellar::Subscription settled =

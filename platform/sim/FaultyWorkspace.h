@@ -27,6 +27,13 @@ class FaultyWorkspace final : public Workspace {
   }
   void activateIgnoringOtherApps() override { sound_.activateIgnoringOtherApps(); }
   void open(const std::string& path) override { sound_.open(path); }
+  void openUrl(const std::string& url) override { sound_.openUrl(url); }
+  [[nodiscard]] std::optional<std::string> displayName(const std::string& bundleId) const override {
+    return sound_.displayName(bundleId);
+  }
+  [[nodiscard]] bool isRunning(const std::string& bundleId) const override {
+    return sound_.isRunning(bundleId);
+  }
   void activateFileViewerSelecting(const std::string& path) override {
     sound_.activateFileViewerSelecting(path);
   }

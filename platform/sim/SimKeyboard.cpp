@@ -47,6 +47,10 @@ void SimKeyboard::type(std::string_view text) {
 }
 
 void SimKeyboard::command(const std::string& selector) {
+  if (auto* const window = windows_.key()) {
+    if (selector == "insertNewline:") window->pressReturn();
+    return;
+  }
   loop_.post([this, selector] {
     if (auto* const list = panels_.keyList()) {
       const auto code = keyCodeOf(selector);

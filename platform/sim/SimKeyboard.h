@@ -8,15 +8,17 @@
 #include "platform/sim/SimEventTaps.h"
 #include "platform/sim/SimMainLoop.h"
 #include "platform/sim/SimPanels.h"
+#include "platform/sim/SimWindows.h"
 
 namespace pellar {
 
-// The user's keyboard. Keys go to the focused list or field of the key panel, else to the application in
-// front. Each call returns when the main loop is idle again.
+// The user's keyboard. Keys go to the key window, else to the focused list or field of the key panel, else to
+// the application in front. Each call returns when the main loop is idle again.
 class SimKeyboard {
  public:
-  SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels, SimEventTaps& taps)
-      : loop_(loop), desktop_(desktop), panels_(panels), taps_(taps) {}
+  SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels, SimEventTaps& taps,
+              SimWindows& windows)
+      : loop_(loop), desktop_(desktop), panels_(panels), taps_(taps), windows_(windows) {}
 
   void type(std::string_view text);
   // A key command by its selector: "moveDown:", "insertNewline:", "cancelOperation:", "deleteBackward:".
@@ -31,6 +33,7 @@ class SimKeyboard {
   SimDesktop& desktop_;
   SimPanels& panels_;
   SimEventTaps& taps_;
+  SimWindows& windows_;
 };
 
 }  // namespace pellar

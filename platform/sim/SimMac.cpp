@@ -27,6 +27,13 @@ Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) 
           .pasteboard = pasteboard_,
           .propertyLists = propertyLists_,
           .scripts = scripts_,
+          .statusBar = statusBar_,
+          .windows = windows_,
+          .loginItem = loginItem_,
+          .httpClient = web_,
+          .notifications = notifications_,
+          .application = program_,
+          .bundle = {version, build, webSite},
           .folders = foldersIn(home_.path())};
 }
 

@@ -14,16 +14,22 @@
 #include "platform/sim/SimDesktop.h"
 #include "platform/sim/SimEventMonitors.h"
 #include "platform/sim/SimEventTaps.h"
+#include "platform/sim/SimHttpServer.h"
 #include "platform/sim/SimKeyboard.h"
+#include "platform/sim/SimLoginItem.h"
 #include "platform/sim/SimMainLoop.h"
 #include "platform/sim/SimMenus.h"
 #include "platform/sim/SimOffice.h"
 #include "platform/sim/SimPanels.h"
 #include "platform/sim/SimPasteboard.h"
 #include "platform/sim/SimPointer.h"
+#include "platform/sim/SimProgram.h"
 #include "platform/sim/SimScreens.h"
 #include "platform/sim/SimScripts.h"
+#include "platform/sim/SimStatusBar.h"
+#include "platform/sim/SimUserNotifications.h"
 #include "platform/sim/SimWindow.h"
+#include "platform/sim/SimWindows.h"
 #include "platform/sim/SimWorkspace.h"
 #include "platform/sim/StripReader.h"
 #include "platform/sim/TemporaryFolder.h"
@@ -68,6 +74,11 @@ class SimMac {
   // The focused window of the application in front.
   [[nodiscard]] std::optional<SimWindow> frontWindow();
 
+  // The bundle of the running program.
+  static constexpr const char* version = "1.4.0";
+  static constexpr const char* build = "127";
+  static constexpr const char* webSite = "https://pellar.example";
+
   // Time.
   void settle() { mainLoop_.runUntilIdle(); }
   void advance(std::chrono::nanoseconds duration) { mainLoop_.advance(duration); }
@@ -95,6 +106,12 @@ class SimMac {
   // The documents of the Office applications.
   [[nodiscard]] SimOffice& office() { return office_; }
   [[nodiscard]] SimScripts& scripts() { return scripts_; }
+  [[nodiscard]] SimStatusBar& statusBar() { return statusBar_; }
+  [[nodiscard]] SimWindows& windows() { return windows_; }
+  [[nodiscard]] SimLoginItem& loginItem() { return loginItem_; }
+  [[nodiscard]] SimHttpServer& web() { return web_; }
+  [[nodiscard]] SimUserNotifications& notifications() { return notifications_; }
+  [[nodiscard]] SimProgram& program() { return program_; }
   // The user's private home folder on the real disk, gone with this object.
   [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
 
@@ -117,8 +134,14 @@ class SimMac {
   PlistPropertyLists propertyLists_;
   SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};
   SimScripts scripts_{office_};
+  SimStatusBar statusBar_{mainLoop_};
+  SimWindows windows_{mainLoop_, desktop_, panels_};
+  SimLoginItem loginItem_;
+  SimHttpServer web_{mainLoop_};
+  SimUserNotifications notifications_{mainLoop_};
+  SimProgram program_;
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
-  SimKeyboard keyboard_{mainLoop_, desktop_, panels_, eventTaps_};
+  SimKeyboard keyboard_{mainLoop_, desktop_, panels_, eventTaps_, windows_};
   Platform platform_;
 };
 

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,6 +31,16 @@ class SimWorkspace final : public Workspace {
     opened_.push_back(path);
     if (onOpen) onOpen(path);
   }
+  void openUrl(const std::string& url) override { openedUrls_.push_back(url); }
+  [[nodiscard]] std::optional<std::string> displayName(const std::string& bundleId) const override {
+    const auto found = installed.find(bundleId);
+    return found == installed.end() ? std::nullopt : std::optional(found->second);
+  }
+  [[nodiscard]] bool isRunning(const std::string& bundleId) const override {
+    return std::ranges::any_of(desktop_.frontToBack(), [&](const auto& each) {
+      return each->running && each->description.bundleId == bundleId;
+    });
+  }
   void activateFileViewerSelecting(const std::string& path) override { revealed_.push_back(path); }
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
     return desktop_.activated().add(std::move(callback));
@@ -39,6 +52,11 @@ class SimWorkspace final : public Workspace {
   // What opening a file does on this Mac, for instance that its application shows a window for it.
   std::function<void(const std::string& path)> onOpen;
 
+  // The installed applications' display names, by bundle identifier.
+  std::map<std::string, std::string> installed;
+
+  // Every address that the program opened, in order.
+  [[nodiscard]] const std::vector<std::string>& openedUrls() const { return openedUrls_; }
   // Every file that the program opened, and every one it showed in its folder, in order.
   [[nodiscard]] const std::vector<std::string>& opened() const { return opened_; }
   [[nodiscard]] const std::vector<std::string>& revealed() const { return revealed_; }
@@ -50,6 +68,7 @@ class SimWorkspace final : public Workspace {
   SimMainLoop& loop_;
   std::vector<ProcessId> requested_;
   std::vector<std::string> opened_;
+  std::vector<std::string> openedUrls_;
   std::vector<std::string> revealed_;
 };
 

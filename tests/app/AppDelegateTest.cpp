@@ -17,7 +17,7 @@ TEST_F(Launch, WithThePermissionTheStripIsThereAtOnce) {
   start();
   expectStripOver(plan);
   EXPECT_EQ(mac.accessibility().prompts(), 0);
-  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
+  EXPECT_TRUE(mac.windows().visible().empty());
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
 }
 
@@ -36,9 +36,10 @@ TEST_F(Launch, WithoutThePermissionTheUserIsAskedAndTheStripComesOnceItIsGiven) 
   mac.advance(1999ms);
   EXPECT_EQ(pellar.strip(), nullptr);
   mac.advance(1ms);
-  expectStripOver(plan);
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
-  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
+  mac.activate(editor);
+  mac.settle();
+  expectStripOver(plan);
   mac.advance(10s);
   EXPECT_EQ(log.count("tracking started"), 1);
 }
@@ -81,7 +82,7 @@ TEST(AppDelegateEnd, AlsoWhileItWaitsForThePermission) {
   mac.accessibility().setTrusted(false);
   std::optional<AppDelegate> pellar(std::in_place, mac.platform());
   pellar->applicationDidFinishLaunching();
-  EXPECT_EQ(mac.mainLoop().activeTimers(), 1U);
+  EXPECT_GT(mac.mainLoop().activeTimers(), 0U);
   pellar.reset();
   EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
 }

@@ -189,6 +189,7 @@ TEST(MenuFaultAtTheEnd, TheProgramMayQuitUnderItsMenu) {
     auto plan = editor.open("Plan");
     plan.setDocument("file:///Users/ann/Plan.txt");
     std::optional<AppDelegate> pellar(std::in_place, mac.platform());
+    acceptTerms(*pellar);
     pellar->applicationDidFinishLaunching();
     mac.settle();
     mac.menus().next([&](SimOpenMenu& menu) {

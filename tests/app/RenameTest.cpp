@@ -165,6 +165,7 @@ TEST_F(Renaming, FailingAtAnyPointKeepsTheFileThePathAndTheColour) {
     const auto document = other.office().openInWindow(otherWord, {.path = path});
     document->window->setFrame({100, 200, 1300, 600});
     AppDelegate program(other.platform());
+    acceptTerms(program);
     program.store().update([&](AppState& state) { state.tags[path] = "red"; });
     program.applicationDidFinishLaunching();
     other.settle();

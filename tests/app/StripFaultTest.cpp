@@ -43,6 +43,7 @@ class StripFault : public StripStory {
  protected:
   [[nodiscard]] std::unique_ptr<AppDelegate> startOn(Platform platform) {
     auto other = std::make_unique<AppDelegate>(platform);
+    acceptTerms(*other);
     other->applicationDidFinishLaunching();
     mac.settle();
     return other;

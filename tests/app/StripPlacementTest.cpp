@@ -261,11 +261,13 @@ TEST_F(StripStory, NothingHappensWhileNothingHappens) {
   open("Plan");
   open("Report");
   start();
+  // The first look for updates is over.
+  mac.advance(std::chrono::seconds(30));
   const auto turns = mac.mainLoop().turns();
   mac.accessibility().forgetRoundTrips();
   mac.advance(std::chrono::minutes(10));
   EXPECT_EQ(mac.mainLoop().turns(), turns);
-  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
+  EXPECT_EQ(mac.mainLoop().activeTimers(), 1U) << "only the next look for updates is to come";
   EXPECT_EQ(mac.accessibility().roundTrips().total(), 0);
 }
 

@@ -14,6 +14,11 @@
 
 namespace pellar {
 
+// The user has read the terms.
+inline void acceptTerms(AppDelegate& program) {
+  program.store().update([](AppState& state) { state.settings.acceptedEulaVersion = "1"; });
+}
+
 // A simulated Mac on which the program can be started. An editor without windows is in front.
 class StripStory : public testing::Test {
  protected:
@@ -22,6 +27,7 @@ class StripStory : public testing::Test {
   StripStory() {
     std::filesystem::create_directories(mac.platform().folders.logFile.parent_path());
     editor.quirks().listsWindowsByCreation = true;
+    acceptTerms(pellar);
   }
 
   void start() {

@@ -109,6 +109,7 @@ TEST(Restart, KeepsTagsGroupsAndSettings) {
   auto editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
   editor.open("Plan", {100, 200, 1300, 600}).setDocument("file:///Users/ann/Plan.txt");
   std::optional<AppDelegate> pellar(std::in_place, mac.platform());
+  acceptTerms(*pellar);
   pellar->applicationDidFinishLaunching();
   mac.settle();
   mac.menus().nextChoose({"Colour tag", "Yellow"});

@@ -1,0 +1,75 @@
+#include "app/shell/AutoSave.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "app/automation/Automation.h"
+#include "app/automation/Generic.h"
+#include "core/AppState.h"
+#include "core/Log.h"
+#include "platform/MainLoop.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+namespace {
+
+// Longer than any program runs; the clock's numbers end somewhere.
+constexpr std::int64_t longestInterval = std::int64_t{60} * 24 * 366 * 100;
+
+}  // namespace
+
+// Scripts run the main loop nested, in which the timer may be due again or be replaced, or the program end.
+struct AutoSave::SavePass {
+  Platform platform;
+  std::shared_ptr<StateStore> store;
+  std::shared_ptr<WindowTracker> tracker;
+  bool running = false;
+
+  void run() {
+    if (running) return;
+    running = true;
+    saveOfficeDocuments();
+    saveFrontDocument();
+    running = false;
+  }
+
+  void saveOfficeDocuments() {
+    for (const OfficeApp app : allOfficeApps) {
+      if (app == OfficeApp::outlook || !store->state().settings.isEnabled(app)) continue;
+      if (!platform.workspace.isRunning(std::string(bundleID(app)))) continue;
+      const int saved = Automation(platform.scripts).saveAll(app, /*onlyModified=*/true);
+      if (saved < 1) continue;
+      Log::write("autosave: " + std::string(displayName(app)) + " saved " + std::to_string(saved));
+    }
+  }
+
+  void saveFrontDocument() {
+    const auto app = tracker->app();
+    const auto front = tracker->front();
+    // Without a file, pressing Save would ask the user for one.
+    if (!app || app->office || !front || !front->path) return;
+    // The menu acts on the application's main window.
+    platform.accessibility.set(front->element, "AXMain", true);
+    constexpr std::array<std::string_view, 1> titles{"Save"};
+    if (Generic::pressFileMenu(platform.accessibility, front->pid, titles))
+      Log::write("autosave: " + app->name + " saved " + front->title);
+  }
+};
+
+AutoSave::AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
+                   std::shared_ptr<WindowTracker> tracker)
+    : loop_(platform.mainLoop),
+      pass_(std::make_shared<SavePass>(SavePass{platform, std::move(store), std::move(tracker)})) {}
+
+void AutoSave::restart() {
+  timer_.cancel();
+  const auto minutes = std::min(pass_->store->state().settings.autoSaveMinutes, longestInterval);
+  if (minutes < 1) return;
+  timer_ = loop_.every(std::chrono::minutes(minutes), [pass = pass_] { pass->run(); });
+}
+
+}  // namespace pellar

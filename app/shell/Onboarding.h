@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/Platform.h"
+#include "platform/Subscription.h"
+#include "platform/Windows.h"
+
+namespace pellar {
+
+// Waits for the user to give the Accessibility permission, and says in a window how. Main thread only.
+class Onboarding {
+ public:
+  // What `platform` refers to outlives this.
+  explicit Onboarding(const Platform& platform) : platform_(platform) {}
+  Onboarding(const Onboarding&) = delete;
+  Onboarding& operator=(const Onboarding&) = delete;
+
+  // Has the system ask the user, shows the window, and calls `onTrusted` once after the permission is given,
+  // whether the user closed the window or not.
+  void begin(std::function<void()> onTrusted);
+
+ private:
+  void showOnboarding();
+  void openAccessibilityPane();
+  void poll();
+
+  Platform platform_;
+  std::function<void()> onTrusted_;
+  std::unique_ptr<PlainWindow> window_;  // while it is shown
+  Subscription closed_;                  // depends-on: window_
+  Subscription trustTimer_;
+};
+
+}  // namespace pellar

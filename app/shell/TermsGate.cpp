@@ -1,0 +1,56 @@
+#include "app/shell/TermsGate.h"
+
+#include <utility>
+
+#include "core/AppState.h"
+#include "core/Log.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+std::shared_ptr<TermsGate> TermsGate::create(const Platform& platform, std::shared_ptr<StateStore> store) {
+  return std::shared_ptr<TermsGate>(new TermsGate(platform, std::move(store)));
+}
+
+TermsGate::TermsGate(const Platform& platform, std::shared_ptr<StateStore> store)
+    : platform_(platform), store_(std::move(store)), eulaTermsUrl_(platform.bundle.webSite + "/terms.html") {}
+
+bool TermsGate::isAccepted() const {
+  const auto& accepted = store_->state().settings.acceptedEulaVersion;
+  return !accepted.empty() && accepted == requiredEula_;
+}
+
+void TermsGate::require(const std::string& version, const std::optional<std::string>& url) {
+  requiredEula_ = version;
+  if (url) eulaTermsUrl_ = *url;
+}
+
+void TermsGate::presentGates() {
+  if (!isAccepted()) {
+    showEula();
+    return;
+  }
+  if (const auto open = std::exchange(eulaWindow_, nullptr)) open->window().close();
+}
+
+void TermsGate::showEula() {
+  if (!eulaWindow_) {
+    eulaWindow_ =
+        std::make_unique<EulaWindowController>(platform_.windows, platform_.workspace, platform_.application,
+                                               requiredEula_, eulaTermsUrl_, [weak = weak_from_this()] {
+                                                 if (const auto self = weak.lock()) self->accept();
+                                               });
+  }
+  platform_.workspace.activateIgnoringOtherApps();
+  eulaWindow_->window().makeKeyAndOrderFront();
+}
+
+void TermsGate::accept() {
+  store_->update([this](AppState& state) { state.settings.acceptedEulaVersion = requiredEula_; });
+  Log::write("terms accepted: v" + requiredEula_);
+  eulaWindow_.reset();
+  if (const auto accepted = onAccepted) accepted();
+  presentGates();
+}
+
+}  // namespace pellar

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <filesystem>
+
+#include "platform/LoginItem.h"
+
+namespace pellar {
+
+// The login item as an entry in the user's XDG autostart folder.
+class AutostartEntry final : public LoginItem {
+ public:
+  // `configFolder` is the user's folder of settings; `program` is started, an absolute path.
+  AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program);
+
+  // An entry that the desktop's settings switched off does not count.
+  [[nodiscard]] bool isEnabled() const override;
+  std::optional<std::string> setEnabled(bool enabled) override;
+
+ private:
+  std::filesystem::path file_;
+  std::filesystem::path program_;
+};
+
+}  // namespace pellar

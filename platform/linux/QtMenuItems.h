@@ -1,0 +1,17 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Menu.h"
+
+class QMenu;
+
+// A menu's value as rows of the toolkit's menu.
+namespace pellar::QtMenuItems {
+
+// Appends the rows. `onChosen` gets the handler of the row that the user chooses, and runs it when it sees
+// fit.
+void fill(QMenu& native, const Menu& menu,
+          const std::function<void(const std::function<void()>& handler)>& onChosen);
+
+}  // namespace pellar::QtMenuItems

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <memory>
+
+#include "platform/MainLoop.h"
+#include "platform/StatusBar.h"
+
+namespace pellar {
+
+// The desktop's tray, where it has one: a StatusNotifierItem or an embedded icon. Without a tray the menu is
+// reached by openMenu().
+class QtStatusBar final : public StatusBar {
+ public:
+  explicit QtStatusBar(MainLoop& loop);
+  ~QtStatusBar() override;
+
+  // The icon comes at the next turn, when the program has started.
+  [[nodiscard]] Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override;
+
+  // Opens the menu at the pointer. Nothing happens when there is no item, or while the menu is open.
+  void openMenu();
+
+ private:
+  class Item;
+
+  MainLoop& loop_;
+  std::shared_ptr<Item> item_;
+  Subscription start_;
+};
+
+}  // namespace pellar
