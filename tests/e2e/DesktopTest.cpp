@@ -6,7 +6,17 @@
 namespace pellar::e2e {
 
 void DesktopTest::startPellar() {
+  desktop.folders().settleIn();
   pellar = desktop.start({builtProgram("pellar")}, "pellar");
+}
+
+void DesktopTest::acceptTerms() {
+  constexpr std::uint32_t returnKey = 0xff0d;
+  const auto terms = desktop.waitForWindow("Pellar End User Agreement");
+  desktop.observer().key(returnKey, true);
+  desktop.observer().key(returnKey, false);
+  desktop.observer().waitUntil("the terms are gone",
+                               [&] { return !desktop.observer().isViewable(terms.id); });
 }
 
 Application& DesktopTest::editor() {

@@ -19,6 +19,8 @@ class DesktopTest : public ::testing::Test {
   explicit DesktopTest(WindowManager manager = WindowManager::openbox) : desktop(manager), strip(desktop) {}
 
   void startPellar();
+  // The user reads the terms that Pellar shows, and presses Return.
+  void acceptTerms();
   // Ends Pellar as a session does at log-out, and checks that it went in order.
   void stopPellar();
   [[nodiscard]] Application& editor();

@@ -20,6 +20,7 @@ Folders::Folders() {
   // A GTK editor that was killed would otherwise greet with a question about its last session.
   write(config() / "Mousepad" / "settings.conf",
         "[org/xfce/mousepad/preferences/file]\nsession-restore='never'\n");
+  settleIn();
 }
 
 Folders::~Folders() {
@@ -48,6 +49,27 @@ Environment Folders::environment(const std::string& display) const {
     if (const char* value = getenv(name)) variables[name] = value;
   }
   return variables;
+}
+
+void Folders::settleIn() const {
+  const std::string settings = R"("acceptedEulaVersion":"1","autoUpdateCheck":false)";
+  const auto folder = stateFile().parent_path();
+  if (std::filesystem::exists(folder) && !std::filesystem::is_directory(folder)) return;
+  if (!std::filesystem::exists(stateFile())) {
+    write(stateFile(), "{\"settings\":{" + settings + "}}");
+    return;
+  }
+  std::string state = read(stateFile());
+  if (state.find("acceptedEulaVersion") != std::string::npos) return;
+  const std::string begin = "\"settings\":{";
+  if (const auto at = state.find(begin); at != std::string::npos) {
+    state.insert(at + begin.size(), settings + ",");
+  } else if (state.starts_with("{\"")) {
+    state.insert(1, begin + settings + "},");
+  } else {
+    return;
+  }
+  write(stateFile(), state);
 }
 
 void Folders::write(const std::filesystem::path& file, const std::string& content) const {

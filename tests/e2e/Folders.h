@@ -27,6 +27,10 @@ class Folders {
   // bus.
   [[nodiscard]] Environment environment(const std::string& display) const;
 
+  // Has the user of these folders be one who has accepted the terms and asks no web site for updates, as far
+  // as the state file can be read. So he is from the start.
+  void settleIn() const;
+
   // Writes a file with all folders above it.
   void write(const std::filesystem::path& file, const std::string& content) const;
   [[nodiscard]] static std::string read(const std::filesystem::path& file);

@@ -122,6 +122,7 @@ TEST_P(AStateFile, ThatIsNoGoodDoesNotKeepTheStripAway) {
   desktop.folders().write(desktop.folders().stateFile(), GetParam().second);
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
+  acceptTerms();
   strip.waitUntilOver(report);
   strip.waitUntilTabs(1);
 }
@@ -136,16 +137,20 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& file) { return std::string(file.param.first); });
 
 TEST_F(Starting, AFolderInThePlaceOfTheStateFileDoesNotKeepTheStripAway) {
+  std::filesystem::remove(desktop.folders().stateFile());
   std::filesystem::create_directories(desktop.folders().stateFile());
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
+  acceptTerms();
   strip.waitUntilOver(report);
 }
 
 TEST_F(Starting, AFileInThePlaceOfItsFolderDoesNotKeepTheStripAway) {
+  std::filesystem::remove_all(desktop.folders().stateFile().parent_path());
   desktop.folders().write(desktop.folders().stateFile().parent_path(), "in the way");
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
+  acceptTerms();
   strip.waitUntilOver(report);
 }
 
