@@ -39,6 +39,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       panels_(*connection_, loop_, screens_, monitors_,
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
       menus_(*connection_, screens_),
+      alerts_(*connection_, [this] { return panels_.shownFrames(); }),
       statusBar_(loop_),
       loginItem_(configFolder(), ownProgram()),
       notifications_(loop_),

@@ -77,8 +77,6 @@ void add(QMenu& native, const ClosureItem& item, const Receiver& onChosen) {
 }  // namespace
 
 void fill(QMenu& native, const Menu& menu, const Receiver& onChosen) {
-  // Compositors give a menu other shadows and effects than a window.
-  native.setAttribute(Qt::WA_X11NetWmWindowTypePopupMenu);
   for (const auto& item : menu) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       native.addSeparator();

@@ -56,6 +56,14 @@ std::unique_ptr<Panel> X11PanelFactory::makePanel(const PanelStyle& style) {
   return panel;
 }
 
+std::vector<PixelRect> X11PanelFactory::shownFrames() const {
+  std::vector<PixelRect> frames;
+  for (const auto& [window, panel] : panels_) {
+    if (panel->isVisible()) frames.push_back(toPixels(panel->frame(), services_.firstScreenHeight()));
+  }
+  return frames;
+}
+
 void X11PanelFactory::take(const xcb_generic_event_t& event) {
   if (services_.compositor.handle(event)) {
     for (const auto& [window, panel] : panels_) panel->blendingChanged();

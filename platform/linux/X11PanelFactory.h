@@ -6,8 +6,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "platform/Panel.h"
+#include "platform/linux/PixelRect.h"
 #include "platform/linux/X11PanelServices.h"
 
 namespace pellar {
@@ -23,6 +25,9 @@ class X11PanelFactory final : public PanelFactory {
   X11PanelFactory& operator=(const X11PanelFactory&) = delete;
 
   [[nodiscard]] std::unique_ptr<Panel> makePanel(const PanelStyle& style) override;
+
+  // Where the shown panels are.
+  [[nodiscard]] std::vector<PixelRect> shownFrames() const;
 
  private:
   void take(const xcb_generic_event_t& event);

@@ -1,5 +1,7 @@
 #include "platform/linux/X11Workspace.h"
 
+#include <unistd.h>
+
 #include <QDesktopServices>
 #include <QString>
 #include <QUrl>
@@ -8,7 +10,6 @@
 
 #include "platform/MainLoop.h"
 #include "platform/linux/DesktopEntries.h"
-#include "platform/linux/FileViewer.h"
 #include "platform/linux/PlatformFolders.h"
 
 namespace pellar {
@@ -23,7 +24,9 @@ X11Workspace::X11Workspace(X11Applications& applications, X11Accessibility& acce
     : applications_(applications),
       accessibility_(accessibility),
       loop_(loop),
-      listeners_(std::make_shared<Listeners>()) {
+      listeners_(std::make_shared<Listeners>()),
+      opener_(loop),
+      viewer_(loop) {
   // Each listener is called by its key, for it may have left before its turn or while another ran.
   applications_.onFrontmostChanged = [this] {
     for (const auto& [key, callback] : listeners_->activated) {
@@ -67,12 +70,16 @@ void X11Workspace::activate(ProcessId pid) {
   if (window != XCB_WINDOW_NONE) accessibility_.activateWindow(window);
 }
 
-// Windows of this program ask to be made active when they are shown; it has none that could be brought up
-// before.
-void X11Workspace::activateIgnoringOtherApps() {}
+// A window of this program that is shown later becomes active by itself.
+void X11Workspace::activateIgnoringOtherApps() {
+  const X11Application* own = applications_.withPid(getpid());
+  if (own == nullptr) return;
+  const xcb_window_t window = applications_.lastActiveWindow(*own);
+  if (window != XCB_WINDOW_NONE) accessibility_.activateWindow(window);
+}
 
 void X11Workspace::open(const std::string& path) {
-  QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(path)));
+  opener_.open(path);
 }
 
 void X11Workspace::openUrl(const std::string& url) {
@@ -88,7 +95,7 @@ std::optional<std::string> X11Workspace::displayName(const std::string& bundleId
 }
 
 void X11Workspace::activateFileViewerSelecting(const std::string& path) {
-  FileViewer::select(path);
+  viewer_.select(path);
 }
 
 Subscription X11Workspace::onActivated(std::function<void()> callback) {

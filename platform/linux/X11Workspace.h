@@ -4,6 +4,8 @@
 #include <string>
 
 #include "platform/Workspace.h"
+#include "platform/linux/FileOpener.h"
+#include "platform/linux/FileViewer.h"
 #include "platform/linux/X11Accessibility.h"
 #include "platform/linux/X11Applications.h"
 
@@ -42,6 +44,8 @@ class X11Workspace final : public Workspace {
   X11Accessibility& accessibility_;
   MainLoop& loop_;
   std::shared_ptr<Listeners> listeners_;
+  FileOpener opener_;
+  FileViewer viewer_;
 };
 
 }  // namespace pellar
