@@ -3,8 +3,11 @@
 #include "platform/Platform.h"
 #include "platform/mac/MacAccessibility.h"
 #include "platform/mac/MacAlerts.h"
+#include "platform/mac/MacApplication.h"
 #include "platform/mac/MacEventMonitors.h"
 #include "platform/mac/MacEventTaps.h"
+#include "platform/mac/MacHttpClient.h"
+#include "platform/mac/MacLoginItem.h"
 #include "platform/mac/MacMainLoop.h"
 #include "platform/mac/MacMenus.h"
 #include "platform/mac/MacPanelFactory.h"
@@ -12,6 +15,9 @@
 #include "platform/mac/MacPropertyLists.h"
 #include "platform/mac/MacScreenList.h"
 #include "platform/mac/MacScriptRunner.h"
+#include "platform/mac/MacStatusBar.h"
+#include "platform/mac/MacUserNotifications.h"
+#include "platform/mac/MacWindows.h"
 #include "platform/mac/MacWorkspace.h"
 
 namespace pellar {
@@ -39,6 +45,12 @@ class MacPlatform {
   MacPasteboard pasteboard_;
   MacPropertyLists propertyLists_;
   MacScriptRunner scripts_;
+  MacStatusBar statusBar_;
+  MacWindows windows_;
+  MacLoginItem loginItem_;
+  MacHttpClient httpClient_;
+  MacUserNotifications notifications_;
+  MacApplication application_;
   Platform platform_;
 };
 

@@ -8,6 +8,9 @@ MacPlatform::MacPlatform()
     : accessibility_(loop_),
       monitors_(panels_),
       menus_(panels_),
+      windows_(loop_),
+      httpClient_(loop_),
+      notifications_(loop_),
       platform_{.mainLoop = loop_,
                 .accessibility = accessibility_,
                 .workspace = workspace_,
@@ -20,6 +23,13 @@ MacPlatform::MacPlatform()
                 .pasteboard = pasteboard_,
                 .propertyLists = propertyLists_,
                 .scripts = scripts_,
+                .statusBar = statusBar_,
+                .windows = windows_,
+                .loginItem = loginItem_,
+                .httpClient = httpClient_,
+                .notifications = notifications_,
+                .application = application_,
+                .bundle = macBundleInfo(),
                 .folders = macUserFolders()} {}
 
 }  // namespace pellar

@@ -12,6 +12,9 @@ class MacWorkspace final : public Workspace {
   void activate(ProcessId pid) override;
   void activateIgnoringOtherApps() override;
   void open(const std::string& path) override;
+  void openUrl(const std::string& url) override;
+  [[nodiscard]] std::optional<std::string> displayName(const std::string& bundleId) const override;
+  [[nodiscard]] bool isRunning(const std::string& bundleId) const override;
   void activateFileViewerSelecting(const std::string& path) override;
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override;
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override;

@@ -29,6 +29,13 @@ NSURL* fileUrl(const std::string& path) {
   return [NSURL fileURLWithPath:toNSString(path)];
 }
 
+// Not -openURL:, which tells nobody of a failure; this shows the user the system's own message.
+void openWithOwner(NSURL* url) {
+  [NSWorkspace.sharedWorkspace openURL:url
+                         configuration:[NSWorkspaceOpenConfiguration configuration]
+                     completionHandler:nil];
+}
+
 }  // namespace
 
 std::optional<RunningApplication> MacWorkspace::frontmostApplication() const {
@@ -61,11 +68,24 @@ void MacWorkspace::activateIgnoringOtherApps() {
   }
 }
 
-// Not -openURL:, which tells nobody of a failure; this shows the user the system's own message.
 void MacWorkspace::open(const std::string& path) {
-  [NSWorkspace.sharedWorkspace openURL:fileUrl(path)
-                         configuration:[NSWorkspaceOpenConfiguration configuration]
-                     completionHandler:nil];
+  openWithOwner(fileUrl(path));
+}
+
+void MacWorkspace::openUrl(const std::string& url) {
+  NSURL* native = [NSURL URLWithString:toNSString(url)];
+  if (native != nil) openWithOwner(native);
+}
+
+std::optional<std::string> MacWorkspace::displayName(const std::string& bundleId) const {
+  NSURL* place = [NSWorkspace.sharedWorkspace URLForApplicationWithBundleIdentifier:toNSString(bundleId)];
+  NSString* path = place.path;
+  if (path == nil) return std::nullopt;
+  return fromNSString([NSFileManager.defaultManager displayNameAtPath:path]);
+}
+
+bool MacWorkspace::isRunning(const std::string& bundleId) const {
+  return [NSRunningApplication runningApplicationsWithBundleIdentifier:toNSString(bundleId)].count > 0;
 }
 
 void MacWorkspace::activateFileViewerSelecting(const std::string& path) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/LoginItem.h"
+
+namespace pellar {
+
+// The login item of the main application (SMAppService).
+class MacLoginItem final : public LoginItem {
+ public:
+  [[nodiscard]] bool isEnabled() const override;
+  std::optional<std::string> setEnabled(bool enabled) override;
+};
+
+}  // namespace pellar
