@@ -1,7 +1,8 @@
 # Compiles and links the macOS edition on Linux: clang, ld64.lld and a folder of public macOS headers and stubs.
 #   PELLAR_MACOS_SYSROOT  that folder (System/Library/Frameworks, usr/include with libc++'s headers, usr/lib)
 #   PELLAR_MACOS_ARCH     arm64 or x86_64
-# What comes out is a proof that everything compiles and that every framework name exists; it is not shipped.
+# What comes out is a proof that everything compiles and that every framework name exists; it is not shipped, and its
+# tests are not run.
 foreach(name PELLAR_MACOS_SYSROOT PELLAR_MACOS_ARCH)
   if(NOT ${name})
     set(${name} "$ENV{${name}}")
@@ -62,7 +63,7 @@ if(NOT pellar_in_try_compile)
   include("${CMAKE_CURRENT_LIST_DIR}/MacStubLibrary.cmake")
   set(pellar_packages "${CMAKE_BINARY_DIR}/packages")
   file(MAKE_DIRECTORY "${pellar_packages}/include")
-  foreach(header nlohmann plist re2 utf8proc.h)
+  foreach(header nlohmann plist rapidcheck rapidcheck.h re2 utf8proc.h)
     if(NOT EXISTS "/usr/include/${header}")
       message(FATAL_ERROR "/usr/include/${header} is missing: scripts/setup installs it")
     endif()
@@ -82,6 +83,26 @@ if(NOT pellar_in_try_compile)
     "  target_include_directories(nlohmann_json::nlohmann_json INTERFACE \"${pellar_packages}/include\")\n"
     "endif()\n")
   set(nlohmann_json_DIR "${pellar_packages}")
+  # Its names are left to the start of the tests, which never comes.
+  file(WRITE "${pellar_packages}/rapidcheckConfig.cmake"
+    "if(NOT TARGET rapidcheck)\n"
+    "  add_library(rapidcheck INTERFACE IMPORTED)\n"
+    "  target_include_directories(rapidcheck INTERFACE \"${pellar_packages}/include\")\n"
+    "endif()\n")
+  set(rapidcheck_DIR "${pellar_packages}")
+  # GoogleTest comes as sources and is built like ours.
+  if(NOT EXISTS /usr/src/googletest/CMakeLists.txt)
+    message(FATAL_ERROR "/usr/src/googletest is missing: scripts/setup installs it")
+  endif()
+  file(WRITE "${pellar_packages}/GTestConfig.cmake"
+    "if(NOT TARGET GTest::gtest)\n"
+    "  set(BUILD_GMOCK OFF CACHE BOOL \"\" FORCE)\n"
+    "  set(INSTALL_GTEST OFF CACHE BOOL \"\" FORCE)\n"
+    "  add_subdirectory(/usr/src/googletest \"${CMAKE_BINARY_DIR}/googletest\" EXCLUDE_FROM_ALL)\n"
+    "endif()\n")
+  set(GTest_DIR "${pellar_packages}")
+  # Nobody here can ask a test program for its tests.
+  set(CMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE PRE_TEST)
   list(APPEND CMAKE_FIND_ROOT_PATH "${pellar_packages}")
   set(ENV{PKG_CONFIG_LIBDIR} "${pellar_packages}")
   set(ENV{PKG_CONFIG_PATH} "")

@@ -1,6 +1,7 @@
 #include "tests/core/TemporaryFolder.h"
 
-#include <stdlib.h>  // mkdtemp
+#include <stdlib.h>  // mkdtemp, in one of the two
+#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
