@@ -30,15 +30,23 @@ class Outline {
   [[nodiscard]] std::uint64_t root() const { return root_; }
 
  private:
+  enum class Kind { scalar, data, text, container, dictionary };
   struct Value {
-    std::uint64_t contentBytes = 0;
-    std::uint64_t firstReference = 0;  // its place in the text
-    std::uint64_t referenceCount = 0;
+    Kind kind = Kind::scalar;
+    std::uint64_t contentBytes = 0;    // in memory
+    std::uint64_t place = 0;           // of a text's first character, or of the first reference
+    std::uint64_t count = 0;           // of characters, or of references
+    std::uint64_t characterWidth = 1;  // in bytes
   };
 
   [[nodiscard]] std::optional<std::uint64_t> number(std::uint64_t place, std::uint64_t width) const;
   [[nodiscard]] std::optional<Value> value(std::uint64_t index) const;
-  [[nodiscard]] std::optional<Value> container(std::uint64_t place, std::uint64_t referenceCount) const;
+  [[nodiscard]] std::optional<Value> characters(Kind kind, std::uint64_t place, std::uint64_t count,
+                                                std::uint64_t characterWidth) const;
+  [[nodiscard]] std::optional<Value> container(Kind kind, std::uint64_t place,
+                                               std::uint64_t referenceCount) const;
+  // Whether a value can be the key of a dictionary. A zero in one ends the process in the parser.
+  [[nodiscard]] bool isKey(std::uint64_t index) const;
 
   std::string_view text_;  // up to the trailer
   std::uint64_t offsetWidth_ = 0;
@@ -78,9 +86,26 @@ std::optional<Outline> Outline::of(std::string_view text) {
   return outline;
 }
 
-std::optional<Outline::Value> Outline::container(std::uint64_t place, std::uint64_t referenceCount) const {
+std::optional<Outline::Value> Outline::characters(Kind kind, std::uint64_t place, std::uint64_t count,
+                                                  std::uint64_t characterWidth) const {
+  if (place > table_ || count > (table_ - place) / characterWidth) return std::nullopt;
+  // Two bytes of UTF-16 become up to three of UTF-8.
+  return Value{kind, count * (characterWidth == 2 ? 3 : 1), place, count, characterWidth};
+}
+
+std::optional<Outline::Value> Outline::container(Kind kind, std::uint64_t place,
+                                                 std::uint64_t referenceCount) const {
   if (place > table_ || referenceCount > (table_ - place) / referenceWidth_) return std::nullopt;
-  return Value{.firstReference = place, .referenceCount = referenceCount};
+  return Value{kind, 0, place, referenceCount};
+}
+
+bool Outline::isKey(std::uint64_t index) const {
+  if (index >= known_.size()) return false;
+  const auto key = value(index);
+  if (!key || key->kind != Kind::text) return false;
+  for (std::uint64_t i = 0; i < key->count; ++i)
+    if (number(key->place + i * key->characterWidth, key->characterWidth) == 0) return false;
+  return true;
 }
 
 std::optional<Outline::Value> Outline::value(std::uint64_t index) const {
@@ -103,19 +128,17 @@ std::optional<Outline::Value> Outline::value(std::uint64_t index) const {
   }
   switch (kind) {
     case 0x4:
+      return characters(Kind::data, place, count, 1);
     case 0x5:
-    case 0x6: {
-      const std::uint64_t width = kind == 0x6 ? 2 : 1;
-      if (place > table_ || count > (table_ - place) / width) return std::nullopt;
-      // Two bytes of UTF-16 become up to three of UTF-8.
-      return Value{.contentBytes = count * (width == 2 ? 3 : 1)};
-    }
+      return characters(Kind::text, place, count, 1);
+    case 0x6:
+      return characters(Kind::text, place, count, 2);
     case 0xA:
     case 0xC:
-      return container(place, count);
+      return container(Kind::container, place, count);
     case 0xD:
       if (count > table_) return std::nullopt;
-      return container(place, 2 * count);
+      return container(Kind::dictionary, place, 2 * count);
     default:
       return Value{};
   }
@@ -128,9 +151,12 @@ std::optional<Outline::Extent> Outline::extent(std::uint64_t index, int deepest)
   const auto outer = value(index);
   if (!outer) return std::nullopt;
   Extent whole{bytesOfValue + outer->contentBytes, 1};
-  for (std::uint64_t i = 0; i < outer->referenceCount; ++i) {
-    const auto reference = number(outer->firstReference + i * referenceWidth_, referenceWidth_);
-    if (!reference) return std::nullopt;
+  const bool isDictionary = outer->kind == Kind::dictionary;
+  const std::uint64_t references = isDictionary || outer->kind == Kind::container ? outer->count : 0;
+  const std::uint64_t keys = isDictionary ? references / 2 : 0;
+  for (std::uint64_t i = 0; i < references; ++i) {
+    const auto reference = number(outer->place + i * referenceWidth_, referenceWidth_);
+    if (!reference || (i < keys && !isKey(*reference))) return std::nullopt;
     // A value inside itself is too deep sooner or later.
     const auto inner = extent(*reference, deepest - 1);
     if (!inner) return std::nullopt;

@@ -163,8 +163,11 @@ std::optional<PropertyListValue> valueOf(plist_t node, int deepest) {
 
 std::optional<PropertyListValue::Dictionary> PlistPropertyLists::read(const std::filesystem::path& file) {
   const auto content = contentOf(file);
-  if (!content) return std::nullopt;
-  const Node root = parsed(*content);
+  return content ? dictionaryIn(*content) : std::nullopt;
+}
+
+std::optional<PropertyListValue::Dictionary> PlistPropertyLists::dictionaryIn(const std::string& content) {
+  const Node root = parsed(content);
   if (!root || plist_get_node_type(root.get()) != PLIST_DICT) return std::nullopt;
   return dictionaryOf(root.get(), deepestNesting);
 }

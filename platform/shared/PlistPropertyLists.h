@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "platform/PropertyLists.h"
 
@@ -19,6 +20,9 @@ class PlistPropertyLists final : public PropertyLists {
   static constexpr std::size_t mostXmlContainers = 50'000;
 
   [[nodiscard]] std::optional<PropertyListValue::Dictionary> read(const std::filesystem::path& file) override;
+
+  // The same for the content of such a file, which is not larger than that.
+  [[nodiscard]] static std::optional<PropertyListValue::Dictionary> dictionaryIn(const std::string& content);
 };
 
 }  // namespace pellar

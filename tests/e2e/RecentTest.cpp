@@ -235,6 +235,12 @@ TEST_P(RecentKeys, AClickOutsideClosesAndKeysGoToTheApplicationAgain) {
   waitUntilReceived(window, 1);
 }
 
+TEST_P(RecentKeys, AskedToEndWhileItIsOpenTheProgramEndsInOrder) {
+  startWithPlainWindow();
+  recent.openByClickOnTheField();
+  stopPellar();
+}
+
 TEST_P(RecentKeys, AClickOnTheStripClosesToo) {
   const auto window = startWithPlainWindow();
   recent.openByClickOnTheField();

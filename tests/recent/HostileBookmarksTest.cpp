@@ -181,11 +181,26 @@ TEST_F(HostileBookmarks, ThousandsOfBookmarksAreRead) {
   EXPECT_EQ(read(binaryList("<dict>" + entries + "</dict>")), xml);
 }
 
+TEST_F(HostileBookmarks, AZeroInAKeyIsNothing) {
+  using namespace std::string_literals;
+  for (const auto& key : {BinaryList::marker(0x5, 3) + "a\0b"s, BinaryList::marker(0x5, 1) + "\0"s,
+                          BinaryList::marker(0x6, 2) + "\0a\0\0"s}) {
+    BinaryList list;
+    const auto number = list.add(key);
+    const auto inner = list.dictionary({number, number});
+    EXPECT_EQ(read(list.bytes(inner)), std::nullopt);
+    EXPECT_EQ(read(list.bytes(list.dictionary({list.text("a"), inner}))), std::nullopt);
+  }
+  BinaryList list;
+  const auto key = list.add(BinaryList::marker(0x6, 2) + "\0a\x01\0"s);
+  EXPECT_EQ(read(list.bytes(list.dictionary({key, list.add("\x09")}))), (Dictionary{{"a\u0100", {true}}}));
+  static_cast<void>(read(xmlList("<dict><key>a\0b</key><true/></dict>"s)));
+}
+
 TEST_F(HostileBookmarks, KeysThatAreNoTextsAreNothing) {
   BinaryList list;
   const auto number = list.add(std::string("\x10\x07", 2));
-  const auto read = this->read(list.bytes(list.dictionary({number, number})));
-  EXPECT_TRUE(!read || read->empty());
+  EXPECT_EQ(read(list.bytes(list.dictionary({number, number}))), std::nullopt);
 }
 
 }  // namespace
