@@ -9,18 +9,18 @@ namespace pellar {
 // The terms of use that users must have accepted.
 struct UpdateEula {
   std::string version;
-  std::optional<std::string> url;  // of the full terms
+  std::optional<std::string> url = std::nullopt;  // of the full terms
   friend bool operator==(const UpdateEula&, const UpdateEula&) = default;
 };
 
 // What the product's web site says of the newest release. The texts are as the site sent them: valid UTF-8,
 // and addresses that may be anything.
 struct UpdateInfo {
-  std::string latest;                // the newest version
-  std::optional<std::string> min;    // the oldest version that is still to be used
-  std::optional<std::string> notes;  // what is new
-  std::optional<std::string> url;    // where to download it
-  std::optional<UpdateEula> eula;
+  std::string latest;                               // the newest version
+  std::optional<std::string> min = std::nullopt;    // the oldest version that is still to be used
+  std::optional<std::string> notes = std::nullopt;  // what is new
+  std::optional<std::string> url = std::nullopt;    // where to download it
+  std::optional<UpdateEula> eula = std::nullopt;
   friend bool operator==(const UpdateInfo&, const UpdateInfo&) = default;
 };
 
