@@ -200,7 +200,7 @@ TEST_F(RecentList, AHundredThousandEntriesCostNothingToShowAndLittleToFilter) {
   });
   openDropdown();
   EXPECT_EQ(titles(), Names{"Needle.txt"});
-  mac.type("needle");
+  mac.type("n");
   EXPECT_EQ(titles(), Names{"Needle.txt"});
   mac.type("!");
   EXPECT_EQ(titles(), Names{});
@@ -219,7 +219,7 @@ TEST_F(RecentList, OfAHundredThousandFilesThatAreThereOnlyThoseInSightAreDrawn) 
   });
   openDropdown();
   EXPECT_EQ(titles().size(), 9U);
-  mac.type("needle");
+  mac.type("n");
   EXPECT_EQ(titles().size(), 9U);
   mac.pressKey("insertNewline:");
   ASSERT_EQ(opened().size(), 1U);

@@ -105,7 +105,9 @@ TEST_F(RecentOpening, AFileThatVanishedSinceIsLeftToTheSystem) {
 
 TEST_F(RecentOpening, AThreeHundredAndFirstFilePushesOutTheOldest) {
   const auto oldest = used("Oldest.txt", 0);
-  for (int i = 1; i < 300; ++i) record("/nowhere/" + std::to_string(i), i);
+  pellar.store().update([](AppState& state) {
+    for (int i = 1; i < 300; ++i) state.recent["/nowhere/" + std::to_string(i)] = longAgo + i;
+  });
   const auto seeded = file("Seeded.txt");
   openDropdown();
   EXPECT_EQ(titles(), Names{"Oldest.txt"});
