@@ -264,6 +264,19 @@ TEST_F(EventMonitorContract, SeesAPressInAnotherApplication) {
   EXPECT_EQ(here, 0);
 }
 
+TEST_F(EventMonitorContract, SeesLeftAndRightPressesAndNothingElse) {
+  show();
+  int here = 0;
+  const auto local = monitors().onLocalMouseDown([&here](const ObservedClick&) { ++here; });
+  world().clickMiddle(at(60, 10));
+  world().turnWheel(at(60, 10), 3);
+  ASSERT_TRUE(wait([this] { return view.heard("middle"); }));
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(here, 0);
+  world().clickRight(at(60, 10));
+  EXPECT_TRUE(wait([&here] { return here == 1; }));
+}
+
 TEST_F(EventMonitorContract, LetsACallbackUnsubscribeItself) {
   show();
   int once = 0;
