@@ -69,6 +69,8 @@ void QtSearchField::pressedInEditor(ScreenPoint location) {
 }
 
 void QtSearchField::typed(std::string text) {
+  // A key that was on its way when the keyboard was given back.
+  if (!editing_) return;
   // An input method writes without any key that the list could have left to the field.
   QtListView::endFocus(panel_.services());
   text_ = std::move(text);

@@ -112,6 +112,7 @@ TEST_F(Starting, TheLogTellsThatTrackingStarted) {
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
   strip.waitUntilOver(report);
+  desktop.observer().waitUntil("the log tells it", [this] { return logLines("tracking started") > 0; });
   EXPECT_EQ(logLines("tracking started"), 1);
 }
 
