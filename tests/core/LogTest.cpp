@@ -77,7 +77,7 @@ TEST_F(LogTest, TimesAreInUtcWithFourDigitsForTheYear) {
                                                                    {INT64_MIN, "0000-01-01T00:00:00Z"}};
   std::string all;
   for (const auto& [seconds, stamp] : expected) {
-    Log::setClock([seconds = seconds] { return seconds; });
+    Log::setClock([time = seconds] { return time; });
     Log::write("x");
     all += stamp + " x\n";
   }
