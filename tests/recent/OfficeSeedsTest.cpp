@@ -51,6 +51,29 @@ TEST_F(OfficeSeeds, OtherApplicationsAreNotOfferedThem) {
   EXPECT_EQ(titles(), Names{"Plan.txt"});
 }
 
+TEST_F(OfficeSeeds, WithoutAnApplicationEveryOwnFileIsOfferedAndNoneOfTheirs) {
+  remember("Word", binaryList("<dict>" + bookmark(url("Letter.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
+  used("Plan.txt", 100);
+  used("Drawing.svg", 200, "org.example.painter");
+  mac.leaveNobodyInFront();
+  start();
+  pellar.strip()->openRecent();
+  mac.settle();
+  EXPECT_EQ(titles(), (Names{"Drawing.svg", "Plan.txt"}));
+}
+
+TEST_F(OfficeSeeds, ADamagedListHidesNothingElse) {
+  const auto whole = binaryList("<dict>" + bookmark(url("Lost.docx"), "2024-05-01T12:00:00Z") + "</dict>");
+  remember("Word", whole.substr(0, whole.size() - 10));
+  test::BinaryList itself;
+  remember("Excel", itself.bytes(itself.dictionary({itself.text("a"), 1})));
+  remember("Powerpoint",
+           binaryList("<dict>" + bookmark(url("Found.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
+  used("Own.docx", 0, "com.microsoft.Word");
+  openDropdownOverWord();
+  EXPECT_EQ(titles(), (Names{"Found.docx", "Own.docx"}));
+}
+
 TEST_F(OfficeSeeds, OverWordOnlyItsOwnKindsOfDocumentsAreOffered) {
   remember("Word", binaryList("<dict>" + bookmark(url("Letter.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
   remember("Excel", binaryList("<dict>" + bookmark(url("Sums.xlsx"), "2024-05-02T12:00:00Z") +
