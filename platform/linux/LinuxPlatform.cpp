@@ -38,7 +38,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       eventTaps_(loop_),
       panels_(*connection_, loop_, screens_, monitors_,
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
-      menus_(*connection_, screens_),
+      menus_(*connection_, screens_, monitors_),
       alerts_(*connection_, [this] { return panels_.shownFrames(); }),
       statusBar_(loop_),
       loginItem_(configFolder(), ownProgram()),

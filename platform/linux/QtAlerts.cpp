@@ -85,20 +85,19 @@ void QtAlerts::place(QDialog& dialog) const {
   const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
   if (screen == nullptr) screen = QGuiApplication::primaryScreen();
   if (screen == nullptr) return;
-  const QRect room = screen->availableGeometry().marginsRemoved(decoration);
-  QRect place(QPoint(), dialog.size());
+  const QRect room = screen->availableGeometry();
+  QRect place(QPoint(), dialog.size().grownBy(decoration));
   place.moveCenter(room.center());
-  place.moveTop(room.top() + std::max(0, (room.height() - place.height()) / 3));
+  const int wanted = room.top() + std::max(0, (room.height() - place.height()) / 3);
+  place.moveTop(wanted);
   const auto covered = [&](const QRect& rect) {
-    const QRect outer = rect.marginsAdded(decoration);
     return std::ranges::any_of(panelFrames_(), [&](const PixelRect& panel) {
-      return outer.intersects(QRect(panel.x, panel.y, panel.width, panel.height));
+      return rect.intersects(QRect(panel.x, panel.y, panel.width, panel.height));
     });
   };
   // The nearest free place above or below.
-  const int wanted = place.top();
   constexpr int step = 8;
-  for (int distance = 0; covered(place) && distance < room.height(); distance += step) {
+  for (int distance = step; covered(place) && distance < room.height(); distance += step) {
     for (const int top : {wanted - distance, wanted + distance}) {
       QRect other = place;
       other.moveTop(top);

@@ -231,7 +231,8 @@ void X11Applications::update() {
   } else if (active_ != XCB_WINDOW_NONE && !switching_) {
     switching_ = true;
     const X11Window* last = mirror_.find(active_);
-    const bool lost = last == nullptr || last->minimized();
+    // When a question of our own has been answered, the application before it is asked to come back.
+    const bool lost = (last == nullptr || last->minimized()) && activeKey_ != ownKey;
     switchTimer_ = loop_.after(lost ? switchTimeAfterLoss : switchTime, [this] {
       switching_ = false;
       setActive(XCB_WINDOW_NONE);
