@@ -51,6 +51,23 @@ Environment Folders::environment(const std::string& display) const {
   return variables;
 }
 
+void Folders::setOpener(const std::string& kind, const std::string& name, const std::string& command) const {
+  write(
+      root_ / "data" / "applications" / (name + ".desktop"),
+      "[Desktop Entry]\nType=Application\nName=" + name + "\nExec=" + command + "\nMimeType=" + kind + ";\n");
+  const auto list = config() / "mimeapps.list";
+  const std::string before = std::filesystem::exists(list) ? read(list) : "[Default Applications]\n";
+  write(list, before + kind + "=" + name + ".desktop\n");
+}
+
+void Folders::openTextFilesWith(const std::string& command) const {
+  setOpener("text/plain", "text-opener", command);
+}
+
+void Folders::openFoldersWith(const std::string& command) const {
+  setOpener("inode/directory", "folder-opener", command);
+}
+
 void Folders::settleIn() const {
   const std::string settings = R"("acceptedEulaVersion":"1","autoUpdateCheck":false)";
   const auto folder = stateFile().parent_path();

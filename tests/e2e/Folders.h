@@ -27,6 +27,11 @@ class Folders {
   // bus.
   [[nodiscard]] Environment environment(const std::string& display) const;
 
+  // Has text files and folders opened by commands, in which %f stands for the file. What is opened otherwise
+  // depends on what is installed.
+  void openTextFilesWith(const std::string& command) const;
+  void openFoldersWith(const std::string& command) const;
+
   // Has the user of these folders be one who has accepted the terms and asks no web site for updates, as far
   // as the state file can be read. So he is from the start.
   void settleIn() const;
@@ -36,6 +41,8 @@ class Folders {
   [[nodiscard]] static std::string read(const std::filesystem::path& file);
 
  private:
+  void setOpener(const std::string& kind, const std::string& name, const std::string& command) const;
+
   std::filesystem::path root_;
 };
 

@@ -202,6 +202,43 @@ void Strip::clickFirstTool() {
   throw std::runtime_error("no tool on the strip");
 }
 
+void Strip::clickTool(StripTool tool) {
+  const auto place = shownBox();
+  const auto picture = desktop_.observer().picture(*window());
+  if (!picture) throw std::runtime_error("no strip to use");
+  // A tool's text is at least so far from the next one's, and words of one text are nearer.
+  constexpr int betweenTools = 12;
+  constexpr int writing = 120;
+  constexpr int windowButtons = 3;
+  const auto isWritten = [&](int x) {
+    for (int y = 8; y < height - 8; ++y)
+      if (brightness(picture->at(x, y)) >= writing) return true;
+    return false;
+  };
+  int skipped = 0;
+  const int wanted = windowButtons + static_cast<int>(tool);
+  for (int x = picture->width - tabTop; x > 0; --x) {
+    if (!isWritten(x)) continue;
+    int left = x;
+    for (int ahead = x; ahead > 0 && left - ahead < betweenTools; --ahead)
+      if (isWritten(ahead)) left = ahead;
+    if (skipped++ == wanted) return desktop_.observer().click(place.x + (left + x) / 2, place.y + height / 2);
+    x = left;
+  }
+  throw std::runtime_error("no such tool in the strip");
+}
+
+std::optional<std::uint32_t> Strip::tagBar(std::size_t index) {
+  const auto shown = window();
+  const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
+  const auto all = tabs();
+  if (!picture || index >= all.size()) return std::nullopt;
+  constexpr int belowMarker = 23;
+  for (int y = height - tabTop; y > belowMarker; --y)
+    if (const auto pixel = picture->at(all[index].marker, y); colourful(pixel)) return pixel;
+  return std::nullopt;
+}
+
 std::vector<Window> Strip::windowsBehindTabs(const std::vector<Window>& candidates) {
   std::vector<Window> result;
   for (std::size_t index = 0; index < candidates.size(); ++index) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <vector>
 
@@ -12,6 +13,10 @@ struct SeenTab {
   int marker = 0;       // middle of its coloured marker, in pixels from the strip's left edge
   bool active = false;  // its background is the bright one
 };
+
+// The tools before the window buttons, from the right. A strip without room for them shows `more` in place of
+// the first.
+enum class StripTool { newDocument, groups, closeAll, saveAll, autoSave, more = newDocument };
 
 // The buttons at the strip's right end.
 enum class WindowButton { minimise, zoom, close };
@@ -46,6 +51,9 @@ class Strip {
   // Needs two tabs or more: their distance tells where a tab ends.
   void clickCloseMark(std::size_t index);
   void clickWindowButton(WindowButton button);
+  void clickTool(StripTool tool);
+  // The colour of the bar below a tab's label, 0x00RRGGBB; absent while it has none.
+  [[nodiscard]] std::optional<std::uint32_t> tagBar(std::size_t index);
   // The tool right behind the tabs: the magnifier where the search field is folded. Needs two tabs or more.
   void clickFirstTool();
   // Clicks one tab after another; the windows that became active, in that order.

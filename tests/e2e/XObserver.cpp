@@ -70,7 +70,14 @@ void XObserver::noteDesktop() {
 void XObserver::takeEvents() {
   bool desktopChanged = false;
   while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-    if ((event->response_type & 0x7f) != XCB_PROPERTY_NOTIFY) continue;
+    const int type = event->response_type & 0x7f;
+    if (type == XCB_FOCUS_OUT || type == XCB_FOCUS_IN) {
+      const auto mode = reinterpret_cast<const xcb_focus_out_event_t*>(event.get())->mode;
+      if (type == XCB_FOCUS_OUT && mode == XCB_NOTIFY_MODE_GRAB) keyboardTaken_ = true;
+      if (type == XCB_FOCUS_IN && mode == XCB_NOTIFY_MODE_UNGRAB) keyboardTaken_ = false;
+    }
+    if (type == XCB_SELECTION_NOTIFY) selectionAnswered_ = true;
+    if (type != XCB_PROPERTY_NOTIFY) continue;
     const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
     lastTime_ = change->time;
     desktopChanged = desktopChanged || change->window == root_;
@@ -299,6 +306,51 @@ void XObserver::key(std::uint32_t keysym, bool down) {
     fence();
     return;
   }
+}
+
+void XObserver::strike(std::uint32_t keysym) {
+  key(keysym, true);
+  key(keysym, false);
+}
+
+void XObserver::type(const std::string& text) {
+  constexpr std::uint32_t shiftKey = 0xffe1;
+  for (const char letter : text) {
+    const bool capital = letter >= 'A' && letter <= 'Z';
+    if (capital) key(shiftKey, true);
+    strike(static_cast<std::uint32_t>(static_cast<unsigned char>(capital ? letter - 'A' + 'a' : letter)));
+    if (capital) key(shiftKey, false);
+  }
+}
+
+void XObserver::watchKeyboard() {
+  const XReply<xcb_get_input_focus_reply_t> reply(
+      xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  takeEvents();
+  keyboardTaken_ = false;
+  // The window with the focus is told when another takes the keyboard.
+  if (reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
+    xcb_change_window_attributes(connection_, reply->focus, XCB_CW_EVENT_MASK, &events);
+  }
+  fence();
+}
+
+bool XObserver::keyboardTaken() {
+  takeEvents();
+  return keyboardTaken_;
+}
+
+std::string XObserver::clipboard() {
+  const std::string property = "E2E_CLIPBOARD";
+  fence();
+  selectionAnswered_ = false;
+  xcb_delete_property(connection_, own_, atom(property));
+  xcb_convert_selection(connection_, own_, atom("CLIPBOARD"), atom("UTF8_STRING"), atom(property),
+                        XCB_CURRENT_TIME);
+  fence();
+  waitUntil("the clipboard answers", [this] { return selectionAnswered_; });
+  return text(own_, property);
 }
 
 }  // namespace pellar::e2e

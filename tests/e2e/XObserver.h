@@ -104,6 +104,18 @@ class XObserver {
   void release(int button);
   void click(int x, int y, int button = 1);
   void key(std::uint32_t keysym, bool down);
+  // Presses a key and lets go of it.
+  void strike(std::uint32_t keysym);
+  // Letters, digits and what else is on a key of its own; capitals with Shift.
+  void type(const std::string& text);
+
+  // Whether some program has taken the keyboard for itself, as an open menu does, since watchKeyboard() and
+  // still has it.
+  void watchKeyboard();
+  [[nodiscard]] bool keyboardTaken();
+
+  // The text that a paste would give now; empty when the clipboard holds none.
+  [[nodiscard]] std::string clipboard();
 
   // Everything that was ever active, or in the list of managed windows, since this observer connected.
   [[nodiscard]] const std::set<xcb_window_t>& everActive() const { return everActive_; }
@@ -117,6 +129,8 @@ class XObserver {
   xcb_window_t root_ = 0;
   xcb_window_t own_ = 0;  // never shown; its property asks for the time
   xcb_timestamp_t lastTime_ = 0;
+  bool keyboardTaken_ = false;
+  bool selectionAnswered_ = false;
   mutable std::map<std::string, xcb_atom_t> atoms_;
   std::set<xcb_window_t> everActive_;
   std::set<xcb_window_t> everListed_;
