@@ -44,6 +44,7 @@ std::optional<TextAlertAnswer> QtAlerts::runModal(const TextAlert& alert) {
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
   auto* column = new QVBoxLayout(&dialog);
+  column->setSizeConstraint(QLayout::SetFixedSize);
   auto* message = label(alert.messageText, dialog);
   QFont bold = message->font();
   bold.setBold(true);

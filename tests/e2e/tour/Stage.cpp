@@ -47,14 +47,11 @@ void Stage::openTerminal() {
                            "-T", "Terminal", "-e", "sh", "-c", "cd && PS1='$ ' exec sh"},
                           "xterm");
   terminal_ = desktop_.waitForWindow("Terminal");
+  placeOfTerminal_ = desktop_.frame(terminal_);
 }
 
 void Stage::openDocuments() {
-  // Short titles, since a temporary folder's path tells a reader of the pictures nothing.
-  desktop_.folders().write(desktop_.folders().config() / "glib-2.0" / "settings" / "keyfile",
-                           "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n");
-  std::vector<std::string> command{"env", "GSETTINGS_BACKEND=keyfile", "mousepad", "--disable-server",
-                                   "--opening-mode=window"};
+  std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
   for (const auto& document : documentsToOpen) {
     const auto file = desktop_.folders().home() / document.name;
     desktop_.folders().write(file, document.text);

@@ -19,6 +19,8 @@ class Stage {
   [[nodiscard]] XObserver& observer() { return desktop_.observer(); }
   [[nodiscard]] Strip& strip() { return strip_; }
   [[nodiscard]] Window terminal() const { return terminal_; }
+  // Its frame at the beginning.
+  [[nodiscard]] Box placeOfTerminal() const { return placeOfTerminal_; }
   // The editor's windows in the order of their tabs. The steps that change this order change it here too.
   [[nodiscard]] std::vector<Window>& documents() { return documents_; }
   // Tabs stand in the order in which the windows were opened until a user moves them, and again when the
@@ -29,6 +31,8 @@ class Stage {
   // Ends Pellar as a session does at log-out. Throws unless it went in order and had nothing to complain
   // about.
   void endPellar();
+  // Pellar itself, while it runs.
+  [[nodiscard]] const Process& pellar() const { return *pellar_; }
   // What Pellar wrote to standard error so far; empty too when it was never started.
   [[nodiscard]] std::string complaints() const { return pellar_ ? pellar_->errors() : std::string(); }
 
@@ -49,6 +53,7 @@ class Stage {
   std::unique_ptr<Process> pellar_;
   std::vector<Window> documents_;
   Window terminal_;
+  Box placeOfTerminal_;
 };
 
 }  // namespace pellar::e2e

@@ -1,6 +1,7 @@
 #include "tests/e2e/tour/StripSteps.h"
 
 #include <algorithm>
+#include <memory>
 #include <stdexcept>
 
 namespace pellar::e2e {
@@ -130,8 +131,10 @@ void returnToEditor(Stage& stage, std::size_t index) {
   expectOverDocument(stage, window);
 }
 
-void minimise(Stage& stage) {
+// Tells where the window was.
+void minimise(Stage& stage, Box& place) {
   const auto front = frontWindow(stage);
+  place = stage.desktop().frame(front);
   stage.strip().clickWindowButton(WindowButton::minimise);
   stage.observer().waitUntil("the window is minimised",
                              [&] { return stage.observer().managedState(front.id) == 3; });
@@ -140,6 +143,14 @@ void minimise(Stage& stage) {
   const auto other = std::ranges::find_if(all, [&](Window window) { return window != front; });
   if (other == all.end()) throw std::runtime_error("no other document to fall back to");
   expectOverDocument(stage, *other);
+}
+
+void restore(Stage& stage, const Box& place) {
+  clickTab(stage, 0);
+  // The window manager lets it fly there.
+  stage.observer().waitUntil("the window is where it was",
+                             [&] { return stage.desktop().frame(stage.documents().at(0)) == place; });
+  expectOverDocument(stage, stage.documents().at(0));
 }
 
 void minimiseTerminal(Stage& stage) {
@@ -157,6 +168,7 @@ void minimiseTerminal(Stage& stage) {
 }  // namespace
 
 std::vector<Step> stripSteps(Stage& stage) {
+  const auto minimised = std::make_shared<Box>();
   return {
       {"strip-on-the-editor", "started Pellar with three documents open", [&] { start(stage); }},
       {"second-tab", "clicked the second tab", [&] { clickTab(stage, 1); }},
@@ -174,8 +186,9 @@ std::vector<Step> stripSteps(Stage& stage) {
       {"zoomed", "clicked the strip's zoom button", [&] { zoom(stage); }},
       {"zoomed-back", "clicked it again", [&] { zoomBack(stage); }},
       {"other-tab", "clicked the first tab", [&] { clickTab(stage, 0); }},
-      {"minimised", "clicked the strip's minimise button", [&] { minimise(stage); }},
-      {"restored", "clicked the minimised window's tab", [&] { clickTab(stage, 0); }},
+      {"minimised", "clicked the strip's minimise button",
+       [&stage, minimised] { minimise(stage, *minimised); }},
+      {"restored", "clicked the minimised window's tab", [&stage, minimised] { restore(stage, *minimised); }},
       {"terminal-minimised", "clicked into the terminal and minimised it", [&] { minimiseTerminal(stage); }},
   };
 }

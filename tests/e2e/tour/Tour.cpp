@@ -6,6 +6,7 @@
 #include <stdexcept>
 
 #include "tests/e2e/tour/Interruption.h"
+#include "tests/e2e/tour/MenuSteps.h"
 #include "tests/e2e/tour/Photographer.h"
 #include "tests/e2e/tour/Stage.h"
 #include "tests/e2e/tour/StripSteps.h"
@@ -48,9 +49,11 @@ bool runTour(const std::string& pellarProgram, const std::filesystem::path& fold
   try {
     Stage stage(pellarProgram);
     Photographer photographer(stage.observer(), folder);
-    for (const auto& step : stripSteps(stage)) {
-      if (interrupted()) throw std::runtime_error("interrupted");
-      if (!perform(step, stage, photographer)) return false;
+    for (const auto& steps : {stripSteps(stage), menuSteps(stage)}) {
+      for (const auto& step : steps) {
+        if (interrupted()) throw std::runtime_error("interrupted");
+        if (!perform(step, stage, photographer)) return false;
+      }
     }
     stage.endPellar();
     say("ended Pellar; it went in order");
