@@ -5,6 +5,7 @@
 #include <string>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
 
@@ -18,12 +19,12 @@ constexpr std::uint32_t superKey = 0xffeb;
 constexpr std::uint32_t numLockKey = 0xff7f;
 constexpr std::uint32_t capsLockKey = 0xffe5;
 
-// Another program that wants every key with Control.
+// Another program that has taken Control-Tab.
 class KeyHolder {
  public:
   explicit KeyHolder(const std::string& display) : connection_(xcb_connect(display.c_str(), nullptr)) {
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    const auto cookie = xcb_grab_key_checked(connection_, 0, root, XCB_MOD_MASK_CONTROL, XCB_GRAB_ANY,
+    const auto cookie = xcb_grab_key_checked(connection_, 0, root, XCB_MOD_MASK_CONTROL, tab(),
                                              XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
     if (xcb_request_check(connection_, cookie) != nullptr) throw std::runtime_error("the key is not free");
   }
@@ -32,6 +33,19 @@ class KeyHolder {
   KeyHolder& operator=(const KeyHolder&) = delete;
 
  private:
+  [[nodiscard]] xcb_keycode_t tab() const {
+    const auto* setup = xcb_get_setup(connection_);
+    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
+    const XReply<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
+        connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
+    if (!mapping) throw std::runtime_error("the X server is gone");
+    const auto* keysyms = xcb_get_keyboard_mapping_keysyms(mapping.get());
+    for (int index = 0; index < count; ++index)
+      if (keysyms[index * mapping->keysyms_per_keycode] == tabKey)
+        return static_cast<xcb_keycode_t>(setup->min_keycode + index);
+    throw std::runtime_error("the keyboard has no Tab key");
+  }
+
   xcb_connection_t* connection_;
 };
 
