@@ -107,11 +107,12 @@ std::optional<QVariantList> AtSpiBus::receive(QDBusPendingCall call) {
   return call.reply().arguments();
 }
 
-void AtSpiBus::enable(Deadline deadline) {
+bool AtSpiBus::enable(Deadline deadline) {
   if (enabled_ || !session_ || status(*session_, QStringLiteral("IsEnabled"), deadline).value_or(true))
-    return;
+    return false;
   enabled_ = true;
   setEnabled(*session_, true, deadline);
+  return true;
 }
 
 void AtSpiBus::disable(Deadline deadline) {

@@ -44,10 +44,10 @@ class AtSpiBus {
     return receive(send(object, interface, method, arguments, deadline));
   }
 
-  // Has the programs come to the bus that wait for somebody to ask for them. A setting of the whole session,
-  // which the user may see in his desktop's settings: for as long as it is needed, and given back by
-  // disable().
-  void enable(Deadline deadline);
+  // Has the programs come to the bus that wait for somebody to ask for them; some look only when they start.
+  // A setting of the whole session, which the user may see in his desktop's settings: for as long as it is
+  // needed, and given back by disable(). False when it was so already.
+  bool enable(Deadline deadline);
   void disable(Deadline deadline);
 
  private:

@@ -156,7 +156,7 @@ std::optional<AtSpiReference> AtSpiTree::program(ProcessId process, Deadline dea
 std::optional<AtSpiReference> AtSpiTree::programOrInvited(ProcessId process, Deadline deadline) {
   auto found = program(process, deadline);
   if (found || isOver(deadline) || !waitsForInvitation(process)) return found;
-  bus_.enable(deadline);
+  if (!bus_.enable(deadline)) return found;
   while (!found && !isOver(deadline)) {
     std::this_thread::sleep_for(invitationPause);
     found = program(process, deadline);

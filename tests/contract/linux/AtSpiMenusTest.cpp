@@ -2,6 +2,9 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDBusVariant>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
@@ -163,7 +166,7 @@ TEST_F(AtSpiMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
   EXPECT_TRUE(wait([&] { return read<bool>(plan, "AXMain") == true; }));
 }
 
-TEST_F(AtSpiMenusTest, AQtEditorComesToTheBusWhenItIsFirstAskedAndSaves) {
+TEST_F(AtSpiMenusTest, AQtEditorSaves) {
   startQtEditor("letter.txt");
   ASSERT_TRUE(hasMenuBar());
   EXPECT_FALSE(canSave());
@@ -171,6 +174,69 @@ TEST_F(AtSpiMenusTest, AQtEditorComesToTheBusWhenItIsFirstAskedAndSaves) {
   ASSERT_TRUE(wait([this] { return canSave(); }));
   EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
   EXPECT_TRUE(wait([this] { return contents("letter.txt") == "xSome text in letter.txt.\n"; }));
+}
+
+// Whether the session's programs are asked to come to the accessibility bus.
+bool isInviting(QDBusConnection bus) {
+  auto call = QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                             QStringLiteral("org.freedesktop.DBus.Properties"),
+                                             QStringLiteral("Get"));
+  call << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
+  return QDBusReply<QDBusVariant>(bus.call(call)).value().variant().toBool();
+}
+
+// Programs of this toolkit look when they start whether they are wanted.
+TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPellarRuns) {
+  const SessionBusVariable variable;
+  e2e::Desktop& desktop = SharedDesktop::get();
+  auto bus = QDBusConnection::connectToBus(
+      QString::fromStdString(desktop.environment().at("DBUS_SESSION_BUS_ADDRESS")),
+      QStringLiteral("observer"));
+  const auto startProgram = [&desktop](const std::string& name) {
+    const auto file = desktop.folders().home() / name;
+    desktop.folders().write(file, "");
+    auto program = desktop.start({e2e::builtProgram("qt_program"), file.string()}, "qt_program");
+    desktop.waitForWindow(name);
+    return program;
+  };
+  std::unique_ptr<e2e::Process> early;
+  std::unique_ptr<e2e::Process> late;
+  {
+    LinuxWorld world;
+    auto& accessibility = world.platform().accessibility;
+    const auto menuBar = [&accessibility](const e2e::Process& program) {
+      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXMenuBar");
+    };
+    const auto children = [&accessibility](const Element& parent) {
+      return std::get<Elements>(accessibility.attribute(parent, "AXChildren").value());
+    };
+    const auto isKnown = [&](const e2e::Process& program) {
+      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXWindows")
+          .has_value();
+    };
+    early = startProgram("early.txt");
+    ASSERT_TRUE(world.wait([&] { return isKnown(*early); }));
+    EXPECT_FALSE(isInviting(bus));
+    static_cast<void>(menuBar(*early));
+    EXPECT_TRUE(isInviting(bus));
+    early->end();
+
+    late = startProgram("letter.txt");
+    ASSERT_TRUE(world.wait([&] { return isKnown(*late) && menuBar(*late).has_value(); }));
+    const auto items = children(std::get<Element>(*menuBar(*late)));
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(accessibility.attribute(items[1], "AXTitle"), AttributeValue("File"));
+    const auto menu = children(children(items[1]).front());
+    ASSERT_EQ(menu.size(), 2U);
+    EXPECT_EQ(accessibility.attribute(menu[1], "AXTitle"), AttributeValue("Save"));
+    EXPECT_EQ(accessibility.attribute(menu[1], "AXEnabled"), AttributeValue(true));
+    EXPECT_TRUE(accessibility.perform(menu[1], "AXPress"));
+    EXPECT_TRUE(
+        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "saved\n"; }));
+    late->end();
+  }
+  EXPECT_FALSE(isInviting(bus)) << "the setting is the user's again";
+  QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
 }
 
 TEST_F(AtSpiMenusTest, AProgramWithoutAccessibilityHasNoMenuBarAndCostsNoWait) {
