@@ -98,6 +98,7 @@ std::optional<AtSpiTree::References> AtSpiTree::references(const AtSpiReference&
     object.path = path.path();
     result.push_back(std::move(object));
   }
+  list.endArray();
   return result;
 }
 

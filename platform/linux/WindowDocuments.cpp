@@ -3,9 +3,7 @@
 #include <utility>
 
 #include "platform/MainLoop.h"
-#include "platform/linux/DocumentLookUp.h"
 #include "platform/linux/FileUrls.h"
-#include "platform/linux/PlatformFolders.h"
 
 namespace pellar {
 namespace {
@@ -23,8 +21,8 @@ constexpr std::size_t manyWindows = 64;
 
 }  // namespace
 
-WindowDocuments::WindowDocuments(MainLoop& loop, std::function<void(xcb_window_t)> onFound)
-    : loop_(loop), onFound_(std::move(onFound)), home_(platformFolders().home) {}
+WindowDocuments::WindowDocuments(MainLoop& loop, LookUp lookUp, std::function<void(xcb_window_t)> onFound)
+    : loop_(loop), lookUp_(std::move(lookUp)), onFound_(std::move(onFound)) {}
 
 std::optional<std::string> WindowDocuments::document(xcb_window_t window, const std::string& title,
                                                      std::optional<ProcessId> process) {
@@ -35,12 +33,13 @@ std::optional<std::string> WindowDocuments::document(xcb_window_t window, const 
     known.process = process;
     known.url.reset();
     known.answered = false;
+    known.refused = false;
     if (isNew) {
       askAndWait(window, known);
     } else {
       askWhenDue(window, known);
     }
-  } else if (known.answered && !known.url && loop_.uptime() - known.askedAt > staleness) {
+  } else if (known.refused || (known.answered && !known.url && loop_.uptime() - known.askedAt > staleness)) {
     ask(window, known);
   }
   return known.url;
@@ -52,9 +51,7 @@ void WindowDocuments::askAndWait(xcb_window_t window, Known& known) {
   known.question = ++lastQuestion_;
   known.askedAt = loop_.uptime();
   const auto found = thread_.ask(
-      [title = known.title, process = known.process, places = DocumentLookUp::Places{home_}] {
-        return DocumentLookUp::find(title, process, places);
-      },
+      [lookUp = lookUp_, title = known.title, process = known.process] { return lookUp(title, process); },
       SideThread::Clock::now() + moment);
   if (!found) return ask(window, known);
   known.answered = true;
@@ -77,18 +74,16 @@ void WindowDocuments::askWhenDue(xcb_window_t window, Known& known) {
 void WindowDocuments::ask(xcb_window_t window, Known& known) {
   known.question = ++lastQuestion_;
   known.askedAt = loop_.uptime();
-  const bool posted =
-      thread_.post([title = known.title, process = known.process, places = DocumentLookUp::Places{home_},
-                    window, question = known.question, this, weak = std::weak_ptr(alive_), loop = &loop_] {
-        auto path = DocumentLookUp::find(title, process, places);
+  known.refused =
+      !thread_.post([lookUp = lookUp_, title = known.title, process = known.process, window,
+                     question = known.question, this, weak = std::weak_ptr(alive_), loop = &loop_] {
+        auto path = lookUp(title, process);
         // The loop outlives the thread's tasks unless one hangs to the end of the program.
         if (weak.expired()) return;
         loop->post([this, weak, window, question, path = std::move(path)]() mutable {
           if (!weak.expired()) take(window, question, std::move(path));
         });
       });
-  // Too many are waiting: like a title without a document, it is looked up again later.
-  if (!posted) known.answered = true;
 }
 
 void WindowDocuments::take(xcb_window_t window, std::uint64_t question, std::optional<std::string> path) {

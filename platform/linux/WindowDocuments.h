@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
@@ -24,8 +23,13 @@ class MainLoop;
 // Main thread only.
 class WindowDocuments {
  public:
+  // The absolute path of the document of a window with this title and process, if it has one. Called on
+  // another thread, and may take as long as it takes.
+  using LookUp =
+      std::function<std::optional<std::string>(const std::string& title, std::optional<ProcessId>)>;
+
   // `onFound` is called from the main loop when a document became known after it was asked for.
-  WindowDocuments(MainLoop& loop, std::function<void(xcb_window_t)> onFound);
+  WindowDocuments(MainLoop& loop, LookUp lookUp, std::function<void(xcb_window_t)> onFound);
 
   // The document of a window with this title and process. Absent while it is being looked up, when that takes
   // longer than a moment.
@@ -43,6 +47,7 @@ class WindowDocuments {
     std::optional<std::string> url;
     std::uint64_t question = 0;  // the one that will be, or was, answered
     bool answered = false;
+    bool refused = false;  // too many were waiting
     Time askedAt{};
     Subscription later;
   };
@@ -53,8 +58,8 @@ class WindowDocuments {
   void take(xcb_window_t window, std::uint64_t question, std::optional<std::string> path);
 
   MainLoop& loop_;
+  LookUp lookUp_;
   std::function<void(xcb_window_t)> onFound_;
-  std::filesystem::path home_;
   std::map<xcb_window_t, Known> known_;
   std::uint64_t lastQuestion_ = 0;
   std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);

@@ -6,6 +6,8 @@
 #include "platform/MainLoop.h"
 #include "platform/linux/AtSpiElement.h"
 #include "platform/linux/AtSpiTree.h"
+#include "platform/linux/DocumentLookUp.h"
+#include "platform/linux/PlatformFolders.h"
 #include "platform/linux/X11Element.h"
 
 namespace pellar {
@@ -44,9 +46,14 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       applications_(applications),
       loop_(loop),
       frames_(connection, mirror),
-      documents_(loop, [this](xcb_window_t window) {
-        if (const X11Application* owner = applications_.ofWindow(window)) notify({owner->pid});
-      }) {
+      documents_(
+          loop,
+          [places = DocumentLookUp::Places{platformFolders().home}](const std::string& title, auto process) {
+            return DocumentLookUp::find(title, process, places);
+          },
+          [this](xcb_window_t window) {
+            if (const X11Application* owner = applications_.ofWindow(window)) notify({owner->pid});
+          }) {
   applications_.onWindowsChanged = [this](const std::set<ProcessId>& pids) { notify(pids); };
 }
 

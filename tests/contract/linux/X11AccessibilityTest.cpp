@@ -199,6 +199,26 @@ TEST_F(X11AccessibilityTest, ActivatingAnApplicationBringsTheWindowThatWasUsedLa
   EXPECT_TRUE(wait([&] { return isFocused(pid, report); }));
 }
 
+TEST_F(X11AccessibilityTest, AWindowTellsTheDocumentInItsTitle) {
+  const auto file = desktop().folders().home() / "a plan.txt";
+  desktop().folders().write(file, "Some text.\n");
+  const std::string url = "file://" + file.parent_path().string() + "/a%20plan.txt";
+  const Element report = element();
+  EXPECT_EQ(read<std::string>(report, "AXDocument"), std::nullopt);
+  int heard = 0;
+  const auto observer = accessibility().observe(pid, [&heard] { ++heard; });
+  observer->add(report, "AXTitleChanged");
+  world().retitle(window, "*" + file.string() + " - Editor");
+  ASSERT_TRUE(wait([&heard] { return heard > 0; }));
+  EXPECT_TRUE(wait([&] { return read<std::string>(report, "AXDocument") == url; }));
+  world().retitle(window, "Untitled - Editor");
+  EXPECT_TRUE(wait([&] { return read<std::string>(report, "AXDocument") == std::nullopt; }));
+  // A window that is new is known at the first look.
+  world().open(pid, file.string(), {260, 220, 600, 400});
+  const Element plan = named(file.string());
+  EXPECT_TRUE(wait([&] { return read<std::string>(plan, "AXDocument") == url; }));
+}
+
 TEST_F(X11AccessibilityTest, AStormOfTitlesEndsWithTheLastAndLeavesTheLoopAlive) {
   const Element report = element();
   int heard = 0;
