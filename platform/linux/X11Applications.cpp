@@ -76,7 +76,12 @@ xcb_window_t X11Applications::activeWindow() const {
 std::optional<RunningApplication> X11Applications::frontmost() const {
   if (active_ == XCB_WINDOW_NONE) return std::nullopt;
   const auto found = applications_.find(activeKey_);
-  if (found == applications_.end()) return std::nullopt;
+  if (found == applications_.end()) {
+    // A question of our own that was just answered.
+    if (activeKey_ == ownKey)
+      return RunningApplication{getpid(), ownBundleId, "Pellar", ActivationPolicy::regular};
+    return std::nullopt;
+  }
   const X11Application& application = found->second;
   const X11Window* window = mirror_.find(active_);
   const bool furniture = window != nullptr && window->kind == X11WindowKind::furniture;
@@ -223,7 +228,9 @@ void X11Applications::update() {
     regroup();
     noteOwners();
   }
-  const xcb_window_t active = mirror_.activeWindow();
+  // A window that is gone may be called the active one for a moment longer.
+  const X11Window* named = mirror_.find(mirror_.activeWindow());
+  const xcb_window_t active = named == nullptr ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : named->id;
   if (active != XCB_WINDOW_NONE) {
     switching_ = false;
     switchTimer_.cancel();

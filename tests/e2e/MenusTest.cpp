@@ -206,7 +206,12 @@ TEST_P(Menus, AWindowMayCloseUnderItsMenu) {
   strip.waitUntilTabs(2);
   menu->choose(closeItem);
   menu->waitUntilClosed();
-  strip.waitUntilTabs(2);
+  openTabMenu(0);
+  editor().tell(all[0], "destroy");
+  editor().tell(all[2], "destroy");
+  strip.waitUntilHidden();
+  desktop.observer().strike(escapeKey);
+  menu->waitUntilClosed();
   EXPECT_EQ(logLines("error"), 0);
 }
 

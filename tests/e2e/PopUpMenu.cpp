@@ -40,7 +40,9 @@ std::vector<xcb_window_t> PopUpMenu::windows() {
 
 void PopUpMenu::waitUntilOpen(std::size_t count) {
   desktop_.observer().waitUntil(std::to_string(count) + " menus are open", [&] {
-    return windows().size() == count && desktop_.observer().keyboardTaken() == (count > 0);
+    if (windows().size() != count) return false;
+    auto& observer = desktop_.observer();
+    return count > 0 ? observer.keyboardTaken() : observer.keyboardMayBeFree();
   });
 }
 

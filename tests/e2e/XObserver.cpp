@@ -329,7 +329,8 @@ void XObserver::watchKeyboard() {
   takeEvents();
   keyboardTaken_ = false;
   // The window with the focus is told when another takes the keyboard.
-  if (reply && reply->focus > XCB_INPUT_FOCUS_POINTER_ROOT) {
+  keyboardTeller_ = reply ? reply->focus : static_cast<xcb_window_t>(XCB_NONE);
+  if (keyboardTeller_ > XCB_INPUT_FOCUS_POINTER_ROOT) {
     const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
     xcb_change_window_attributes(connection_, reply->focus, XCB_CW_EVENT_MASK, &events);
   }
@@ -339,6 +340,10 @@ void XObserver::watchKeyboard() {
 bool XObserver::keyboardTaken() {
   takeEvents();
   return keyboardTaken_;
+}
+
+bool XObserver::keyboardMayBeFree() {
+  return !keyboardTaken() || !isViewable(keyboardTeller_);
 }
 
 std::string XObserver::clipboard() {

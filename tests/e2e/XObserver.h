@@ -113,6 +113,8 @@ class XObserver {
   // still has it.
   void watchKeyboard();
   [[nodiscard]] bool keyboardTaken();
+  // The opposite, and true when the window that would be told of it is gone.
+  [[nodiscard]] bool keyboardMayBeFree();
 
   // The text that a paste would give now; empty when the clipboard holds none.
   [[nodiscard]] std::string clipboard();
@@ -130,6 +132,7 @@ class XObserver {
   xcb_window_t own_ = 0;  // never shown; its property asks for the time
   xcb_timestamp_t lastTime_ = 0;
   bool keyboardTaken_ = false;
+  xcb_window_t keyboardTeller_ = XCB_NONE;
   bool selectionAnswered_ = false;
   mutable std::map<std::string, xcb_atom_t> atoms_;
   std::set<xcb_window_t> everActive_;

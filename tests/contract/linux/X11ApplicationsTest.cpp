@@ -57,6 +57,23 @@ TEST_F(X11ApplicationsTest, WithoutAWindowInFrontNoApplicationIs) {
   EXPECT_TRUE(wait([&] { return isInFront(pid); }));
 }
 
+TEST_F(X11ApplicationsTest, AWindowThatIsGoneLeavesItsApplicationInFrontForAMoment) {
+  const auto pid = world().launch("Editor");
+  world().open(pid, "only", place);
+  elementOf(pid, "only");
+  ASSERT_TRUE(wait([&] { return isInFront(pid); }));
+  // As window managers do between the end of a window and the next one's turn.
+  auto& observer = desktop().observer();
+  const xcb_window_t gone = xcb_generate_id(observer.connection());
+  const auto since = std::chrono::steady_clock::now();
+  xcb_change_property(observer.connection(), XCB_PROP_MODE_REPLACE, observer.root(),
+                      observer.atom("_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 32, 1, &gone);
+  observer.fence();
+  ASSERT_TRUE(wait([&] { return !workspace().frontmostApplication().has_value(); }));
+  EXPECT_GE(std::chrono::steady_clock::now() - since, 100ms);
+  EXPECT_TRUE(find(pid, "only").has_value());
+}
+
 TEST_F(X11ApplicationsTest, NamesAnApplicationByItsDesktopEntry) {
   const auto pid = world().launch("xterm-of-nobody");
   world().open(pid, "unknown", place);
