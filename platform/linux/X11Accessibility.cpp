@@ -120,7 +120,7 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
   }
   if (name == "AXSubrole") {
     if (window->standard()) return std::string("AXStandardWindow");
-    const bool dialog = window->kind == X11WindowKind::dialog || window->transient;
+    const bool dialog = window->kind == X11WindowKind::dialog || window->transientFor;
     return std::string(dialog ? "AXDialog" : "AXUnknown");
   }
   return std::nullopt;

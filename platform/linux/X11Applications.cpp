@@ -118,6 +118,18 @@ bool X11Applications::isLocal(const X11Window& window) const {
   return !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
 }
 
+const X11Window& X11Applications::leaderOf(const X11Window& window) const {
+  // Dialogs of dialogs are few; windows that name one another in a ring are as many as one likes.
+  constexpr int deepest = 8;
+  const X11Window* leader = &window;
+  for (int depth = 0; depth < deepest; ++depth) {
+    const X11Window* next = leader->transientFor ? mirror_.find(*leader->transientFor) : nullptr;
+    if (next == nullptr) return *leader;
+    leader = next;
+  }
+  return window;
+}
+
 X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
   const bool local = isLocal(window);
   if (local && window.pid == getpid()) return ownKey;
@@ -172,14 +184,15 @@ void X11Applications::regroup() {
   for (auto& [key, application] : applications_) application.windows.clear();
   std::set<Key> present;
   const auto place = [this, &present](const X11Window& window, bool listed) {
-    const Key key = keyOf(window);
+    const X11Window& leader = leaderOf(window);
+    const Key key = keyOf(leader);
     keys_[window.id] = key;
     present.insert(key);
     auto found = applications_.find(key);
     if (found == applications_.end()) {
       X11Application fresh;
-      fresh.pid = unusedPid(window);
-      describe(fresh, window);
+      fresh.pid = unusedPid(leader);
+      describe(fresh, leader);
       found = applications_.emplace(key, std::move(fresh)).first;
     }
     if (listed) found->second.windows.push_back(window.id);

@@ -69,6 +69,10 @@ class X11Applications {
  private:
   using Key = std::string;
 
+  // The window that a dialog was opened for, which says whose it is: a dialog may bear another class than the
+  // windows of its application, or come from another process (a desktop's file chooser). Itself when it is
+  // none.
+  [[nodiscard]] const X11Window& leaderOf(const X11Window& window) const;
   [[nodiscard]] Key keyOf(const X11Window& window) const;
   void regroup();
   void describe(X11Application& application, const X11Window& window);

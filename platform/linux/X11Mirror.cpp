@@ -12,7 +12,7 @@ namespace {
 // What tells whose a window is, rather than what it shows.
 bool identifies(X11Property property) {
   return property == X11Property::wmClass || property == X11Property::clientMachine ||
-         property == X11Property::pid;
+         property == X11Property::pid || property == X11Property::transientFor;
 }
 
 bool reservesRoom(X11Property property) {

@@ -212,7 +212,8 @@ void applyX11Property(X11Window& window, X11Property property, const xcb_get_pro
       applyType(window, reply, atoms);
       break;
     case X11Property::transientFor:
-      window.transient = number(reply).value_or(0) != 0;
+      window.transientFor = number(reply);
+      if (window.transientFor == XCB_WINDOW_NONE) window.transientFor.reset();
       break;
     case X11Property::state:
       applyState(window, reply, atoms);

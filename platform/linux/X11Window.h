@@ -53,7 +53,7 @@ struct X11Window {
   std::optional<std::string> clientMachine;
   std::optional<std::int32_t> pid;
   X11WindowKind kind = X11WindowKind::normal;
-  bool transient = false;
+  std::optional<xcb_window_t> transientFor;  // WM_TRANSIENT_FOR: the window this one is a dialog of
   bool iconic = false;  // WM_STATE
   bool hidden = false;  // the four of _NET_WM_STATE
   bool fullscreen = false;
@@ -77,7 +77,7 @@ struct X11Window {
   [[nodiscard]] X11Extents edge() const;
   [[nodiscard]] bool minimized() const { return iconic || hidden; }
   [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
-  [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transient; }
+  [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transientFor; }
 
  private:
   [[nodiscard]] AxPoint clientOrigin() const;

@@ -74,6 +74,35 @@ TEST_F(X11ApplicationsTest, AWindowThatIsGoneLeavesItsApplicationInFrontForAMome
   EXPECT_TRUE(find(pid, "only").has_value());
 }
 
+TEST_F(X11ApplicationsTest, ADialogIsOfTheApplicationItWasOpenedFor) {
+  const auto editor = world().launch("Editor");
+  const auto chooser = world().launch("Chooser");
+  const auto text = world().open(editor, "text", place);
+  elementOf(editor, "text");
+  const auto dialog = world().open(chooser, "Open File", {300, 250, 400, 200});
+  elementOf(chooser, "Open File");
+  ASSERT_TRUE(wait([&] { return isInFront(chooser); }));
+  x11().application(chooser).tell(x11().window(dialog), "dialog " + std::to_string(x11().window(text).id));
+  EXPECT_TRUE(wait([&] { return isInFront(editor); }));
+  EXPECT_EQ(read<std::string>(elementOf(editor, "Open File"), "AXSubrole"), "AXDialog");
+  EXPECT_TRUE(isFocused(editor, elementOf(editor, "Open File")));
+}
+
+TEST_F(X11ApplicationsTest, DialogsOfOneAnotherAreOfTheirOwnApplications) {
+  const auto first = world().launch("First");
+  const auto second = world().launch("Second");
+  const auto one = world().open(first, "one", place);
+  elementOf(first, "one");
+  const auto two = world().open(second, "two", {300, 250, 400, 200});
+  elementOf(second, "two");
+  x11().application(first).tell(x11().window(one), "dialog " + std::to_string(x11().window(two).id));
+  ASSERT_TRUE(wait([&] { return find(second, "one").has_value(); }));
+  x11().application(second).tell(x11().window(two), "dialog " + std::to_string(x11().window(one).id));
+  ASSERT_TRUE(wait([&] { return read<std::string>(elementOf(second, "two"), "AXSubrole") == "AXDialog"; }));
+  world().destroy(two);
+  EXPECT_TRUE(wait([&] { return find(first, "one").has_value(); }));
+}
+
 TEST_F(X11ApplicationsTest, NamesAnApplicationByItsDesktopEntry) {
   const auto pid = world().launch("xterm-of-nobody");
   world().open(pid, "unknown", place);
