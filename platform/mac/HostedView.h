@@ -10,4 +10,7 @@
 // Not owned; null while there is none.
 @property(nonatomic) pellar::View* view;
 
+// The panel was taken off the screen: the pointer is no longer in the view, which is told from the main loop.
+- (void)leaveScreen;
+
 @end

@@ -1,11 +1,15 @@
 #import "platform/mac/HostedView.h"
 
+#include <utility>
+
 #include "platform/mac/Conversions.h"
 #include "platform/mac/MacCanvas.h"
 
 using pellar::MouseEvent;
 
-@implementation HostedView
+@implementation HostedView {
+  BOOL _pointerInside;
+}
 
 - (instancetype)initWithFrame:(NSRect)frame {
   self = [super initWithFrame:frame];
@@ -34,6 +38,7 @@ using pellar::MouseEvent;
 }
 
 - (void)setView:(pellar::View*)view {
+  if (_view != view) _pointerInside = NO;
   _view = view;
   self.needsLayout = YES;
   self.needsDisplay = YES;
@@ -86,7 +91,27 @@ using pellar::MouseEvent;
   return mouse;
 }
 
+// AppKit says so when the pointer crosses the edge, not when the view comes up under it.
+- (void)pointerComesIn {
+  if (_view != nullptr && !std::exchange(_pointerInside, YES)) _view->mouseEntered();
+}
+
+// Nor does it say that the pointer left when the window did.
+- (void)leaveScreen {
+  __weak HostedView* gone = self;
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+    HostedView* view = gone;
+    if (!view.window.visible) [view pointerLeaves];
+  });
+  CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+- (void)pointerLeaves {
+  if (std::exchange(_pointerInside, NO) && _view != nullptr) _view->mouseExited();
+}
+
 - (void)mouseDown:(NSEvent*)event {
+  [self pointerComesIn];
   if (_view != nullptr) _view->mouseDown([self pressEventOf:event]);
 }
 
@@ -99,24 +124,27 @@ using pellar::MouseEvent;
 }
 
 - (void)rightMouseDown:(NSEvent*)event {
+  [self pointerComesIn];
   if (_view != nullptr) _view->rightMouseDown([self pressEventOf:event]);
 }
 
 // Every button but the first two; the port speaks of the middle one.
 - (void)otherMouseDown:(NSEvent*)event {
+  [self pointerComesIn];
   if (_view != nullptr && event.buttonNumber == 2) _view->otherMouseDown([self pressEventOf:event]);
 }
 
 - (void)mouseEntered:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseEntered();
+  [self pointerComesIn];
 }
 
 - (void)mouseMoved:(NSEvent*)event {
+  [self pointerComesIn];
   if (_view != nullptr) _view->mouseMoved([self mouseEventOf:event]);
 }
 
 - (void)mouseExited:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseExited();
+  [self pointerLeaves];
 }
 
 @end

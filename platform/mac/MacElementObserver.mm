@@ -36,6 +36,8 @@ MacElementObserver::MacElementObserver(std::function<void()> onNotification)
 std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
                                                              std::function<void()> onNotification) {
   const AXObserverCallback callback = [](AXObserverRef observer, AXUIElementRef, CFStringRef, void* context) {
+    // What was registered to find out whether the application listens.
+    if (context == nullptr) return;
     // The callback may drop the observer that is calling.
     const auto running = static_cast<const MacElementObserver*>(context)->onNotification_;
     const auto kept = CFRef<AXObserverRef>::retain(observer);

@@ -1,14 +1,20 @@
 #include "platform/mac/MacEventTaps.h"
 
 #include <ApplicationServices/ApplicationServices.h>
+#import <Foundation/Foundation.h>
 
+#include <chrono>
 #include <optional>
 #include <utility>
 
+#include "platform/mac/AccessibilityChanges.h"
 #include "platform/mac/CFRef.h"
 
 namespace pellar {
 namespace {
+
+// From the news that a permission changed until the process can see it of its own.
+constexpr std::chrono::milliseconds permissionDelay{500};
 
 std::optional<TapEvent> tapEvent(CGEventType type, CGEventRef event) {
   switch (type) {
@@ -30,10 +36,15 @@ std::optional<TapEvent> tapEvent(CGEventType type, CGEventRef event) {
 
 // While a program has secure input on (a password field), the system shows key presses to no tap at all; they
 // reach the application, and there is nothing to put back to work.
+//
+// The user may take the permission back while the tap is there. The system then goes on showing it key
+// presses but takes none of them back until it disables the tap; a tap put back to work each time would leave
+// the session without a keyboard (github.com/JitouchApp/Jitouch/pull/6, github.com/cjpais/Handy/issues/1281).
+// So it works just as long as the process is trusted.
 class MacEventTap final : public EventTap {
  public:
-  static std::unique_ptr<MacEventTap> make(EventTaps::Handler handler) {
-    std::unique_ptr<MacEventTap> made(new MacEventTap(std::move(handler)));
+  static std::unique_ptr<MacEventTap> make(MainLoop& loop, EventTaps::Handler handler) {
+    std::unique_ptr<MacEventTap> made(new MacEventTap(loop, std::move(handler)));
     made->port_ = CFRef<CFMachPortRef>::adopt(
         CGEventTapCreate(kCGSessionEventTap, kCGHeadInsertEventTap, kCGEventTapOptionDefault,
                          CGEventMaskBit(kCGEventKeyDown), &received, made.get()));
@@ -43,10 +54,13 @@ class MacEventTap final : public EventTap {
     if (!made->source_) return nullptr;
     CFRunLoopAddSource(CFRunLoopGetMain(), made->source_.get(), kCFRunLoopCommonModes);
     CGEventTapEnable(made->port_.get(), true);
+    made->stayAwake();
+    made->followPermission();
     return made;
   }
 
   ~MacEventTap() override {
+    if (activity_ != nil) [NSProcessInfo.processInfo endActivity:activity_];
     if (!port_) return;
     // In this order: a tap that is still enabled while nobody reads its port holds up the session's keys.
     CGEventTapEnable(port_.get(), false);
@@ -56,11 +70,24 @@ class MacEventTap final : public EventTap {
   MacEventTap(const MacEventTap&) = delete;
   MacEventTap& operator=(const MacEventTap&) = delete;
 
-  void enable() override { CGEventTapEnable(port_.get(), true); }
+  void enable() override { CGEventTapEnable(port_.get(), AXIsProcessTrusted()); }
 
  private:
-  explicit MacEventTap(EventTaps::Handler handler)
-      : handler_(std::make_shared<const EventTaps::Handler>(std::move(handler))) {}
+  MacEventTap(MainLoop& loop, EventTaps::Handler handler)
+      : loop_(loop), handler_(std::make_shared<const EventTaps::Handler>(std::move(handler))) {}
+
+  // A program that shows nothing for a while is put to App Nap, and wakes up slowly
+  // (github.com/Hammerspoon/hammerspoon/issues/238); each key press of the session would wait for that.
+  void stayAwake() {
+    activity_ = [NSProcessInfo.processInfo
+        beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                          reason:@"Key presses wait for Pellar while its shortcut is on."];
+  }
+
+  void followPermission() {
+    permission_ =
+        onAccessibilityChanged([this] { recheck_ = loop_.after(permissionDelay, [this] { enable(); }); });
+  }
 
   // Null swallows the event; the event itself, on which no reference is taken, passes it on.
   static CGEventRef received(CGEventTapProxy, CGEventType type, CGEventRef event, void* context) {
@@ -76,16 +103,20 @@ class MacEventTap final : public EventTap {
     return swallowed && seen->type == TapEvent::Type::keyDown ? nullptr : event;
   }
 
+  MainLoop& loop_;
   std::shared_ptr<const EventTaps::Handler> handler_;
   CFRef<CFMachPortRef> port_;
   CFRef<CFRunLoopSourceRef> source_;
+  id<NSObject> activity_ = nil;
+  Subscription recheck_;     // depends-on: port_
+  Subscription permission_;  // depends-on: recheck_
 };
 
 }  // namespace
 
 // The system taps kinds of events, not single keys: the handler sees every press.
 std::unique_ptr<EventTap> MacEventTaps::tapKeyDowns(const KeyCombination&, Handler handler) {
-  return MacEventTap::make(std::move(handler));
+  return MacEventTap::make(loop_, std::move(handler));
 }
 
 }  // namespace pellar

@@ -11,6 +11,15 @@ namespace {
 
 using Answer = std::function<void(std::optional<std::string>)>;
 
+bool hasScheme(NSURL* url, NSString* scheme) {
+  return url.scheme != nil && [url.scheme caseInsensitiveCompare:scheme] == NSOrderedSame;
+}
+
+// A session would also read files.
+bool isOfTheWeb(NSURL* url) {
+  return hasScheme(url, @"https") || hasScheme(url, @"http");
+}
+
 }  // namespace
 
 // Takes in one answer, on the session's own queue.
@@ -47,6 +56,18 @@ using Answer = std::function<void(std::optional<std::string>)>;
   }];
 }
 
+// Follows where it is sent, but not out of the web, nor from an encrypted connection to an open one.
+- (void)URLSession:(NSURLSession*)session
+                          task:(NSURLSessionTask*)task
+    willPerformHTTPRedirection:(NSHTTPURLResponse*)response
+                    newRequest:(NSURLRequest*)request
+             completionHandler:(void (^)(NSURLRequest*))handler {
+  const bool lessSafe = hasScheme(response.URL, @"https") && !hasScheme(request.URL, @"https");
+  const bool follows = isOfTheWeb(request.URL) && !lessSafe;
+  if (!follows) [task cancel];
+  handler(follows ? request : nil);
+}
+
 // Also after -cancel. A body shorter than its announced length is an error as well.
 - (void)URLSession:(NSURLSession*)session task:(NSURLSessionTask*)task didCompleteWithError:(NSError*)error {
   const auto answer = std::exchange(_answer, nullptr);
@@ -63,11 +84,10 @@ using Answer = std::function<void(std::optional<std::string>)>;
 namespace pellar {
 namespace {
 
-// Null for an address that is none of the web's: a session would also read files.
+// Null for an address that is none of the web's.
 NSURL* webUrl(const std::string& text) {
   NSURL* url = [NSURL URLWithString:toNSString(text)];
-  NSString* scheme = url.scheme.lowercaseString;
-  return [scheme isEqualToString:@"https"] || [scheme isEqualToString:@"http"] ? url : nil;
+  return isOfTheWeb(url) ? url : nil;
 }
 
 }  // namespace

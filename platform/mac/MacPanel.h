@@ -36,6 +36,7 @@ class MacPanel final : public Panel {
   NSPanel* native_;
   std::shared_ptr<ListFocus> listFocus_;
   MacViewHost host_;
+  bool shown_ = false;  // the program wants it on the screen
   std::function<void(const MacPanel&)> onDestroyed_;
 };
 

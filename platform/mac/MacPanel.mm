@@ -85,6 +85,7 @@ void MacPanel::setFrame(const ScreenRect& frame, bool display) {
   // The shadow of a translucent window is taken from its picture, and is not taken again by itself.
   if (!NSEqualSizes(before.size, native_.frame.size)) [native_ invalidateShadow];
   if (display) {
+    [native_ layoutIfNeeded];
     [native_ displayIfNeeded];
     [CATransaction flush];
   }
@@ -101,12 +102,15 @@ std::optional<ScreenRect> MacPanel::screenVisibleFrame() const {
 }
 
 void MacPanel::orderFrontRegardless() {
+  shown_ = true;
   [native_ orderFrontRegardless];
 }
 
 void MacPanel::orderOut() {
+  shown_ = false;
   listFocus_->endIn(native_);
   [native_ orderOut:nil];
+  [host_.native() leaveScreen];
 }
 
 bool MacPanel::isVisible() const {
@@ -116,17 +120,21 @@ bool MacPanel::isVisible() const {
 // A non-activating panel gets the keyboard while the application in front stays active (NSWindow.h,
 // NSWindowStyleMaskNonactivatingPanel).
 void MacPanel::makeKeyAndOrderFront() {
+  shown_ = true;
   [native_ makeKeyAndOrderFront:nil];
 }
 
-// NSWindow.h calls -resignKeyWindow a point to override: it tells the window and its observers. Where the
-// panel is key all the same, leaving the screen for an instant makes the system choose again.
+// -resignKeyWindow is not to be called (NSWindow.h): it tells the window and its observers, and who has the
+// keyboard is for the window server to say. That takes it back from a panel that leaves the screen. Leaving
+// it and coming back are one change to the eye (NSGraphics.h on visual atomicity).
 void MacPanel::resignKey() {
   if (!native_.keyWindow) return;
-  [native_ resignKeyWindow];
-  if (!native_.keyWindow || !native_.visible) return;
-  [native_ orderOut:nil];
-  [native_ orderFrontRegardless];
+  [NSAnimationContext runAnimationGroup:^(NSAnimationContext* context) {
+    context.duration = 0;
+    [native_ orderOut:nil];
+    // Whoever was told may have put the panel away for good.
+    if (shown_) [native_ orderFrontRegardless];
+  }];
 }
 
 bool MacPanel::isKey() const {

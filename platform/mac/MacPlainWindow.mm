@@ -73,6 +73,8 @@ MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& descript
   native_.level = static_cast<NSWindowLevel>(description.level);
   // It is shown again where the user is, which may be another space than before.
   native_.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace;
+  // Whoever likes windows in tabs would get the terms as a tab of the About window.
+  native_.tabbingMode = NSWindowTabbingModeDisallowed;
   native_.delegate = closing_;
   NSView* content = native_.contentView;
   if (content != nil) fillWindow(content, description, labels_);
@@ -89,8 +91,11 @@ MacPlainWindow::~MacPlainWindow() {
   });
 }
 
+// Key at once where this program is active, else as soon as it is. Becoming active takes a while and may be
+// declined; until then only the second call gets the window before those of other applications.
 void MacPlainWindow::makeKeyAndOrderFront() {
   [native_ makeKeyAndOrderFront:nil];
+  [native_ orderFrontRegardless];
 }
 
 void MacPlainWindow::close() {

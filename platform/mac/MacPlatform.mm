@@ -7,6 +7,7 @@ namespace pellar {
 MacPlatform::MacPlatform()
     : accessibility_(loop_),
       monitors_(panels_),
+      taps_(loop_),
       menus_(panels_),
       windows_(loop_),
       httpClient_(loop_),

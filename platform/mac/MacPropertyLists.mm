@@ -13,7 +13,9 @@ namespace pellar {
 namespace {
 
 NSData* contentOf(const std::filesystem::path& file) {
-  // Only a regular file: a pipe would make the reader wait for ever.
+  // Only a regular file: a pipe would make the reader wait for ever. Since macOS 14 the user is asked before
+  // a program may look into the data of another one (NSAppDataUsageDescription in Info.plist.in), and a
+  // refusal is an error like any other.
   std::error_code error;
   if (!std::filesystem::is_regular_file(file, error)) return nil;
   const auto size = std::filesystem::file_size(file, error);

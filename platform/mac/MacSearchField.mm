@@ -15,10 +15,22 @@
  @public
   std::function<void()> onChange;
   pellar::SearchField::CommandHandler onCommand;
+  std::string knownText;  // the last one that was told or set
 }
 
 // Called for typing alone: a text set from code sends nothing (NSControl.h).
 - (void)controlTextDidChange:(NSNotification*)notification {
+  [self textChangedIn:notification.object];
+}
+
+// The button that empties the field need not count as typing.
+- (void)searchFieldDidEndSearching:(NSSearchField*)field {
+  [self textChangedIn:field];
+}
+
+- (void)textChangedIn:(NSControl*)field {
+  const std::string text = pellar::fromNSString(field.stringValue);
+  if (std::exchange(knownText, text) == text) return;
   // A copy, since the handler may set another or take the field away.
   const auto handler = onChange;
   if (handler) handler();
@@ -60,6 +72,7 @@ std::string MacSearchField::text() const {
 
 void MacSearchField::setText(const std::string& text) {
   field_.stringValue = toNSString(text);
+  delegate_->knownText = this->text();
 }
 
 void MacSearchField::setPlaceholder(const std::string& text) {

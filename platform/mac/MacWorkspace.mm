@@ -59,13 +59,14 @@ void MacWorkspace::activate(ProcessId pid) {
       activateWithOptions:NSApplicationActivationOptions{}];
 }
 
+// Since macOS 14 activation is cooperative, and -activate the call for it. Alone it may be declined without a
+// word, and the window stays behind the application in front, where the old call is still heard
+// (github.com/feedback-assistant/reports/issues/422, github.com/openjdk/jfx/pull/1685). On macOS 27 both ask
+// for the same (github.com/matplotlib/matplotlib/pull/31176).
 void MacWorkspace::activateIgnoringOtherApps() {
-  if (@available(macOS 14, *)) {
-    // Cooperative activation: there is no ignoring any more, and the old call is to go.
-    [NSApplication.sharedApplication activate];
-  } else {
-    [NSApplication.sharedApplication activateIgnoringOtherApps:YES];
-  }
+  NSApplication* application = NSApplication.sharedApplication;
+  if (@available(macOS 14, *)) [application activate];
+  [application activateIgnoringOtherApps:YES];
 }
 
 void MacWorkspace::open(const std::string& path) {

@@ -62,6 +62,8 @@ NSMenuItem* nativeItem(const pellar::ClosureItem& item, const pellar::MenuChoice
 NSMenu* pellar::nativeMenu(const Menu& menu, const MenuChoice& chosen) {
   NSMenu* native = [[NSMenu alloc] initWithTitle:@""];
   native.autoenablesItems = NO;
+  // AppKit adds items of other programs to context menus otherwise.
+  native.allowsContextMenuPlugIns = NO;
   for (const auto& item : menu) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       [native addItem:NSMenuItem.separatorItem];

@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 
+#include <cstdio>
 #include <memory>
 
 #include "app/shell/AppDelegate.h"
@@ -29,9 +30,26 @@
   _app->applicationDidFinishLaunching();
 }
 
+// Nothing is restored, but AppKit asks.
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app {
+  return YES;
+}
+
 @end
 
 namespace {
+
+// The system starts a bundle once, unless it is told otherwise (open -n) or there are two copies of it. Both
+// would put a strip over each window and take turns in overwriting one another's state.
+bool isRunningAlready() {
+  NSString* identifier = NSBundle.mainBundle.bundleIdentifier;
+  if (identifier == nil) return false;
+  for (NSRunningApplication* each in
+       [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
+    if (![each isEqual:NSRunningApplication.currentApplication] && !each.terminated) return true;
+  }
+  return false;
+}
 
 // NSApplication holds its delegate weakly.
 NSApplication* application;
@@ -42,6 +60,10 @@ ApplicationDelegate* delegate;
 int main() {
   @autoreleasepool {
     application = NSApplication.sharedApplication;
+    if (isRunningAlready()) {
+      std::fputs("Pellar is already running; its menu is in the menu bar.\n", stderr);
+      return 0;
+    }
     delegate = [[ApplicationDelegate alloc] init];
     application.delegate = delegate;
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
