@@ -127,6 +127,9 @@ bool StripController::mustHide() const {
 }
 
 void StripController::hide() {
+  // Nobody tells the pointer's leaving of what is no longer there; it is told anew when the strip is back
+  // under it.
+  view_->mouseExited();
   hoverPanels_.hide();
   closeRecent();
   panel_->orderOut();
@@ -259,8 +262,13 @@ void StripController::openRecent() {
 
 void StripController::closeRecent() {
   if (!dropdown_.close()) return;
-  // The keyboard goes back to the window that had it.
-  if (const auto front = picture_->front) platform_.workspace.activate(front->pid);
+  const auto front = picture_->front;
+  if (!front) return;
+  // The keyboard goes back to the window that had it, unless the user has gone to another application.
+  const auto frontmost = platform_.workspace.frontmostApplication();
+  const bool userIsElsewhere =
+      frontmost && frontmost->pid != front->pid && frontmost->bundleId != platform_.workspace.ownBundleId();
+  if (!userIsElsewhere) platform_.workspace.activate(front->pid);
 }
 
 void StripController::searchTextChanged() {

@@ -81,7 +81,7 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
     if (app.office) {
       const auto names = automation_.pathsByName(*app.office);
       for (const auto& each : pending)
-        if (const auto found = pathOf(TabLabel::label(each->title, std::nullopt), names))
+        if (const auto found = pathOf(TabLabel::label(each->title, std::nullopt), names); isKnown(found))
           keepPath(*each, *found);
     }
   }

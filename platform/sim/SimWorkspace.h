@@ -24,6 +24,7 @@ class SimWorkspace final : public Workspace {
   [[nodiscard]] std::optional<std::string> ownBundleId() const override { return desktop_.pellarBundleId; }
   void activate(ProcessId pid) override {
     requested_.push_back(pid);
+    if (const auto front = desktop_.frontmost(); front && front->pid == pid) return;
     loop_.post([this, pid] { desktop_.activate(pid); });
   }
   void activateIgnoringOtherApps() override { desktop_.activatePellar(); }

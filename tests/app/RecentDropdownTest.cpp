@@ -94,6 +94,50 @@ TEST_F(RecentDropdownStory, AClickElsewhereClosesIt) {
   expectClosed();
 }
 
+TEST_F(RecentDropdownStory, AClickWithTheMiddleButtonLeavesItOpen) {
+  startWithField();
+  strip().clickSearchField();
+  mac.pointer().middleClick(strip().emptyPoint());
+  EXPECT_TRUE(isOpen());
+}
+
+TEST_F(RecentDropdownStory, AClickIntoAnotherProgramClosesItAndGoesThere) {
+  startWithField({100, 200, 1200, 300});
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  const auto picture = viewer.open("Picture", {100, 600, 600, 250});
+  mac.settle();
+  strip().clickSearchField();
+  ASSERT_TRUE(isOpen());
+  mac.click(picture);
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(mac.frontWindow(), picture);
+  expectStripOver(picture);
+  mac.type("x");
+  EXPECT_EQ(viewer.typed(), "x");
+}
+
+TEST_F(RecentDropdownStory, AnotherProgramThatComesToTheFrontStaysThere) {
+  startWithField();
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  const auto picture = viewer.open("Picture", {100, 300, 600, 250});
+  mac.settle();
+  strip().clickSearchField();
+  mac.activate(viewer);
+  mac.settle();
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(mac.frontWindow(), picture);
+  expectStripOver(picture);
+}
+
+TEST_F(RecentDropdownStory, TermsThatAreNoLongerAcceptedCloseIt) {
+  startWithField();
+  strip().clickSearchField();
+  pellar.strip()->locked = true;
+  pellar.tracker().refresh();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+}
+
 TEST_F(RecentDropdownStory, ClicksIntoItAndIntoTheFieldLeaveItOpen) {
   startWithField();
   strip().clickSearchField();
@@ -184,6 +228,32 @@ TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreen) {
   EXPECT_EQ(dropdown().frame().minX(), 8);
   plan.moveTo({900, 200});
   mac.settle();
+  EXPECT_EQ(dropdown().frame().maxX(), 1432);
+}
+
+TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreenItsStripIsOn) {
+  mac.screens().add({-1200, -300, 1200, 1000}, 0, 0);
+  auto plan = startWithField({-1500, 300, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), -1200 + 8);
+  plan.moveTo({-800, 300});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  plan.moveTo({-500, 300});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().minX(), 8) << "the screen that holds most of the strip decides";
+}
+
+TEST_F(RecentDropdownStory, OnAScreenTooNarrowForItItsLeftEdgeIsInside) {
+  mac.screens().set({SimScreens::screen({0, 0, 480, 900}, 25, 0)});
+  startWithField({0, 200, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), 8);
+}
+
+TEST_F(RecentDropdownStory, AStripOnNoScreenHasItOnTheFirst) {
+  startWithField({5000, 200, 1200, 600});
+  pellar.strip()->openRecent();
   EXPECT_EQ(dropdown().frame().maxX(), 1432);
 }
 

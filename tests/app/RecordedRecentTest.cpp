@@ -150,6 +150,47 @@ TEST_F(OfficePaths, AfterThirtySecondsElsewhereTheNamesAreAskedAnew) {
   EXPECT_EQ(asked(), 2U);
 }
 
+// Word names a document and no file.
+class NamesWithoutPaths final : public ScriptRunner {
+ public:
+  [[nodiscard]] ScriptResult run(const std::string&) override {
+    return {ScriptDescriptor{std::vector<ScriptDescriptor>{{"Letter\t"}}}, std::nullopt};
+  }
+};
+
+TEST(OfficePathsOfAFaultyWord, AnEmptyPathIsNone) {
+  SimMac mac;
+  NamesWithoutPaths names;
+  const Platform own = mac.platform();
+  AppDelegate pellar({.mainLoop = own.mainLoop,
+                      .accessibility = own.accessibility,
+                      .workspace = own.workspace,
+                      .screens = own.screens,
+                      .panels = own.panels,
+                      .eventMonitors = own.eventMonitors,
+                      .eventTaps = own.eventTaps,
+                      .menus = own.menus,
+                      .alerts = own.alerts,
+                      .pasteboard = own.pasteboard,
+                      .propertyLists = own.propertyLists,
+                      .scripts = names,
+                      .statusBar = own.statusBar,
+                      .windows = own.windows,
+                      .loginItem = own.loginItem,
+                      .httpClient = own.httpClient,
+                      .notifications = own.notifications,
+                      .application = own.application,
+                      .bundle = own.bundle,
+                      .folders = own.folders});
+  acceptTerms(pellar);
+  mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"}).open("Letter.docx");
+  pellar.applicationDidFinishLaunching();
+  mac.settle();
+  EXPECT_EQ(mac.strip().tabs(), std::vector<std::string>{"Letter"});
+  EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
+  EXPECT_TRUE(pellar.store().state().recent.empty());
+}
+
 TEST_F(OfficePaths, OutlookIsNotAskedForDocuments) {
   auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
   outlook.open("Inbox - Outlook");

@@ -170,6 +170,106 @@ TEST_F(HoverStory, CardAndPickerComeAgainAfterTheStripWasHidden) {
   EXPECT_TRUE(hover.pickerShown());
 }
 
+TEST_F(HoverStory, ATabThatComesBackUnderTheRestingPointerHasItsCardAgain) {
+  auto report = open("Report");
+  start();
+  restOnTab("Report");
+  ASSERT_TRUE(hover.cardShown());
+  // By the keyboard: the pointer stays where it is.
+  report.minimise();
+  mac.settle();
+  report.restore();
+  mac.settle();
+  EXPECT_FALSE(hover.cardShown());
+  const ScreenPoint resting = mac.pointer().location();
+  mac.pointer().moveTo({resting.x + 1, resting.y});
+  mac.advance(cardDelay);
+  EXPECT_TRUE(hover.cardShown());
+}
+
+TEST_F(HoverStory, AZoomToolThatComesBackUnderTheRestingPointerHasItsPickerAgain) {
+  auto report = open("Report");
+  start();
+  restOnZoom();
+  report.enterFullScreen();
+  mac.settle();
+  report.leaveFullScreen();
+  mac.settle();
+  EXPECT_FALSE(hover.pickerShown());
+  const ScreenPoint resting = mac.pointer().location();
+  mac.pointer().moveTo({resting.x + 1, resting.y});
+  EXPECT_TRUE(hover.pickerShown());
+}
+
+TEST_F(HoverStory, AWindowThatClosesBeforeItsCardComesHasACardWithoutEffect) {
+  auto report = open("Report");
+  auto plan = open("Plan");
+  start();
+  strip().hoverTab("Report");
+  mac.advance(cardDelay - 1ms);
+  report.close();
+  mac.advance(1ms);
+  for (const char* button : {"\u2715", "\u2013", "\u25a1"}) {
+    if (hover.cardShown()) pressOnCard(button);
+    EXPECT_TRUE(plan.exists());
+    EXPECT_FALSE(plan.isMinimised());
+    EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+  }
+}
+
+TEST_F(HoverStory, ACardOfATabOfAnotherApplicationHasNoEffect) {
+  auto report = open("Report");
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  auto picture = viewer.open("Picture", {100, 200, 1200, 600});
+  start();
+  restOnTab("Report");
+  mac.activate(viewer);
+  mac.settle();
+  ASSERT_TRUE(hover.cardShown());
+  pressOnCard("\u2715");
+  EXPECT_TRUE(report.exists());
+  EXPECT_TRUE(picture.exists());
+  EXPECT_FALSE(hover.cardShown());
+}
+
+TEST_F(HoverStory, ThePickerTilesWhateverWindowIsInFrontByThen) {
+  auto report = open("Report");
+  auto plan = open("Plan");
+  start();
+  restOnZoom();
+  editor.focus(report);
+  mac.settle();
+  ASSERT_TRUE(hover.pickerShown());
+  pick(0.25, 0.5, SnapView::groupRects().front());
+  EXPECT_EQ(report.frame(), tileFrame(Tile::left, area));
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+}
+
+TEST_F(HoverStory, NothingIsWaitedForOnceCardPickerAndDropdownAreClosed) {
+  open("Report");
+  start();
+  mac.advance(30s);
+  const auto timers = mac.mainLoop().activeTimers();
+  restOnTab("Report");
+  restOnZoom();
+  strip().clickSearchField();
+  mac.type("r");
+  mac.pressKey("moveDown:");
+  mac.pressKey("cancelOperation:");
+  mac.pointer().moveTo({5, 5});
+  mac.advance(closeDelay);
+  EXPECT_FALSE(hover.cardShown());
+  EXPECT_FALSE(hover.pickerShown());
+  EXPECT_FALSE(dropdown().isVisible());
+  EXPECT_FALSE(mac.eventMonitors().watched());
+  EXPECT_EQ(mac.mainLoop().activeTimers(), timers);
+  const auto turns = mac.mainLoop().turns();
+  mac.accessibility().forgetRoundTrips();
+  mac.advance(600s);
+  EXPECT_EQ(mac.mainLoop().turns(), turns);
+  EXPECT_EQ(mac.accessibility().roundTrips().total(), 0);
+}
+
 TEST_F(HoverStory, AWindowThatClosesUnderItsCardLeavesACardWithoutEffect) {
   auto report = open("Report");
   auto plan = open("Plan");
