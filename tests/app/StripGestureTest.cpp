@@ -201,6 +201,38 @@ TEST_F(StripGesture, DraggingTheStripMovesTheWindowsStackedBehindToo) {
   EXPECT_TRUE(log.has("banner drag start: 2 windows from {{140, 230}, {1200, 600}}"));
 }
 
+TEST_F(StripGesture, AWindowComesAlongWhenMoreThanHalfOfItIsBehind) {
+  const auto half = open("Half", {700, 200, 1200, 600});
+  const auto more = open("More", {699, 200, 1200, 600});
+  const auto large = open("Large", {0, 100, 1300, 700});
+  const auto front = open("Front");
+  start();
+  strip().dragEmptyStrip(10, 0);
+  EXPECT_EQ(front.frame().x, 110);
+  EXPECT_EQ(half.frame().x, 700) << "exactly half is not more";
+  EXPECT_EQ(more.frame().x, 709);
+  EXPECT_EQ(large.frame().x, 10) << "larger than the one in front, which covers most of it";
+  EXPECT_TRUE(log.has("banner drag start: 3 windows from {{100, 200}, {1200, 600}}"));
+}
+
+TEST_F(StripGesture, AFullScreenWindowIsNotDragged) {
+  auto front = open("Front");
+  start();
+  const AxRect before = front.frame();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  front.enterFullScreen();
+  mac.settle();
+  const AxRect full = front.frame();
+  mac.pointer().moveTo({from.x + 50, from.y});
+  mac.pointer().release();
+  EXPECT_EQ(front.frame(), full);
+  EXPECT_FALSE(log.has("banner drag start: 1 windows from {{100, 200}, {1200, 600}}"));
+  front.leaveFullScreen();
+  mac.settle();
+  EXPECT_EQ(front.frame(), before);
+}
+
 TEST_F(StripGesture, TheStripMovesWithTheDragAndNotOnlyAfterIt) {
   const auto front = open("Front");
   open("Behind");

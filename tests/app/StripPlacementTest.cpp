@@ -177,6 +177,25 @@ TEST_F(StripStory, OfficeApplicationsHaveTheRenameTool) {
   EXPECT_EQ(strip().tools().front(), "Rename");
 }
 
+TEST_F(StripStory, TabsAreMarkedInTheColourOfTheirApplication) {
+  open("Plan");
+  start();
+  const auto marks = [this] {
+    std::vector<Color> colours;
+    for (const auto& item : strip().panel().drawing().items())
+      if (item.kind == DrawnItem::Kind::roundedRect && item.rect.size() == Size{9, 9})
+        colours.push_back(item.color);
+    return colours;
+  };
+  const auto solid = [](const RGB& rgb) {
+    return std::vector<Color>{{rgb.red, rgb.green, rgb.blue, 1, std::nullopt}};
+  };
+  EXPECT_EQ(marks(), solid(TrackedApp{"org.example.editor", "Editor", {}}.accentRGB()));
+  launchWord().open("Letter.docx");
+  mac.settle();
+  EXPECT_EQ(marks(), solid({0.17, 0.34, 0.60}));
+}
+
 TEST_F(StripStory, TabsBearTheColoursOfTheirTags) {
   open("Red.docx");
   open("Odd");

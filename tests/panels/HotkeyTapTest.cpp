@@ -130,6 +130,73 @@ TEST_F(Shortcut, AGrantedTapIsNotWorthALogLine) {
   EXPECT_EQ(mac.eventTaps().count(), 1U);
 }
 
+TEST_F(Shortcut, OverTheOnlyWindowItGoesToThatWindowAndNowhereElse) {
+  const auto plan = open("Plan");
+  start();
+  mac.pressKey(tabKey, control);
+  EXPECT_EQ(plan.raises(), 1);
+  EXPECT_EQ(mac.frontWindow(), plan);
+  EXPECT_TRUE(received().empty());
+}
+
+TEST_F(Shortcut, WorksWhileAMenuIsOpen) {
+  const auto a = open("A");
+  open("B");
+  start();
+  std::optional<SimWindow> underTheMenu;
+  mac.menus().next([&](SimOpenMenu&) {
+    mac.pressKey(tabKey, control);
+    underTheMenu = mac.frontWindow();
+  });
+  strip().rightClickTab("B");
+  EXPECT_EQ(underTheMenu, a);
+  EXPECT_TRUE(received().empty());
+}
+
+TEST_F(Shortcut, WorksWhileTheUserIsAskedForAName) {
+  open("Plan").setDocument("file:///Users/ann/Plan.txt");
+  const auto report = open("Report");
+  start();
+  std::optional<SimWindow> underTheQuestion;
+  mac.alerts().next([&](const TextAlert&) {
+    mac.pressKey(tabKey, control);
+    underTheQuestion = mac.frontWindow();
+    return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, "Monday"};
+  });
+  mac.menus().nextChoose({"Save open tabs as group…"});
+  strip().clickTool("Groups");
+  EXPECT_EQ(underTheQuestion->title(), "Plan");
+  EXPECT_EQ(pellar.store().state().groups.at("Monday"), Labels{"/Users/ann/Plan.txt"});
+  EXPECT_NE(mac.frontWindow(), report);
+}
+
+TEST_F(Shortcut, WorksWhilePellarItselfIsInFront) {
+  const auto plan = open("Plan");
+  open("Report");
+  start();
+  mac.activatePellar();
+  mac.settle();
+  mac.pressKey(tabKey, control);
+  EXPECT_EQ(mac.frontWindow(), plan);
+  expectStripOver(plan);
+}
+
+TEST_F(Shortcut, TheDropdownGoesWhenAnotherWindowComes) {
+  const auto plan = open("Plan");
+  open("Report");
+  start();
+  strip().clickSearchField();
+  mac.type("re");
+  ASSERT_TRUE(dropdown().isVisible());
+  mac.pressKey(tabKey, control);
+  EXPECT_EQ(mac.frontWindow(), plan);
+  expectStripOver(plan);
+  EXPECT_FALSE(dropdown().isVisible());
+  mac.type("x");
+  EXPECT_EQ(editor.typed(), "x");
+  EXPECT_TRUE(received().empty());
+}
+
 // The tap by itself.
 class TapAlone : public testing::Test {
  protected:
@@ -163,6 +230,25 @@ TEST_F(TapAlone, AsksWhetherToActOnlyForTheShortcut) {
   EXPECT_EQ(asked, 0);
   EXPECT_TRUE(mac.eventTaps().keyDown(tabKey, control));
   EXPECT_EQ(asked, 1);
+}
+
+TEST_F(TapAlone, SwallowsTheKeyEvenIfNothingIsToBeDoneWithIt) {
+  tap.isActive = [] { return true; };
+  tap.start();
+  EXPECT_TRUE(mac.eventTaps().keyDown(tabKey, control));
+  mac.settle();
+}
+
+TEST_F(TapAlone, TakesANoticeOfTheSystemForNoKey) {
+  int asked = 0;
+  tap.isActive = [&asked] { return ++asked > 0; };
+  tap.onCycle = [this](bool forward) { cycled.push_back(forward); };
+  tap.start();
+  mac.eventTaps().disable(TapEvent::Type::disabledByTimeout);
+  mac.eventTaps().disable(TapEvent::Type::disabledByUserInput);
+  mac.settle();
+  EXPECT_EQ(asked, 0);
+  EXPECT_TRUE(cycled.empty());
 }
 
 TEST_F(TapAlone, DoesNothingMoreOnceItIsGone) {

@@ -206,6 +206,42 @@ TEST_F(RecentList, AHundredThousandEntriesCostNothingToShowAndLittleToFilter) {
   EXPECT_EQ(titles(), Names{});
 }
 
+TEST(RecentFile, AHundredThousandEntriesInTheStateFileAreReadAndCutWithTheNextUse) {
+  SimMac mac;
+  const auto url = StateStore::defaultURL(mac.platform().folders.applicationSupport);
+  const std::string here = mac.home() / "Here.txt";
+  std::ofstream(here) << "text";
+  {
+    StateStore before(url);
+    before.update([&](AppState& state) {
+      state.settings.acceptedEulaVersion = "1";
+      for (int i = 0; i < 100'000; ++i) {
+        const std::string name = "/nowhere/File " + std::to_string(i) + ".txt";
+        state.recent[name] = i;
+        state.recentApp[name] = "org.example.editor";
+      }
+      state.recent[here] = 200'000;
+      state.recentApp[here] = "org.example.editor";
+    });
+  }
+  auto editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
+  editor.open("Plan", {100, 200, 1200, 600});
+  AppDelegate pellar(mac.platform());
+  pellar.applicationDidFinishLaunching();
+  mac.settle();
+  EXPECT_EQ(pellar.store().state().recent.size(), 100'001U);
+  mac.strip().clickSearchField();
+  mac.type("here");
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(mac.workspace().opened(), std::vector<std::string>{here});
+  const AppState after = StateStore(url).state();
+  EXPECT_EQ(after.recent.size(), 300U);
+  EXPECT_EQ(after.recentApp.size(), 300U);
+  EXPECT_TRUE(after.recent.contains("/nowhere/File 99999.txt"));
+  EXPECT_TRUE(after.recent.contains("/nowhere/File 99701.txt"));
+  EXPECT_FALSE(after.recent.contains("/nowhere/File 99700.txt"));
+}
+
 TEST_F(RecentList, OfAHundredThousandFilesThatAreThereOnlyThoseInSightAreDrawn) {
   const auto path = file("Needle.txt");
   pellar.store().update([&](AppState& state) {
