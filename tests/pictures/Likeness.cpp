@@ -11,11 +11,14 @@ namespace pellar {
 namespace {
 
 constexpr int pixelTolerance = 2;  // processors round the blending of edges in more than one way
-constexpr double inkRatio = 1.7;
+constexpr double inkRatio = 1.9;
+constexpr double signInkRatio = 3;  // a box or a cross is drawn with a thin line or a fat one
 constexpr double inkColorTolerance = 80;
-constexpr double leastInk = 0.5;     // less is a blank text
-constexpr double faintInk = 40;      // what is nearer to the ground is none
+constexpr double leastInk = 0.5;  // less is a blank text
+constexpr double faintInk = 40;   // what is nearer to the ground is none
+constexpr double widthRatio = 1.45;
 constexpr int inkLeftTolerance = 8;  // pixels
+constexpr int inkWidthTolerance = 8;
 constexpr int inkHeightTolerance = 4;
 
 using Channels = std::array<double, 4>;
@@ -75,11 +78,12 @@ Ink inkOf(const QImage& image, const QRect& rect) {
   return ink;
 }
 
-std::string differenceInText(const QImage& picture, const QImage& reference, const QRect& text) {
+std::string differenceInText(const QImage& picture, const QImage& reference, const QRect& text, bool isSign) {
   const Ink ink = inkOf(picture, text);
   const Ink wanted = inkOf(reference, text);
+  const double ratio = isSign ? signInkRatio : inkRatio;
   if (wanted.amount < leastInk && ink.amount < leastInk) return {};
-  if (ink.amount > wanted.amount * inkRatio || wanted.amount > ink.amount * inkRatio) {
+  if (ink.amount > wanted.amount * ratio || wanted.amount > ink.amount * ratio) {
     std::ostringstream out;
     out << "the text at " << at(text) << " has an ink of " << ink.amount << " instead of " << wanted.amount;
     return out.str();
@@ -91,6 +95,11 @@ std::string differenceInText(const QImage& picture, const QImage& reference, con
       apart(ink.extent.top(), wanted.extent.top(), inkHeightTolerance) ||
       apart(ink.extent.bottom(), wanted.extent.bottom(), inkHeightTolerance))
     return "the text at " + at(text) + " stands at " + at(ink.extent) + " instead of " + at(wanted.extent);
+  const auto [narrow, wide] = std::minmax({ink.extent.width(), wanted.extent.width()});
+  if (!isSign && apart(wide, narrow, inkWidthTolerance) && wide > narrow * widthRatio) {
+    return "the text at " + at(text) + " is " + std::to_string(ink.extent.width()) + " wide instead of " +
+           std::to_string(wanted.extent.width());
+  }
   return {};
 }
 
@@ -104,7 +113,8 @@ std::string difference(const QImage& picture, const QImage& reference, const std
   const QImage seen = picture.convertToFormat(QImage::Format_ARGB32);
   const QImage wanted = reference.convertToFormat(QImage::Format_ARGB32);
   QRegion textual;
-  for (const auto& [rect, reachX, reachY] : texts) textual += rect.adjusted(-reachX, -reachY, reachX, reachY);
+  for (const auto& [rect, reachX, reachY, isSign] : texts)
+    textual += rect.adjusted(-reachX, -reachY, reachX, reachY);
   for (int y = 0; y < seen.height(); ++y) {
     for (int x = 0; x < seen.width(); ++x) {
       const QRgb a = seen.pixel(x, y);
@@ -121,7 +131,7 @@ std::string difference(const QImage& picture, const QImage& reference, const std
   for (const TextPlace& text : texts) {
     const QRect inside = text.rect.intersected(seen.rect());
     if (inside.isEmpty()) continue;
-    if (const auto why = differenceInText(seen, wanted, inside); !why.empty()) return why;
+    if (const auto why = differenceInText(seen, wanted, inside, text.isSign); !why.empty()) return why;
   }
   return {};
 }

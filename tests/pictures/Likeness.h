@@ -12,6 +12,7 @@ struct TextPlace {
   QRect rect;
   int reachX = 3;
   int reachY = 3;
+  bool isSign = false;  // a single character that is a drawing, which no two fonts make alike
 };
 
 // Why a picture is not like another one; empty when it is. Where no text can reach, every pixel counts. Of

@@ -41,6 +41,12 @@ std::string differenceOf(const Scene& scene) {
   return difference(painted(scene), painted({}), {{textPlace}});
 }
 
+// The same for a single sign, drawn at first in the usual font.
+std::string differenceOfSign(const Scene& scene) {
+  constexpr QRect place(10, 60, 30, 18);
+  return difference(painted(scene), painted({.text = QStringLiteral("\u22ef")}), {{place, 0, 3, true}});
+}
+
 TEST(Likeness, APictureIsLikeItself) {
   EXPECT_EQ(differenceOf({}), "");
 }
@@ -48,6 +54,18 @@ TEST(Likeness, APictureIsLikeItself) {
 TEST(Likeness, ATextInAnotherFontIsLike) {
   EXPECT_EQ(differenceOf({.family = "DejaVu Serif"}), "");
   EXPECT_EQ(differenceOf({.family = "DejaVu Sans Mono"}), "");
+}
+
+TEST(Likeness, ASignInAnotherFontIsLike) {
+  for (const char* family : {"DejaVu Serif", "DejaVu Sans Mono"})
+    EXPECT_EQ(differenceOfSign({.text = QStringLiteral("\u22ef"), .family = family}), "") << family;
+}
+
+TEST(Likeness, AMissingSignOneElsewhereAndOneOfAnotherColourAreNot) {
+  EXPECT_NE(differenceOfSign({.text = ""}), "");
+  EXPECT_NE(differenceOfSign({.text = QStringLiteral("\u22ef"), .textTop = 68}), "");
+  EXPECT_NE(differenceOfSign({.text = QStringLiteral("\u22ef"), .textColor = {255, 90, 90}}), "");
+  EXPECT_NE(differenceOfSign({.text = QStringLiteral("\u2588\u2588")}), "");
 }
 
 TEST(Likeness, AShapeOnePixelAsideIsNot) {

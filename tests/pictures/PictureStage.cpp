@@ -17,6 +17,11 @@ QRect pixels(const ViewRect& rect) {
           static_cast<int>(std::ceil(rect.maxY())) - top};
 }
 
+std::ptrdiff_t characters(std::string_view text) {
+  return std::ranges::count_if(text,
+                               [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80; });
+}
+
 // Draws, and notes where texts may stand.
 class TextNotingCanvas final : public Canvas {
  public:
@@ -27,7 +32,7 @@ class TextNotingCanvas final : public Canvas {
     target_.fillRoundedRect(rect, radius, color);
   }
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override {
-    note({origin.x, origin.y, measure_.width(text, font), lineHeight(font)});
+    note({origin.x, origin.y, measure_.width(text, font), lineHeight(font)}, 3, isSign(text));
     target_.drawText(text, origin, font, color);
   }
   void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
@@ -47,9 +52,10 @@ class TextNotingCanvas final : public Canvas {
   }
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override {
-    const Size size{measure_.width(text, font), lineHeight(font)};
-    // A font may be a good deal wider than the measure says, on both sides.
-    note(ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size), 8);
+    // A font may be a good deal wider than the measure says, on both sides: all of that is judged, or what of
+    // a wide sign happens to stand in the middle would count for the whole.
+    const Size size{measure_.width(text, font) + 2 * widerFont, lineHeight(font)};
+    note(ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size), 0, isSign(text));
     target_.drawCenteredText(text, rect, font, color);
   }
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override {
@@ -57,8 +63,13 @@ class TextNotingCanvas final : public Canvas {
   }
 
  private:
+  static constexpr double widerFont = 8;
+
   static double lineHeight(const Font& font) { return 1.4 * font.size; }
-  void note(const ViewRect& rect, int reach = 3) { texts_.push_back({pixels(rect), reach, 3}); }
+  static bool isSign(std::string_view text) { return characters(text) == 1; }
+  void note(const ViewRect& rect, int reach = 3, bool sign = false) {
+    texts_.push_back({pixels(rect), reach, 3, sign});
+  }
 
   Canvas& target_;
   const TextMeasure& measure_;
@@ -68,9 +79,7 @@ class TextNotingCanvas final : public Canvas {
 }  // namespace
 
 double SteadyMeasure::width(std::string_view text, const Font& font) const {
-  const auto characters = std::ranges::count_if(
-      text, [](char byte) { return (static_cast<unsigned char>(byte) & 0xc0U) != 0x80; });
-  return 0.55 * font.size * static_cast<double>(characters);
+  return 0.55 * font.size * static_cast<double>(characters(text));
 }
 
 PanelPicture PictureStage::pictureOf(View& view) {
