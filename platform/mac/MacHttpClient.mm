@@ -20,6 +20,12 @@ bool isOfTheWeb(NSURL* url) {
   return hasScheme(url, @"https") || hasScheme(url, @"http");
 }
 
+bool sendsOn(NSURLResponse* response) {
+  if (![response isKindOfClass:NSHTTPURLResponse.class]) return false;
+  NSHTTPURLResponse* answer = static_cast<NSHTTPURLResponse*>(response);
+  return answer.statusCode / 100 == 3 && [answer valueForHTTPHeaderField:@"Location"] != nil;
+}
+
 }  // namespace
 
 // Takes in one answer, on the session's own queue.
@@ -63,9 +69,15 @@ bool isOfTheWeb(NSURL* url) {
                     newRequest:(NSURLRequest*)request
              completionHandler:(void (^)(NSURLRequest*))handler {
   const bool lessSafe = hasScheme(response.URL, @"https") && !hasScheme(request.URL, @"https");
-  const bool follows = isOfTheWeb(request.URL) && !lessSafe;
-  if (!follows) [task cancel];
-  handler(follows ? request : nil);
+  handler(isOfTheWeb(request.URL) && !lessSafe ? request : nil);
+}
+
+// What still sends on here was not followed, by us or by the system: no answer. Ends below, with an error.
+- (void)URLSession:(NSURLSession*)session
+              dataTask:(NSURLSessionDataTask*)task
+    didReceiveResponse:(NSURLResponse*)response
+     completionHandler:(void (^)(NSURLSessionResponseDisposition))handler {
+  handler(sendsOn(response) ? NSURLSessionResponseCancel : NSURLSessionResponseAllow);
 }
 
 // Also after -cancel. A body shorter than its announced length is an error as well.

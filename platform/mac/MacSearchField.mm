@@ -50,8 +50,8 @@ MacSearchField::MacSearchField(NSView* parent, std::shared_ptr<ListFocus> listFo
       field_([[StripSearchField alloc] initWithFrame:NSZeroRect]),
       delegate_([[SearchFieldDelegate alloc] init]) {
   field_.delegate = delegate_;
-  field_.font = [NSFont systemFontOfSize:12];
   field_.controlSize = NSControlSizeSmall;
+  field_.font = [NSFont systemFontOfSize:12];
   field_.focusRingType = NSFocusRingTypeNone;
   field_.appearance = [NSAppearance appearanceNamed:NSAppearanceNameDarkAqua];
   field_.wantsLayer = YES;

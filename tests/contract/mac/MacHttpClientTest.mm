@@ -86,6 +86,22 @@ TEST_F(MacHttpClientTest, AsksOnlyTheWeb) {
   }
 }
 
+TEST_F(MacHttpClientTest, FollowsToWhereTheServerSendsIt) {
+  const OneAnswerServer there(OneAnswerServer::with("200 OK", "{\"latest\": \"2.0\"}"));
+  const OneAnswerServer here(OneAnswerServer::sendingTo(there.url()));
+  get(here.url());
+  expectAnswer("{\"latest\": \"2.0\"}");
+}
+
+TEST_F(MacHttpClientTest, IsNotSentRoundInCirclesOrOutOfTheWeb) {
+  for (const char* place : {"/v1/update", "file:///etc/hosts", "ftp://127.0.0.1/update"}) {
+    answers.clear();
+    const OneAnswerServer server(OneAnswerServer::sendingTo(place));
+    get(server.url());
+    expectAnswer(std::nullopt);
+  }
+}
+
 TEST_F(MacHttpClientTest, ADroppedRequestIsNotAnswered) {
   const OneAnswerServer server(OneAnswerServer::with("200 OK", "{}"));
   get(server.url());

@@ -50,6 +50,10 @@ std::string OneAnswerServer::with(const std::string& status, const std::string& 
          "\r\nConnection: close\r\nContent-Type: application/json\r\n\r\n" + body;
 }
 
+std::string OneAnswerServer::sendingTo(const std::string& address) {
+  return "HTTP/1.1 302 Found\r\nLocation: " + address + "\r\nContent-Length: 0\r\nConnection: close\r\n\r\n";
+}
+
 void OneAnswerServer::serve() {
   while (!ended_) {
     if (!isReadable(listening_, 20)) continue;

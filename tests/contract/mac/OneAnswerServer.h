@@ -25,6 +25,8 @@ class OneAnswerServer {
 
   // An answer with this body and its length.
   [[nodiscard]] static std::string with(const std::string& status, const std::string& body);
+  // An answer that sends whoever asks to another address.
+  [[nodiscard]] static std::string sendingTo(const std::string& address);
 
  private:
   void serve();
