@@ -37,6 +37,11 @@ void DesktopNotifications::call(const QString& method, const QVariantList& argum
   // For this call alone: a connection that stays would take part in the bus's traffic.
   const QString name = connectionName();
   const QDBusConnection bus = QDBusConnection::connectToBus(*address, name);
+  // A call on such a connection would never end.
+  if (!bus.isConnected()) {
+    QDBusConnection::disconnectFromBus(name);
+    return receive(failed);
+  }
   auto message = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.Notifications"),
                                                 QStringLiteral("/org/freedesktop/Notifications"),
                                                 QStringLiteral("org.freedesktop.Notifications"), method);

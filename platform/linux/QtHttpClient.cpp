@@ -21,7 +21,8 @@ bool isWhole(const QNetworkReply& reply) {
          (error >= QNetworkReply::InternalServerError && error <= QNetworkReply::UnknownServerError);
 }
 
-// The library takes a connection closed too early for the end of the body.
+// The library takes a connection closed too early for the end of the body. Of a body sent in chunks it does
+// not say whether the last one came; half a text then still is no text that its reader knows.
 bool hasPromisedLength(const QNetworkReply& reply, qsizetype length) {
   const auto promised = reply.header(QNetworkRequest::ContentLengthHeader);
   return !promised.isValid() || promised.toLongLong() == length;
@@ -45,6 +46,7 @@ class QtHttpClient::Exchange : public QObject {
     connect(native_, &QNetworkReply::finished, this, [this] { conclude(); });
     connect(&limit_, &QTimer::timeout, this, [this] { end(std::nullopt); });
     limit_.setSingleShot(true);
+    limit_.setTimerType(Qt::PreciseTimer);
     limit_.start(request.timeout);
   }
   ~Exchange() override {

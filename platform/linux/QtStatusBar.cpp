@@ -4,12 +4,25 @@
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <chrono>
+#include <optional>
 #include <utility>
 
 #include "platform/linux/MenuBarIcon.h"
 #include "platform/linux/QtMenuItems.h"
+#include "platform/linux/SessionBus.h"
+#include "platform/linux/TemporaryVariable.h"
 
 namespace pellar {
+
+namespace {
+
+bool hasSessionBus() {
+  constexpr std::chrono::milliseconds busTime{300};
+  const auto address = SessionBus::address();
+  return address && SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime);
+}
+
+}  // namespace
 
 class QtStatusBar::Item {
  public:
@@ -21,6 +34,9 @@ class QtStatusBar::Item {
   void showInTray() {
     // A tray of its own process may read the menu before it says that it opens it.
     refill();
+    // The toolkit looks for a tray on the session bus, and would start a bus where there is none.
+    std::optional<TemporaryVariable> noBus;
+    if (!hasSessionBus()) noBus.emplace("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     icon_ = std::make_unique<QSystemTrayIcon>(MenuBarIcon::make());
     icon_->setToolTip(QStringLiteral("Pellar"));
     icon_->setContextMenu(&native_);

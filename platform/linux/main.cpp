@@ -1,20 +1,20 @@
 #include <QApplication>
-#include <QByteArray>
 #include <QThreadPool>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
 
 #include "app/shell/AppDelegate.h"
+#include "platform/linux/FolderLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/LostServer.h"
 #include "platform/linux/SingleInstance.h"
 #include "platform/linux/StartUpMemory.h"
+#include "platform/linux/TemporaryVariable.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/XcbReply.h"
 
@@ -23,6 +23,7 @@ namespace {
 using pellar::AppDelegate;
 using pellar::LinuxPlatform;
 using pellar::SingleInstance;
+using pellar::TemporaryVariable;
 using pellar::X11Connection;
 using pellar::X11Failure;
 using pellar::XcbReply;
@@ -46,28 +47,6 @@ bool isInsideWayland(const X11Connection& connection) {
       connection.xcb(), xcb_query_extension(connection.xcb(), sizeof extension - 1, extension), nullptr));
   return reply && reply->present != 0;
 }
-
-// An environment variable that is changed for as long as this lives.
-class TemporaryVariable {
- public:
-  TemporaryVariable(const char* name, const QByteArray& value) : name_(name) {
-    if (qEnvironmentVariableIsSet(name)) before_ = qgetenv(name);
-    qputenv(name, value);
-  }
-  ~TemporaryVariable() {
-    if (before_) {
-      qputenv(name_, *before_);
-    } else {
-      qunsetenv(name_);
-    }
-  }
-  TemporaryVariable(const TemporaryVariable&) = delete;
-  TemporaryVariable& operator=(const TemporaryVariable&) = delete;
-
- private:
-  const char* name_;
-  std::optional<QByteArray> before_;
-};
 
 // The toolkit's application object, without what a strip of tabs has no use for. The settings are the
 // toolkit's own, not the user's, and programs started later must not inherit them.
@@ -116,6 +95,12 @@ int main(int argc, char** argv) {
   const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });
 
   LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
+  // Two copies would take turns in overwriting one another's state.
+  const pellar::FolderLock state(platform.platform().folders.applicationSupport / "Pellar");
+  if (state.isAnothers()) {
+    say("Pellar is already running on another display and keeps its settings there.");
+    return 1;
+  }
   instance->onAsked = [&platform] { platform.openStatusMenu(); };
   AppDelegate delegate(platform.platform());
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
