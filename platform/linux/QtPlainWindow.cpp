@@ -1,9 +1,11 @@
 #include "platform/linux/QtPlainWindow.h"
 
 #include <QCloseEvent>
+#include <QCoreApplication>
 #include <QDialog>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QHideEvent>
 #include <QLabel>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -12,11 +14,18 @@
 #include <QTextDocument>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <chrono>
 #include <memory>
 #include <utility>
 
+#include "platform/linux/MenuBarIcon.h"
+#include "platform/linux/StartUpMemory.h"
+
 namespace pellar {
 namespace {
+
+constexpr std::chrono::milliseconds releaseDelay{2000};
 
 int pixels(double points) {
   return static_cast<int>(points);
@@ -45,8 +54,11 @@ QLabel* made(const WindowLabel& label, QWidget& parent) {
   }
   if (label.centred) native->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
   if (label.wrapWidth > 0) {
+    // The toolkit would rather break lines early than use the width there is.
     native->setWordWrap(true);
-    native->setMaximumWidth(pixels(label.wrapWidth));
+    native->setFixedWidth(
+        std::min(native->fontMetrics().horizontalAdvance(native->text()) + 1, pixels(label.wrapWidth)));
+    native->setMinimumHeight(native->heightForWidth(native->width()));
   }
   if (label.maximumLines > 0)
     native->setMaximumHeight(label.maximumLines * native->fontMetrics().lineSpacing());
@@ -105,6 +117,11 @@ class QtPlainWindow::Dialog : public QDialog {
   void reject() override {
     if (closable_) close();
   }
+  void hideEvent(QHideEvent* event) override {
+    QDialog::hideEvent(event);
+    // Such windows are seldom, and what showing one took is much against what the strip needs.
+    QTimer::singleShot(releaseDelay, qApp, &StartUpMemory::release);
+  }
   void closeEvent(QCloseEvent* event) override {
     event->setAccepted(closable_);
     if (!closable_) return;
@@ -128,6 +145,7 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   if (description.level == WindowLevel::modalPanel) flags |= Qt::WindowStaysOnTopHint;
   dialog_->setWindowFlags(flags);
   dialog_->setWindowTitle(QString::fromStdString(description.title));
+  dialog_->setWindowIcon(MenuBarIcon::make());
 
   auto* column = new QVBoxLayout(dialog_);
   const auto& insets = description.insets;
