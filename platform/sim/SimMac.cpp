@@ -10,11 +10,11 @@ UserFolders foldersIn(const std::filesystem::path& home) {
 
 }  // namespace
 
-SimMac::SimMac() : platform_(platformOf(accessibility_, workspace_)) {
+SimMac::SimMac() : platform_(platformOf(accessibility_, workspace_, web_)) {
   screens_.keyWindowFrame = [this] { return keyWindowFrame(); };
 }
 
-Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) {
+Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace, HttpClient& client) {
   return {.mainLoop = mainLoop_,
           .accessibility = accessibility,
           .workspace = workspace,
@@ -30,7 +30,7 @@ Platform SimMac::platformOf(Accessibility& accessibility, Workspace& workspace) 
           .statusBar = statusBar_,
           .windows = windows_,
           .loginItem = loginItem_,
-          .httpClient = web_,
+          .httpClient = client,
           .notifications = notifications_,
           .application = program_,
           .bundle = {version, build, webSite},

@@ -59,9 +59,14 @@ class SimMac {
   [[nodiscard]] Platform& platform() { return platform_; }
   // The same with another port in place of this Mac's own, for instance one that fails.
   [[nodiscard]] Platform platformWith(Accessibility& accessibility) {
-    return platformOf(accessibility, workspace_);
+    return platformOf(accessibility, workspace_, web_);
   }
-  [[nodiscard]] Platform platformWith(Workspace& workspace) { return platformOf(accessibility_, workspace); }
+  [[nodiscard]] Platform platformWith(Workspace& workspace) {
+    return platformOf(accessibility_, workspace, web_);
+  }
+  [[nodiscard]] Platform platformWith(HttpClient& client) {
+    return platformOf(accessibility_, workspace_, client);
+  }
 
   // Applications.
   SimApplication launch(const SimLaunch& application);
@@ -116,7 +121,7 @@ class SimMac {
   [[nodiscard]] const std::filesystem::path& home() const { return home_.path(); }
 
  private:
-  [[nodiscard]] Platform platformOf(Accessibility& accessibility, Workspace& workspace);
+  [[nodiscard]] Platform platformOf(Accessibility& accessibility, Workspace& workspace, HttpClient& client);
   [[nodiscard]] std::optional<ScreenRect> keyWindowFrame() const;
 
   TemporaryFolder home_;
