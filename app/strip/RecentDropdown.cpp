@@ -33,6 +33,8 @@ void RecentDropdown::open(const std::optional<TrackedApp>& app) {
   recentView_.reload(view_.searchField().text());
   if (!open_) {
     open_ = true;
+    // A tab that comes meanwhile must not fold the field away from under what is typed.
+    view_.setSearchExpanded(true);
     position();
     panel_->orderFrontRegardless();
     const auto report = [this] {

@@ -273,6 +273,34 @@ TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
   EXPECT_EQ(strip().searchField(), nullptr);
 }
 
+TEST_F(RecentDropdownStory, TabsThatComeMeanwhileLeaveTheFieldToWhatIsTyped) {
+  const auto plan = startWithField();
+  strip().clickSearchField();
+  mac.type("bu");
+  for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
+  editor.focus(plan);
+  mac.settle();
+  ASSERT_TRUE(isOpen());
+  ASSERT_NE(strip().searchField(), nullptr);
+  mac.type("d");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  mac.pressKey("cancelOperation:");
+  EXPECT_EQ(strip().searchField(), nullptr) << "only now there is no room for it any more";
+  EXPECT_TRUE(strip().searchToolShown());
+}
+
+TEST_F(RecentDropdownStory, AReportOfTheSameWindowLeavesWhatIsTyped) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  plan.retitle("Plan, edited");
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
 TEST_F(RecentDropdownStory, ClosingWhatIsNotOpenDoesNothing) {
   startWithField();
   const auto before = mac.workspace().requestedActivations().size();

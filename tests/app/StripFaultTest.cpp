@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 #include <string>
 #include <utility>
@@ -117,6 +118,89 @@ TEST_F(StripFault, EveryWindowMayCloseWhileCloseAllRuns) {
   strip().clickTool("Close all");
   EXPECT_FALSE(stripShown());
   EXPECT_TRUE(editor.windowsFrontToBack().empty());
+}
+
+TEST_F(StripFault, WindowsAreClosedFromTheFirstTabToTheLast) {
+  InterruptedWrites interrupted(mac.accessibility());
+  const auto openAll = [this] {
+    for (const char* title : {"A", "B", "C", "D"}) open(title);
+    mac.settle();
+  };
+  std::vector<Labels> left;
+  openAll();
+  const auto faulted = startOn(mac.platformWith(interrupted));
+  interrupted.happening = [&] {
+    Labels titles;
+    for (const auto& window : editor.windowsFrontToBack()) titles.push_back(window.title());
+    std::ranges::sort(titles);
+    left.push_back(titles);
+  };
+  strip().clickTool("Close all");
+  EXPECT_EQ(left, (std::vector<Labels>{{"B", "C", "D"}, {"C", "D"}, {"D"}, {}}));
+
+  openAll();
+  left.clear();
+  mac.menus().nextChoose({"Close others"});
+  strip().rightClickTab("B");
+  EXPECT_EQ(left, (std::vector<Labels>{{"B", "C", "D"}, {"B", "D"}, {"B"}}));
+}
+
+TEST_F(StripFault, AWindowThatClosesUnderTheDragOfItsTabEndsIt) {
+  open("A");
+  auto b = open("B");
+  open("C");
+  start();
+  const ScreenPoint from = strip().tabPoint("B");
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x + 20, from.y});
+  b.close();
+  mac.pointer().moveTo({from.x + 400, from.y});
+  mac.pointer().release();
+  EXPECT_EQ(strip().tabs(), (Labels{"A", "C"}));
+  for (const auto& message : log.messages()) EXPECT_FALSE(message.starts_with("tabs reordered")) << message;
+  strip().dragTab("C").to(0);
+  EXPECT_EQ(strip().tabs(), (Labels{"C", "A"}));
+}
+
+TEST_F(StripFault, EveryWindowMayCloseUnderADragOfTheStrip) {
+  auto plan = open("Plan");
+  auto report = open("Report");
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x + 20, from.y});
+  plan.close();
+  report.close();
+  mac.pointer().moveTo({from.x + 40, from.y});
+  EXPECT_FALSE(stripShown());
+  mac.pointer().moveTo({from.x + 60, from.y});
+  mac.pointer().release();
+  EXPECT_FALSE(stripShown());
+  const auto notes = open("Notes", {50, 300, 1200, 400});
+  mac.settle();
+  expectStripOver(notes);
+  strip().dragEmptyStrip(30, 0);
+  EXPECT_EQ(notes.frame().x, 80);
+  EXPECT_TRUE(log.has("banner drag start: 1 windows from {{50, 300}, {1200, 400}}"));
+}
+
+TEST_F(StripFault, AnotherApplicationMayComeToTheFrontUnderADragOfTheStrip) {
+  const auto plan = open("Plan");
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  const auto picture = viewer.open("Picture", {50, 300, 1000, 400});
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x + 20, from.y});
+  mac.activate(viewer);
+  mac.pointer().moveTo({from.x + 40, from.y});
+  EXPECT_EQ(plan.frame().x, 140) << "what is dragged stays what it was";
+  EXPECT_EQ(picture.frame().x, 50);
+  mac.terminate(editor);
+  mac.pointer().moveTo({from.x + 60, from.y});
+  mac.pointer().release();
+  EXPECT_EQ(picture.frame().x, 50);
+  expectStripOver(picture);
 }
 
 TEST_F(StripFault, AWindowThatIsGoneButStillListedDoesNotMoveTheStripAway) {

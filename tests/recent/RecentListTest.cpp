@@ -186,6 +186,14 @@ TEST_F(RecentList, HostileNamesAreListedAndOpenedAsTheyAre) {
   EXPECT_EQ(opened(), Names{newline});
 }
 
+TEST_F(RecentList, APathWithAZeroByteIsNotTakenForTheFileBeforeIt) {
+  const auto plan = used("Plan.txt", 100);
+  record(plan + std::string("\0.txt", 5), 200);
+  record("", 300);
+  openDropdown();
+  EXPECT_EQ(titles(), Names{"Plan.txt"});
+}
+
 TEST_F(RecentList, AHundredThousandEntriesCostNothingToShowAndLittleToFilter) {
   // As a damaged or foreign state file may hold; what the program itself records is never that long.
   const auto path = file("Needle.txt");
