@@ -52,8 +52,9 @@ std::optional<std::string> MacWorkspace::ownBundleId() const {
 }
 
 // From macOS 14 on this is a request that the system may refuse; applications that never become regular ones
-// were seen to be heard (github.com/josejuanqm/docky/issues/60). A window raised before is in front either
-// way.
+// were seen to be heard (github.com/josejuanqm/docky/pull/60). A window raised before is in front either way.
+// Since macOS 11 the application's other windows may come along (Apple Developer Forums, thread 668913); the
+// public interface has no way to leave them where they are.
 void MacWorkspace::activate(ProcessId pid) {
   [[NSRunningApplication runningApplicationWithProcessIdentifier:pid]
       activateWithOptions:NSApplicationActivationOptions{}];
