@@ -75,6 +75,7 @@ struct WindowInsets {
   double left = 0;
   double bottom = 0;
   double right = 0;
+  friend bool operator==(const WindowInsets&, const WindowInsets&) = default;
 };
 
 // A simple window: a column of elements, top to bottom. An element with a frame of its own stands outside the

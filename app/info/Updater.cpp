@@ -19,11 +19,6 @@ using namespace std::chrono_literals;
 constexpr auto timeout = 15s;
 constexpr std::size_t largestAnswer = 1 << 20;
 
-std::string withoutSlashAtEnd(std::string url) {
-  while (url.ends_with('/')) url.pop_back();
-  return url;
-}
-
 const char* word(bool value) {
   return value ? "true" : "false";
 }
@@ -36,7 +31,7 @@ std::shared_ptr<Updater> Updater::create(const Platform& platform) {
 
 Updater::Updater(const Platform& platform)
     : platform_(platform),
-      baseUrl_(withoutSlashAtEnd(platform.bundle.webSite)),
+      baseUrl_(WebAddress::withoutSlashAtEnd(platform.bundle.webSite)),
       currentVersion_(platform.bundle.shortVersion.value_or("0")) {}
 
 void Updater::check(bool notify) {

@@ -51,6 +51,11 @@ bool isValid(std::string_view text) {
   return !host.empty() && host.front() != ':' && isEncodedRight(text);
 }
 
+std::string withoutSlashAtEnd(std::string site) {
+  while (site.ends_with('/')) site.pop_back();
+  return site;
+}
+
 void open(Workspace& workspace, const std::string& address) {
   if (isValid(address)) workspace.openUrl(address);
 }

@@ -12,6 +12,9 @@ namespace pellar::WebAddress {
 // host, and no longer than a browser takes.
 bool isValid(std::string_view text);
 
+// A web site's address as its pages' paths are appended to it.
+std::string withoutSlashAtEnd(std::string site);
+
 // Opens the page in the default browser; nothing happens for anything that is not valid.
 void open(Workspace& workspace, const std::string& address);
 

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "app/info/WebAddress.h"
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "platform/Workspace.h"
@@ -13,7 +14,9 @@ std::shared_ptr<TermsGate> TermsGate::create(const Platform& platform, std::shar
 }
 
 TermsGate::TermsGate(const Platform& platform, std::shared_ptr<StateStore> store)
-    : platform_(platform), store_(std::move(store)), eulaTermsUrl_(platform.bundle.webSite + "/terms.html") {}
+    : platform_(platform),
+      store_(std::move(store)),
+      eulaTermsUrl_(WebAddress::withoutSlashAtEnd(platform.bundle.webSite) + "/terms.html") {}
 
 bool TermsGate::isAccepted() const {
   const auto& accepted = store_->state().settings.acceptedEulaVersion;

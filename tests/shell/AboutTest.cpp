@@ -24,7 +24,8 @@ TEST_F(About, ReadsToTheLetter) {
   EXPECT_TRUE(description.closable);
   EXPECT_EQ(description.level, WindowLevel::normal);
   EXPECT_EQ(description.spacing, 8);
-  EXPECT_EQ(description.insets.top, 26);
+  EXPECT_EQ(description.alignment, StackAlignment::centre);
+  EXPECT_EQ(description.insets, (WindowInsets{.top = 26, .left = 24, .bottom = 24, .right = 24}));
   const auto& name = std::get<WindowLabel>(description.elements[0]);
   EXPECT_EQ(name.fontSize, 26);
   EXPECT_EQ(name.weight, LabelWeight::semibold);
@@ -35,6 +36,15 @@ TEST_F(About, ReadsToTheLetter) {
   EXPECT_EQ(std::get<WindowSpacer>(description.elements[3]).height, 10);
   EXPECT_EQ(std::get<WindowLabel>(description.elements[4]).fontSize, 11);
   EXPECT_EQ(std::get<WindowSpacer>(description.elements[5]).height, 6);
+  EXPECT_EQ(name.color, TextColor::label);
+  for (const std::size_t secondary : {1U, 2U, 4U})
+    EXPECT_EQ(std::get<WindowLabel>(description.elements[secondary]).color, TextColor::secondaryLabel);
+  const auto& row = std::get<WindowButtonRow>(description.elements[6]);
+  EXPECT_EQ(row.spacing, 8);
+  for (const auto& each : row.buttons) {
+    EXPECT_EQ(each.bezel, ButtonBezel::rounded);
+    EXPECT_FALSE(each.isDefault);
+  }
 }
 
 TEST_F(About, ABundleWithoutVersionsShowsZeros) {

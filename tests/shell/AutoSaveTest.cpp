@@ -133,6 +133,33 @@ TEST_F(AutoSaving, TheStripsToolMeansOneMinuteOrOff) {
   EXPECT_EQ(report->saves, 1) << "and stops";
 }
 
+TEST_F(AutoSaving, TheStripsToolSaysAtOnceWhetherItIsOn) {
+  setMinutes(0);
+  editor.open("Plan", {100, 200, 1300, 600});
+  start();
+  mac.strip().clickTool("○ Auto-save");
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("● Auto-save")));
+  EXPECT_EQ(menu("Auto-save changed files"), (Rows{"Off", "✓ Every 1 min", "Every 5 min", "Every 10 min"}));
+  mac.strip().clickTool("● Auto-save");
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("○ Auto-save")));
+}
+
+TEST_F(AutoSaving, AFailedScriptLeavesNoOtherTraceThanItsOwnLine) {
+  auto word = launch(OfficeApp::word);
+  const auto report = changedDocument(word, "Report.docx");
+  const auto budget = changedDocument(launch(OfficeApp::excel), "Budget.xlsx");
+  goTo(editor);
+  start();
+  mac.scripts().answer = [this](const std::string& source) {
+    if (source.find("Microsoft Word") == std::string::npos) return mac.scripts().interpret(source);
+    return ScriptResult{std::nullopt, "no"};
+  };
+  mac.advance(60s);
+  EXPECT_EQ(report->saves, 0);
+  EXPECT_EQ(log.messages(), (Rows{"tracking started", "applescript error: no", "autosave: Excel saved 1"}));
+  EXPECT_EQ(budget->saves, 1) << "the others are saved all the same";
+}
+
 TEST_F(AutoSaving, AnotherApplicationsFrontDocumentIsSavedByItsOwnMenu) {
   giveEditorASave();
   auto plan = editor.open("Plan.txt");

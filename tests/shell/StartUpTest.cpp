@@ -81,6 +81,26 @@ TEST_F(StartUp, TheItemInTheMenuBarIsThereFromTheFirstMoment) {
   EXPECT_TRUE(mac.statusBar().hasItem());
 }
 
+TEST_F(StartUp, PermissionIsNoticedWithinTwoSeconds) {
+  mac.accessibility().setTrusted(false);
+  start();
+  mac.accessibility().setTrusted(true);
+  mac.advance(2s - 1ms);
+  EXPECT_EQ(mac.windows().visible(), Rows{onboardingTitle});
+  EXPECT_EQ(pellar->strip(), nullptr);
+  mac.advance(1ms);
+  EXPECT_TRUE(mac.windows().visible().empty());
+  EXPECT_NE(pellar->strip(), nullptr);
+}
+
+TEST_F(StartUp, UpdatesAreLookedForWhileThePermissionIsAwaited) {
+  mac.accessibility().setTrusted(false);
+  start();
+  mac.web().answer(R"({"latest":"1.5.0"})");
+  mac.advance(9s);
+  EXPECT_EQ(menu().front(), "Update to 1.5.0 — Download");
+}
+
 TEST_F(StartUp, TermsComeAfterThePermission) {
   change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
   mac.accessibility().setTrusted(false);

@@ -36,6 +36,17 @@ TEST_F(StatusMenuChoice, HidingForTheApplicationInFrontAndShowingItAgain) {
   EXPECT_TRUE(saved().hiddenApps.empty());
 }
 
+TEST_F(StatusMenuChoice, AHiddenApplicationComesToTheEndOfTheList) {
+  change([](Settings& settings) { settings.hiddenApps = {"z.first", "a.second"}; });
+  editor.open("Plan");
+  start();
+  choose({"Hide for Editor"});
+  EXPECT_EQ(saved().hiddenApps, (Rows{"z.first", "a.second", "org.example.editor"}));
+  EXPECT_EQ(menu("Hidden apps"), (Rows{"Show z.first", "Show a.second", "Show org.example.editor"}));
+  choose({"Hidden apps", "Show a.second"});
+  EXPECT_EQ(saved().hiddenApps, (Rows{"z.first", "org.example.editor"}));
+}
+
 TEST_F(StatusMenuChoice, SwitchingWordOffHidesItsStripAtOnce) {
   auto word = mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"});
   word.open("Report.docx");

@@ -50,6 +50,11 @@ TEST_F(Terms, TheWindowReadsToTheLetter) {
   const auto& heading = std::get<WindowLabel>(description.elements[0]);
   EXPECT_EQ(heading.fontSize, 16);
   EXPECT_EQ(heading.weight, LabelWeight::semibold);
+  EXPECT_EQ(description.insets, (WindowInsets{.top = 18, .left = 20, .bottom = 18, .right = 20}));
+  EXPECT_EQ(std::get<WindowButton>(description.elements[2]).bezel, ButtonBezel::inlined);
+  const auto& choice = std::get<WindowButtonRow>(description.elements[3]);
+  EXPECT_EQ(choice.spacing, 10);
+  for (const auto& each : choice.buttons) EXPECT_EQ(each.bezel, ButtonBezel::rounded);
 }
 
 TEST_F(Terms, TheAgreementIsShortAndNumbered) {

@@ -243,9 +243,15 @@ TEST_F(Updates, ABundleWithoutAVersionCountsAsVersionZero) {
 
 TEST_F(Updates, AWebSiteMayBeGivenWithASlashAtItsEnd) {
   mac.platform().bundle.webSite = "http://127.0.0.1:8080/";
+  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
   start();
   checkNow();
   EXPECT_EQ(mac.web().requests().at(0).url, "http://127.0.0.1:8080/v1/update");
+  mac.statusBar().choose({"About Pellar"});
+  for (const char* button : {"Website", "Terms"}) window(aboutTitle).press(button);
+  window(termsTitle).press("Read full terms online");
+  EXPECT_EQ(mac.workspace().openedUrls(), (Rows{"http://127.0.0.1:8080", "http://127.0.0.1:8080/terms",
+                                                "http://127.0.0.1:8080/terms.html"}));
 }
 
 TEST(UpdateRecord, IsWrittenWithTheSameKeysAndWithoutAbsentValues) {
