@@ -7,6 +7,8 @@
 #include <QPainter>
 #include <QPixmap>
 #include <QPolygonF>
+#include <QProxyStyle>
+#include <QStyleOptionMenuItem>
 #include <string>
 #include <variant>
 
@@ -32,6 +34,31 @@ QString shownTitle(const std::string& title, const QFontMetrics& metrics) {
   }
   text = metrics.elidedText(text, Qt::ElideMiddle, widestTitle);
   return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+}
+
+// Draws what is prominent in the accent colour: a menu's items have no colours of their own.
+class ProminentStyle final : public QProxyStyle {
+ public:
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override {
+    const auto* item =
+        element == CE_MenuItem ? qstyleoption_cast<const QStyleOptionMenuItem*>(option) : nullptr;
+    if (item == nullptr || !item->font.bold())
+      return QProxyStyle::drawControl(element, option, painter, widget);
+    QStyleOptionMenuItem coloured = *item;
+    const QColor accent = item->palette.color(QPalette::Highlight);
+    for (const auto role : {QPalette::Text, QPalette::ButtonText, QPalette::WindowText})
+      coloured.palette.setColor(role, accent);
+    QProxyStyle::drawControl(element, &coloured, painter, widget);
+  }
+};
+
+// A menu keeps its style as long as it lives.
+void becomeProminent(QMenu& native) {
+  if (dynamic_cast<const ProminentStyle*>(native.style()) != nullptr) return;
+  auto* const style = new ProminentStyle;
+  style->setParent(&native);
+  native.setStyle(style);
 }
 
 QIcon swatch(const Color& color, bool checked) {
@@ -69,6 +96,7 @@ void add(QMenu& native, const ClosureItem& item, const Receiver& onChosen) {
     QFont bold = native.font();
     bold.setBold(true);
     action->setFont(bold);
+    becomeProminent(native);
   }
   QObject::connect(action, &QAction::triggered, action,
                    [onChosen, handler = item.handler] { onChosen(handler); });

@@ -113,6 +113,16 @@ TEST_P(WithoutATray, ASecondStartOpensTheMenuOfTheFirstAndEnds) {
   waitUntilStateHas("\"hiddenApps\": []");
 }
 
+TEST_P(WithoutATray, APressElsewhereClosesTheMenu) {
+  startWithStrip();
+  openMenuBySecondStart();
+  desktop.observer().click(20, 880);
+  menu->waitUntilClosed();
+  openMenuBySecondStart();
+  strike(escapeKey);
+  menu->waitUntilClosed();
+}
+
 TEST_F(Shell, AThirdStartWhileTheMenuIsOpenLeavesItOpen) {
   startWithStrip();
   openMenuBySecondStart();

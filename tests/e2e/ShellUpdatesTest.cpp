@@ -67,6 +67,30 @@ TEST_F(AnUpdate, IsAnnouncedOfferedInTheMenuAndSaidInAbout) {
   EXPECT_GT(statusPixels(openAbout()), 50);
 }
 
+TEST_F(AnUpdate, StandsOutInTheMenu) {
+  server.answerBody(R"({"latest":"9.0.0"})");
+  startWithServer(R"("acceptedEulaVersion":"1","autoUpdateCheck":false)");
+  tray.choose("Check for updates now");
+  desktop.observer().waitUntil("the menu offers it",
+                               [&] { return tray.rows().front() == "Update to 9.0.0 — Download"; });
+  openMenuBySecondStart();
+  const auto coloured = [&] {
+    const auto picture = desktop.observer().picture(menu->windows().front());
+    std::vector<int> rows;
+    for (int y = 0; picture && y < picture->height; ++y)
+      for (int x = 0; x < picture->width; ++x) {
+        const auto pixel = picture->at(x, y);
+        if ((pixel & 255) > 150 && (pixel & 255) > (pixel >> 16 & 255) + 100) rows.push_back(y);
+      }
+    return rows;
+  };
+  desktop.observer().waitUntil("its title is in the accent colour", [&] { return coloured().size() > 100; });
+  // Nothing else is.
+  EXPECT_LT(coloured().back(), 24);
+  strike(escapeKey);
+  menu->waitUntilClosed();
+}
+
 TEST_F(AnUpdate, IsLookedForFromAboutWithTheKeyboard) {
   server.answerBody(R"({"latest":"0.0.1"})");
   startWithServer(R"("acceptedEulaVersion":"1","autoUpdateCheck":false)");
