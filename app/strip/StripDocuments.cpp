@@ -75,6 +75,8 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
     }
   }
   if (!pending.empty()) {
+    std::erase_if(pathChecked_,
+                  [&](const auto& entry) { return uptime - entry.second.uptime > pathRecheckInterval; });
     // Before asking, which may take long and deliver the next picture meanwhile.
     for (const auto& each : pending)
       pathChecked_.insert_or_assign(each->id(), LookUp{each->element, uptime, std::nullopt});

@@ -46,16 +46,26 @@ void WindowActions::close(const WindowList& windows) {
 
 void WindowActions::zoom(OfficeWindow& window) {
   const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
-  AxRect target = area;
   const auto stored = restoreFrames_.find(window.id());
-  if (stored != restoreFrames_.end() && StripGeometry::fills(window.frame, area)) {
-    target = stored->second;
+  if (stored != restoreFrames_.end() && isZoomed(window, stored->second, area)) {
+    const AxRect before = stored->second.before;
     restoreFrames_.erase(stored);
+    tracker_->setFrame(window, before);
   } else {
-    restoreFrames_.insert_or_assign(window.id(), window.frame);
+    const AxRect before = window.frame;
+    tracker_->setFrame(window, area);
+    restoreFrames_.insert_or_assign(window.id(), Zoomed{window.element, before, window.frame});
   }
-  tracker_->setFrame(window, target);
   tracker_->scheduleRefresh();
+}
+
+bool WindowActions::isZoomed(const OfficeWindow& window, const Zoomed& zoomed, const AxRect& area) {
+  // A new window may come under the number of one that is gone.
+  if (zoomed.window != window.element) return false;
+  if (StripGeometry::fills(window.frame, area)) return true;
+  // A window that grows in steps, as a terminal does, or only so far, fills the area as well as it can.
+  const bool changed = !StripGeometry::fills(zoomed.after, zoomed.before);
+  return changed && StripGeometry::fills(window.frame, zoomed.after);
 }
 
 void WindowActions::tile(OfficeWindow& window, Tile tile) {

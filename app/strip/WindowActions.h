@@ -37,10 +37,20 @@ class WindowActions {
   void tile(OfficeWindow& window, Tile tile);
 
  private:
+  // A window that was zoomed: where it was, and what zooming made of it.
+  struct Zoomed {
+    Element window;
+    AxRect before;
+    AxRect after;
+  };
+
+  // Whether the window stands as zooming left it.
+  [[nodiscard]] static bool isZoomed(const OfficeWindow& window, const Zoomed& zoomed, const AxRect& area);
+
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<const TrackedPicture> picture_;
-  std::unordered_map<WindowId, AxRect> restoreFrames_;
+  std::unordered_map<WindowId, Zoomed> restoreFrames_;
 };
 
 }  // namespace pellar

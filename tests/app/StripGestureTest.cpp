@@ -128,6 +128,39 @@ TEST_F(StripGesture, AWindowThatFillsTheAreaOfItselfStaysAndHasThatToReturnTo) {
   EXPECT_EQ(plan.frame(), (AxRect{1, 58, 1439, 842}));
 }
 
+TEST_F(StripGesture, AWindowThatGrowsInStepsReturnsFromBeingZoomed) {
+  auto terminal = open("Terminal", {100, 200, 804, 374});
+  terminal.quirks().minimumSize = {24, 34};
+  terminal.quirks().sizeIncrement = {10, 20};
+  start();
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "as much as whole lines and columns fill";
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(terminal.frame(), (AxRect{100, 200, 804, 374}));
+  strip().clickTool("\u25A1");
+  terminal.moveTo({50, 80});
+  mac.settle();
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "once moved it is zoomed anew";
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(terminal.frame(), (AxRect{50, 80, 1434, 834}));
+}
+
+TEST_F(StripGesture, AWindowThatCouldNotBeZoomedIsZoomedTheNextTime) {
+  auto plan = open("Plan");
+  plan.quirks().refusesMoves = true;
+  plan.quirks().refusesSizes = true;
+  start();
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+  plan.quirks().refusesMoves = false;
+  plan.quirks().refusesSizes = false;
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(plan.frame(), zoomed);
+  strip().clickTool("\u25A1");
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+}
+
 TEST_F(StripGesture, AFrameOnceReturnedToIsForgotten) {
   auto plan = open("Plan");
   start();
