@@ -1,6 +1,5 @@
 #include "platform/linux/LinuxPlatform.h"
 
-#include <cstdlib>
 #include <filesystem>
 #include <system_error>
 #include <utility>
@@ -15,14 +14,6 @@ namespace {
 std::filesystem::path ownProgram() {
   std::error_code ignored;  // without a path there is no entry to write
   return std::filesystem::read_symlink("/proc/self/exe", ignored);
-}
-
-// Another web site than the one that the program was built for can be asked for updates.
-BundleInfo bundle() {
-  BundleInfo info = builtBundle();
-  if (const char* site = std::getenv("PELLAR_WEB_SITE"); site != nullptr && *site != '\0')
-    info.webSite = site;
-  return info;
 }
 
 }  // namespace
@@ -62,7 +53,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
                 .httpClient = httpClient_,
                 .notifications = notifications_,
                 .application = program_,
-                .bundle = bundle(),
+                .bundle = builtBundle(),
                 .folders = platformFolders()} {
   mirror_.readStale();
   applications_.update();

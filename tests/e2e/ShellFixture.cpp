@@ -16,10 +16,10 @@ void Shell::startFresh() {
   startIn({});
 }
 
-void Shell::startIn(const Environment& changed) {
+void Shell::startIn(const Environment& changed, const std::string& program) {
   auto environment = desktop.environment();
   for (const auto& [name, value] : changed) environment[name] = value;
-  pellar = std::make_unique<Process>(std::vector{builtProgram("pellar")}, environment,
+  pellar = std::make_unique<Process>(std::vector{builtProgram(program)}, environment,
                                      desktop.folders().root() / "pellar.errors");
   menu.emplace(desktop, *pellar);
 }

@@ -29,8 +29,9 @@ class Shell : public DesktopTest {
   void startWithStrip();
   // As at the first start of all.
   void startFresh();
-  // Starts Pellar with what of the environment is to be otherwise than on this desktop.
-  void startIn(const Environment& changed);
+  // Starts Pellar, of this or another build, with what of the environment is to be otherwise than on this
+  // desktop.
+  void startIn(const Environment& changed, const std::string& program = "pellar");
 
   // Starts the program once more, which opens the menu of the one that runs.
   void openMenuBySecondStart();

@@ -121,6 +121,14 @@ TEST_F(InATray, AClickOnTheIconOpensTheMenuAtThePointer) {
   menu->waitUntilClosed();
 }
 
+TEST_F(InATray, ATrayThatIsStartedAnewGetsTheItemAgain) {
+  startWithItem();
+  tray.restart();
+  tray.waitForItem();
+  tray.choose("Hide for editor");
+  strip.waitUntilHidden();
+}
+
 TEST_F(InATray, QuitEndsTheProgram) {
   startWithItem();
   tray.choose("Quit Pellar");

@@ -25,8 +25,8 @@ class AnUpdate : public Shell {
     const auto report = openEditor();
     desktop.folders().write(desktop.folders().stateFile(), R"({"settings":{)" + settings + "}}");
     auto environment = environmentWithOpener();
-    environment["PELLAR_WEB_SITE"] = server.address();
-    startIn(environment);
+    environment["E2E_WEB_SITE"] = server.address();
+    startIn(environment, "with_site/pellar");
     strip.waitUntilOver(report);
     tray.waitForItem();
   }

@@ -6,7 +6,12 @@ namespace pellar::e2e {
 
 Tray::Tray(Desktop& desktop) : desktop_(desktop) {
   desktop.openSessionBus();
-  process_ = desktop.start({builtProgram("e2e_tray")}, "tray");
+  restart();
+}
+
+void Tray::restart() {
+  process_.reset();
+  process_ = desktop_.start({builtProgram("e2e_tray")}, "tray");
   if (process_->readLine() != "ready") throw std::runtime_error("no tray: " + process_->errors());
 }
 

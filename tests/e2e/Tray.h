@@ -17,6 +17,9 @@ class Tray {
   // Opens the session bus.
   explicit Tray(Desktop& desktop);
 
+  // Ends it and starts another one.
+  void restart();
+
   // Until Pellar's item is there.
   void waitForItem();
   // Category, name and status of the item.
