@@ -11,6 +11,8 @@ namespace pellar {
 namespace {
 
 constexpr int mostRedirects = 5;
+// Longer than a resolver tries.
+constexpr qint64 longestLookUp = 60'000;
 
 // An answer with an unhappy status is an answer; what breaks before or inside one is none.
 bool isWhole(const QNetworkReply& reply) {
@@ -112,8 +114,13 @@ std::shared_ptr<QNetworkAccessManager> QtHttpClient::network() {
 }
 
 Subscription QtHttpClient::get(const HttpRequest& request, Reply reply) {
+  sinceRequest_.start();
   auto* const exchange = new Exchange(network(), request, std::move(reply));
   return Subscription([exchange] { exchange->drop(); });
+}
+
+bool QtHttpClient::mayBeLookingUpNames() const {
+  return sinceRequest_.isValid() && !sinceRequest_.hasExpired(longestLookUp);
 }
 
 }  // namespace pellar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <memory>
 
 #include "platform/HttpClient.h"
@@ -17,11 +18,16 @@ class QtHttpClient final : public HttpClient {
 
   [[nodiscard]] Subscription get(const HttpRequest& request, Reply reply) override;
 
+  // Whether a name may still be being looked up, which goes on after a request has ended. The library would
+  // wait for that at the end of the program.
+  [[nodiscard]] bool mayBeLookingUpNames() const;
+
  private:
   class Exchange;
 
   std::shared_ptr<QNetworkAccessManager> network();
 
+  QElapsedTimer sinceRequest_;                    // invalid before the first one
   std::weak_ptr<QNetworkAccessManager> network_;  // owned by the exchanges under way
 };
 

@@ -69,6 +69,24 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
   return application;
 }
 
+// Until the program is told to end; gives its exit code.
+int run(LinuxPlatform& platform, SingleInstance& instance) {
+  // Two copies would take turns in overwriting one another's state.
+  const pellar::FolderLock state(platform.platform().folders.applicationSupport / "Pellar");
+  if (state.isAnothers()) {
+    say("Pellar is already running on another display and keeps its settings there.");
+    return 1;
+  }
+  instance.onAsked = [&platform] { platform.openStatusMenu(); };
+  AppDelegate delegate(platform.platform());
+  platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
+  const pellar::Subscription settled =
+      platform.platform().mainLoop.after(std::chrono::seconds(2), [] { pellar::StartUpMemory::release(); });
+  // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
+  // strip has nothing to tell there yet.
+  return QCoreApplication::exec();
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -94,19 +112,14 @@ int main(int argc, char** argv) {
   // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
   const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });
 
-  LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
-  // Two copies would take turns in overwriting one another's state.
-  const pellar::FolderLock state(platform.platform().folders.applicationSupport / "Pellar");
-  if (state.isAnothers()) {
-    say("Pellar is already running on another display and keeps its settings there.");
-    return 1;
+  int code = 0;
+  bool lookingUpNames = false;
+  {
+    LinuxPlatform platform(std::move(connection), [] { LostServer::endProcess(); });
+    code = run(platform, *instance);
+    lookingUpNames = platform.mayBeLookingUpNames();
   }
-  instance->onAsked = [&platform] { platform.openStatusMenu(); };
-  AppDelegate delegate(platform.platform());
-  platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
-  const pellar::Subscription settled =
-      platform.platform().mainLoop.after(std::chrono::seconds(2), [] { pellar::StartUpMemory::release(); });
-  // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
-  // strip has nothing to tell there yet.
-  return QCoreApplication::exec();
+  // The toolkit's end would wait for a resolver that does not answer; nothing of ours is left to be ended.
+  if (lookingUpNames) std::_Exit(code);
+  return code;
 }

@@ -175,6 +175,15 @@ TEST_F(WebRequest, ItMayBeDroppedByItsOwnReply) {
   EXPECT_FALSE(waitUntil([this] { return replies > 1; }, 100ms));
 }
 
+TEST_F(WebRequest, ANameMayBeLookedUpOnceItWasAskedFor) {
+  server.answerBody("");
+  EXPECT_FALSE(client.mayBeLookingUpNames());
+  get("/");
+  EXPECT_TRUE(client.mayBeLookingUpNames());
+  ASSERT_TRUE(waitForReply());
+  EXPECT_TRUE(client.mayBeLookingUpNames()) << "for a while";
+}
+
 TEST_F(WebRequest, SeveralAtOnce) {
   server.answer([](const std::string& path) { return LoopbackServer::whole(path); });
   std::vector<std::string> bodies;
