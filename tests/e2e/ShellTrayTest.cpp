@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "tests/e2e/ShellTest.h"
 #include "tests/e2e/Tray.h"
@@ -190,7 +191,7 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
       open.pop_back();
       const auto place = observer.box(window);
       if (place && place->width <= 32 && place->width > 4 && observer.isViewable(window) &&
-          observer.text(window, "WM_CLASS") == wanted)
+          observer.text(window, "WM_CLASS") == wanted && isDrawn(window))
         return place;
       const XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(
           observer.connection(), xcb_query_tree(observer.connection(), window), nullptr));
@@ -200,11 +201,21 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
     }
     return std::nullopt;
   }
+  [[nodiscard]] bool isDrawn(xcb_window_t window) {
+    const auto picture = desktop.observer().picture(window);
+    return picture &&
+           std::ranges::any_of(picture->pixels, [&](auto pixel) { return pixel != picture->pixels[0]; });
+  }
   void openMenu(int button) {
     std::optional<Box> place;
-    desktop.observer().waitUntil("the icon is in the tray", [&] { return (place = icon()).has_value(); });
     menu->expect();
-    desktop.observer().click(place->x + place->width / 2, place->y + place->height / 2, button);
+    // A tray that has just started puts its icons elsewhere once more.
+    desktop.observer().waitUntil("the icon in the tray opens the menu", [&] {
+      const auto before = std::exchange(place, icon());
+      if (place && place != before)
+        desktop.observer().click(place->x + place->width / 2, place->y + place->height / 2, button);
+      return menu->windows().size() == 1;
+    });
     menu->waitUntilOpen();
   }
 
