@@ -91,6 +91,17 @@ using pellar::MouseEvent;
   return mouse;
 }
 
+// A drag may move the window, which then knows its place better than the event does: taken from both, the
+// pointer's would tremble. The event alone knows where on the screen it was.
+- (MouseEvent)dragEventOf:(NSEvent*)event {
+  MouseEvent mouse = [self pressEventOf:event];
+  const CGEventRef native = event.CGEvent;
+  if (native == nullptr) return mouse;
+  const CGPoint place = CGEventGetUnflippedLocation(native);
+  mouse.screenLocation = {place.x, place.y};
+  return mouse;
+}
+
 // AppKit says so when the pointer crosses the edge, not when the view comes up under it.
 - (void)pointerComesIn {
   if (_view != nullptr && !std::exchange(_pointerInside, YES)) _view->mouseEntered();
@@ -116,11 +127,11 @@ using pellar::MouseEvent;
 }
 
 - (void)mouseDragged:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseDragged([self pressEventOf:event]);
+  if (_view != nullptr) _view->mouseDragged([self dragEventOf:event]);
 }
 
 - (void)mouseUp:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseUp([self pressEventOf:event]);
+  if (_view != nullptr) _view->mouseUp([self dragEventOf:event]);
 }
 
 - (void)rightMouseDown:(NSEvent*)event {

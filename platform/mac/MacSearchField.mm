@@ -97,7 +97,8 @@ bool MacSearchField::isHidden() const {
 
 void MacSearchField::focus() {
   listFocus_->end();
-  [field_.window makeFirstResponder:field_];
+  // A field that becomes first responder anew selects its text, and the next letter would replace it.
+  if (field_.currentEditor == nil) [field_.window makeFirstResponder:field_];
 }
 
 void MacSearchField::setOnActivate(std::function<void()> callback) {

@@ -75,6 +75,19 @@ TEST_F(MacSearchFieldTest, TellsOnceThatItsButtonEmptiedIt) {
   EXPECT_EQ(texts, (std::vector<std::string>{"plan", ""}));
 }
 
+TEST_F(MacSearchFieldTest, TypingGoesOnWhenItIsFocusedAgain) {
+  field->focus();
+  NSText* editor = native.currentEditor;
+  ASSERT_TRUE(editor != nil);
+  [editor insertText:@"pl"];
+  field->focus();
+  EXPECT_EQ(native.currentEditor.selectedRange.location, 2U);
+  EXPECT_EQ(native.currentEditor.selectedRange.length, 0U);
+  panel->clearFirstResponder();
+  EXPECT_TRUE(native.currentEditor == nil);
+  EXPECT_EQ(field->text(), "pl");
+}
+
 TEST_F(MacSearchFieldTest, OffersCommandsByTheirSelectors) {
   std::vector<std::string> commands;
   bool takes = true;

@@ -1,8 +1,10 @@
+#import <Foundation/Foundation.h>
 #include <gtest/gtest.h>
 
 #include "platform/LoginItem.h"
 #include "platform/ScriptRunner.h"
 #include "platform/UserNotifications.h"
+#include "platform/mac/AccessibilityChanges.h"
 #include "platform/mac/MacApplication.h"
 #include "tests/contract/ContractTest.h"
 
@@ -68,6 +70,30 @@ TEST_F(MacServicesTest, TheWorkspaceKnowsTheFinder) {
   EXPECT_TRUE(workspace().displayName("com.apple.finder").has_value());
   EXPECT_EQ(workspace().displayName("app.pellar.nobody"), std::nullopt);
   EXPECT_FALSE(workspace().isRunning("app.pellar.nobody"));
+}
+
+// What the system posts when the user changes the list of permissions; whoever hears it looks at the list
+// again.
+TEST_F(MacServicesTest, HearsOfChangedPermissionsUntilItIsDropped) {
+  const auto change = [] {
+    [NSDistributedNotificationCenter.defaultCenter postNotificationName:@"com.apple.accessibility.api"
+                                                                 object:nil
+                                                               userInfo:nil
+                                                     deliverImmediately:YES];
+  };
+  int heard = 0;
+  int kept = 0;
+  Subscription self = onAccessibilityChanged([&] {
+    ++heard;
+    self.cancel();
+  });
+  const auto other = onAccessibilityChanged([&kept] { ++kept; });
+  EXPECT_EQ(heard, 0);
+  change();
+  ASSERT_TRUE(wait([&kept] { return kept == 1; }));
+  change();
+  ASSERT_TRUE(wait([&kept] { return kept == 2; }));
+  EXPECT_EQ(heard, 1);
 }
 
 TEST_F(MacServicesTest, FoldersAreWholePaths) {
