@@ -40,8 +40,14 @@ QColor secondary(const QPalette& palette) {
           mixed(text.blue(), ground.blue())};
 }
 
+// Laying out a text takes its time, and no window is as wide as that many characters.
+QString shownText(const std::string& text) {
+  constexpr qsizetype longest = 1000;
+  return QString::fromStdString(text).left(longest);
+}
+
 QLabel* made(const WindowLabel& label, QWidget& parent) {
-  auto* native = new QLabel(QString::fromStdString(label.text), &parent);
+  auto* native = new QLabel(shownText(label.text), &parent);
   native->setTextFormat(Qt::PlainText);
   QFont font = native->font();
   font.setPixelSize(pixels(label.fontSize));
@@ -154,8 +160,11 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   column->setSpacing(pixels(description.spacing));
   const Qt::Alignment side =
       description.alignment == StackAlignment::centre ? Qt::AlignHCenter : Qt::AlignRight;
+  const int widest = pixels(description.contentSize.width - insets.left - insets.right);
   const auto place = [&](QWidget* native, const std::optional<WindowFrame>& frame) {
     if (!frame) {
+      // A text that is too long is cut off instead of pushing the others aside.
+      native->setMaximumWidth(std::min(native->maximumWidth(), widest));
       column->addWidget(native, 0, side);
       return;
     }
@@ -215,7 +224,7 @@ bool QtPlainWindow::isVisible() const {
 
 void QtPlainWindow::setText(const std::string& id, const std::string& text) {
   const auto found = labels_.find(id);
-  if (found != labels_.end()) found->second->setText(QString::fromStdString(text));
+  if (found != labels_.end()) found->second->setText(shownText(text));
 }
 
 Subscription QtPlainWindow::onClosed(std::function<void()> callback) {

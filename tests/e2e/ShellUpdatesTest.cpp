@@ -152,6 +152,24 @@ TEST_F(AnUpdate, IsOfferedToAUserWithoutNotifications) {
   EXPECT_EQ(tray.rows().front(), "Update to 9.0.0 — Download");
 }
 
+TEST_F(AnUpdate, OfAnAbsurdVersionDisturbsNobody) {
+  std::string version = "9";
+  for (int number = 0; number < 100'000; ++number) version += ".1";
+  server.answerBody(R"({"latest":")" + version + R"(","eula":{"version":")" + version + R"("}})");
+  startWithServer(R"("acceptedEulaVersion":"1","autoUpdateCheck":false)");
+  tray.choose("Check for updates now");
+  const auto terms = waitForOwnWindow(termsTitle);
+  EXPECT_EQ(desktop.observer().box(terms.id)->width, 440);
+  strike(returnKey);
+  waitUntilStripIsBack();
+  EXPECT_LT(tray.rows().front().size(), 200U);
+  const auto about = openAbout();
+  EXPECT_EQ(desktop.observer().box(about.id)->width, 360);
+  EXPECT_GT(statusPixels(about), 50);
+  strike(escapeKey);
+  waitUntilGone(aboutTitle);
+}
+
 TEST_F(AnUpdate, ThatIsNoneLeavesEverythingAsItWas) {
   server.answer([](const std::string&) { return std::string("HTTP/1.1 200 OK\r\n\r\n{\"latest\":\"9"); });
   startWithServer(R"("acceptedEulaVersion":"1","autoUpdateCheck":false)");
