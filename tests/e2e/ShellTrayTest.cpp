@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "tests/e2e/ShellTest.h"
 #include "tests/e2e/Tray.h"
@@ -207,13 +206,15 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
            std::ranges::any_of(picture->pixels, [&](auto pixel) { return pixel != picture->pixels[0]; });
   }
   void openMenu(int button) {
-    std::optional<Box> place;
-    menu->expect();
+    std::optional<Box> clicked;
     // A tray that has just started puts its icons elsewhere once more.
     desktop.observer().waitUntil("the icon in the tray opens the menu", [&] {
-      const auto before = std::exchange(place, icon());
-      if (place && place != before)
+      const auto place = icon();
+      if (place && place != clicked) {
+        clicked = place;
+        menu->expect();
         desktop.observer().click(place->x + place->width / 2, place->y + place->height / 2, button);
+      }
       return menu->windows().size() == 1;
     });
     menu->waitUntilOpen();
