@@ -28,17 +28,21 @@ bool inRoundedRect(ViewPoint point, const ViewRect& rect, double radius) {
 
 }  // namespace
 
-void Drawing::repaint(const ViewRect& dirty, const std::vector<DrawnItem>& items) {
+void Drawing::repaint(const ViewRect& dirty, const ViewRect& bounds, const std::vector<DrawnItem>& items) {
+  const auto isWhollyRepainted = [&](const DrawnItem& item) {
+    const auto seen = item.rect.intersection(bounds);
+    return !seen || liesIn(*seen, dirty);
+  };
   std::vector<DrawnItem> next;
   for (const DrawnItem& before : items_) {
     const bool repainted = before.rect.intersects(dirty);
-    if (repainted && (liesIn(before.rect, dirty) || holds(items, before))) continue;
+    if (repainted && (isWhollyRepainted(before) || holds(items, before))) continue;
     torn_ = torn_ || repainted;
     next.push_back(before);
   }
   for (const DrawnItem& now : items) {
     if (!now.rect.intersects(dirty)) continue;
-    torn_ = torn_ || (!liesIn(now.rect, dirty) && !holds(items_, now));
+    torn_ = torn_ || (!isWhollyRepainted(now) && !holds(items_, now));
     next.push_back(now);
   }
   items_ = std::move(next);

@@ -39,9 +39,10 @@ struct DrawnItem {
 // What stands on a panel: the outcome of every repaint since it was blank.
 class Drawing {
  public:
-  // Takes over a repaint of `dirty`, outside of which nothing changes. An item that lies partly outside must
-  // have stood there alike before: otherwise a piece of something is on the screen, and isTorn tells.
-  void repaint(const ViewRect& dirty, const std::vector<DrawnItem>& items);
+  // Takes over a repaint of `dirty`, outside of which nothing changes. An item of which something is to be
+  // seen within `bounds` but outside of `dirty` must have stood there alike before: otherwise a piece of
+  // something is on the screen, and isTorn tells.
+  void repaint(const ViewRect& dirty, const ViewRect& bounds, const std::vector<DrawnItem>& items);
   void clear();
 
   // In painting order.

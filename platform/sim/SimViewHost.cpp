@@ -97,7 +97,7 @@ void SimViewHost::display() {
   view_->draw(canvas, *dirty);
   for (const SimListView* list : fields_->lists) list->draw(canvas);
   if (*dirty == bounds()) drawing_.clear();
-  drawing_.repaint(*dirty, canvas.items());
+  drawing_.repaint(*dirty, bounds(), canvas.items());
   repaints_.push_back(*dirty);
 }
 
