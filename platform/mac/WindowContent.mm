@@ -46,7 +46,11 @@ NSTextField* makeLabel(const WindowLabel& label, WindowLabels* labels) {
   native.textColor =
       label.color == TextColor::secondaryLabel ? NSColor.secondaryLabelColor : NSColor.labelColor;
   if (label.centred) native.alignment = NSTextAlignmentCenter;
-  if (wraps) native.lineBreakMode = NSLineBreakByWordWrapping;
+  native.lineBreakMode = wraps ? NSLineBreakByWordWrapping : NSLineBreakByTruncatingTail;
+  if (!wraps) native.usesSingleLineMode = YES;
+  // A text that is too long is cut off instead of making the window wider.
+  [native setContentCompressionResistancePriority:NSLayoutPriorityWindowSizeStayPut - 1
+                                   forOrientation:NSLayoutConstraintOrientationHorizontal];
   if (label.wrapWidth > 0) native.preferredMaxLayoutWidth = label.wrapWidth;
   native.maximumNumberOfLines = label.maximumLines;
   if (!label.id.empty()) labels[toNSString(label.id)] = native;

@@ -67,6 +67,20 @@ TEST_F(MacPlainWindowTest, ItsColumnStandsFromTopToBottomInsideTheInsets) {
   EXPECT_LE(NSMaxY(version), NSMinY(heading) - 25) << "a spacer and two gaps";
 }
 
+TEST_F(MacPlainWindowTest, ATextThatIsTooLongIsCutOff) {
+  make({.title = "About",
+        .contentSize = {360, 260},
+        .insets = {26, 24, 24, 24},
+        .elements = {WindowLabel{.id = "status", .text = ""}}});
+  window->setText("status", "Update to " + std::string(1000, '9') + "\n is ready.");
+  [window->native() layoutIfNeeded];
+  EXPECT_EQ(window->native().contentView.frame.size.width, 360);
+  const NSRect label = inWindow(labels()[0]);
+  EXPECT_GE(NSMinX(label), 20);
+  EXPECT_LE(NSMaxX(label), 340);
+  EXPECT_LT(NSHeight(label), 30) << "one line";
+}
+
 TEST_F(MacPlainWindowTest, AnElementWithAFrameStandsInIt) {
   make({.title = "Access",
         .contentSize = {420, 170},
