@@ -13,6 +13,7 @@ void installEditingKeys() {
   [edit addItemWithTitle:@"Copy" action:@selector(copy:) keyEquivalent:@"c"];
   [edit addItemWithTitle:@"Paste" action:@selector(paste:) keyEquivalent:@"v"];
   [edit addItemWithTitle:@"Select All" action:@selector(selectAll:) keyEquivalent:@"a"];
+  [edit addItemWithTitle:@"Close" action:@selector(performClose:) keyEquivalent:@"w"];
   NSMenuItem* item = [[NSMenuItem alloc] initWithTitle:@"Edit" action:nil keyEquivalent:@""];
   item.submenu = edit;
   NSMenu* main = [[NSMenu alloc] initWithTitle:@""];

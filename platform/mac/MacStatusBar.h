@@ -2,12 +2,21 @@
 
 #include "platform/StatusBar.h"
 
+@class NSMenu;
+
 namespace pellar {
 
 // An NSStatusItem with a menu that is filled anew each time it opens.
 class MacStatusBar final : public StatusBar {
  public:
   [[nodiscard]] Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override;
+
+  // Opens the item's menu at the pointer, if there is an item; returns when it is closed. Not every menu bar
+  // has room for every item.
+  void openMenu();
+
+ private:
+  __weak NSMenu* menu_ = nullptr;  // of the latest item
 };
 
 }  // namespace pellar

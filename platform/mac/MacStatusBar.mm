@@ -84,10 +84,16 @@ Subscription MacStatusBar::addItem(const StatusItemLook& look, std::function<Men
   // A menu holds its delegate weakly; the subscription keeps it.
   native.delegate = filler;
   item.menu = native;
+  menu_ = native;
   return Subscription([item, filler] {
     [filler end];
     [NSStatusBar.systemStatusBar removeStatusItem:item];
   });
+}
+
+void MacStatusBar::openMenu() {
+  NSMenu* menu = menu_;
+  [menu popUpMenuPositioningItem:nil atLocation:NSEvent.mouseLocation inView:nil];
 }
 
 }  // namespace pellar

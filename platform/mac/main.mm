@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "app/shell/AppDelegate.h"
+#include "platform/MainLoop.h"
 #include "platform/mac/EditingKeys.h"
 #include "platform/mac/MacPlatform.h"
 
@@ -28,6 +29,13 @@
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
   pellar::installEditingKeys();
   _app->applicationDidFinishLaunching();
+}
+
+// Started once more while it runs. The system's request would wait until the menu is closed.
+- (BOOL)applicationShouldHandleReopen:(NSApplication*)app hasVisibleWindows:(BOOL)visible {
+  pellar::MacPlatform* platform = _platform.get();
+  platform->platform().mainLoop.post([platform] { platform->openStatusMenu(); });
+  return NO;
 }
 
 // Nothing is restored, but AppKit asks.
