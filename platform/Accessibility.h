@@ -58,7 +58,7 @@ class ElementObserver {
 
 // The Accessibility interface. Names are the platform's own ("AXTitle", "AXRaise"). Main thread only. Nothing
 // here throws; a call on a vanished object or an application that does not answer is absent or without
-// effect.
+// effect. While another program takes its time over its menus the main loop may run nested.
 class Accessibility {
  public:
   virtual ~Accessibility() = default;

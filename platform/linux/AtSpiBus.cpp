@@ -107,6 +107,12 @@ std::optional<QVariantList> AtSpiBus::receive(QDBusPendingCall call) {
   return call.reply().arguments();
 }
 
+QDBusPendingCall AtSpiBus::sendOnSession(const AtSpiReference& object, const QString& interface,
+                                         const QString& method, const QVariantList& arguments,
+                                         Deadline deadline) const {
+  return sendTo(*session_, object, interface, method, arguments, deadline);
+}
+
 bool AtSpiBus::enable(Deadline deadline) {
   if (enabled_ || !session_ || status(*session_, QStringLiteral("IsEnabled"), deadline).value_or(true))
     return false;

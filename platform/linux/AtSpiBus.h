@@ -44,6 +44,11 @@ class AtSpiBus {
     return receive(send(object, interface, method, arguments, deadline));
   }
 
+  // The same to an object on the session bus. To be connected first.
+  [[nodiscard]] QDBusPendingCall sendOnSession(const AtSpiReference& object, const QString& interface,
+                                               const QString& method, const QVariantList& arguments,
+                                               Deadline deadline) const;
+
   // Has the programs come to the bus that wait for somebody to ask for them; some look only when they start.
   // A setting of the whole session, which the user may see in his desktop's settings: for as long as it is
   // needed, and given back by disable(). False when it was so already.

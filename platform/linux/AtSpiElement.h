@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/AtSpiBus.h"
+#include "platform/linux/AtSpiTree.h"
 #include "platform/linux/X11Element.h"
 
 namespace pellar {
@@ -22,7 +22,7 @@ class AtSpiElement final : public X11Element {
   // What was read on the way from the menu bar, and until when that way may take.
   struct Facts {
     Part part;
-    AtSpiReference object;
+    AtSpiObject object;
     std::optional<std::string> name;
     AtSpiBus::Deadline deadline;
     ProcessId process;
@@ -39,13 +39,14 @@ class AtSpiElement final : public X11Element {
 
   [[nodiscard]] bool equals(const ElementHandle& other) const override {
     const auto* same = dynamic_cast<const AtSpiElement*>(&other);
-    return same != nullptr && same->facts_.part == facts_.part && same->facts_.object == facts_.object;
+    return same != nullptr && same->facts_.part == facts_.part &&
+           same->facts_.object.reference == facts_.object.reference;
   }
   [[nodiscard]] const Facts& facts() const { return facts_; }
 
  private:
   static std::uint32_t numberOf(const Facts& facts) {
-    const auto text = facts.object.bus.toStdString() + facts.object.path.toStdString() +
+    const auto text = facts.object.reference.bus.toStdString() + facts.object.reference.path.toStdString() +
                       std::to_string(static_cast<int>(facts.part));
     return static_cast<std::uint32_t>(std::hash<std::string>()(text));
   }

@@ -12,7 +12,8 @@ namespace {
 using namespace std::chrono_literals;
 using Part = AtSpiElement::Part;
 
-constexpr auto walkTime = 300ms;
+// A program that is just saving one document answers for the next one when it is done.
+constexpr auto walkTime = 1500ms;
 // What the answer may need to get from the side thread here.
 constexpr auto slack = 10ms;
 // The bus library's own clock, which ends a call, is coarse.
@@ -22,7 +23,7 @@ constexpr auto farewell = 200ms;
 
 }  // namespace
 
-AtSpiMenus::AtSpiMenus() : tree_(std::make_shared<AtSpiTree>()) {}
+AtSpiMenus::AtSpiMenus(MainLoop& loop) : loop_(loop), tree_(std::make_shared<AtSpiTree>()) {}
 
 AtSpiMenus::~AtSpiMenus() {
   if (!used_) return;
@@ -39,9 +40,11 @@ AtSpiMenus::~AtSpiMenus() {
 template <class Question>
 auto AtSpiMenus::ask(ProcessId process, Clock::time_point deadline, Question question) {
   using Answer = std::invoke_result_t<Question, AtSpiTree&>;
-  if (Clock::now() >= deadline) return Answer();
-  auto answer = thread_.ask([tree = tree_, question = std::move(question)] { return question(*tree); },
-                            deadline + slack);
+  if (asking_ || Clock::now() >= deadline) return Answer();
+  asking_ = true;
+  auto answer = thread_.askInLoop([tree = tree_, question = std::move(question)] { return question(*tree); },
+                                  deadline + slack, loop_);
+  asking_ = false;
   if (!answer || Clock::now() >= deadline - coarseness) silentSince_.insert_or_assign(process, Clock::now());
   return answer ? std::move(*answer) : Answer();
 }
@@ -74,7 +77,7 @@ std::optional<AttributeValue> AtSpiMenus::attribute(const AtSpiElement& element,
 
 std::optional<AttributeValue> AtSpiMenus::children(const AtSpiElement& element) {
   const auto& parent = element.facts();
-  const auto part = [&parent](Part kind, AtSpiReference object, std::optional<std::string> name) {
+  const auto part = [&parent](Part kind, AtSpiObject object, std::optional<std::string> name) {
     return AtSpiElement::make({kind, std::move(object), std::move(name), parent.deadline, parent.process});
   };
   if (parent.part == Part::barItem) {

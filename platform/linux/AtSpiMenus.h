@@ -12,15 +12,16 @@ namespace pellar {
 
 class AtSpiElement;
 class AtSpiTree;
+class MainLoop;
 struct AtSpiWindow;
 
 // The menus of other programs, through AT-SPI 2. Nothing is connected, started or kept before the first menu
 // bar is asked for. From then on a whole walk, from the menu bar to the item and its press, has one deadline:
-// what does not come by then is absent, and a program that let it pass is not asked again for a while. Main
-// thread only.
+// what does not come by then is absent, and a program that let it pass is not asked again for a while. While
+// an answer takes its time the main loop runs nested; what is asked then is absent, too. Main thread only.
 class AtSpiMenus {
  public:
-  AtSpiMenus();
+  explicit AtSpiMenus(MainLoop& loop);
   ~AtSpiMenus();
   AtSpiMenus(const AtSpiMenus&) = delete;
   AtSpiMenus& operator=(const AtSpiMenus&) = delete;
@@ -39,9 +40,11 @@ class AtSpiMenus {
   template <class Question>
   auto ask(ProcessId process, Clock::time_point deadline, Question question);
 
+  MainLoop& loop_;
   std::shared_ptr<AtSpiTree> tree_;  // the side thread's
   std::map<ProcessId, Clock::time_point> silentSince_;
   bool used_ = false;
+  bool asking_ = false;
   SideThread thread_;  // depends-on: tree_
 };
 

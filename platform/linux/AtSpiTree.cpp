@@ -18,6 +18,7 @@ using namespace std::chrono_literals;
 using namespace std::string_view_literals;
 
 const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
+const QString action = QStringLiteral("org.a11y.atspi.Action");
 const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
 const AtSpiReference registry{QStringLiteral("org.a11y.atspi.Registry"),
                               QStringLiteral("/org/a11y/atspi/accessible/root")};
@@ -25,11 +26,14 @@ const AtSpiReference busItself{QStringLiteral("org.freedesktop.DBus"),
                                QStringLiteral("/org/freedesktop/DBus")};
 
 // The roles and states of AT-SPI 2 that matter here.
+constexpr std::uint32_t checkMenuItemRole = 8;
 constexpr std::uint32_t fillerRole = 20;
 constexpr std::uint32_t frameRole = 23;
 constexpr std::uint32_t menuBarRole = 34;
+constexpr std::uint32_t menuItemRole = 35;
 constexpr std::uint32_t panelRole = 39;
 constexpr std::uint32_t popupMenuRole = 41;
+constexpr std::uint32_t radioMenuItemRole = 45;
 constexpr std::uint32_t rootPaneRole = 46;
 constexpr std::uint32_t windowRole = 69;
 constexpr std::uint32_t enabledState = 1U << 8U;
@@ -76,14 +80,27 @@ bool waitsForInvitation(ProcessId process) {
   return false;
 }
 
+bool canBeChosen(std::optional<std::uint32_t> role) {
+  return role == menuItemRole || role == checkMenuItemRole || role == radioMenuItemRole;
+}
+
+// Whether an item can be chosen by a key alone, which is told behind the keys that lead through the menus.
+bool hasOwnKey(const std::optional<QVariantList>& keyBinding) {
+  return keyBinding && !keyBinding->isEmpty() &&
+         !keyBinding->first().toString().section(QLatin1Char(';'), 2).isEmpty();
+}
+
 bool isOver(AtSpiBus::Deadline deadline) {
   return AtSpiBus::Clock::now() >= deadline;
 }
 
 }  // namespace
 
-std::optional<AtSpiTree::References> AtSpiTree::references(const AtSpiReference& parent, Deadline deadline) {
-  const auto answer = bus_.call(parent, accessible, QStringLiteral("GetChildren"), {}, deadline);
+QDBusPendingCall AtSpiTree::askForReferences(const AtSpiReference& parent, Deadline deadline) const {
+  return bus_.send(parent, accessible, QStringLiteral("GetChildren"), {}, deadline);
+}
+
+std::optional<AtSpiTree::References> AtSpiTree::referencesIn(const std::optional<QVariantList>& answer) {
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto list = answer->first().value<QDBusArgument>();
   if (list.currentType() != QDBusArgument::ArrayType) return std::nullopt;
@@ -102,6 +119,10 @@ std::optional<AtSpiTree::References> AtSpiTree::references(const AtSpiReference&
   return result;
 }
 
+std::optional<AtSpiTree::References> AtSpiTree::references(const AtSpiReference& parent, Deadline deadline) {
+  return referencesIn(AtSpiBus::receive(askForReferences(parent, deadline)));
+}
+
 std::vector<std::optional<std::uint32_t>> AtSpiTree::roles(const References& objects, Deadline deadline) {
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : objects)
@@ -114,14 +135,15 @@ std::vector<std::optional<std::uint32_t>> AtSpiTree::roles(const References& obj
   return result;
 }
 
-std::optional<std::vector<AtSpiNamed>> AtSpiTree::children(const AtSpiReference& parent, Deadline deadline) {
+std::optional<std::vector<AtSpiTree::Found>> AtSpiTree::named(const AtSpiReference& parent,
+                                                              Deadline deadline) {
   const auto objects = references(parent, deadline);
   if (!objects) return std::nullopt;
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : *objects)
     calls.push_back(
         bus_.send(each, properties, QStringLiteral("Get"), {accessible, QStringLiteral("Name")}, deadline));
-  std::vector<AtSpiNamed> result;
+  std::vector<Found> result;
   for (std::size_t index = 0; index < calls.size(); ++index)
     result.push_back({(*objects)[index], nameIn(AtSpiBus::receive(calls[index]))});
   return result;
@@ -168,15 +190,15 @@ std::optional<AtSpiReference> AtSpiTree::programOrInvited(ProcessId process, Dea
 std::optional<AtSpiReference> AtSpiTree::frame(const AtSpiWindow& window, Deadline deadline) {
   const auto program = programOrInvited(window.process, deadline);
   if (!program) return std::nullopt;
-  const auto all = children(*program, deadline);
+  const auto all = named(*program, deadline);
   if (!all) return std::nullopt;
   References objects;
   for (const auto& each : *all) objects.push_back(each.object);
   const auto kinds = roles(objects, deadline);
   const std::string title = trimmed(QString::fromStdString(window.title));
-  std::vector<AtSpiNamed> frames;
-  std::vector<AtSpiNamed> equal;
-  std::vector<AtSpiNamed> similar;
+  std::vector<Found> frames;
+  std::vector<Found> equal;
+  std::vector<Found> similar;
   for (std::size_t index = 0; index < all->size(); ++index) {
     if (kinds[index] != frameRole && kinds[index] != windowRole) continue;
     const auto& each = (*all)[index];
@@ -192,7 +214,7 @@ std::optional<AtSpiReference> AtSpiTree::frame(const AtSpiWindow& window, Deadli
   return nearest(similar.empty() ? frames : similar, window.frame, deadline);
 }
 
-std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<AtSpiNamed>& frames, const AxRect& frame,
+std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<Found>& frames, const AxRect& frame,
                                                  Deadline deadline) {
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : frames) {
@@ -230,8 +252,10 @@ std::optional<AtSpiReference> AtSpiTree::menuBarIn(const AtSpiReference& frame, 
   std::size_t seen = 0;
   for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
     References inside;
-    for (const auto& each : level) {
-      const auto objects = references(each, deadline);
+    std::vector<QDBusPendingCall> calls;
+    for (const auto& each : level) calls.push_back(askForReferences(each, deadline));
+    for (const auto& each : calls) {
+      const auto objects = referencesIn(AtSpiBus::receive(each));
       if (!objects) return std::nullopt;
       inside.insert(inside.end(), objects->begin(), objects->end());
     }
@@ -248,23 +272,67 @@ std::optional<AtSpiReference> AtSpiTree::menuBarIn(const AtSpiReference& frame, 
   return std::nullopt;
 }
 
-std::optional<AtSpiReference> AtSpiTree::menuBar(const AtSpiWindow& window, Deadline deadline) {
+std::optional<AtSpiObject> AtSpiTree::exportedBar(const ExportedMenuBar& bar, Deadline deadline) {
+  const auto items = ExportedMenus(bus_, bar).items(ExportedMenus::barId, deadline);
+  if (!items || items->empty()) return std::nullopt;
+  ExportedItem whole;
+  whole.submenu = ExportedMenus::barId;
+  return AtSpiObject{{bar.bus, bar.menuBarPath},
+                     std::make_shared<AtSpiObject::Exported>(AtSpiObject::Exported{bar, whole})};
+}
+
+std::optional<AtSpiObject> AtSpiTree::menuBar(const AtSpiWindow& window, Deadline deadline) {
   if (!bus_.connect(deadline)) return std::nullopt;
+  // Where there is a choice: a click in a closed menu leaves some programs with the mouse and the keyboard
+  // held, as if the menu were open.
+  if (window.exported) {
+    if (auto bar = exportedBar(*window.exported, deadline)) return bar;
+  }
   const auto found = frame(window, deadline);
-  return found ? menuBarIn(*found, deadline) : std::nullopt;
+  if (!found) return std::nullopt;
+  const auto bar = menuBarIn(*found, deadline);
+  return bar ? std::optional(AtSpiObject{*bar, nullptr}) : std::nullopt;
 }
 
 // --- menus and their items ---
 
-std::optional<AtSpiReference> AtSpiTree::menuOf(const AtSpiReference& barItem, Deadline deadline) {
-  const auto objects = references(barItem, deadline);
+std::optional<std::vector<AtSpiNamed>> AtSpiTree::children(const AtSpiObject& parent, Deadline deadline) {
+  std::vector<AtSpiNamed> result;
+  if (const auto& place = parent.exported) {
+    if (!place->item.submenu) return std::nullopt;
+    const auto items = ExportedMenus(bus_, place->bar).items(*place->item.submenu, deadline);
+    if (!items) return std::nullopt;
+    for (const auto& item : *items) {
+      const AtSpiReference reference{parent.reference.bus,
+                                     parent.reference.path + QStringLiteral("/%1").arg(result.size())};
+      result.push_back(
+          {{reference, std::make_shared<AtSpiObject::Exported>(AtSpiObject::Exported{place->bar, item})},
+           item.title});
+    }
+    return result;
+  }
+  const auto found = named(parent.reference, deadline);
+  if (!found) return std::nullopt;
+  for (const auto& each : *found) result.push_back({{each.object, nullptr}, each.name});
+  return result;
+}
+
+std::optional<AtSpiObject> AtSpiTree::menuOf(const AtSpiObject& barItem, Deadline deadline) {
+  if (barItem.exported) return barItem.exported->item.submenu ? std::optional(barItem) : std::nullopt;
+  const auto objects = references(barItem.reference, deadline);
   if (!objects || objects->empty()) return std::nullopt;
   const auto kind = roles({objects->front()}, deadline).front();
   if (!kind) return std::nullopt;
-  return *kind == popupMenuRole ? objects->front() : barItem;
+  return *kind == popupMenuRole ? AtSpiObject{objects->front(), nullptr} : barItem;
 }
 
-std::optional<bool> AtSpiTree::isEnabled(const AtSpiReference& object, Deadline deadline) {
+std::optional<bool> AtSpiTree::isEnabled(const AtSpiObject& object, Deadline deadline) {
+  if (const auto& place = object.exported)
+    return ExportedMenus(bus_, place->bar).isEnabled(place->item, deadline);
+  return isSensitive(object.reference, deadline);
+}
+
+std::optional<bool> AtSpiTree::isSensitive(const AtSpiReference& object, Deadline deadline) {
   const auto answer = bus_.call(object, accessible, QStringLiteral("GetState"), {}, deadline);
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto states = qdbus_cast<QList<uint>>(answer->first());
@@ -272,9 +340,33 @@ std::optional<bool> AtSpiTree::isEnabled(const AtSpiReference& object, Deadline 
   return (states.first() & enabledState) != 0 && (states.first() & sensitiveState) != 0;
 }
 
-bool AtSpiTree::press(const AtSpiReference& object, Deadline deadline) {
-  const auto answer =
-      bus_.call(object, QStringLiteral("org.a11y.atspi.Action"), QStringLiteral("DoAction"), {0}, deadline);
+// A submenu would open by itself, take keyboard and pointer, and leave the choice to the user. Where it holds
+// several kinds of one thing, the usual kind is the one with a key.
+std::optional<AtSpiReference> AtSpiTree::itemMeantBy(const AtSpiReference& object, Deadline deadline) {
+  auto inside = references(object, deadline);
+  if (!inside || inside->empty()) return object;
+  auto kinds = roles(*inside, deadline);
+  if (kinds.front() == popupMenuRole) {
+    inside = references(inside->front(), deadline);
+    if (!inside) return std::nullopt;
+    kinds = roles(*inside, deadline);
+  }
+  std::optional<AtSpiReference> first;
+  for (std::size_t index = 0; index < inside->size() && !isOver(deadline); ++index) {
+    const auto& each = (*inside)[index];
+    if (!canBeChosen(kinds[index]) || !isSensitive(each, deadline).value_or(false)) continue;
+    if (hasOwnKey(bus_.call(each, action, QStringLiteral("GetKeyBinding"), {0}, deadline))) return each;
+    if (!first) first = each;
+  }
+  return first;
+}
+
+bool AtSpiTree::press(const AtSpiObject& object, Deadline deadline) {
+  if (const auto& place = object.exported)
+    return ExportedMenus(bus_, place->bar).activate(place->item, deadline);
+  const auto item = itemMeantBy(object.reference, deadline);
+  if (!item) return false;
+  const auto answer = bus_.call(*item, action, QStringLiteral("DoAction"), {0}, deadline);
   return answer && !answer->isEmpty() && answer->first().toBool();
 }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QDBusPendingCall>
 #include <QHash>
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -8,6 +10,7 @@
 #include "core/Geometry.h"
 #include "platform/Accessibility.h"
 #include "platform/linux/AtSpiBus.h"
+#include "platform/linux/ExportedMenus.h"
 
 namespace pellar {
 
@@ -17,12 +20,24 @@ struct AtSpiWindow {
   std::string title;
   AxRect frame;
   bool isOnly = false;  // the process has no other
+  std::optional<ExportedMenuBar> exported;
+};
+
+// A part of a program's menus, in the way that the program offers it.
+struct AtSpiObject {
+  struct Exported {
+    ExportedMenuBar bar;
+    ExportedItem item;
+  };
+
+  AtSpiReference reference;
+  std::shared_ptr<const Exported> exported;  // null for what is on the accessibility bus
 };
 
 // An object with its name, without the blanks that programs align names with; the name is absent when it was
 // not told in time.
 struct AtSpiNamed {
-  AtSpiReference object;
+  AtSpiObject object;
   std::optional<std::string> name;
 };
 
@@ -32,32 +47,42 @@ class AtSpiTree {
  public:
   using Deadline = AtSpiBus::Deadline;
 
-  // The menu bar of a window; absent when its program is not on the bus, has no such window there or no bar
-  // in it, or when two windows cannot be told apart.
-  [[nodiscard]] std::optional<AtSpiReference> menuBar(const AtSpiWindow& window, Deadline deadline);
+  // The menu bar of a window: the one that its program exports, else the one on the accessibility bus. Absent
+  // when the program is on neither, has no such window there or no bar in it, or when two windows cannot be
+  // told apart.
+  [[nodiscard]] std::optional<AtSpiObject> menuBar(const AtSpiWindow& window, Deadline deadline);
   // The objects directly inside one, with their names.
-  [[nodiscard]] std::optional<std::vector<AtSpiNamed>> children(const AtSpiReference& parent,
-                                                                Deadline deadline);
+  [[nodiscard]] std::optional<std::vector<AtSpiNamed>> children(const AtSpiObject& parent, Deadline deadline);
   // The object whose children are the items of a menu, from the bar's item: some programs have another one in
   // between, others have not.
-  [[nodiscard]] std::optional<AtSpiReference> menuOf(const AtSpiReference& barItem, Deadline deadline);
-  [[nodiscard]] std::optional<bool> isEnabled(const AtSpiReference& object, Deadline deadline);
-  // Performs the object's first action; whether the program says that it did.
-  bool press(const AtSpiReference& object, Deadline deadline);
-
+  [[nodiscard]] std::optional<AtSpiObject> menuOf(const AtSpiObject& barItem, Deadline deadline);
+  [[nodiscard]] std::optional<bool> isEnabled(const AtSpiObject& object, Deadline deadline);
+  // Performs the first action of an item, or of the usual one in a submenu; whether the program says that it
+  // did.
+  bool press(const AtSpiObject& object, Deadline deadline);
   // Gives back what was changed to reach programs.
   void letGo(Deadline deadline) { bus_.disable(deadline); }
 
  private:
   using References = std::vector<AtSpiReference>;
+  struct Found {
+    AtSpiReference object;
+    std::optional<std::string> name;
+  };
 
+  [[nodiscard]] QDBusPendingCall askForReferences(const AtSpiReference& parent, Deadline deadline) const;
+  [[nodiscard]] static std::optional<References> referencesIn(const std::optional<QVariantList>& answer);
   [[nodiscard]] std::optional<References> references(const AtSpiReference& parent, Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> program(ProcessId process, Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> programOrInvited(ProcessId process, Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> frame(const AtSpiWindow& window, Deadline deadline);
-  [[nodiscard]] std::optional<AtSpiReference> nearest(const std::vector<AtSpiNamed>& frames,
-                                                      const AxRect& frame, Deadline deadline);
+  [[nodiscard]] std::optional<AtSpiReference> nearest(const std::vector<Found>& frames, const AxRect& frame,
+                                                      Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> menuBarIn(const AtSpiReference& frame, Deadline deadline);
+  [[nodiscard]] std::optional<std::vector<Found>> named(const AtSpiReference& parent, Deadline deadline);
+  [[nodiscard]] std::optional<bool> isSensitive(const AtSpiReference& object, Deadline deadline);
+  [[nodiscard]] std::optional<AtSpiObject> exportedBar(const ExportedMenuBar& bar, Deadline deadline);
+  [[nodiscard]] std::optional<AtSpiReference> itemMeantBy(const AtSpiReference& object, Deadline deadline);
   [[nodiscard]] std::vector<std::optional<std::uint32_t>> roles(const References& objects, Deadline deadline);
 
   AtSpiBus bus_;

@@ -2,10 +2,15 @@
 
 #include <pthread.h>
 
+#include <QEventLoop>
+#include <QTimer>
+#include <algorithm>
 #include <condition_variable>
 #include <csignal>
 #include <deque>
 #include <mutex>
+
+#include "platform/MainLoop.h"
 
 namespace pellar {
 namespace {
@@ -14,6 +19,8 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t mostWaiting = 64;
 constexpr auto farewell = 500ms;
+// What nobody notices waiting for.
+constexpr auto moment = 20ms;
 
 }  // namespace
 
@@ -24,6 +31,13 @@ struct SideThread::State {
   bool running = false;
   bool ending = false;
   bool ended = false;
+};
+
+// Guarded by the state's mutex.
+struct SideThread::Progress {
+  bool givenUp = false;
+  bool looping = false;
+  bool done = false;
 };
 
 SideThread::~SideThread() {
@@ -80,26 +94,54 @@ bool SideThread::post(std::function<void()> task) {
   return true;
 }
 
-bool SideThread::run(std::function<void()> task, Clock::time_point deadline) {
-  struct Progress {
-    bool givenUp = false;
-    bool done = false;
-  };
+std::shared_ptr<SideThread::Progress> SideThread::begin(std::function<void()> task,
+                                                        std::function<void()> whenDone) {
   start();
-  const auto progress = std::make_shared<Progress>();  // guarded by the state's mutex
-  const auto posted = post([state = state_, progress, task = std::move(task)] {
-    {
-      const std::lock_guard lock(state->mutex);
-      if (progress->givenUp) return;
-    }
-    task();
-    const std::lock_guard lock(state->mutex);
-    progress->done = true;
-    state->changed.notify_all();
-  });
-  if (!posted) return false;
+  auto progress = std::make_shared<Progress>();
+  const bool posted =
+      post([state = state_, progress, task = std::move(task), whenDone = std::move(whenDone)] {
+        {
+          const std::lock_guard lock(state->mutex);
+          if (progress->givenUp) return;
+        }
+        task();
+        // The one who loops cannot leave and let the loop go while this holds the lock.
+        const std::lock_guard lock(state->mutex);
+        progress->done = true;
+        state->changed.notify_all();
+        if (progress->looping && !progress->givenUp) whenDone();
+      });
+  return posted ? progress : nullptr;
+}
+
+bool SideThread::run(std::function<void()> task, Clock::time_point deadline) {
+  const auto progress = begin(std::move(task), nullptr);
+  if (!progress) return false;
   std::unique_lock lock(state_->mutex);
   progress->givenUp = !state_->changed.wait_until(lock, deadline, [&] { return progress->done; });
+  return progress->done;
+}
+
+bool SideThread::runInLoop(std::function<void()> task, Clock::time_point deadline, MainLoop& loop) {
+  const auto nested = std::make_shared<QEventLoop>();
+  const auto progress = begin(std::move(task), [weak = std::weak_ptr(nested), &loop] {
+    loop.post([weak] {
+      if (const auto waiting = weak.lock()) waiting->quit();
+    });
+  });
+  if (!progress) return false;
+  {
+    std::unique_lock lock(state_->mutex);
+    if (state_->changed.wait_until(lock, std::min(deadline, Clock::now() + moment),
+                                   [&] { return progress->done; }))
+      return true;
+    progress->looping = true;
+  }
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
+  QTimer::singleShot(std::max(left, 0ms), nested.get(), &QEventLoop::quit);
+  nested->exec();
+  const std::lock_guard lock(state_->mutex);
+  progress->givenUp = !progress->done;
   return progress->done;
 }
 

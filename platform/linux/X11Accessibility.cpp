@@ -46,6 +46,7 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       applications_(applications),
       loop_(loop),
       frames_(connection, mirror),
+      menus_(loop_),
       documents_(
           loop,
           [places = DocumentLookUp::Places{platformFolders().home}](const std::string& title, auto process) {
@@ -146,7 +147,8 @@ std::optional<AttributeValue> X11Accessibility::menuBar(const X11Application& ap
   if (window == nullptr || !window->pid || !applications_.isLocal(*window)) return std::nullopt;
   const auto ofProcess = std::ranges::count_if(
       mirror_.windows(), [window](const auto& entry) { return entry.second.pid == window->pid; });
-  auto bar = menus_.menuBar({*window->pid, window->title(), window->frame(), ofProcess == 1});
+  auto bar = menus_.menuBar({*window->pid, window->title(), window->frame(), ofProcess == 1,
+                             exportedMenuBarOf(connection_, window->id)});
   if (!bar) return std::nullopt;
   return std::move(*bar);
 }

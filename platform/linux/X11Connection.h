@@ -36,6 +36,11 @@ struct X11Atoms {
   xcb_atom_t netWmDesktop = 0;
   xcb_atom_t netFrameExtents = 0;
   xcb_atom_t gtkFrameExtents = 0;
+  xcb_atom_t gtkUniqueBusName = 0;
+  xcb_atom_t gtkMenuBarPath = 0;
+  xcb_atom_t gtkWindowPath = 0;
+  xcb_atom_t gtkApplicationPath = 0;
+  xcb_atom_t unityObjectPath = 0;
   xcb_atom_t netWmStrut = 0;
   xcb_atom_t netWmStrutPartial = 0;
   xcb_atom_t netWmState = 0;

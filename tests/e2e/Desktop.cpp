@@ -184,13 +184,16 @@ void Desktop::run(const std::vector<std::string>& command) {
     throw std::runtime_error(command.front() + " failed: " + process->errors());
 }
 
-Window Desktop::waitForWindow(const std::string& titlePart) {
+Window Desktop::waitForWindow(const std::string& titlePart, std::chrono::milliseconds deadline) {
   Window window;
-  observer_->waitUntil("a window titled \"" + titlePart + "\"", [&] {
-    const auto found = observer_->clientTitled(titlePart);
-    window.id = found.value_or(XCB_NONE);
-    return found.has_value() && observer_->isViewable(*found);
-  });
+  observer_->waitUntil(
+      "a window titled \"" + titlePart + "\"",
+      [&] {
+        const auto found = observer_->clientTitled(titlePart);
+        window.id = found.value_or(XCB_NONE);
+        return found.has_value() && observer_->isViewable(*found);
+      },
+      deadline);
   activate(window);
   return window;
 }

@@ -85,7 +85,7 @@ class Desktop {
   // Runs a program to its end; throws when it fails.
   void run(const std::vector<std::string>& command);
   // Waits for a window whose title contains that and makes it active.
-  Window waitForWindow(const std::string& titlePart);
+  Window waitForWindow(const std::string& titlePart, std::chrono::milliseconds deadline = patience);
 
   // What a user does through the window manager. Each waits until it is seen to have happened.
   void activate(Window window);

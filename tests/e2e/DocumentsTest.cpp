@@ -283,7 +283,8 @@ TEST_P(FileMenus, AQtEditorSavesToo) {
   strip.clickTool(StripTool::saveAll);
   desktop.observer().waitUntil("it is written",
                                [&] { return contents("letter.txt").ends_with("xSome text.\n"); });
-  EXPECT_EQ(logLines("save all: 1 of 1 windows"), 1);
+  desktop.observer().waitUntil("the log says so",
+                               [this] { return logLines("save all: 1 of 1 windows") == 1; });
 }
 
 TEST_P(FileMenus, PlusMakesANewDocument) {
@@ -294,7 +295,7 @@ TEST_P(FileMenus, PlusMakesANewDocument) {
                                [&] { return desktop.observer().clientTitled("Untitled").has_value(); });
 }
 
-TEST_P(FileMenus, AStoppedProgramHoldsTheStripUpOnlyForAMoment) {
+TEST_P(FileMenus, AStoppedProgramDoesNotHoldTheStripUp) {
   const auto all = openInEditor({"report.txt", "plan.txt", "budget.txt"});
   const auto other = editor().open("Other", {200, 300, 1000, 300});
   showStrip(other, 1);
@@ -302,12 +303,23 @@ TEST_P(FileMenus, AStoppedProgramHoldsTheStripUpOnlyForAMoment) {
   strip.waitUntilOver(all[0]);
   mousepad->signal(SIGSTOP);
   strip.clickTool(StripTool::saveAll);
+  desktop.activate(other);
+  strip.waitUntilOver(other);
+  EXPECT_EQ(logLines("save all"), 0) << "the strip goes on while the program is waited for";
   const auto start = std::chrono::steady_clock::now();
   desktop.observer().waitUntil("it has given up",
                                [this] { return logLines("save all: 0 of 3 windows") == 1; });
-  EXPECT_LT(std::chrono::steady_clock::now() - start, 2s);
-  desktop.activate(other);
-  strip.waitUntilOver(other);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 4s);
+  mousepad->signal(SIGCONT);
+}
+
+TEST_P(FileMenus, PellarEndsInOrderWhileAProgramIsWaitedFor) {
+  const auto all = openInEditor({"report.txt"});
+  showStrip(all[0], 1);
+  waitUntilStateHas("report.txt");
+  mousepad->signal(SIGSTOP);
+  strip.clickTool(StripTool::saveAll);
+  stopPellar();
   mousepad->signal(SIGCONT);
 }
 

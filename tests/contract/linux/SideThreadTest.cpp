@@ -5,7 +5,9 @@
 #include <memory>
 #include <mutex>
 
+#include "platform/linux/QtMainLoop.h"
 #include "platform/linux/SideThread.h"
+#include "tests/contract/linux/SharedDesktop.h"
 
 namespace pellar {
 namespace {
@@ -89,6 +91,40 @@ TEST(SideThreadTest, TasksRunInTheOrderOfPostingAndTooManyAreRefused) {
   bool empty = false;
   while (!empty) empty = thread.run([] {}, Clock::now() + 10s);
   EXPECT_EQ(*order, "abc");
+}
+
+TEST(SideThreadTest, TheLoopRunsWhileALongAnswerIsWaitedForInIt) {
+  contract::SharedDesktop::get();
+  QtMainLoop loop;
+  const auto obstacle = std::make_shared<Obstacle>();
+  SideThread thread;
+  const auto timer = loop.after(60ms, [obstacle] { obstacle->open(); });
+  EXPECT_EQ(thread.askInLoop(
+                [obstacle] {
+                  obstacle->waitHere();
+                  return 42;
+                },
+                Clock::now() + 10s, loop),
+            42);
+  EXPECT_EQ(thread.askInLoop([] { return 7; }, Clock::now() + 10s, loop), 7);
+}
+
+TEST(SideThreadTest, ALateAnswerIsAbsentAlsoInTheLoop) {
+  contract::SharedDesktop::get();
+  QtMainLoop loop;
+  const auto obstacle = std::make_shared<Obstacle>();
+  SideThread thread;
+  const auto start = Clock::now();
+  EXPECT_EQ(thread.askInLoop(
+                [obstacle] {
+                  obstacle->waitHere();
+                  return 42;
+                },
+                start + 60ms, loop),
+            std::nullopt);
+  EXPECT_GE(Clock::now() - start, 60ms);
+  obstacle->open();
+  EXPECT_EQ(thread.askInLoop([] { return 7; }, Clock::now() + 10s, loop), 7);
 }
 
 TEST(SideThreadTest, AHangingTaskDoesNotHoldUpTheEnd) {
