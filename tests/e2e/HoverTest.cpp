@@ -1,13 +1,13 @@
 #include <gtest/gtest.h>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/SidePanel.h"
 
 namespace pellar::e2e {
 
 namespace {
 
 constexpr int pickerWidth = 372;
-constexpr int pickerHeight = 150;
 
 class Hover : public EveryWindowManager {
  protected:
@@ -17,21 +17,6 @@ class Hover : public EveryWindowManager {
     startPellar();
     strip.waitUntilOver(plan);
     strip.waitUntilTabs(2);
-  }
-  // The shown window of Pellar of that height, beside the strip.
-  [[nodiscard]] std::optional<Box> panel(int height) {
-    for (const auto window : strip.allWindows()) {
-      const auto box = desktop.observer().box(window);
-      if (box && box->height == height && desktop.observer().isViewable(window)) return box;
-    }
-    return std::nullopt;
-  }
-  Box waitForPanel(int height) {
-    desktop.observer().waitUntil("the panel is shown", [&] { return panel(height).has_value(); });
-    return *panel(height);
-  }
-  void waitUntilGone(int height) {
-    desktop.observer().waitUntil("the panel is gone", [&] { return !panel(height).has_value(); });
   }
   void restOnTab(std::size_t index) {
     const auto place = *strip.box();
@@ -43,7 +28,8 @@ class Hover : public EveryWindowManager {
     return {place.x + place.width - 53, place.y + Strip::height / 2, 0, 0};
   }
 
-  static constexpr int cardHeight = 58;
+  SidePanel card = SidePanel::card(desktop, strip);
+  SidePanel picker = SidePanel::picker(desktop, strip);
   Window report;
   Window plan;
 };
@@ -53,14 +39,14 @@ PELLAR_FOR_EVERY_WINDOW_MANAGER(Hover);
 TEST_P(Hover, RestingOnATabShowsItsCardWhoseButtonClosesItsWindow) {
   openTwo();
   restOnTab(0);
-  const Box card = waitForPanel(cardHeight);
+  const Box shown = card.waitUntilShown();
   const Box place = *strip.box();
-  EXPECT_EQ(card.x, place.x + 6);
-  EXPECT_EQ(card.y, place.y + 29 + 4);
+  EXPECT_EQ(shown.x, place.x + 6);
+  EXPECT_EQ(shown.y, place.y + 29 + 4);
   EXPECT_TRUE(desktop.isActive(plan));
-  desktop.observer().click(card.x + card.width - 6 - 30 + 13, card.y + 20);
+  desktop.observer().click(shown.x + shown.width - 6 - 30 + 13, shown.y + 20);
   desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
-  waitUntilGone(cardHeight);
+  card.waitUntilGone();
   strip.waitUntilTabs(1);
   EXPECT_TRUE(desktop.isActive(plan));
 }
@@ -68,37 +54,37 @@ TEST_P(Hover, RestingOnATabShowsItsCardWhoseButtonClosesItsWindow) {
 TEST_P(Hover, TheCardGoesWhenThePointerDoes) {
   openTwo();
   restOnTab(1);
-  const Box card = waitForPanel(cardHeight);
+  const Box shown = card.waitUntilShown();
   // Onto the card, where it may stay as long as it likes, and away.
-  desktop.observer().movePointer(card.x + 30, card.y + 30);
+  desktop.observer().movePointer(shown.x + 30, shown.y + 30);
   EXPECT_FALSE(pellar->waitForEnd(std::chrono::milliseconds(600)).has_value());
-  EXPECT_TRUE(panel(cardHeight).has_value());
+  EXPECT_TRUE(card.box().has_value());
   desktop.observer().movePointer(1400, 880);
-  waitUntilGone(cardHeight);
+  card.waitUntilGone();
 }
 
 TEST_P(Hover, TheCardGoesWithTheStrip) {
   openTwo();
   restOnTab(1);
-  waitForPanel(cardHeight);
+  card.waitUntilShown();
   desktop.enterFullScreen(plan);
   strip.waitUntilHidden();
-  waitUntilGone(cardHeight);
+  card.waitUntilGone();
 }
 
 TEST_P(Hover, ACellOfThePickerTilesTheWindow) {
   openTwo();
   const Box button = zoomButton();
   desktop.observer().movePointer(button.x, button.y);
-  const Box picker = waitForPanel(pickerHeight);
-  EXPECT_EQ(picker.width, pickerWidth);
-  EXPECT_EQ(picker.y, strip.box()->y + 28 + 2);
+  const Box shown = picker.waitUntilShown();
+  EXPECT_EQ(shown.width, pickerWidth);
+  EXPECT_EQ(shown.y, strip.box()->y + 28 + 2);
   // The left half, in the middle of its cell.
-  desktop.observer().click(picker.x + 36, picker.y + 42);
+  desktop.observer().click(shown.x + 36, shown.y + 42);
   desktop.observer().waitUntil("the window fills the left half below the strip", [&] {
     return desktop.frame(plan) == Box{0, Strip::height, 720, 900 - Strip::height};
   });
-  waitUntilGone(pickerHeight);
+  picker.waitUntilGone();
   strip.waitUntilOver(plan);
 }
 

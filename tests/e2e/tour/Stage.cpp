@@ -51,6 +51,8 @@ void Stage::openTerminal() {
 }
 
 void Stage::openDocuments() {
+  desktop_.folders().write(desktop_.folders().config() / "mimeapps.list",
+                           "[Default Applications]\ntext/plain=org.xfce.mousepad.desktop\n");
   std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
   for (const auto& document : documentsToOpen) {
     const auto file = desktop_.folders().home() / document.name;
