@@ -180,11 +180,24 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
                             "strut_policy = none\nsystray_icon_size = 22\nsystray_padding = 4 4 4\n");
     tray = desktop.start({"tint2", "-c", settings.string()}, "tint2");
   }
-  // The icon is a window inside the tray's.
+  [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window) {
+    auto* const connection = desktop.observer().connection();
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
+    if (!tree) return {};
+    const auto* const children = xcb_query_tree_children(tree.get());
+    return {children, children + xcb_query_tree_children_length(tree.get())};
+  }
+  // The icon is a window inside the tray's, in which it takes its place only after a moment.
   [[nodiscard]] std::optional<Box> icon() {
     const auto wanted = std::string("pellar") + '\0' + "pellar" + '\0';
     auto& observer = desktop.observer();
-    std::vector<xcb_window_t> open = observer.topLevels();
+    std::vector<xcb_window_t> open;
+    const auto openChildrenOf = [&](xcb_window_t window) {
+      const auto children = childrenOf(window);
+      open.insert(open.end(), children.begin(), children.end());
+    };
+    for (const auto window : observer.topLevels()) openChildrenOf(window);
     while (!open.empty()) {
       const auto window = open.back();
       open.pop_back();
@@ -192,11 +205,7 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
       if (place && place->width <= 32 && place->width > 4 && observer.isViewable(window) &&
           observer.text(window, "WM_CLASS") == wanted && isDrawn(window))
         return place;
-      const XReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(
-          observer.connection(), xcb_query_tree(observer.connection(), window), nullptr));
-      if (!tree) continue;
-      const auto* const children = xcb_query_tree_children(tree.get());
-      open.insert(open.end(), children, children + xcb_query_tree_children_length(tree.get()));
+      openChildrenOf(window);
     }
     return std::nullopt;
   }
@@ -215,7 +224,7 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
         menu->expect();
         desktop.observer().click(place->x + place->width / 2, place->y + place->height / 2, button);
       }
-      return menu->windows().size() == 1;
+      return clicked && menu->windows().size() == 1;
     });
     menu->waitUntilOpen();
   }
