@@ -244,8 +244,11 @@ void StripController::dragGroup(ScreenPoint offset) {
     if (!front || front->minimized || front->fullscreen) return;
     drag_.begin(front, picture_->windows);
   }
-  const AxRect front = drag_.moveBy(platform_.accessibility, offset);
-  panel_->setFrame(StripGeometry::stripFrame(front, platform_.screens.screens()), true);
+  drag_.moveBy(platform_.accessibility, offset);
+  // The drag may have ended meanwhile, or the strip have gone over to another window.
+  const auto dragged = drag_.front();
+  if (!dragged || !picture_->front || picture_->front->id() != dragged->id()) return;
+  panel_->setFrame(StripGeometry::stripFrame(dragged->frame, platform_.screens.screens()), true);
   if (dropdown_.isOpen()) dropdown_.position();
 }
 

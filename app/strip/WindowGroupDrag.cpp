@@ -39,15 +39,17 @@ void WindowGroupDrag::begin(const std::shared_ptr<OfficeWindow>& front, const Wi
   members_ = std::make_shared<const std::vector<Member>>(std::move(members));
 }
 
-AxRect WindowGroupDrag::moveBy(Accessibility& accessibility, ScreenPoint offset) {
+void WindowGroupDrag::moveBy(Accessibility& accessibility, ScreenPoint offset) {
   const auto members = members_;
+  if (!members) return;
   for (const auto& [window, start] : *members) {
+    if (members_ != members) return;
     const AxPoint origin{start.x + offset.x, start.y - offset.y};
-    accessibility.set(window->element, "AXPosition", origin);
+    // Before the write, in which a report may read what became of it.
     window->frame.x = origin.x;
     window->frame.y = origin.y;
+    accessibility.set(window->element, "AXPosition", origin);
   }
-  return members->front().window->frame;
 }
 
 }  // namespace pellar

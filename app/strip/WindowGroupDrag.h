@@ -18,9 +18,13 @@ class WindowGroupDrag {
   // Takes the snapshot: `front`, then every other window shown that is aligned with it.
   void begin(const std::shared_ptr<OfficeWindow>& front, const WindowList& windows);
 
-  // Moves every window of the snapshot to its start plus `offset` (y upward) and returns the front one's
-  // frame.
-  AxRect moveBy(Accessibility& accessibility, ScreenPoint offset);
+  // Moves every window of the snapshot to its start plus `offset` (y upward).
+  void moveBy(Accessibility& accessibility, ScreenPoint offset);
+
+  // The window that was in front when the drag began; null while none is on.
+  [[nodiscard]] std::shared_ptr<OfficeWindow> front() const {
+    return members_ ? members_->front().window : nullptr;
+  }
 
   void end() { members_.reset(); }
 

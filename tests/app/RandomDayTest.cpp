@@ -6,11 +6,14 @@
 
 #include <chrono>
 #include <fstream>
+#include <functional>
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "tests/app/ForwardingAccessibility.h"
 #include "tests/app/StripStory.h"
 
 namespace pellar {
@@ -18,12 +21,48 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr unsigned days = 25;
+constexpr unsigned days = 30;
 constexpr int stepsPerDay = 120;
+
+// Lets something happen inside writes and actions, as calls to other processes do that run a nested loop.
+class InterruptedCalls final : public ForwardingAccessibility {
+ public:
+  using ForwardingAccessibility::ForwardingAccessibility;
+
+  std::function<void()> happening;
+
+  void set(const Element& element, std::string_view name, const AttributeValue& value) override {
+    interrupt();
+    ForwardingAccessibility::set(element, name, value);
+    interrupt();
+  }
+  bool perform(const Element& element, std::string_view action) override {
+    interrupt();
+    const bool performed = ForwardingAccessibility::perform(element, action);
+    interrupt();
+    return performed;
+  }
+
+ private:
+  void interrupt() {
+    if (std::exchange(inside_, true)) return;
+    if (happening) happening();
+    inside_ = false;
+  }
+  bool inside_ = false;
+};
 
 class RandomDay {
  public:
   explicit RandomDay(unsigned seed) : random_(seed) {
+    // Every other day.
+    if (seed % 2 == 0) {
+      interrupted_.happening = [this] {
+        if (chance(6)) happen();
+        if (chance(6)) pellar_.tracker().refresh();
+        if (chance(6)) mac_.settle();
+      };
+    }
     std::filesystem::create_directories(mac_.platform().folders.logFile.parent_path());
     std::filesystem::create_directories(mac_.home() / "Documents");
     acceptTerms(pellar_);
@@ -97,7 +136,7 @@ class RandomDay {
   void open(const std::string& title) {
     auto& application = any(applications_);
     if (!application.isRunning()) return;
-    if (application == applications_[2] && chance(2)) {
+    if (applications_.size() == names.size() && application == applications_.back() && chance(2)) {
       const auto document = mac_.office().openInWindow(
           application,
           {.name = title, .path = chance(3) ? "" : (mac_.home() / "Documents" / title).string()});
@@ -299,7 +338,8 @@ class RandomDay {
 
   std::mt19937 random_;
   SimMac mac_;
-  AppDelegate pellar_{mac_.platform()};  // depends-on: mac_
+  InterruptedCalls interrupted_{mac_.accessibility()};   // depends-on: mac_
+  AppDelegate pellar_{mac_.platformWith(interrupted_)};  // depends-on: mac_, interrupted_
   std::vector<SimApplication> applications_;
   std::vector<SimWindow> windows_;
   std::vector<std::string> trail_;

@@ -195,6 +195,7 @@ TEST_F(StripFault, AnotherApplicationMayComeToTheFrontUnderADragOfTheStrip) {
   mac.activate(viewer);
   mac.pointer().moveTo({from.x + 40, from.y});
   EXPECT_EQ(plan.frame().x, 140) << "what is dragged stays what it was";
+  expectStripOver(picture);
   EXPECT_EQ(picture.frame().x, 50);
   mac.terminate(editor);
   mac.pointer().moveTo({from.x + 60, from.y});
