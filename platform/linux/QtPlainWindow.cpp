@@ -40,10 +40,17 @@ QColor secondary(const QPalette& palette) {
           mixed(text.blue(), ground.blue())};
 }
 
-// Laying out a text takes its time, and no window is as wide as that many characters.
+// Laying out a text takes its time, and no window is as wide as that many characters. A line break in a name
+// makes no second line of a label.
 QString shownText(const std::string& text) {
   constexpr qsizetype longest = 1000;
-  return QString::fromStdString(text).left(longest);
+  QString shown = QString::fromStdString(text).left(longest);
+  for (QChar& each : shown) {
+    if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
+        each == QChar::ParagraphSeparator)
+      each = QLatin1Char(' ');
+  }
+  return shown;
 }
 
 QLabel* made(const WindowLabel& label, QWidget& parent) {
@@ -177,7 +184,8 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
       if (!label->id.empty()) labels_[label->id] = native;
       place(native, label->frame);
     } else if (const auto* spacer = std::get_if<WindowSpacer>(&element)) {
-      column->addSpacing(pixels(spacer->height));
+      // The layout leaves its gap beside a spacer only once.
+      column->addSpacing(pixels(spacer->height + description.spacing));
     } else if (const auto* box = std::get_if<WindowTextBox>(&element)) {
       column->addWidget(made(*box, *dialog_));
     } else if (const auto* button = std::get_if<WindowButton>(&element)) {

@@ -110,6 +110,27 @@ TEST_F(InATray, MarksTellTheSettings) {
   desktop.observer().waitUntil("the item is there again", [&] { return tray.rows() == expected; });
 }
 
+TEST_F(InATray, TheStripsAutoSaveToolIsInStepWithTheMenu) {
+  startWithItem();
+  for (int round = 0; round < 2; ++round) {
+    strip.clickTool(StripTool::autoSave);
+    waitUntilStateHas("\"autoSaveMinutes\": 1,");
+    const auto rows = tray.rows();
+    EXPECT_EQ(std::ranges::count(rows, "  ✓ Every 1 min"), 1);
+    EXPECT_EQ(std::ranges::count(rows, "  Off"), 1);
+    tray.choose("Auto-save changed files/Off");
+    waitUntilStateHas("\"autoSaveMinutes\": 0,");
+    waitUntilRows(above({"✓ All apps", "Hide for editor"}));
+  }
+}
+
+TEST_F(InATray, TheMenuIsReachableWhenTheSessionBusHasEnded) {
+  startWithItem();
+  desktop.sessionBus().end();
+  chooseBySecondStart(2);
+  strip.waitUntilHidden();
+}
+
 TEST_F(InATray, AClickOnTheIconOpensTheMenuAtThePointer) {
   startWithItem();
   desktop.observer().movePointer(600, 500);

@@ -14,8 +14,8 @@ class AnUpdate : public Shell {
  protected:
   using Rows = Tray::Rows;
   // Where the line about updates stands in the About window.
-  static constexpr int statusTop = 116;
-  static constexpr int statusBottom = 142;
+  static constexpr int statusTop = 124;
+  static constexpr int statusBottom = 150;
 
   AnUpdate() : notifications(desktop.start({builtProgram("e2e_notifications")}, "notifications")) {}
 
