@@ -23,6 +23,8 @@ void CloseDelay::anchorLeft() {
 }
 
 void CloseDelay::panelEntered() {
+  // Wherever the pointer was, it is there no more, whether that has been reported or not.
+  overAnchor_ = false;
   inPanel_ = true;
   timer_.cancel();
 }

@@ -36,6 +36,32 @@ TEST_F(WordTools, MoreTogglesAutoSave) {
   EXPECT_EQ(saved().settings.autoSaveMinutes, 0);
 }
 
+TEST_F(WordTools, MoreSaysWhetherAutoSaveIsOn) {
+  const auto plan = openInWord("Plan.docx");
+  plan->window->setFrame(narrow);
+  start();
+  const auto rowFor = [&](std::int64_t minutes) {
+    pellar.store().update([&](AppState& state) { state.settings.autoSaveMinutes = minutes; });
+    return toolMenu("⋯").at(1);
+  };
+  EXPECT_EQ(rowFor(-3), "Auto-save: off");
+  EXPECT_EQ(rowFor(0), "Auto-save: off");
+  EXPECT_EQ(rowFor(1), "Auto-save: on");
+  EXPECT_EQ(rowFor(60), "Auto-save: on");
+}
+
+TEST_F(WordTools, MoreOfOutlookHasTheSameRowsAndRenamesNothing) {
+  start();
+  auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
+  outlook.open("Inbox", narrow);
+  mac.settle();
+  EXPECT_EQ(toolMenu("⋯"),
+            (Rows{"Rename…", "Auto-save: off", "Save all", "New document", "---", "Groups…", "Close all"}));
+  chooseInTool("⋯", {"Rename…"});
+  EXPECT_TRUE(mac.alerts().shown().empty());
+  EXPECT_TRUE(mac.scripts().sources().empty());
+}
+
 TEST_F(WordTools, MoreRenamesTheFocusedDocument) {
   const auto fresh = newInWord("Letter");
   fresh->window->setFrame(narrow);

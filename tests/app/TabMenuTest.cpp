@@ -51,6 +51,23 @@ TEST_F(TabMenu, NeverRenamesInOutlook) {
   EXPECT_TRUE(mac.scripts().sources().empty());
 }
 
+TEST_F(TabMenu, RenamesInExcelAndPowerPointToo) {
+  start();
+  std::filesystem::create_directories(mac.home() / "Documents");
+  const std::vector<std::pair<std::string, std::string>> kinds{{"com.microsoft.Excel", "Sums.xlsx"},
+                                                               {"com.microsoft.Powerpoint", "Talk.pptx"}};
+  for (const auto& [bundle, file] : kinds) {
+    auto application = mac.launch({.bundleId = bundle, .name = bundle});
+    const auto document =
+        mac.office().openInWindow(application, {.path = (mac.home() / "Documents" / file).string()});
+    mac.settle();
+    mac.alerts().nextType("Better");
+    choose(strip().tabs().front(), {"Rename…"});
+    EXPECT_EQ(strip().tabs(), Labels{"Better"}) << bundle;
+    EXPECT_EQ(document->path, (mac.home() / "Documents" / "Better").string() + file.substr(4)) << bundle;
+  }
+}
+
 TEST_F(TabMenu, OpensWhereTheUserPressed) {
   open("Plan");
   start();

@@ -53,6 +53,14 @@ TEST_F(Closing, DoesNotHappenWhenThePanelIsEnteredBeforeTheAnchorReportsTheExit)
   EXPECT_TRUE(staysOpen());
 }
 
+TEST_F(Closing, HappensAfterThePanelAlsoWhenTheAnchorNeverReportedTheExit) {
+  delay.anchorEntered();
+  delay.panelEntered();
+  EXPECT_TRUE(staysOpen());
+  delay.panelLeft();
+  EXPECT_TRUE(closesIn(350ms));
+}
+
 TEST_F(Closing, DoesNotHappenWhenTheAnchorIsEnteredBeforeThePanelReportsTheExit) {
   delay.panelEntered();
   delay.anchorEntered();

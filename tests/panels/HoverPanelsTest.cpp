@@ -55,6 +55,15 @@ TEST_F(Hovering, NamesTheFileAndItsFolder) {
   EXPECT_EQ(hover.cardTexts()[1], "\u2026/Shared/Team");
 }
 
+TEST_F(Hovering, NamesFoldersNearTheRootInFull) {
+  restOn(*add("a", "/a.txt"));
+  EXPECT_EQ(hover.cardTexts()[1], "/");
+  restOn(*add("b", "/Volumes/b.txt"));
+  EXPECT_EQ(hover.cardTexts()[1], "/Volumes");
+  restOn(*add("c", "/Volumes/Shared/c.txt"));
+  EXPECT_EQ(hover.cardTexts()[1], "/Volumes/Shared");
+}
+
 TEST_F(Hovering, NamesOnlyTheWindowWithoutAFile) {
   restOn(*add("Untitled 3"));
   EXPECT_EQ(hover.cardTexts(), (std::vector<std::string>{"Untitled 3", "\u2013", "\u25a1", "\u2715"}));
