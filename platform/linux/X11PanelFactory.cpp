@@ -34,6 +34,10 @@ const xcb_screen_t& screenOf(const X11Connection& connection) {
   return *screen.data;
 }
 
+// What other windows did before the user's press is known before it counts: their notification takes a turn
+// of the loop, and so does the refresh that it asks for.
+constexpr int turnsOfReports = 2;
+
 bool isMotion(const xcb_generic_event_t& event) {
   return (event.response_type & 0x7fU) == XCB_MOTION_NOTIFY;
 }
@@ -75,9 +79,17 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
   if (isMotion(event) && !events_.empty() && isMotion(events_.back()) && windowOf(events_.back()) == window)
     events_.pop_back();
   events_.push_back(event);
-  if (std::exchange(deliveryPosted_, true)) return;
-  services_.loop.post([this, alive = std::weak_ptr(alive_)] {
-    if (!alive.expired()) deliver();
+  if (!std::exchange(deliveryPosted_, true)) postDelivery(turnsOfReports);
+}
+
+void X11PanelFactory::postDelivery(int turns) {
+  services_.loop.post([this, turns, alive = std::weak_ptr(alive_)] {
+    if (alive.expired()) return;
+    if (turns > 0) {
+      postDelivery(turns - 1);
+    } else {
+      deliver();
+    }
   });
 }
 

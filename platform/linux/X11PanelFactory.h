@@ -31,6 +31,7 @@ class X11PanelFactory final : public PanelFactory {
 
  private:
   void take(const xcb_generic_event_t& event);
+  void postDelivery(int turns);
   void deliver();
 
   X11PanelServices services_;

@@ -1,6 +1,7 @@
 // What the mouse does on the strip.
 
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <algorithm>
 
@@ -127,6 +128,25 @@ TEST_P(Tabs, TheWindowButtonsMinimiseZoomAndClose) {
   strip.clickWindowButton(WindowButton::close);
   desktop.observer().waitUntil("the window is closed", [&] { return !desktop.observer().box(report.id); });
   strip.waitUntilHidden();
+}
+
+TEST_P(Tabs, WhatAWindowDidBeforeAPressCountsFirst) {
+  const auto report = editor().open("Report", {60, 120, 900, 400});
+  startPellar();
+  strip.waitUntilOver(report);
+  // Pellar hears of both at once: the window was moved, and then its zoom button was clicked.
+  pellar->signal(SIGSTOP);
+  desktop.move(report, 100, 200);
+  const auto moved = desktop.frame(report);
+  strip.clickWindowButton(WindowButton::zoom);
+  pellar->signal(SIGCONT);
+  desktop.observer().waitUntil("the window fills the screen",
+                               [&] { return desktop.frame(report).width >= 1438; });
+  strip.waitUntilOver(report);
+  strip.clickWindowButton(WindowButton::zoom);
+  desktop.observer().waitUntil("it is back where it was moved to",
+                               [&] { return desktop.frame(report) == moved; });
+  strip.waitUntilOver(report);
 }
 
 TEST_P(Tabs, DraggingTheEmptyStripMovesTheWindow) {
