@@ -75,6 +75,26 @@ class SimWorld final : public World {
     return static_cast<int>(std::ranges::count(keys, tabKey, &SimKey::keyCode));
   }
 
+  void workNextMenu(std::optional<int> place) override {
+    mac_.menus().next([place](SimOpenMenu& menu) {
+      if (!place) return;
+      auto rows = menu.rows();
+      std::erase_if(rows, [](const std::string& row) { return row == "---" || row.starts_with('('); });
+      std::string title = rows.at(static_cast<std::size_t>(*place));
+      constexpr std::string_view mark = "✓ ";
+      if (title.starts_with(mark)) title.erase(0, mark.size());
+      menu.choose({title});
+    });
+  }
+  void answerNextQuestion(std::optional<std::string> text) override {
+    if (!text) return mac_.alerts().nextCancel();
+    if (!text->empty()) return mac_.alerts().nextType(*text);
+    mac_.alerts().next([](const TextAlert& alert) {
+      return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, alert.fieldText};
+    });
+  }
+  std::string pasted() override { return mac_.pasteboard().string(); }
+
   Color colorAt(ScreenPoint point) override {
     constexpr Color glass{0.12, 0.12, 0.12, 1, std::nullopt};
     const SimPanel* const panel = mac_.panels().at(point);

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -72,6 +73,15 @@ class World {
   virtual void pressTab(const HeldKeys& held) = 0;
   // How often the application of a window has received Tab.
   [[nodiscard]] virtual int tabsReceived(WorldWindow window) = 0;
+
+  // What the user does with the next pop-up menu: goes to the item at that place, counting from 0 what can be
+  // chosen, and presses Return; presses Escape when it is absent. The menu opens afterwards.
+  virtual void workNextMenu(std::optional<int> place) = 0;
+  // What the user does with the next question: types a text, unless it is empty, and presses Return; presses
+  // Escape when it is absent.
+  virtual void answerNextQuestion(std::optional<std::string> text) = 0;
+  // What another application would paste now.
+  [[nodiscard]] virtual std::string pasted() = 0;
 
   // The colour that stands on the screen at a point of one of the program's panels; alpha is 1.
   [[nodiscard]] virtual Color colorAt(ScreenPoint point) = 0;

@@ -1,9 +1,11 @@
 #include "tests/contract/linux/LinuxWorld.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTimer>
+#include <QWidget>
 #include <cmath>
 #include <cstdlib>
+#include <future>
 #include <stdexcept>
 #include <variant>
 
@@ -175,6 +177,46 @@ void LinuxWorld::press(Key key) {
 
 void LinuxWorld::turnWheel(ScreenPoint point, int notches) {
   for (int i = 0; i < std::abs(notches); ++i) click(point, notches > 0 ? wheelDown : wheelUp);
+}
+
+void LinuxWorld::whenBusy(std::function<bool()> isBusy, std::function<void()> deed) {
+  auto* look = new QTimer(QCoreApplication::instance());
+  QObject::connect(look, &QTimer::timeout, look, [look, isBusy = std::move(isBusy), deed = std::move(deed)] {
+    if (!isBusy()) return;
+    look->stop();
+    look->deleteLater();
+    deed();
+  });
+  look->start(std::chrono::milliseconds(5));
+}
+
+void LinuxWorld::workNextMenu(std::optional<int> place) {
+  whenBusy([] { return QApplication::activePopupWidget() != nullptr; },
+           [this, place] {
+             if (!place) return pressEscape();
+             for (int step = 0; step <= *place; ++step) press(Key::down);
+             press(Key::enter);
+           });
+}
+
+void LinuxWorld::answerNextQuestion(std::optional<std::string> text) {
+  whenBusy(
+      [] {
+        const QWidget* question = QApplication::activeModalWidget();
+        return question != nullptr && question->isActiveWindow();
+      },
+      [this, text = std::move(text)] {
+        if (!text) return pressEscape();
+        type(*text);
+        press(Key::enter);
+      });
+}
+
+std::string LinuxWorld::pasted() {
+  // This process answers the one that asks, so that it must not wait for the answer.
+  auto answer = std::async(std::launch::async, [this] { return desktop_.observer().clipboard(); });
+  wait([&answer] { return answer.wait_for(std::chrono::seconds(0)) == std::future_status::ready; });
+  return answer.get();
 }
 
 Color LinuxWorld::colorAt(ScreenPoint point) {

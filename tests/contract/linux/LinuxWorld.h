@@ -42,6 +42,9 @@ class LinuxWorld final : public World {
   void turnWheel(ScreenPoint point, int notches) override;
   void pressTab(const HeldKeys& held) override;
   int tabsReceived(WorldWindow window) override;
+  void workNextMenu(std::optional<int> place) override;
+  void answerNextQuestion(std::optional<std::string> text) override;
+  [[nodiscard]] std::string pasted() override;
   [[nodiscard]] Color colorAt(ScreenPoint point) override;
 
   // What only a test of the X11 adapter asks for.
@@ -64,6 +67,8 @@ class LinuxWorld final : public World {
   // A point of the screen as the server counts.
   [[nodiscard]] e2e::Box rootPoint(ScreenPoint point) const;
   void click(ScreenPoint point, int button);
+  // Does that as soon as the window that the toolkit is busy with has the keyboard.
+  void whenBusy(std::function<bool()> isBusy, std::function<void()> deed);
 
   e2e::Desktop& desktop_;
   bool lost_ = false;

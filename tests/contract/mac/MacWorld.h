@@ -32,6 +32,9 @@ class MacWorld final : public World {
   void turnWheel(ScreenPoint point, int notches) override;
   void pressTab(const HeldKeys& held) override;
   int tabsReceived(WorldWindow window) override;
+  void workNextMenu(std::optional<int> place) override;
+  void answerNextQuestion(std::optional<std::string> text) override;
+  std::string pasted() override;
   Color colorAt(ScreenPoint point) override;
 
  private:

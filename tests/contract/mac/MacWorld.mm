@@ -106,6 +106,19 @@ int MacWorld::tabsReceived(WorldWindow /*window*/) {
   needsAUser();
 }
 
+void MacWorld::workNextMenu(std::optional<int> /*place*/) {
+  needsAUser();
+}
+
+void MacWorld::answerNextQuestion(std::optional<std::string> /*text*/) {
+  needsAUser();
+}
+
+// The pasteboard is the user's; MacPasteboardTest looks at it and puts back what was there.
+std::string MacWorld::pasted() {
+  needsAUser();
+}
+
 Color MacWorld::colorAt(ScreenPoint /*point*/) {
   needsAUser();
 }
