@@ -31,7 +31,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
       menus_(*connection_, screens_, monitors_),
       alerts_(*connection_, [this] { return panels_.shownFrames(); }),
-      statusBar_(loop_),
+      statusBar_(loop_, monitors_),
       loginItem_(configFolder(), ownProgram()),
       notifications_(loop_),
       pump_(*connection_, mirror_, applications_, loop_, std::move(onLost)),

@@ -1,6 +1,7 @@
 #include "platform/linux/QtMenuItems.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QFontMetrics>
 #include <QIcon>
 #include <QMenu>
@@ -113,6 +114,12 @@ void fill(QMenu& native, const Menu& menu, const Receiver& onChosen) {
     } else {
       add(native, std::get<ClosureItem>(item), onChosen);
     }
+  }
+}
+
+void closeOpenMenus() {
+  while (QWidget* menu = QApplication::activePopupWidget()) {
+    if (!menu->close()) return;
   }
 }
 

@@ -14,4 +14,7 @@ namespace pellar::QtMenuItems {
 void fill(QMenu& native, const Menu& menu,
           const std::function<void(const std::function<void()>& handler)>& onChosen);
 
+// Closes every menu that is open, a submenu before the one it hangs from.
+void closeOpenMenus();
+
 }  // namespace pellar::QtMenuItems

@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-#include <QApplication>
 #include <QMenu>
 #include <functional>
 #include <utility>
@@ -23,13 +22,6 @@ void releasePointer(const X11Connection& connection) {
       xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
 }
 
-// A submenu before the one it hangs from.
-void closeAll() {
-  while (QWidget* menu = QApplication::activePopupWidget()) {
-    if (!menu->close()) return;
-  }
-}
-
 }  // namespace
 
 void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
@@ -42,7 +34,7 @@ void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
     const double height = screens.empty() ? 0 : screens.front().frame.height;
     releasePointer(connection_);
     // A press elsewhere may come before the toolkit has got hold of the pointer, or where it does not.
-    const Subscription elsewhere = monitors_.onGlobalMouseDown(&closeAll);
+    const Subscription elsewhere = monitors_.onGlobalMouseDown(&QtMenuItems::closeOpenMenus);
     native.exec(
         QPoint(static_cast<int>(event.screenLocation.x), static_cast<int>(height - event.screenLocation.y)));
   }

@@ -1,6 +1,7 @@
 #include "platform/linux/QtStatusBar.h"
 
 #include <QCursor>
+#include <QEvent>
 #include <QMenu>
 #include <QSystemTrayIcon>
 #include <chrono>
@@ -24,11 +25,20 @@ bool hasSessionBus() {
 
 }  // namespace
 
-class QtStatusBar::Item {
+class QtStatusBar::Item : public QObject {
  public:
-  Item(MainLoop& loop, StatusItemLook look, std::function<Menu()> menu)
-      : loop_(loop), look_(std::move(look)), menu_(std::move(menu)) {
+  Item(MainLoop& loop, EventMonitors& monitors, StatusItemLook look, std::function<Menu()> menu)
+      : loop_(loop), monitors_(monitors), look_(std::move(look)), menu_(std::move(menu)) {
     QObject::connect(&native_, &QMenu::aboutToShow, &native_, [this] { refill(); });
+    native_.installEventFilter(this);
+  }
+
+  // A tray of its own process shows the menu itself: then the toolkit's stays hidden.
+  bool eventFilter(QObject* object, QEvent* event) override {
+    // Where somebody else has hold of the pointer, the toolkit does not hear of presses elsewhere.
+    if (event->type() == QEvent::Show) elsewhere_ = monitors_.onGlobalMouseDown(&QtMenuItems::closeOpenMenus);
+    if (event->type() == QEvent::Hide) elsewhere_.cancel();
+    return QObject::eventFilter(object, event);
   }
 
   void showInTray() {
@@ -63,18 +73,20 @@ class QtStatusBar::Item {
   }
 
   MainLoop& loop_;
+  EventMonitors& monitors_;
   StatusItemLook look_;
   std::function<Menu()> menu_;
-  QMenu native_;
+  Subscription elsewhere_;                 // while the menu is on the screen
+  QMenu native_;                           // depends-on: elsewhere_, which it ends when it goes
   std::unique_ptr<QSystemTrayIcon> icon_;  // depends-on: native_
 };
 
-QtStatusBar::QtStatusBar(MainLoop& loop) : loop_(loop) {}
+QtStatusBar::QtStatusBar(MainLoop& loop, EventMonitors& monitors) : loop_(loop), monitors_(monitors) {}
 
 QtStatusBar::~QtStatusBar() = default;
 
 Subscription QtStatusBar::addItem(const StatusItemLook& look, std::function<Menu()> menu) {
-  item_ = std::make_shared<Item>(loop_, look, std::move(menu));
+  item_ = std::make_shared<Item>(loop_, monitors_, look, std::move(menu));
   start_ = loop_.after(std::chrono::milliseconds(0), [this] { item_->showInTray(); });
   return Subscription([this] {
     start_.cancel();

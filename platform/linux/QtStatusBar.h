@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "platform/EventMonitors.h"
 #include "platform/MainLoop.h"
 #include "platform/StatusBar.h"
 
@@ -11,7 +12,8 @@ namespace pellar {
 // reached by openMenu().
 class QtStatusBar final : public StatusBar {
  public:
-  explicit QtStatusBar(MainLoop& loop);
+  // Both outlive this.
+  QtStatusBar(MainLoop& loop, EventMonitors& monitors);
   ~QtStatusBar() override;
 
   // The icon comes at the next turn, when the program has started.
@@ -24,6 +26,7 @@ class QtStatusBar final : public StatusBar {
   class Item;
 
   MainLoop& loop_;
+  EventMonitors& monitors_;
   std::shared_ptr<Item> item_;
   Subscription start_;
 };

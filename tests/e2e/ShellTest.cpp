@@ -136,6 +136,13 @@ TEST_F(Shell, AThirdStartWhileTheMenuIsOpenLeavesItOpen) {
   strip.waitUntilHidden();
 }
 
+TEST_F(Shell, EndsInOrderWhileItsMenuIsOpen) {
+  startWithStrip();
+  openMenuBySecondStart();
+  stopPellar();
+  menu->waitUntilClosed();
+}
+
 TEST_F(Shell, TheMenuQuitsTheProgram) {
   startWithStrip();
   chooseBySecondStart(quitItem);
