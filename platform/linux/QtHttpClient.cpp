@@ -1,16 +1,21 @@
 #include "platform/linux/QtHttpClient.h"
 
+#include <QCoreApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QTimer>
 #include <QUrl>
+#include <chrono>
 #include <utility>
+
+#include "platform/linux/StartUpMemory.h"
 
 namespace pellar {
 namespace {
 
 constexpr int mostRedirects = 5;
+constexpr std::chrono::milliseconds releaseDelay{2000};
 // Longer than a resolver tries.
 constexpr qint64 longestLookUp = 60'000;
 
@@ -28,6 +33,13 @@ bool isWhole(const QNetworkReply& reply) {
 bool hasPromisedLength(const QNetworkReply& reply, qsizetype length) {
   const auto promised = reply.header(QNetworkRequest::ContentLengthHeader);
   return !promised.isValid() || promised.toLongLong() == length;
+}
+
+void takeAway(QNetworkAccessManager* network) {
+  // Exchanges end inside a signal of it.
+  network->deleteLater();
+  // A request is made a few times a day, and what it took is more than the rest of the program.
+  QTimer::singleShot(releaseDelay, qApp, &StartUpMemory::release);
 }
 
 }  // namespace
@@ -105,9 +117,7 @@ QtHttpClient::~QtHttpClient() = default;
 std::shared_ptr<QNetworkAccessManager> QtHttpClient::network() {
   auto network = network_.lock();
   if (!network) {
-    // Exchanges end inside a signal of it.
-    network = std::shared_ptr<QNetworkAccessManager>(
-        new QNetworkAccessManager, [](QNetworkAccessManager* manager) { manager->deleteLater(); });
+    network = std::shared_ptr<QNetworkAccessManager>(new QNetworkAccessManager, &takeAway);
     network_ = network;
   }
   return network;
