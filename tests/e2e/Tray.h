@@ -22,7 +22,7 @@ class Tray {
 
   // Until Pellar's item is there.
   void waitForItem();
-  // Category, name and status of the item.
+  // Category, name and status of the item, and the sizes of its icon.
   [[nodiscard]] Rows item() { return ask("item"); }
   // The menu: "✓ " before what is checked, "---" for a separator, " ▸" behind a submenu, whose rows follow
   // indented by two spaces.

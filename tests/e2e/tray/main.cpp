@@ -105,6 +105,7 @@ class Item {
   void tellItem() {
     for (const char* name : {"Category", "Id", "Status"})
       say(QLatin1String(name) + QLatin1String(": ") + item_.property(name).toString());
+    tellIcon();
   }
   void tellRows() { tell(open().children, QString()); }
   void choose(const QStringList& titles) {
@@ -123,6 +124,28 @@ class Item {
   void activate() { item_.call(QStringLiteral("Activate"), 0, 0); }
 
  private:
+  void tellIcon() {
+    QDBusInterface properties(item_.service(), item_.path(),
+                              QStringLiteral("org.freedesktop.DBus.Properties"), item_.connection());
+    const auto reply =
+        properties.call(QStringLiteral("Get"), item_.interface(), QStringLiteral("IconPixmap"));
+    const auto icons = reply.arguments().value(0).value<QDBusVariant>().variant().value<QDBusArgument>();
+    QString sizes;
+    icons.beginArray();
+    while (!icons.atEnd()) {
+      int width = 0;
+      int height = 0;
+      QByteArray pixels;
+      icons.beginStructure();
+      icons >> width >> height >> pixels;
+      icons.endStructure();
+      // Four bytes a pixel, and not all of them alike.
+      if (pixels.size() == 4 * width * height && pixels.count(pixels.at(0)) < pixels.size())
+        sizes += QStringLiteral(" %1x%2").arg(width).arg(height);
+    }
+    icons.endArray();
+    say(QLatin1String("Icon:") + sizes);
+  }
   Row open() {
     menu_.call(QStringLiteral("AboutToShow"), 0);
     const auto reply = menu_.call(QStringLiteral("GetLayout"), 0, -1, QStringList());
