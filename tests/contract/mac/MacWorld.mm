@@ -1,8 +1,10 @@
 #include "tests/contract/mac/MacWorld.h"
 
-#import <Foundation/Foundation.h>
+#import <AppKit/AppKit.h>
 
 #include <stdexcept>
+
+#include "platform/mac/Conversions.h"
 
 namespace pellar::contract {
 namespace {
@@ -114,9 +116,9 @@ void MacWorld::answerNextQuestion(std::optional<std::string> /*text*/) {
   needsAUser();
 }
 
-// The pasteboard is the user's; MacPasteboardTest looks at it and puts back what was there.
+// The pasteboard is the user's; main.mm puts back what was on it.
 std::string MacWorld::pasted() {
-  needsAUser();
+  return fromNSString([NSPasteboard.generalPasteboard stringForType:NSPasteboardTypeString]);
 }
 
 Color MacWorld::colorAt(ScreenPoint /*point*/) {
