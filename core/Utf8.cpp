@@ -113,6 +113,14 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
+bool areEquivalent(std::string_view left, std::string_view right) {
+  if (left == right) return true;
+  const std::string first = repaired(left);
+  const std::string second = repaired(right);
+  if (first.size() > longestComposed || second.size() > longestComposed) return first == second;
+  return composed(first) == composed(second);
+}
+
 std::string folded(std::string_view text) {
   std::string result;
   result.reserve(text.size());

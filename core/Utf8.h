@@ -20,6 +20,10 @@ std::string repaired(std::string_view text);
 // UTF-8.
 std::string_view trimmed(std::string_view text);
 
+// Whether two texts read the same: letters may be composed in one and not in the other, and a byte that is
+// part of no valid character reads as U+FFFD.
+bool areEquivalent(std::string_view left, std::string_view right);
+
 // The text in lower case and composed form, so that equal names compare equal however they were typed.
 // Repairs text that is not valid UTF-8.
 std::string folded(std::string_view text);

@@ -11,6 +11,7 @@
 #include "core/Log.h"
 #include "core/PathExtension.h"
 #include "core/TabLabel.h"
+#include "core/Utf8.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 
@@ -137,7 +138,7 @@ void StripDocuments::rename(std::shared_ptr<OfficeWindow> window, std::string pa
   const std::string current = stem(path);
   const auto answer = Prompt::ask(platform_.alerts, platform_.workspace, "Rename file",
                                   "New name for " + current + ":", current);
-  if (!answer || *answer == current) return;
+  if (!answer || Utf8::areEquivalent(*answer, current)) return;
   // Without its window another document of the same name might be meant.
   const auto target = actions_->existing(window);
   const auto newPath = target ? automation_.rename(*target, path, *answer) : std::nullopt;
@@ -198,7 +199,12 @@ void StripDocuments::saveGroup(const WindowList& windows) {
   const auto name = Prompt::ask(platform_.alerts, platform_.workspace, "Group name",
                                 std::to_string(paths.size()) + " saved files will be in this group.", "");
   if (!name) return;
-  store_->update([&](AppState& state) { state.groups.insert_or_assign(*name, paths); });
+  store_->update([&](AppState& state) {
+    auto& groups = state.groups;
+    const auto same = std::ranges::find_if(
+        groups, [&](const auto& group) { return Utf8::areEquivalent(group.first, *name); });
+    groups.insert_or_assign(same == groups.end() ? *name : same->first, paths);
+  });
 }
 
 void StripDocuments::openGroup(const std::string& name) {

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <map>
+
 #include "tests/app/MenuStory.h"
 
 namespace pellar {
@@ -79,6 +81,14 @@ TEST_F(Groups, AGroupOfTheSameNameIsReplacedWithoutAsking) {
   saveAs("Monday");
   EXPECT_EQ(mac.alerts().shown().size(), 1U);
   EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Plan.docx")});
+}
+
+TEST_F(Groups, ANameTypedInOtherCharactersIsTheSameName) {
+  put("U\u0308bersicht", {"/old.docx"});
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  saveAs("\u00DCbersicht");
+  EXPECT_EQ(saved().groups, (std::map<std::string, Labels>{{"U\u0308bersicht", {pathOf("Plan.docx")}}}));
 }
 
 TEST_F(Groups, ANameOfBlanksOrNoAnswerSavesNothing) {

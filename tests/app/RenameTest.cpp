@@ -88,6 +88,16 @@ TEST_F(Renaming, TheSameNameNoNameAndNoAnswerDoNothing) {
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
 }
 
+TEST_F(Renaming, TheSameNameTypedInOtherCharactersDoesNothing) {
+  static_cast<void>(openInWord("U\u0308bersicht.docx"));  // as some file systems hand names out
+  start();
+  const auto asked = mac.scripts().sources().size();
+  renameTab(strip().tabs().front(), "\u00DCbersicht");
+  EXPECT_EQ(mac.scripts().sources().size(), asked);
+  EXPECT_TRUE(exists(pathOf("U\u0308bersicht.docx")));
+  EXPECT_EQ(log.messages(), Labels{"tracking started"});
+}
+
 TEST_F(Renaming, AnotherFileIsNeverOverwritten) {
   static_cast<void>(openInWord("Plan.docx"));
   std::ofstream(pathOf("Budget.docx")) << "somebody else's";

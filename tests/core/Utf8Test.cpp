@@ -70,10 +70,25 @@ TEST(Utf8, FoldsEverySpellingOfALetterAlike) {
   EXPECT_EQ(Utf8::folded("\u1112\u1161\u11AB"), Utf8::folded("\uD55C"));
 }
 
+TEST(Utf8, TextsAreEquivalentHoweverTheirLettersAreComposed) {
+  EXPECT_TRUE(Utf8::areEquivalent("", ""));
+  EXPECT_TRUE(Utf8::areEquivalent("\u00DCber", "U\u0308ber"));
+  EXPECT_TRUE(Utf8::areEquivalent("\u212B", "A\u030A"));
+  EXPECT_TRUE(
+      Utf8::areEquivalent("pl\xFF"
+                          "an",
+                          "pl\uFFFDan"));
+  EXPECT_FALSE(Utf8::areEquivalent("\u00DCber", "\u00FCber")) << "case counts";
+  EXPECT_FALSE(Utf8::areEquivalent("\u00DCber", "Uber"));
+  EXPECT_FALSE(Utf8::areEquivalent("Plan", "Plan "));
+  EXPECT_FALSE(Utf8::areEquivalent("", "a"));
+}
+
 TEST(Utf8, ALongRunOfCombiningMarksDoesNotHoldTheProgramUp) {
   std::string marks = "a";
   for (int index = 0; index < 200'000; ++index) marks += index % 2 == 0 ? "\u0301" : "\u0323";
   EXPECT_EQ(Utf8::folded(marks).size(), marks.size());
+  EXPECT_FALSE(Utf8::areEquivalent(marks, marks + "a"));
 }
 
 RC_GTEST_PROP(Utf8Property, RepairedTextIsValidAndValidTextStays, (const std::string& bytes)) {
