@@ -6,27 +6,32 @@
 
 namespace pellar {
 
-// An environment variable that is changed for as long as this lives. Only while no other thread runs that
-// reads the environment.
+// An environment variable that is changed, or taken away, for as long as this lives. Only while no other
+// thread runs that reads the environment.
 class TemporaryVariable {
  public:
-  TemporaryVariable(const char* name, const QByteArray& value) : name_(name) {
+  // Absent: the variable is not set.
+  using Value = std::optional<QByteArray>;
+
+  TemporaryVariable(const char* name, const Value& value) : name_(name) {
     if (qEnvironmentVariableIsSet(name)) before_ = qgetenv(name);
-    qputenv(name, value);
+    set(value);
   }
-  ~TemporaryVariable() {
-    if (before_) {
-      qputenv(name_, *before_);
-    } else {
-      qunsetenv(name_);
-    }
-  }
+  ~TemporaryVariable() { set(before_); }
   TemporaryVariable(const TemporaryVariable&) = delete;
   TemporaryVariable& operator=(const TemporaryVariable&) = delete;
 
  private:
+  void set(const Value& value) {
+    if (value) {
+      qputenv(name_, *value);
+    } else {
+      qunsetenv(name_);
+    }
+  }
+
   const char* name_;
-  std::optional<QByteArray> before_;
+  Value before_;
 };
 
 }  // namespace pellar

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <variant>
@@ -60,6 +61,8 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
   // A desktop's own theme brings its whole toolkit along.
   const TemporaryVariable theme("QT_QPA_PLATFORMTHEME", "generic");
   const TemporaryVariable desktop("XDG_CURRENT_DESKTOP", "X-Generic");
+  // The session's manager would start it again at the next login, whatever the menu says about that.
+  const TemporaryVariable session("SESSION_MANAGER", std::nullopt);
   QApplication::setDesktopSettingsAware(false);
   QApplication::setQuitOnLastWindowClosed(false);
   auto application = std::make_unique<QApplication>(argc, argv);

@@ -3,8 +3,13 @@
 #include "tests/e2e/ShellTest.h"
 
 #include <gtest/gtest.h>
+#include <poll.h>
 #include <signal.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <sstream>
@@ -284,6 +289,23 @@ TEST_F(Shell, StartAtLoginWritesAnEntryThatStartsItAndTakesItAway) {
   chooseBySecondStart(startAtLoginItem);
   desktop.observer().waitUntil("the entry is gone", [&] { return !std::filesystem::exists(entry); });
   EXPECT_TRUE(std::filesystem::is_empty(folder));
+}
+
+TEST_F(Shell, TheSessionsManagerIsNotAskedToStartItAgain) {
+  const auto report = openEditor();
+  sockaddr_un place{};
+  place.sun_family = AF_UNIX;
+  const auto path = (desktop.folders().root() / "session").string();
+  ASSERT_LT(path.size(), sizeof place.sun_path);
+  std::copy(path.begin(), path.end(), place.sun_path);
+  const int manager = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  ASSERT_EQ(bind(manager, reinterpret_cast<const sockaddr*>(&place), sizeof place), 0);
+  ASSERT_EQ(listen(manager, 1), 0);
+  startIn({{"SESSION_MANAGER", "local/here:" + path}});
+  strip.waitUntilOver(report);
+  pollfd entry{manager, POLLIN, 0};
+  EXPECT_EQ(poll(&entry, 1, 0), 0) << "somebody came";
+  close(manager);
 }
 
 TEST_F(Shell, StartAtLoginThatCannotBeWrittenIsLogged) {
