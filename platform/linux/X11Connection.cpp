@@ -140,9 +140,10 @@ void X11Connection::noteError(const xcb_generic_event_t& event) {
   }
 }
 
-bool X11Connection::dispatchArrived(int limit) {
-  bool any = false;
-  for (; limit > 0; --limit) {
+X11Connection::Arrived X11Connection::dispatchArrived(bool upToPress) {
+  constexpr int limit = 1000;
+  auto arrived = Arrived::nothing;
+  for (int count = 0; count < limit; ++count) {
     XcbReply<xcb_generic_event_t> event;
     if (!unseen_.empty()) {
       event = std::move(unseen_.front());
@@ -151,10 +152,11 @@ bool X11Connection::dispatchArrived(int limit) {
       event.reset(xcb_poll_for_event(connection_));
     }
     if (!event) break;
-    any = true;
+    arrived = Arrived::events;
     dispatch(*event);
+    if (upToPress && (event->response_type & 0x7f) == XCB_BUTTON_PRESS) return Arrived::press;
   }
-  return any;
+  return arrived;
 }
 
 bool X11Connection::waitForInput(std::chrono::milliseconds time) {

@@ -87,9 +87,12 @@ class X11Connection {
   // the same round.
   [[nodiscard]] Subscription onEvent(std::function<void(const xcb_generic_event_t&)> handler);
 
-  // Hands over the events that have arrived, reading the socket but never waiting; at most `limit` of them.
-  // Whether there were any.
-  bool dispatchArrived(int limit = 1000);
+  // Hands over the events that have arrived, reading the socket but never waiting; a great many of them, but
+  // not without end. Whether there were any.
+  bool dispatchArrived() { return dispatchArrived(false) != Arrived::nothing; }
+  enum class Arrived { nothing, events, press };
+  // The same up to the next mouse press in a window of ours; whether that is where it ended.
+  Arrived dispatchArrivedUpToPress() { return dispatchArrived(true); }
   // Waits until the socket has something to read. False when the time is up first.
   bool waitForInput(std::chrono::milliseconds time);
   // Sends what was asked for so far; first what `prepare`, given before, adds to it.
@@ -114,6 +117,7 @@ class X11Connection {
   X11Connection(xcb_connection_t* connection, xcb_screen_t* screen);
   void internAtoms();
   void dispatch(const xcb_generic_event_t& event);
+  Arrived dispatchArrived(bool upToPress);
   void noteError(const xcb_generic_event_t& event);
 
   xcb_connection_t* connection_;

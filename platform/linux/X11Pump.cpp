@@ -17,6 +17,9 @@ constexpr int roundsPerPump = 4;
 // A notification's callback posts the refresh it asks for: both turns are run before the pump ends.
 constexpr int turnsPerPump = 2;
 
+// The press itself is delivered after them. What arrived behind it counts later.
+constexpr int turnsWithPress = turnsPerPump + 1;
+
 }  // namespace
 
 X11Pump::X11Pump(X11Connection& connection, X11Mirror& mirror, X11Applications& applications,
@@ -39,18 +42,26 @@ void X11Pump::pump() {
   const QtMainLoop::Turn turn(loop_);
   connection_.flush();
   for (int round = 0; round < roundsPerPump; ++round) {
-    const bool events = connection_.dispatchArrived();
+    const auto arrived = connection_.dispatchArrivedUpToPress();
     const bool reads = mirror_.readStale();
-    if (!events && !reads) break;
+    if (arrived == X11Connection::Arrived::press) {
+      report(turnsWithPress);
+    } else if (arrived == X11Connection::Arrived::nothing && !reads) {
+      break;
+    }
   }
   if (connection_.lost()) {
     notifier_->setEnabled(false);
     if (!std::exchange(reportedLoss_, true)) onLost_();
     return;
   }
-  applications_.update();
-  loop_.runPosted(turnsPerPump);
+  report(turnsPerPump);
   connection_.flush();
+}
+
+void X11Pump::report(int turns) {
+  applications_.update();
+  loop_.runPosted(turns);
 }
 
 void X11Pump::beforeSleep() {

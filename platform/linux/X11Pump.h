@@ -25,6 +25,7 @@ class X11Pump {
 
  private:
   void pump();
+  void report(int turns);
   void beforeSleep();
 
   X11Connection& connection_;

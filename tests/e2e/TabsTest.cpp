@@ -4,12 +4,15 @@
 #include <signal.h>
 
 #include <algorithm>
+#include <chrono>
 
 #include "tests/e2e/DesktopTest.h"
 
 namespace pellar::e2e {
 
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr std::uint32_t tabKey = 0xff09;
 constexpr std::uint32_t altKey = 0xffe9;
@@ -147,6 +150,31 @@ TEST_P(Tabs, WhatAWindowDidBeforeAPressCountsFirst) {
   desktop.observer().waitUntil("it is back where it was moved to",
                                [&] { return desktop.frame(report) == moved; });
   strip.waitUntilOver(report);
+}
+
+TEST_P(Tabs, WhatAWindowDidAfterAPressCountsLater) {
+  Application terminal(desktop, "terminal");
+  const auto shell = terminal.open("Shell", {200, 500, 900, 300});
+  const auto report = editor().open("Report", {60, 120, 900, 300});
+  const auto plan = editor().open("Plan", {60, 120, 900, 300});
+  startPellar();
+  strip.waitUntilOver(plan);
+  strip.waitUntilTabs(2);
+  // What it still has to read would be told as it is by then.
+  for (long before = -1; before != pellar->voluntarySwitches();) {
+    before = pellar->voluntarySwitches();
+    ASSERT_FALSE(pellar->waitForEnd(200ms).has_value());
+  }
+  // Pellar hears of both at once: the close button was clicked, and then another program came to the front.
+  pellar->signal(SIGSTOP);
+  strip.clickWindowButton(WindowButton::close);
+  desktop.activate(shell);
+  pellar->signal(SIGCONT);
+  desktop.observer().waitUntil("the window that was in front then is closed",
+                               [&] { return !desktop.observer().box(plan.id).has_value(); });
+  strip.waitUntilOver(shell);
+  EXPECT_TRUE(desktop.observer().box(shell.id).has_value());
+  EXPECT_TRUE(desktop.observer().box(report.id).has_value());
 }
 
 TEST_P(Tabs, DraggingTheEmptyStripMovesTheWindow) {
