@@ -26,7 +26,7 @@ constexpr qsizetype longestTitle = 1000;
 // key.
 QString shownTitle(const std::string& title, const QFontMetrics& metrics) {
   QString text = QString::fromStdString(title);
-  if (text.size() > longestTitle) text = text.left(longestTitle) + QChar(0x2026);
+  if (text.size() > longestTitle) text = text.left(longestTitle / 2) + text.right(longestTitle / 2);
   for (QChar& each : text) {
     // Line breaks would make two rows of it, and a tab begins the name of a key.
     if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
