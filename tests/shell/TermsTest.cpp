@@ -1,3 +1,5 @@
+#include <fstream>
+
 #include "app/info/Agreement.h"
 #include "app/info/EulaWindowController.h"
 #include "tests/shell/ShellStory.h"
@@ -94,6 +96,23 @@ TEST_F(Terms, QuitRecordsNothing) {
   window(termsTitle).press("Quit");
   EXPECT_TRUE(mac.program().terminated());
   EXPECT_EQ(saved().acceptedEulaVersion, "");
+  pellar.reset();
+  start();
+  EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
+}
+
+TEST_F(Terms, AcceptedOnADiskThatIsFullTheyHoldForTheRun) {
+  const auto folder = mac.platform().folders.applicationSupport / "Pellar";
+  std::filesystem::remove_all(folder);
+  start();
+  std::ofstream(folder) << "in the way";
+  window(termsTitle).press("I Agree");
+  const auto lines = log.messages();
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_TRUE(lines[1].starts_with("state save failed: ")) << lines[1];
+  EXPECT_EQ(lines[2], "terms accepted: v1");
+  goTo(editor);
+  EXPECT_TRUE(stripShown());
   pellar.reset();
   start();
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
