@@ -98,8 +98,11 @@ bool greets(const std::string& name, Clock::time_point deadline) {
 }  // namespace
 
 std::optional<QString> address() {
-  if (const QByteArray given = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !given.isEmpty())
+  if (const QByteArray given = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !given.isEmpty()) {
+    // Whoever connects to such an address starts a bus.
+    if (given.startsWith("autolaunch:")) return std::nullopt;
     return QString::fromLocal8Bit(given);
+  }
   const QByteArray folder = qgetenv("XDG_RUNTIME_DIR");
   const QString socket = QString::fromLocal8Bit(folder) + QStringLiteral("/bus");
   if (folder.isEmpty() || !QFileInfo::exists(socket)) return std::nullopt;

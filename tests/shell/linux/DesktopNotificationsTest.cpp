@@ -12,6 +12,7 @@
 
 #include "platform/linux/DesktopNotifications.h"
 #include "platform/linux/QtMainLoop.h"
+#include "platform/linux/SessionBus.h"
 #include "tests/e2e/Desktop.h"
 #include "tests/e2e/Folders.h"
 #include "tests/e2e/Process.h"
@@ -96,6 +97,12 @@ TEST_F(Notifying, IsNotGrantedWithoutABus) {
   qputenv("DBUS_SESSION_BUS_ADDRESS", environment.at("DBUS_SESSION_BUS_ADDRESS").c_str());
   EXPECT_EQ(asked(), false);
   notifications.add({.identifier = "a", .title = "to nobody", .body = ""});
+}
+
+TEST_F(Notifying, NoBusIsStartedForIt) {
+  qputenv("DBUS_SESSION_BUS_ADDRESS", "autolaunch:");
+  EXPECT_EQ(SessionBus::address(), std::nullopt);
+  EXPECT_EQ(asked(), false);
 }
 
 TEST_F(Notifying, ABusThatHangsHoldsNobodyUp) {
