@@ -143,6 +143,12 @@ xcb_window_t X11Accessibility::mainWindow(const X11Application& application) con
 }
 
 std::optional<AttributeValue> X11Accessibility::menuBar(const X11Application& application) {
+  if (main_.activationCount == applications_.activationCount() && main_.window != XCB_WINDOW_NONE &&
+      mirror_.find(main_.window) == nullptr) {
+    // The window that was meant is gone, and what its menu should do is not for another.
+    main_ = {};
+    return std::nullopt;
+  }
   const X11Window* window = mirror_.find(mainWindow(application));
   if (window == nullptr || !window->pid || !applications_.isLocal(*window)) return std::nullopt;
   const auto ofProcess = std::ranges::count_if(
@@ -156,6 +162,12 @@ std::optional<AttributeValue> X11Accessibility::menuBar(const X11Application& ap
 void X11Accessibility::set(const Element& element, std::string_view name, const AttributeValue& value) {
   const X11Element& handle = X11Element::of(element);
   if (handle.kind() != X11Element::Kind::window) return;
+  if (name == "AXMain") {
+    // Menus are a window's own here: nothing on the screen has to change for one to be meant.
+    const auto* becomesMain = std::get_if<bool>(&value);
+    if (becomesMain != nullptr && *becomesMain) main_ = {handle.number(), applications_.activationCount()};
+    return;
+  }
   const X11Window* window = mirror_.find(handle.number());
   if (window == nullptr) return;
   if (name == "AXPosition") {
@@ -164,10 +176,6 @@ void X11Accessibility::set(const Element& element, std::string_view name, const 
     if (const auto* size = std::get_if<Size>(&value)) frames_.setSize(window->id, *size);
   } else if (name == "AXMinimized") {
     if (const auto* minimized = std::get_if<bool>(&value)) setMinimized(*window, *minimized);
-  } else if (name == "AXMain") {
-    // Menus are a window's own here: nothing on the screen has to change for one to be meant.
-    const auto* becomesMain = std::get_if<bool>(&value);
-    if (becomesMain != nullptr && *becomesMain) main_ = {window->id, applications_.activationCount()};
   }
 }
 

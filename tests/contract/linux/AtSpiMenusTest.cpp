@@ -166,6 +166,18 @@ TEST_F(AtSpiMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
   EXPECT_TRUE(wait([&] { return read<bool>(plan, "AXMain") == true; }));
 }
 
+TEST_F(AtSpiMenusTest, TheMenuMeantForAWindowThatIsGoneIsNotAnothers) {
+  startGtkEditor({"report.txt", "plan.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element report = known("report.txt");
+  desktop().close(desktop().waitForWindow("report.txt"));
+  const Element plan = known("plan.txt");
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), plan) && windowsOf(editor->pid()).size() == 1; }));
+  accessibility().set(report, "AXMain", true);
+  EXPECT_FALSE(menuBar().has_value());
+  EXPECT_TRUE(hasMenuBar()) << "the next one is the remaining window's again";
+}
+
 TEST_F(AtSpiMenusTest, AQtEditorSaves) {
   startQtEditor("letter.txt");
   ASSERT_TRUE(hasMenuBar());
