@@ -59,17 +59,17 @@ class RandomDay {
     if (seed % 2 == 0) {
       interrupted_.happening = [this] {
         if (chance(6)) happen();
-        if (chance(6)) pellar_.tracker().refresh();
+        if (chance(6) && pellar_) pellar_->tracker().refresh();
         if (chance(6)) mac_.settle();
       };
     }
     std::filesystem::create_directories(mac_.platform().folders.logFile.parent_path());
     std::filesystem::create_directories(mac_.home() / "Documents");
-    acceptTerms(pellar_);
+    acceptTerms(*pellar_);
     for (const char* name : {"Plan.txt", "Report.txt", "Budget.docx"}) {
       const std::string path = mac_.home() / name;
       std::ofstream(path) << "text";
-      pellar_.store().update([&](AppState& state) { state.touchRecent(path, "org.example.editor", 1); });
+      pellar_->store().update([&](AppState& state) { state.touchRecent(path, "org.example.editor", 1); });
     }
     mac_.workspace().onOpen = [this](const std::string& path) {
       if (chance(2)) open(path.substr(path.rfind('/') + 1));
@@ -78,7 +78,7 @@ class RandomDay {
       if (chance(20)) happen();
     };
     for (std::size_t i = 0; i < names.size(); ++i) launch(i);
-    pellar_.applicationDidFinishLaunching();
+    pellar_->applicationDidFinishLaunching();
     mac_.settle();
   }
 
@@ -86,6 +86,7 @@ class RandomDay {
     for (int step = 0; step < stepsPerDay; ++step) {
       expectUserAtMenusAndQuestions();
       chance(2) ? happen() : act();
+      if (chance(60)) restart();
       if (chance(4)) mac_.advance(std::chrono::milliseconds(below(900)));
       if (chance(40)) mac_.advance(31s);
       mac_.settle();
@@ -99,7 +100,7 @@ class RandomDay {
     mac_.pointer().moveTo({-3000, -3000});
     mac_.advance(10s);
     EXPECT_LE(mac_.mainLoop().activeTimers(), 2U) << "the looks for updates, and auto-save where it is on";
-    EXPECT_EQ(StateStore(pellar_.store().url()).state(), pellar_.store().state()) << "all of it is saved";
+    EXPECT_EQ(StateStore(pellar_->store().url()).state(), pellar_->store().state()) << "all of it is saved";
   }
 
  private:
@@ -115,6 +116,21 @@ class RandomDay {
   }
   void told(const std::string& what) { trail_.push_back(what); }
   [[nodiscard]] StripReader strip() { return mac_.strip(); }
+
+  // In the middle of whatever is shown or waited for.
+  void restart() {
+    told("restarts");
+    pellar_.reset();
+    EXPECT_TRUE(mac_.panels().all().empty());
+    EXPECT_FALSE(mac_.eventMonitors().watched());
+    EXPECT_EQ(mac_.eventTaps().count(), 0U);
+    EXPECT_EQ(mac_.accessibility().liveObservers(), 0);
+    if (chance(2)) happen();
+    mac_.settle();
+    pellar_.emplace(mac_.platformWith(interrupted_));
+    pellar_->applicationDidFinishLaunching();
+    mac_.settle();
+  }
 
   // --- what applications and displays do ---
 
@@ -191,7 +207,8 @@ class RandomDay {
       case 18:
         changeDisplays();
         // The system moves windows then, or says something else about them.
-        return pellar_.tracker().refresh();
+        if (pellar_) pellar_->tracker().refresh();
+        return;
       default:
         application.freeze();
         if (chance(2)) act();
@@ -320,7 +337,7 @@ class RandomDay {
       EXPECT_FALSE(isShown({200, 58})) << "the card";
       EXPECT_FALSE(isShown({372, 150})) << "the picker";
     }
-    const auto& tracker = pellar_.tracker();
+    const auto& tracker = pellar_->tracker();
     const auto frontmost = mac_.workspace().frontmostApplication();
     if (!tracker.app() && frontmost && frontmost->bundleId == mac_.workspace().ownBundleId()) return;
     const auto& front = tracker.front();
@@ -338,8 +355,9 @@ class RandomDay {
 
   std::mt19937 random_;
   SimMac mac_;
-  InterruptedCalls interrupted_{mac_.accessibility()};   // depends-on: mac_
-  AppDelegate pellar_{mac_.platformWith(interrupted_)};  // depends-on: mac_, interrupted_
+  InterruptedCalls interrupted_{mac_.accessibility()};  // depends-on: mac_
+  std::optional<AppDelegate> pellar_{std::in_place,
+                                     mac_.platformWith(interrupted_)};  // depends-on: interrupted_
   std::vector<SimApplication> applications_;
   std::vector<SimWindow> windows_;
   std::vector<std::string> trail_;
