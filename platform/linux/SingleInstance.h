@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QSocketNotifier;
 
@@ -13,9 +14,14 @@ namespace pellar {
 // takes back as soon as its owner is gone, however it ended. Made after the toolkit's application object.
 class SingleInstance {
  public:
-  // Null when another copy owns the display already; that one has then been asked to open its menu. Where the
-  // server cannot be asked, this copy is taken for the only one.
-  static std::unique_ptr<SingleInstance> claim();
+  // What became of the claim. Without an instance another copy owns the display already and has been asked to
+  // open its menu; it did unless it does not answer. Where the server cannot be asked, this copy is taken for
+  // the only one.
+  struct Claim {
+    std::unique_ptr<SingleInstance> instance;
+    bool otherAnswered = false;
+  };
+  static Claim claim();
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
   SingleInstance& operator=(const SingleInstance&) = delete;
@@ -25,10 +31,18 @@ class SingleInstance {
 
  private:
   explicit SingleInstance(xcb_connection_t* connection);
+  // What the other copy says: nothing, or it ended meanwhile.
+  enum class Answer { given, none, ended };
+
   bool own();
+  [[nodiscard]] xcb_window_t takeUnlessOwned() const;
+  [[nodiscard]] Answer ask(xcb_window_t owner);
+  [[nodiscard]] std::optional<Answer> nextAnswer();
   void take();
+  void send(xcb_window_t to) const;
 
   xcb_connection_t* connection_;
+  bool otherAnswered_ = false;
   xcb_window_t window_ = 0;
   xcb_atom_t selection_ = 0;
   xcb_atom_t request_ = 0;

@@ -107,10 +107,11 @@ int main(int argc, char** argv) {
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
   const auto application = makeApplication(argc, argv);
-  const auto instance = SingleInstance::claim();
+  const auto [instance, otherAnswered] = SingleInstance::claim();
   if (!instance) {
-    say("Pellar is already running; its menu is open.");
-    return 0;
+    say(otherAnswered ? "Pellar is already running; its menu is open."
+                      : "Pellar is already running, but it does not answer.");
+    return otherAnswered ? 0 : 1;
   }
   // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
   const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });

@@ -166,6 +166,43 @@ TEST_F(Shell, TheMenuShowsTheLog) {
   EXPECT_EQ(waitForOpened(), "file://" + desktop.folders().logFile().string() + "\n");
 }
 
+TEST_F(Shell, ASecondStartSaysWhenTheFirstDoesNotAnswer) {
+  startWithStrip();
+  menu->expect();
+  pellar->signal(SIGSTOP);
+  const auto second = desktop.start({builtProgram("pellar")}, "second");
+  const auto ending = second->waitForEnd();
+  pellar->signal(SIGCONT);
+  ASSERT_TRUE(ending.has_value());
+  EXPECT_EQ(ending->exitCode, 1);
+  EXPECT_EQ(second->errors(), "Pellar is already running, but it does not answer.\n");
+  // It was asked all the same.
+  menu->waitUntilOpen();
+  strike(escapeKey);
+  menu->waitUntilClosed();
+}
+
+TEST_F(Shell, ASecondStartGoesOnWhenTheFirstEndsMeanwhile) {
+  const auto report = openEditor();
+  startPellar();
+  strip.waitUntilOver(report);
+  const auto hasStarted = [this](int times) { return logLines("tracking started") == times; };
+  desktop.observer().waitUntil("it has started", [&] { return hasStarted(1); });
+  pellar->signal(SIGSTOP);
+  auto second = desktop.start({builtProgram("pellar")}, "second");
+  // It waits for an answer when it does nothing for a while.
+  const auto rests = [&] {
+    const auto before = second->voluntarySwitches();
+    return !second->waitForEnd(std::chrono::milliseconds(300)) && second->voluntarySwitches() == before;
+  };
+  for (int look = 0; look < 10 && !rests(); ++look) continue;
+  pellar->signal(SIGKILL);
+  ASSERT_TRUE(pellar->waitForEnd().has_value());
+  pellar = std::move(second);
+  desktop.observer().waitUntil("the other one has started", [&] { return hasStarted(2); });
+  strip.waitUntilOver(report);
+}
+
 TEST_F(Shell, OfTwoCopiesStartedAtTheSameMomentOneRuns) {
   const auto report = openEditor();
   const auto before = state();
