@@ -113,10 +113,27 @@ class AtSpiMenusTest : private SessionBusVariable, public X11WorldTest {
   std::unique_ptr<e2e::Process> editor;
 };
 
+// An editor of a toolkit whose menus can be had in two ways.
+class GtkMenusTest : public AtSpiMenusTest, public ::testing::WithParamInterface<bool> {
+ protected:
+  void startGtkEditor(const std::vector<std::string>& names) {
+    AtSpiMenusTest::startGtkEditor(names);
+    if (GetParam()) return;
+    // As of a program that keeps its menus to itself.
+    e2e::XObserver& observer = desktop().observer();
+    for (const xcb_window_t window : observer.clients())
+      xcb_delete_property(observer.connection(), window, observer.atom("_GTK_MENUBAR_OBJECT_PATH"));
+    observer.fence();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, GtkMenusTest, ::testing::Bool(),
+                         [](const auto& way) { return way.param ? "exported" : "accessibilityBus"; });
+
 // Longer than any walk may take, and much shorter than what waits for an answer without end.
 constexpr auto wholeWalk = 2500ms;
 
-TEST_F(AtSpiMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
+TEST_P(GtkMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
   const auto items = read<Elements>(*menuBar(), "AXChildren");
@@ -131,7 +148,7 @@ TEST_F(AtSpiMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
   EXPECT_EQ((*items)[1].hash(), child(*menuBar(), "File").hash());
 }
 
-TEST_F(AtSpiMenusTest, AGtkEditorsSaveIsEnabledWhenThereIsSomethingToSaveAndSaves) {
+TEST_P(GtkMenusTest, AGtkEditorsSaveIsEnabledWhenThereIsSomethingToSaveAndSaves) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
   EXPECT_FALSE(canSave());
@@ -142,7 +159,7 @@ TEST_F(AtSpiMenusTest, AGtkEditorsSaveIsEnabledWhenThereIsSomethingToSaveAndSave
   EXPECT_TRUE(wait([this] { return !canSave(); }));
 }
 
-TEST_F(AtSpiMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
+TEST_P(GtkMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
   startGtkEditor({"report.txt", "plan.txt"});
   ASSERT_TRUE(hasMenuBar());
   typeInto("report.txt", "x");
@@ -260,7 +277,7 @@ TEST_F(AtSpiMenusTest, AProgramWithoutAccessibilityHasNoMenuBarAndCostsNoWait) {
   EXPECT_LT(timeOf([&] { EXPECT_FALSE(bar().has_value()); }), 150ms);
 }
 
-TEST_F(AtSpiMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
+TEST_P(GtkMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
   const Element save = fileMenuItem("Save");
@@ -283,7 +300,7 @@ TEST_F(AtSpiMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
   EXPECT_TRUE(hasMenuBar()) << "it is asked again when it is back";
 }
 
-TEST_F(AtSpiMenusTest, AProgramThatEndedMeanwhileHasNothing) {
+TEST_P(GtkMenusTest, AProgramThatEndedMeanwhileHasNothing) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
   const Element bar = *menuBar();
