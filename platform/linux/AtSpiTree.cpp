@@ -84,10 +84,12 @@ bool canBeChosen(std::optional<std::uint32_t> role) {
   return role == menuItemRole || role == checkMenuItemRole || role == radioMenuItemRole;
 }
 
-// Whether an item can be chosen by a key alone, which is told behind the keys that lead through the menus.
+// Whether an item can be chosen by a key alone. One toolkit tells just that key, the other tells it behind
+// the keys that lead through the menus.
 bool hasOwnKey(const std::optional<QVariantList>& keyBinding) {
-  return keyBinding && !keyBinding->isEmpty() &&
-         !keyBinding->first().toString().section(QLatin1Char(';'), 2).isEmpty();
+  if (!keyBinding || keyBinding->isEmpty()) return false;
+  const QString keys = keyBinding->first().toString();
+  return keys.contains(QLatin1Char(';')) ? !keys.section(QLatin1Char(';'), 2).isEmpty() : !keys.isEmpty();
 }
 
 bool isOver(AtSpiBus::Deadline deadline) {

@@ -256,12 +256,16 @@ TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPe
     ASSERT_EQ(items.size(), 2U);
     EXPECT_EQ(accessibility.attribute(items[1], "AXTitle"), AttributeValue("File"));
     const auto menu = children(children(items[1]).front());
-    ASSERT_EQ(menu.size(), 2U);
+    ASSERT_EQ(menu.size(), 3U);
     EXPECT_EQ(accessibility.attribute(menu[1], "AXTitle"), AttributeValue("Save"));
     EXPECT_EQ(accessibility.attribute(menu[1], "AXEnabled"), AttributeValue(true));
     EXPECT_TRUE(accessibility.perform(menu[1], "AXPress"));
     EXPECT_TRUE(
         world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "saved\n"; }));
+    EXPECT_EQ(accessibility.attribute(menu[2], "AXTitle"), AttributeValue("New Kind"));
+    EXPECT_TRUE(accessibility.perform(menu[2], "AXPress")) << "the usual one behind it is chosen";
+    EXPECT_TRUE(
+        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "letter"; }));
     late->end();
   }
   EXPECT_FALSE(isInviting(bus)) << "the setting is the user's again";

@@ -1,4 +1,5 @@
-// qt_program FILE: a window of a current toolkit with a File menu whose Save writes one line to a file, once.
+// qt_program FILE: a window of a current toolkit with a File menu whose Save writes one line to a file, once,
+// and whose "New Kind" leads to three kinds that write their names; the second has a key.
 #include <QApplication>
 #include <QFile>
 #include <QFileInfo>
@@ -18,6 +19,15 @@ int main(int argc, char** argv) {
     if (stream.open(QIODevice::WriteOnly)) stream.write("saved\n");
     save->setEnabled(false);
   });
+  QMenu* kinds = menu->addMenu(QStringLiteral("New &Kind"));
+  for (const char* name : {"drawing", "letter", "table"}) {
+    QAction* kind = kinds->addAction(QString::fromLatin1(name));
+    QObject::connect(kind, &QAction::triggered, &window, [&file, name] {
+      QFile stream(file);
+      if (stream.open(QIODevice::WriteOnly)) stream.write(name);
+    });
+  }
+  kinds->actions().at(1)->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
   window.resize(400, 300);
   window.show();
   return QApplication::exec();
