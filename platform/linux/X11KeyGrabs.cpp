@@ -129,8 +129,8 @@ TapEvent X11KeyGrabs::event(const xcb_key_press_event_t& press) const {
 
 void X11KeyGrabs::settle(const xcb_key_press_event_t& press, bool swallow) {
   if (swallow) {
-    xcb_allow_events(connection_, XCB_ALLOW_ASYNC_KEYBOARD, press.time);
-    // Else what is typed before the key comes up would be lost.
+    // Not let go first: what was typed meanwhile would be given to this grab, and be lost. The end of the
+    // grab hands on what is waiting, and what is typed before the key comes up.
     xcb_ungrab_keyboard(connection_, press.time);
   } else {
     xcb_allow_events(connection_, XCB_ALLOW_REPLAY_KEYBOARD, press.time);
