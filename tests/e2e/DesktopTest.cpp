@@ -1,7 +1,9 @@
 #include "tests/e2e/DesktopTest.h"
 
 #include <algorithm>
+#include <chrono>
 #include <sstream>
+#include <stdexcept>
 
 namespace pellar::e2e {
 
@@ -17,6 +19,14 @@ void DesktopTest::acceptTerms() {
   desktop.observer().key(returnKey, false);
   desktop.observer().waitUntil("the terms are gone",
                                [&] { return !desktop.observer().isViewable(terms.id); });
+}
+
+void DesktopTest::waitUntilIdle() const {
+  constexpr std::chrono::milliseconds rest{200};
+  for (long before = -1; before != pellar->voluntarySwitches();) {
+    before = pellar->voluntarySwitches();
+    if (pellar->waitForEnd(rest)) throw std::runtime_error("Pellar has ended");
+  }
 }
 
 Application& DesktopTest::editor() {

@@ -23,6 +23,9 @@ class DesktopTest : public ::testing::Test {
   void acceptTerms();
   // Ends Pellar as a session does at log-out, and checks that it went in order.
   void stopPellar();
+  // Returns when Pellar has nothing left to do. What it still has to read of the desktop it is told as it is
+  // by then, as if that had come before the next click.
+  void waitUntilIdle() const;
   [[nodiscard]] Application& editor();
   // The lines of Pellar's log that contain a text.
   [[nodiscard]] int logLines(const std::string& part = "") const;

@@ -301,7 +301,9 @@ TEST_P(FileMenus, AStoppedProgramDoesNotHoldTheStripUp) {
   showStrip(other, 1);
   desktop.activate(all[0]);
   strip.waitUntilOver(all[0]);
+  strip.waitUntilTabs(3);
   mousepad->signal(SIGSTOP);
+  waitUntilIdle();
   strip.clickTool(StripTool::saveAll);
   desktop.activate(other);
   strip.waitUntilOver(other);

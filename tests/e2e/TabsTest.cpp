@@ -4,15 +4,12 @@
 #include <signal.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "tests/e2e/DesktopTest.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr std::uint32_t tabKey = 0xff09;
 constexpr std::uint32_t altKey = 0xffe9;
@@ -160,11 +157,7 @@ TEST_P(Tabs, WhatAWindowDidAfterAPressCountsLater) {
   startPellar();
   strip.waitUntilOver(plan);
   strip.waitUntilTabs(2);
-  // What it still has to read would be told as it is by then.
-  for (long before = -1; before != pellar->voluntarySwitches();) {
-    before = pellar->voluntarySwitches();
-    ASSERT_FALSE(pellar->waitForEnd(200ms).has_value());
-  }
+  waitUntilIdle();
   // Pellar hears of both at once: the close button was clicked, and then another program came to the front.
   pellar->signal(SIGSTOP);
   strip.clickWindowButton(WindowButton::close);
