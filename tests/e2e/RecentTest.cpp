@@ -140,7 +140,6 @@ TEST_P(Recent, TheWheelBringsLaterFilesIntoSight) {
   remember(names);
   startWithLetter();
   recent.openByClickOnTheField();
-  type("-file");
   recent.waitUntilRows(8);
   recent.clickRow(0);
   recent.waitUntilSelected(0);
