@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iostream>
 #include <sstream>
 #include <stdexcept>
+
+#include "tests/e2e/DesktopReport.h"
 
 namespace pellar::e2e {
 
@@ -53,7 +56,15 @@ void DesktopTest::stopPellar() {
   pellar.reset();
 }
 
+void DesktopTest::reportFailure() {
+  if (!HasFailure()) return;
+  std::cout << "Seen when the story failed:\n"
+            << describeDesktop(desktop.observer()) << "Pellar's log:\n"
+            << Folders::read(desktop.folders().logFile()) << std::flush;
+}
+
 void DesktopTest::TearDown() {
+  reportFailure();
   if (pellar) {
     desktop.observer().takeEvents();
     for (const auto window : strip.allWindows()) {

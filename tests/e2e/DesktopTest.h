@@ -30,6 +30,9 @@ class DesktopTest : public ::testing::Test {
   // The lines of Pellar's log that contain a text.
   [[nodiscard]] int logLines(const std::string& part = "") const;
 
+  // Writes what is on the screen and in Pellar's log when the story has failed.
+  void reportFailure();
+
   void TearDown() override;
 
   Desktop desktop;

@@ -46,7 +46,6 @@ class Menus : public EveryWindowManager {
     strip.waitUntilTabs(all.size());
   }
   void openTabMenu(std::size_t tab) {
-    menu->expect();
     strip.clickTab(tab, 3);
     menu->waitUntilOpen();
   }
@@ -106,7 +105,6 @@ TEST_P(Menus, APressHeldFromTheTabChoosesWhereItIsLetGo) {
   const auto all = openThree();
   const auto place = *strip.box();
   desktop.observer().movePointer(place.x + strip.tabs()[1].marker, place.y + Strip::height / 2);
-  menu->expect();
   desktop.observer().press(3);
   menu->waitUntilOpen();
   const auto box = menu->box();
@@ -236,7 +234,6 @@ TEST_P(GroupNames, MayBeAnythingAndFitTheScreen) {
         "\":[\"/a\"],\"\\u05e9\\u05dc\\u05d5\\u05dd\":[\"/a\"],\"\\u0001\":[\"/a\"],\"" +
         std::string(600, 'y') + "\":[]");
   openThree();
-  menu->expect();
   strip.clickTool(StripTool::groups);
   menu->waitUntilOpen();
   const auto box = menu->box();
@@ -261,18 +258,16 @@ TEST_P(GroupNames, ACrowdedStripLeadsToThemThroughMore) {
   for (const char* title : {"One", "Two", "Three", "Four"})
     all.push_back(editor().open(title, {100, 200, 420, 300}));
   showStrip(all);
-  menu->expect();
   strip.clickTool(StripTool::more);
   menu->waitUntilOpen();
   const auto more = menu->windows();
   menu->choose(1);
   desktop.observer().waitUntil("the groups' menu has taken its place", [&] {
     const auto open = menu->windows();
-    return open.size() == 1 && open != more && desktop.observer().keyboardTaken();
+    return open.size() == 1 && open != more && desktop.observer().keyboardIsGrabbed();
   });
   desktop.observer().strike(escapeKey);
   menu->waitUntilClosed();
-  menu->expect();
   strip.clickTool(StripTool::more);
   menu->waitUntilOpen();
   menu->choose(2);

@@ -41,8 +41,9 @@ std::vector<xcb_window_t> PopUpMenu::windows() {
 void PopUpMenu::waitUntilOpen(std::size_t count) {
   desktop_.observer().waitUntil(std::to_string(count) + " menus are open", [&] {
     if (windows().size() != count) return false;
+    const bool open = count > 0;
     auto& observer = desktop_.observer();
-    return count > 0 ? observer.keyboardTaken() : observer.keyboardMayBeFree();
+    return observer.keyboardIsGrabbed() == open && observer.pointerIsGrabbed() == open;
   });
 }
 

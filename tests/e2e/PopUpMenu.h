@@ -16,9 +16,7 @@ class PopUpMenu {
 
   // The open menus, a submenu after the one it hangs from.
   [[nodiscard]] std::vector<xcb_window_t> windows();
-  // To be called before what opens the first one: then waitUntilOpen() also waits for it to have the
-  // keyboard.
-  void expect() { desktop_.observer().watchKeyboard(); }
+  // Returns when that many are on the screen and have the mouse and the keyboard, or none is and has.
   void waitUntilOpen(std::size_t count = 1);
   void waitUntilClosed() { waitUntilOpen(0); }
   [[nodiscard]] Box box(std::size_t index = 0);

@@ -25,7 +25,6 @@ void Shell::startIn(const Environment& changed, const std::string& program) {
 }
 
 void Shell::openMenuBySecondStart() {
-  menu->expect();
   const auto second = desktop.start({builtProgram("pellar")}, "second");
   const auto ending = second->waitForEnd();
   ASSERT_TRUE(ending.has_value());

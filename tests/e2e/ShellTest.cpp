@@ -168,7 +168,6 @@ TEST_F(Shell, TheMenuShowsTheLog) {
 
 TEST_F(Shell, ASecondStartSaysWhenTheFirstDoesNotAnswer) {
   startWithStrip();
-  menu->expect();
   pellar->signal(SIGSTOP);
   const auto second = desktop.start({builtProgram("pellar")}, "second");
   const auto ending = second->waitForEnd();
@@ -220,7 +219,6 @@ TEST_F(Shell, OfTwoCopiesStartedAtTheSameMomentOneRuns) {
             "Pellar is already running; its menu is open.\n");
   pellar = std::move(copies[static_cast<std::size_t>(1 - ended)]);
   menu.emplace(desktop, *pellar);
-  menu->expect();
   strip.waitUntilOver(report);
   desktop.observer().waitUntil("the menu is open", [this] { return menu->windows().size() == 1; });
   strike(escapeKey);

@@ -23,7 +23,10 @@ class Shell : public DesktopTest {
   static constexpr std::uint32_t spaceKey = 0x20;
 
   explicit Shell(WindowManager manager = WindowManager::openbox) : DesktopTest(manager) {}
-  void TearDown() override { stopPellar(); }
+  void TearDown() override {
+    reportFailure();
+    stopPellar();
+  }
 
   Window openEditor() { return editor().open("Report", {200, 200, 800, 400}); }
   void startWithStrip();

@@ -110,7 +110,7 @@ TEST_P(Tabs, TheWindowButtonsMinimiseZoomAndClose) {
   strip.clickWindowButton(WindowButton::zoom);
   desktop.observer().waitUntil("the window fills the screen below the strip", [&] {
     const auto frame = desktop.frame(report);
-    return frame.x == 0 && frame.y == Strip::height && frame.width >= 1438 && frame.height >= 866;
+    return frame.x == 0 && frame.y == Strip::height && frame.width > 1438 && frame.height > 866;
   });
   strip.waitUntilOver(report);
   strip.clickWindowButton(WindowButton::zoom);

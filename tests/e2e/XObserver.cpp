@@ -71,11 +71,6 @@ void XObserver::takeEvents() {
   bool desktopChanged = false;
   while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
     const int type = event->response_type & 0x7f;
-    if (type == XCB_FOCUS_OUT || type == XCB_FOCUS_IN) {
-      const auto mode = reinterpret_cast<const xcb_focus_out_event_t*>(event.get())->mode;
-      if (type == XCB_FOCUS_OUT && mode == XCB_NOTIFY_MODE_GRAB) keyboardTaken_ = true;
-      if (type == XCB_FOCUS_IN && mode == XCB_NOTIFY_MODE_UNGRAB) keyboardTaken_ = false;
-    }
     if (type == XCB_SELECTION_NOTIFY) selectionAnswered_ = true;
     if (type != XCB_PROPERTY_NOTIFY) continue;
     const auto* change = reinterpret_cast<const xcb_property_notify_event_t*>(event.get());
@@ -323,27 +318,42 @@ void XObserver::type(const std::string& text) {
   }
 }
 
-void XObserver::watchKeyboard() {
+xcb_window_t XObserver::focus() const {
   const XReply<xcb_get_input_focus_reply_t> reply(
       xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
-  takeEvents();
-  keyboardTaken_ = false;
-  // The window with the focus is told when another takes the keyboard.
-  keyboardTeller_ = reply ? reply->focus : static_cast<xcb_window_t>(XCB_NONE);
-  if (keyboardTeller_ > XCB_INPUT_FOCUS_POINTER_ROOT) {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_FOCUS_CHANGE;
-    xcb_change_window_attributes(connection_, reply->focus, XCB_CW_EVENT_MASK, &events);
-  }
+  return reply ? reply->focus : static_cast<xcb_window_t>(XCB_NONE);
+}
+
+Box XObserver::pointer() const {
+  const XReply<xcb_query_pointer_reply_t> reply(
+      xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root_), nullptr));
+  return reply ? Box{reply->root_x, reply->root_y, 0, 0} : Box{};
+}
+
+template <class Reply, class Cookie>
+bool XObserver::isRefused(Cookie tried, Reply* (*answerTo)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                          xcb_void_cookie_t (*letGo)(xcb_connection_t*, xcb_timestamp_t)) {
+  const XReply<Reply> answer(answerTo(connection_, tried, nullptr));
+  const bool got = answer && answer->status == XCB_GRAB_STATUS_SUCCESS;
+  if (got) letGo(connection_, XCB_CURRENT_TIME);
+  xcb_ungrab_server(connection_);
   fence();
+  return !got;
 }
 
-bool XObserver::keyboardTaken() {
-  takeEvents();
-  return keyboardTaken_;
+bool XObserver::keyboardIsGrabbed() {
+  // Meanwhile nobody else is served, so that no program finds its own grab refused.
+  xcb_grab_server(connection_);
+  return isRefused(
+      xcb_grab_keyboard(connection_, 0, root_, XCB_CURRENT_TIME, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+      &xcb_grab_keyboard_reply, &xcb_ungrab_keyboard);
 }
 
-bool XObserver::keyboardMayBeFree() {
-  return !keyboardTaken() || !isViewable(keyboardTeller_);
+bool XObserver::pointerIsGrabbed() {
+  xcb_grab_server(connection_);
+  return isRefused(xcb_grab_pointer(connection_, 0, root_, 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
+                                    XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+                   &xcb_grab_pointer_reply, &xcb_ungrab_pointer);
 }
 
 std::string XObserver::clipboard() {

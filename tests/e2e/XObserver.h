@@ -109,12 +109,14 @@ class XObserver {
   // Letters, digits and what else is on a key of its own; capitals with Shift.
   void type(const std::string& text);
 
-  // Whether some program has taken the keyboard for itself, as an open menu does, since watchKeyboard() and
-  // still has it.
-  void watchKeyboard();
-  [[nodiscard]] bool keyboardTaken();
-  // The opposite, and true when the window that would be told of it is gone.
-  [[nodiscard]] bool keyboardMayBeFree();
+  // The window that keys go to, or none.
+  [[nodiscard]] xcb_window_t focus() const;
+  // Where the mouse pointer is, as a box of no size.
+  [[nodiscard]] Box pointer() const;
+
+  // Whether some program has taken the keyboard, or the mouse, for itself, as an open menu does.
+  [[nodiscard]] bool keyboardIsGrabbed();
+  [[nodiscard]] bool pointerIsGrabbed();
 
   // The text that a paste would give now; empty when the clipboard holds none.
   [[nodiscard]] std::string clipboard();
@@ -125,14 +127,16 @@ class XObserver {
   void takeEvents();
 
  private:
+  // Whether a grab that was just tried, with the server held, is refused. Gives back what was got.
+  template <class Reply, class Cookie>
+  bool isRefused(Cookie tried, Reply* (*answerTo)(xcb_connection_t*, Cookie, xcb_generic_error_t**),
+                 xcb_void_cookie_t (*letGo)(xcb_connection_t*, xcb_timestamp_t));
   void noteDesktop();
 
   xcb_connection_t* connection_;
   xcb_window_t root_ = 0;
   xcb_window_t own_ = 0;  // never shown; its property asks for the time
   xcb_timestamp_t lastTime_ = 0;
-  bool keyboardTaken_ = false;
-  xcb_window_t keyboardTeller_ = XCB_NONE;
   bool selectionAnswered_ = false;
   mutable std::map<std::string, xcb_atom_t> atoms_;
   std::set<xcb_window_t> everActive_;

@@ -24,7 +24,6 @@ PopUpMenu menuOf(Stage& stage) {
 
 void openTabMenu(Stage& stage) {
   auto menu = menuOf(stage);
-  menu.expect();
   stage.strip().clickTab(0, 3);
   menu.waitUntilOpen();
 }
@@ -65,7 +64,6 @@ void goToTheOther(Stage& stage) {
 
 void openGroups(Stage& stage) {
   auto menu = menuOf(stage);
-  menu.expect();
   stage.strip().clickTool(StripTool::groups);
   menu.waitUntilOpen();
 }
@@ -105,7 +103,6 @@ void openMore(Stage& stage) {
   stage.observer().waitUntil("the terminal is narrow",
                              [&] { return stage.observer().box(terminal.id)->width <= narrow; });
   stage.strip().waitUntilOver(terminal);
-  menu.expect();
   stage.strip().clickTool(StripTool::more);
   menu.waitUntilOpen();
 }
