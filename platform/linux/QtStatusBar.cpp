@@ -41,7 +41,9 @@ class QtStatusBar::Item : public QObject {
     return QObject::eventFilter(object, event);
   }
 
+  // Does nothing when it is there already.
   void showInTray() {
+    if (icon_) return;
     // A tray of its own process may read the menu before it says that it opens it.
     refill();
     // The toolkit looks for a tray on the session bus, and would start a bus where there is none.
@@ -95,7 +97,11 @@ Subscription QtStatusBar::addItem(const StatusItemLook& look, std::function<Menu
 }
 
 void QtStatusBar::openMenu() {
-  if (item_) item_->open();
+  if (!item_) return;
+  // What the tray does with the menu would take an open one off the screen for a moment, and the toolkit
+  // closes it for that.
+  item_->showInTray();
+  item_->open();
 }
 
 }  // namespace pellar
