@@ -10,7 +10,8 @@
 namespace pellar::e2e {
 
 // A private desktop as somebody works on it: a GTK editor with three documents, each in a window of its own,
-// and a terminal beside them. Pellar is started by the first step. All of it ends with this object.
+// and a terminal beside them. Pellar is started by the first step, as if never before. All of it ends with
+// this object.
 class Stage {
  public:
   explicit Stage(std::string pellarProgram);
@@ -28,6 +29,8 @@ class Stage {
   void orderDocumentsAsOpened();
 
   void startPellar();
+  // The program a second time, which has the first one open its menu, and ends.
+  void startPellarAgain();
   // Ends Pellar as a session does at log-out. Throws unless it went in order and had nothing to complain
   // about.
   void endPellar();

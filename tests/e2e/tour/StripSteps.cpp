@@ -30,12 +30,6 @@ void expectOverDocument(Stage& stage, Window window) {
   expectOver(stage, window, stage.documents().size(), placeOf(stage, window));
 }
 
-void start(Stage& stage) {
-  const auto front = frontWindow(stage);
-  stage.startPellar();
-  expectOverDocument(stage, front);
-}
-
 void clickTab(Stage& stage, std::size_t index) {
   stage.strip().clickTab(index);
   expectOverDocument(stage, stage.documents().at(index));
@@ -170,7 +164,6 @@ void minimiseTerminal(Stage& stage) {
 std::vector<Step> stripSteps(Stage& stage) {
   const auto minimised = std::make_shared<Box>();
   return {
-      {"strip-on-the-editor", "started Pellar with three documents open", [&] { start(stage); }},
       {"second-tab", "clicked the second tab", [&] { clickTab(stage, 1); }},
       {"first-tab", "clicked the first tab", [&] { clickTab(stage, 0); }},
       {"tab-held", "took the first tab and holds it behind the last", [&] { holdFirstTabAtTheEnd(stage); }},

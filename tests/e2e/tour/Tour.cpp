@@ -9,6 +9,7 @@
 #include "tests/e2e/tour/MenuSteps.h"
 #include "tests/e2e/tour/PanelSteps.h"
 #include "tests/e2e/tour/Photographer.h"
+#include "tests/e2e/tour/ShellSteps.h"
 #include "tests/e2e/tour/Stage.h"
 #include "tests/e2e/tour/StripSteps.h"
 
@@ -50,7 +51,8 @@ bool runTour(const std::string& pellarProgram, const std::filesystem::path& fold
   try {
     Stage stage(pellarProgram);
     Photographer photographer(stage.observer(), folder);
-    for (const auto& steps : {stripSteps(stage), menuSteps(stage), panelSteps(stage)}) {
+    for (const auto& steps : {firstStartSteps(stage), stripSteps(stage), menuSteps(stage), panelSteps(stage),
+                              shellSteps(stage)}) {
       for (const auto& step : steps) {
         if (interrupted()) throw std::runtime_error("interrupted");
         if (!perform(step, stage, photographer)) return false;
