@@ -122,8 +122,9 @@ void X11PanelWindow::setFrame(const PixelRect& frame) {
       static_cast<std::uint32_t>(frame.width), static_cast<std::uint32_t>(frame.height)};
   std::uint16_t mask = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
   if (resized) mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
-  xcb_configure_window(connection_, id_, mask, values.data());
+  // The shape first: in between, the part that a window has grown by would let presses through.
   if (resized) updateShape();
+  xcb_configure_window(connection_, id_, mask, values.data());
 }
 
 void X11PanelWindow::updateShape() {

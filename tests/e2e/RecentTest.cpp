@@ -249,6 +249,22 @@ TEST_P(RecentKeys, AClickOnTheStripClosesToo) {
   waitUntilReceived(window, 1);
 }
 
+TEST_P(RecentKeys, AClickOnATabBesideTheUnfoldedFieldGoesToThatTab) {
+  std::vector<Window> all;
+  for (const char* title : {"One", "Two", "Three", "Four", "Five"})
+    all.push_back(editor().open(title, {60, 150, 1200, 500}));
+  startPellar();
+  strip.waitUntilOver(all.back());
+  strip.waitUntilTabs(all.size());
+  recent.openByClickOnTheMagnifier();
+  strip.clickTab(3);
+  recent.waitUntilClosed();
+  strip.waitUntilOver(all[3]);
+  strike('x');
+  waitUntilReceived(all[3], 1);
+  EXPECT_EQ(desktop.keysReceived(all[2], 'x'), 0);
+}
+
 }  // namespace
 
 }  // namespace pellar::e2e
