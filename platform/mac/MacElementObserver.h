@@ -23,7 +23,10 @@ class MacElementObserver final : public ElementObserver {
   void add(const Element& element, std::string_view notification) override;
 
  private:
-  explicit MacElementObserver(std::function<void()> onNotification);
+  MacElementObserver(CFRef<AXObserverRef> observer, std::function<void()> onNotification);
+
+  // Whether the application accepts notifications already.
+  [[nodiscard]] bool isListening(ProcessId pid);
 
   std::shared_ptr<const std::function<void()>> onNotification_;
   CFRef<AXObserverRef> observer_;

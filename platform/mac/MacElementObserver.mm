@@ -14,29 +14,15 @@ namespace {
 // it is back, so that nothing changes under what the user is choosing in.
 const CFRunLoopMode reportMode = kCFRunLoopDefaultMode;
 
-// Whether the application accepts notifications already. For one that is still launching the observer is
-// made, but each registration is refused with kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71
-// saw it in each of three applications started cold. NSRunningApplication.finishedLaunching does not tell
-// (github.com/lwouis/alt-tab-macos/issues/117), so it is tried.
-bool isListening(AXObserverRef observer, ProcessId pid) {
-  const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
-  const AXError error =
-      AXObserverAddNotification(observer, application.get(), kAXFocusedWindowChangedNotification, nullptr);
-  if (error == kAXErrorSuccess) {
-    AXObserverRemoveNotification(observer, application.get(), kAXFocusedWindowChangedNotification);
-  }
-  return error != kAXErrorCannotComplete;
-}
-
 }  // namespace
 
-MacElementObserver::MacElementObserver(std::function<void()> onNotification)
-    : onNotification_(std::make_shared<const std::function<void()>>(std::move(onNotification))) {}
+MacElementObserver::MacElementObserver(CFRef<AXObserverRef> observer, std::function<void()> onNotification)
+    : onNotification_(std::make_shared<const std::function<void()>>(std::move(onNotification))),
+      observer_(std::move(observer)) {}
 
 std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
                                                              std::function<void()> onNotification) {
   const AXObserverCallback callback = [](AXObserverRef observer, AXUIElementRef, CFStringRef, void* context) {
-    // What was registered to find out whether the application listens.
     if (context == nullptr) return;
     // The callback may drop the observer that is calling.
     const auto running = static_cast<const MacElementObserver*>(context)->onNotification_;
@@ -49,11 +35,29 @@ std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
   const AXError error = AXObserverCreate(pid, callback, &created);
   auto observer = CFRef<AXObserverRef>::adopt(created);
   if (error != kAXErrorSuccess || !observer) return nullptr;
-  if (!isListening(observer.get(), pid)) return nullptr;
-  std::unique_ptr<MacElementObserver> made(new MacElementObserver(std::move(onNotification)));
-  made->observer_ = std::move(observer);
+  std::unique_ptr<MacElementObserver> made(
+      new MacElementObserver(std::move(observer), std::move(onNotification)));
+  if (!made->isListening(pid)) return nullptr;
   CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()), reportMode);
   return made;
+}
+
+// For an application that is still launching the observer is made, but each registration is refused with
+// kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71 saw it in each of three applications started
+// cold. NSRunningApplication.finishedLaunching does not tell (github.com/lwouis/alt-tab-macos/issues/117), so
+// it is tried.
+//
+// A busy application may refuse to take the registration back (-25204,
+// github.com/pqrs-org/Karabiner-archived/issues/239). It then stays, and a later one for the same notification
+// is refused as made already; so it is the very one that add() makes.
+bool MacElementObserver::isListening(ProcessId pid) {
+  const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
+  const AXError error = AXObserverAddNotification(observer_.get(), application.get(),
+                                                  kAXFocusedWindowChangedNotification, this);
+  if (error == kAXErrorSuccess) {
+    AXObserverRemoveNotification(observer_.get(), application.get(), kAXFocusedWindowChangedNotification);
+  }
+  return error != kAXErrorCannotComplete;
 }
 
 // Off the loop nothing is delivered any more, also what the application has sent already.
