@@ -13,7 +13,7 @@ namespace pellar {
 // An AXObserver on the main run loop, in its default mode: menus and questions hold its reports back.
 class MacElementObserver final : public ElementObserver {
  public:
-  // Null when the system makes none, or while the application is still launching.
+  // Null when the system makes none, while the application is still launching, and without the permission.
   [[nodiscard]] static std::unique_ptr<MacElementObserver> make(ProcessId pid,
                                                                 std::function<void()> onNotification);
   ~MacElementObserver() override;

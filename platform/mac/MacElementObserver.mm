@@ -43,13 +43,16 @@ std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
 }
 
 // For an application that is still launching the observer is made, but each registration is refused with
-// kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71 saw it in each of three applications started
-// cold. NSRunningApplication.finishedLaunching does not tell (github.com/lwouis/alt-tab-macos/issues/117), so
-// it is tried.
+// kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71 saw it in each of three applications
+// started cold. NSRunningApplication.finishedLaunching does not tell
+// (github.com/lwouis/alt-tab-macos/issues/117), so it is tried.
 //
 // A busy application may refuse to take the registration back (-25204,
-// github.com/pqrs-org/Karabiner-archived/issues/239). It then stays, and a later one for the same notification
-// is refused as made already; so it is the very one that add() makes.
+// github.com/pqrs-org/Karabiner-archived/issues/239). It then stays, and a later one for the same
+// notification is refused as made already; so it is the very one that add() makes.
+//
+// Without the permission everything is refused with kAXErrorAPIDisabled, and it may be given back. An
+// application that answers so while it is held is not asked again at each refresh.
 bool MacElementObserver::isListening(ProcessId pid) {
   const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
   const AXError error = AXObserverAddNotification(observer_.get(), application.get(),
@@ -57,6 +60,7 @@ bool MacElementObserver::isListening(ProcessId pid) {
   if (error == kAXErrorSuccess) {
     AXObserverRemoveNotification(observer_.get(), application.get(), kAXFocusedWindowChangedNotification);
   }
+  if (error == kAXErrorAPIDisabled) return AXIsProcessTrusted();
   return error != kAXErrorCannotComplete;
 }
 
