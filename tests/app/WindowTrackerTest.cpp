@@ -161,20 +161,27 @@ TEST_F(TrackerTest, EveryKindOfChangeIsNoticed) {
   EXPECT_GT(delegate->reports, before);
 }
 
-TEST_F(TrackerTest, ABurstOfNotificationsCostsOneRefresh) {
-  const auto plan = open("Plan");
+TEST_F(TrackerTest, ABurstOfRequestsCostsOneRefresh) {
+  open("Plan");
   start();
   const int before = delegate->reports;
   for (int i = 1; i <= 5; ++i) tracker->scheduleRefresh();
   EXPECT_EQ(delegate->reports, before);
   settle();
   EXPECT_EQ(delegate->reports, before + 1);
+}
 
-  accessibility.forgetRoundTrips();
-  for (int i = 1; i <= 1000; ++i) desktop.setTitle(*plan, "Plan " + std::to_string(i));
-  settle();
-  EXPECT_EQ(tabs(), Titles{"Plan 1000"});
-  EXPECT_LE(delegate->reports, before + 4);
+TEST_F(TrackerTest, ABurstOfNotificationsCostsOneRefresh) {
+  const auto plan = open("Plan");
+  start();
+  for (const int burst : {5, 1000}) {
+    const int before = delegate->reports;
+    for (int i = 1; i <= burst; ++i) desktop.setTitle(*plan, "Plan " + std::to_string(i));
+    EXPECT_EQ(delegate->reports, before);
+    settle();
+    EXPECT_EQ(tabs(), Titles{"Plan " + std::to_string(burst)});
+    EXPECT_EQ(delegate->reports, before + 1);
+  }
 }
 
 TEST_F(TrackerTest, ARefreshReportsAlsoWhenNothingChanged) {
