@@ -1,5 +1,7 @@
 #include "app/tracking/AX.h"
 
+#include <cmath>
+
 namespace pellar::AX {
 
 std::optional<AxRect> frame(Accessibility& accessibility, const Element& element) {
@@ -7,6 +9,10 @@ std::optional<AxRect> frame(Accessibility& accessibility, const Element& element
   if (!position) return std::nullopt;
   const auto size = value<Size>(accessibility, element, "AXSize");
   if (!size) return std::nullopt;
+  // Another program may tell what it likes. A place that is no number compares with nothing, so that every
+  // attempt to correct it would write it back, and panels cannot be put there.
+  for (const double each : {position->x, position->y, size->width, size->height})
+    if (!std::isfinite(each)) return std::nullopt;
   return AxRect::of(*position, *size);
 }
 

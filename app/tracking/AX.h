@@ -19,7 +19,7 @@ template <class T>
   return std::nullopt;
 }
 
-// Position and size in Accessibility coordinates; absent when either cannot be read.
+// Position and size in Accessibility coordinates; absent when either cannot be read or is not finite.
 [[nodiscard]] std::optional<AxRect> frame(Accessibility& accessibility, const Element& element);
 
 // Asks a window to take a frame. Whether it did is seen by reading it.

@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "app/tracking/AX.h"
 #include "app/tracking/OfficeWindow.h"
+#include "platform/sim/FaultyAccessibility.h"
 #include "platform/sim/SimAccessibility.h"
 #include "platform/sim/SimDesktop.h"
 #include "platform/sim/SimElement.h"
@@ -42,6 +45,35 @@ TEST_F(OfficeWindowTest, AFrameNeedsBothItsParts) {
   window->quirks.refusedAttributes.clear();
   window->quirks.mistypedAttributes = {"AXSize"};
   EXPECT_EQ(AX::frame(accessibility, element), std::nullopt);
+}
+
+TEST_F(OfficeWindowTest, APlaceOrSizeThatIsNoFiniteNumberIsAbsent) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const double strange : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity}) {
+    for (const AxPoint position : {AxPoint{strange, 20}, AxPoint{10, strange}}) {
+      FaultyAccessibility faulty(accessibility);
+      faulty.answer("AXPosition", position);
+      EXPECT_EQ(AX::frame(faulty, element), std::nullopt) << position.x << ", " << position.y;
+    }
+    for (const Size size : {Size{strange, 480}, Size{640, strange}}) {
+      FaultyAccessibility faulty(accessibility);
+      faulty.answer("AXSize", size);
+      EXPECT_EQ(AX::frame(faulty, element), std::nullopt) << size.width << " x " << size.height;
+    }
+  }
+}
+
+TEST_F(OfficeWindowTest, AFrameThatIsNoFiniteNumberAnyMoreIsKeptAsItWas) {
+  FaultyAccessibility faulty(accessibility);
+  OfficeWindow made = record();
+  faulty.answer("AXPosition", AxPoint{std::numeric_limits<double>::quiet_NaN(), 20});
+  made.refresh(faulty);
+  EXPECT_EQ(made.frame, (AxRect{10, 20, 640, 480}));
+
+  faulty.repair();
+  desktop.setFrame(*window, {50, 60, 300, 300});
+  made.refresh(faulty);
+  EXPECT_EQ(made.frame, (AxRect{50, 60, 300, 300}));
 }
 
 TEST_F(OfficeWindowTest, EverythingOfADestroyedWindowIsAbsent) {

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <limits>
+
+#include "platform/sim/FaultyAccessibility.h"
 #include "tests/app/ForwardingAccessibility.h"
 #include "tests/app/TrackerFixture.h"
 
@@ -68,6 +71,21 @@ TEST_F(SetFrameTest, AWindowThatCannotBeReadBackIsTriedOnceAndTakenAtItsWord) {
   place(target);
   EXPECT_EQ(attempts(), 1);
   EXPECT_EQ(tab("Plan")->frame, target);
+}
+
+TEST_F(SetFrameTest, AWindowThatReadsBackNoFiniteNumberIsTriedOnceAndTakenAtItsWord) {
+  followed();
+  FaultyAccessibility faulty(accessibility);
+  const auto other = WindowTracker::create(faulty, workspace, loop);
+  constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const Size size : {Size{nan, 300}, Size{500, infinity}}) {
+    accessibility.forgetRoundTrips();
+    faulty.answer("AXSize", size);
+    other->setFrame(*tab("Plan"), target);
+    EXPECT_EQ(attempts(), 1);
+    EXPECT_EQ(tab("Plan")->frame, target);
+  }
 }
 
 TEST_F(SetFrameTest, AWindowThatIsGoneIsNoTrouble) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <string>
 #include <utility>
 
@@ -254,6 +255,31 @@ TEST_F(StripFault, AnApplicationThatFreezesUnderAClickHasItsStripBackWithItsNext
   mac.settle();
   expectStripOver(report);
   EXPECT_EQ(plan.raises(), 0);
+}
+
+TEST_F(StripFault, AWindowThatTellsAPlaceOrSizeThatIsNoNumberKeepsItsStripAndItsPlace) {
+  const auto plan = open("Plan");
+  FaultyAccessibility faulty(mac.accessibility());
+  const auto faulted = startOn(mac.platformWith(faulty));
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  for (const double strange : {std::numeric_limits<double>::quiet_NaN(), infinity, -infinity}) {
+    for (const AxPoint position : {AxPoint{strange, 200}, AxPoint{100, strange}}) {
+      faulty.answer("AXPosition", position);
+      faulted->tracker().refresh();
+      mac.settle();
+      expectStripOver(plan);
+    }
+    faulty.repair();
+    for (const Size size : {Size{strange, 600}, Size{1200, strange}}) {
+      faulty.answer("AXSize", size);
+      faulted->tracker().refresh();
+      mac.settle();
+      expectStripOver(plan);
+    }
+    faulty.repair();
+  }
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+  EXPECT_EQ(strip().tabs(), Labels{"Plan"});
 }
 
 TEST_F(StripFault, HostileTitlesAreShownAsFarAsTheyCanBe) {
