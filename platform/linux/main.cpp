@@ -10,7 +10,6 @@
 #include <variant>
 
 #include "app/shell/AppDelegate.h"
-#include "platform/linux/FolderLock.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/LostServer.h"
 #include "platform/linux/SingleInstance.h"
@@ -18,6 +17,7 @@
 #include "platform/linux/TemporaryVariable.h"
 #include "platform/linux/TerminationSignals.h"
 #include "platform/linux/XcbReply.h"
+#include "platform/shared/FolderLock.h"
 
 namespace {
 

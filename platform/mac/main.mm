@@ -7,6 +7,8 @@
 #include "platform/MainLoop.h"
 #include "platform/mac/EditingKeys.h"
 #include "platform/mac/MacPlatform.h"
+#include "platform/mac/MacUserFolders.h"
+#include "platform/shared/FolderLock.h"
 
 // Hands AppKit's start to ours. Lives as long as the process.
 @interface ApplicationDelegate : NSObject <NSApplicationDelegate>
@@ -47,18 +49,6 @@
 
 namespace {
 
-// The system starts a bundle once, unless it is told otherwise (open -n) or there are two copies of it. Both
-// would put a strip over each window and take turns in overwriting one another's state.
-bool isRunningAlready() {
-  NSString* identifier = NSBundle.mainBundle.bundleIdentifier;
-  if (identifier == nil) return false;
-  for (NSRunningApplication* each in
-       [NSRunningApplication runningApplicationsWithBundleIdentifier:identifier]) {
-    if (![each isEqual:NSRunningApplication.currentApplication] && !each.terminated) return true;
-  }
-  return false;
-}
-
 // NSApplication holds its delegate weakly.
 NSApplication* application;
 ApplicationDelegate* delegate;
@@ -68,7 +58,11 @@ ApplicationDelegate* delegate;
 int main() {
   @autoreleasepool {
     application = NSApplication.sharedApplication;
-    if (isRunningAlready()) {
+    // The system starts a bundle once, unless it is told otherwise (open -n) or there are two copies of it.
+    // Both would put a strip over each window and take turns in overwriting one another's state. The list of
+    // running applications does not tell whose turn it is: of two that start together each sees the other.
+    const pellar::FolderLock state(pellar::macUserFolders().applicationSupport / "Pellar");
+    if (state.isAnothers()) {
       std::fputs("Pellar is already running; its menu is in the menu bar.\n", stderr);
       return 0;
     }

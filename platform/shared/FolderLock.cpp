@@ -1,4 +1,4 @@
-#include "platform/linux/FolderLock.h"
+#include "platform/shared/FolderLock.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

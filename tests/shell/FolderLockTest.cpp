@@ -1,9 +1,14 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
+#include <future>
+#include <memory>
 #include <optional>
+#include <thread>
+#include <vector>
 
-#include "platform/linux/FolderLock.h"
+#include "platform/shared/FolderLock.h"
 #include "platform/sim/TemporaryFolder.h"
 
 namespace pellar {
@@ -24,6 +29,22 @@ TEST_F(AFolder, BelongsToTheFirstWhoAsks) {
   EXPECT_TRUE(FolderLock(folder).isAnothers()) << "who asked in vain took nothing away";
   first.reset();
   EXPECT_FALSE(FolderLock(folder).isAnothers());
+}
+
+TEST_F(AFolder, BelongsToExactlyOneOfManyWhoAskTogether) {
+  std::vector<std::unique_ptr<FolderLock>> locks(8);
+  std::promise<void> start;
+  const std::shared_future<void> started = start.get_future().share();
+  std::vector<std::thread> copies;
+  for (auto& lock : locks) {
+    copies.emplace_back([&lock, this, started] {
+      started.wait();
+      lock = std::make_unique<FolderLock>(folder);
+    });
+  }
+  start.set_value();
+  for (auto& copy : copies) copy.join();
+  EXPECT_EQ(std::ranges::count_if(locks, [](const auto& lock) { return !lock->isAnothers(); }), 1);
 }
 
 TEST_F(AFolder, BelongsToWhoCallsItByAnotherName) {
