@@ -1,12 +1,19 @@
 #include "platform/mac/PrefetchedAttributes.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 #include "platform/mac/AttributeValues.h"
 #include "platform/mac/Conversions.h"
 
 namespace pellar {
+namespace {
+
+// Far less than the messaging time-out, and far more than a refusal takes.
+constexpr std::chrono::milliseconds shortestSilence{500};
+
+}  // namespace
 
 void PrefetchedAttributes::fetch(std::span<const Element> elements,
                                  std::span<const std::string_view> attributes) {
@@ -22,14 +29,20 @@ void PrefetchedAttributes::fetch(std::span<const Element> elements,
     AXError error = kAXErrorCannotComplete;
     CFArrayRef copied = nullptr;
     // Not asked again for its next window, which would multiply the wait.
-    if (pid == 0 || pid != silent) {
+    bool isSilent = pid != 0 && pid == silent;
+    if (!isSilent) {
+      const auto asked = std::chrono::steady_clock::now();
       error = AXUIElementCopyMultipleAttributeValues(native, (__bridge CFArrayRef)names,
                                                      AXCopyMultipleAttributeOptions{}, &copied);
+      // The same error comes at once when messaging failed in some other way (AXError.h), which says nothing
+      // of the application's next window.
+      isSilent =
+          error == kAXErrorCannotComplete && std::chrono::steady_clock::now() - asked >= shortestSilence;
+      if (isSilent) silent = pid;
     }
     const auto values = CFRef<CFArrayRef>::adopt(copied);
-    if (error == kAXErrorCannotComplete) silent = pid;
     // Neither an object that is gone nor a silent application answers a single read any better.
-    const bool hopeless = error == kAXErrorInvalidUIElement || error == kAXErrorCannotComplete;
+    const bool hopeless = isSilent || error == kAXErrorInvalidUIElement;
     const bool complete = error == kAXErrorSuccess && values &&
                           CFArrayGetCount(values.get()) == static_cast<CFIndex>(attributes.size());
     if (!hopeless && !complete) continue;
