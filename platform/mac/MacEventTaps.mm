@@ -1,7 +1,6 @@
 #include "platform/mac/MacEventTaps.h"
 
 #include <ApplicationServices/ApplicationServices.h>
-#import <Foundation/Foundation.h>
 
 #include <chrono>
 #include <optional>
@@ -54,13 +53,11 @@ class MacEventTap final : public EventTap {
     if (!made->source_) return nullptr;
     CFRunLoopAddSource(CFRunLoopGetMain(), made->source_.get(), kCFRunLoopCommonModes);
     CGEventTapEnable(made->port_.get(), true);
-    made->stayAwake();
     made->followPermission();
     return made;
   }
 
   ~MacEventTap() override {
-    if (activity_ != nil) [NSProcessInfo.processInfo endActivity:activity_];
     if (!port_) return;
     // In this order: a tap that is still enabled while nobody reads its port holds up the session's keys.
     CGEventTapEnable(port_.get(), false);
@@ -75,14 +72,6 @@ class MacEventTap final : public EventTap {
  private:
   MacEventTap(MainLoop& loop, EventTaps::Handler handler)
       : loop_(loop), handler_(std::make_shared<const EventTaps::Handler>(std::move(handler))) {}
-
-  // A program that shows nothing for a while is put to App Nap, and wakes up slowly
-  // (github.com/Hammerspoon/hammerspoon/issues/238); each key press of the session would wait for that.
-  void stayAwake() {
-    activity_ = [NSProcessInfo.processInfo
-        beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
-                          reason:@"Key presses wait for Pellar while its shortcut is on."];
-  }
 
   void followPermission() {
     permission_ =
@@ -107,7 +96,6 @@ class MacEventTap final : public EventTap {
   std::shared_ptr<const EventTaps::Handler> handler_;
   CFRef<CFMachPortRef> port_;
   CFRef<CFRunLoopSourceRef> source_;
-  id<NSObject> activity_ = nil;
   Subscription recheck_;     // depends-on: port_
   Subscription permission_;  // depends-on: recheck_
 };

@@ -17,6 +17,7 @@
 @implementation ApplicationDelegate {
   std::unique_ptr<pellar::MacPlatform> _platform;
   std::unique_ptr<pellar::AppDelegate> _app;
+  id<NSObject> _awake;
 }
 
 - (instancetype)init {
@@ -28,7 +29,17 @@
   return self;
 }
 
+// A program that shows nothing for a while is put to App Nap, and wakes up slowly
+// (github.com/Hammerspoon/hammerspoon/issues/238). Each key press of the session would wait for that, and
+// before the permission is given, while the settings lie over our window, the user himself.
+- (void)stayAwake {
+  _awake = [NSProcessInfo.processInfo
+      beginActivityWithOptions:NSActivityUserInitiatedAllowingIdleSystemSleep
+                        reason:@"The user's key presses and windows do not wait for Pellar."];
+}
+
 - (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  [self stayAwake];
   pellar::installEditingKeys();
   _app->applicationDidFinishLaunching();
 }
