@@ -163,4 +163,13 @@ TEST(MacTextMeasureTest, TakesAnyBytes) {
   EXPECT_GT(measure.width(std::string(100'000, 'x'), font), 10'000);
 }
 
+TEST(MacTextMeasureTest, TakesNoTimeForWhatIsWiderThanAnyScreen) {
+  const MacTextMeasure measure;
+  EXPECT_EQ(measure.width(std::string(10'000'000, 'x'), font), measure.width(std::string(10'000, 'x'), font));
+  std::string emoji;
+  while (emoji.size() < 100'000) emoji += "\U0001F600";
+  EXPECT_GT(measure.width(emoji, font), 10'000);
+  EXPECT_GT(measure.width("x" + emoji, font), 10'000) << "cut in the middle of a character";
+}
+
 }  // namespace pellar::contract
