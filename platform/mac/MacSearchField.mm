@@ -71,7 +71,10 @@ std::string MacSearchField::text() const {
 }
 
 void MacSearchField::setText(const std::string& text) {
-  field_.stringValue = toNSString(text);
+  NSString* native = toNSString(text);
+  // Before: the field may say while it is emptied that a search has ended, which is not typing.
+  delegate_->knownText = fromNSString(native);
+  field_.stringValue = native;
   delegate_->knownText = this->text();
 }
 

@@ -1,6 +1,7 @@
 #include "platform/mac/MacSearchField.h"
 
 #import <QuartzCore/QuartzCore.h>
+#import <objc/runtime.h>
 
 #include "platform/Panel.h"
 #include "platform/mac/Conversions.h"
@@ -8,6 +9,19 @@
 #include "platform/mac/MacViewHost.h"
 #import "platform/mac/StripSearchField.h"
 #include "tests/contract/ContractTest.h"
+
+// Says while its text is set that a search has ended.
+@interface EagerSearchField : StripSearchField
+@end
+
+@implementation EagerSearchField
+
+- (void)setStringValue:(NSString*)text {
+  super.stringValue = text;
+  [static_cast<id<NSSearchFieldDelegate>>(self.delegate) searchFieldDidEndSearching:self];
+}
+
+@end
 
 namespace pellar::contract {
 
@@ -66,6 +80,13 @@ TEST_F(MacSearchFieldTest, TellsOfTypingAndNotOfATextThatIsSet) {
   field->setText("");
   type(@"x");
   EXPECT_EQ(texts, (std::vector<std::string>{"p", "pl", "x"}));
+}
+
+TEST_F(MacSearchFieldTest, ASearchThatEndsWhileItIsEmptiedIsNotTyping) {
+  type(@"plan");
+  object_setClass(native, EagerSearchField.class);
+  field->setText("");
+  EXPECT_EQ(texts, std::vector<std::string>{"plan"});
 }
 
 TEST_F(MacSearchFieldTest, TellsOnceThatItsButtonEmptiedIt) {
