@@ -2,6 +2,7 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <algorithm>
 #include <utility>
 
 #include "platform/mac/Conversions.h"
@@ -59,6 +60,15 @@ HostedView* makeHostedView(NSPanel* panel, const PanelStyle& style) {
   return hosted;
 }
 
+// The strip goes where another program says its window is. AppKit raises an exception for a frame that an int
+// cannot hold (github.com/WebKit/WebKit/pull/67714), and would make a picture of any smaller one.
+NSRect placeable(const ScreenRect& frame) {
+  constexpr double farthest = 1'000'000;  // points; beyond any arrangement of screens
+  constexpr double longest = 32'000;
+  return NSMakeRect(std::clamp(frame.x, -farthest, farthest), std::clamp(frame.y, -farthest, farthest),
+                    std::clamp(frame.width, 0.0, longest), std::clamp(frame.height, 0.0, longest));
+}
+
 }  // namespace
 
 MacPanel::MacPanel(const PanelStyle& style, std::shared_ptr<ListFocus> listFocus,
@@ -81,7 +91,7 @@ void MacPanel::setView(View* view) {
 
 void MacPanel::setFrame(const ScreenRect& frame, bool display) {
   const NSRect before = native_.frame;
-  [native_ setFrame:toNSRect(frame) display:display];
+  [native_ setFrame:placeable(frame) display:display];
   // The shadow of a translucent window is taken from its picture, and is not taken again by itself.
   if (!NSEqualSizes(before.size, native_.frame.size)) [native_ invalidateShadow];
   if (display) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 #include <string>
@@ -279,6 +280,25 @@ TEST_F(StripFault, AWindowThatTellsAPlaceOrSizeThatIsNoNumberKeepsItsStripAndIts
     faulty.repair();
   }
   EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
+  EXPECT_EQ(strip().tabs(), Labels{"Plan"});
+}
+
+TEST_F(StripFault, AWindowThatTellsAPlaceOrSizeBeyondEveryScreenHasItsStripBackWhenItTellsTheTruth) {
+  const auto plan = open("Plan");
+  FaultyAccessibility faulty(mac.accessibility());
+  const auto faulted = startOn(mac.platformWith(faulty));
+  faulty.ignoreWrites(true);
+  for (const double strange : {1e10, -1e10, 1e300, -1e300}) {
+    faulty.answer("AXPosition", AxPoint{strange, strange});
+    faulted->tracker().refresh();
+    mac.settle();
+    faulty.answer("AXSize", Size{std::abs(strange), std::abs(strange)});
+    faulted->tracker().refresh();
+    mac.settle();
+  }
+  faulty.repair();
+  faulted->tracker().refresh();
+  expectStripOver(plan);
   EXPECT_EQ(strip().tabs(), Labels{"Plan"});
 }
 

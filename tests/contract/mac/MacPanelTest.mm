@@ -2,6 +2,8 @@
 
 #import <QuartzCore/QuartzCore.h>
 
+#include <cmath>
+
 #import "platform/mac/GlassView.h"
 #import "platform/mac/HostedView.h"
 #include "platform/mac/MacPanelFactory.h"
@@ -40,6 +42,16 @@ TEST_F(MacPanelTest, EveryPanelIsBorderlessTranslucentAndNeverActivates) {
     EXPECT_EQ(native().frame.size.width, style.contentSize.width);
     EXPECT_EQ(native().frame.size.height, style.contentSize.height);
   }
+}
+
+TEST_F(MacPanelTest, SurvivesAFrameThatNoWindowCanHave) {
+  make(strip);
+  for (const double strange : {1e10, -1e10, 1e300, -1e300}) {
+    panel->setFrame({strange, strange, std::abs(strange), 32}, true);
+    EXPECT_LE(std::abs(panel->frame().x), 1e6);
+  }
+  panel->setFrame({100, 200, 640, 32}, true);
+  EXPECT_EQ(panel->frame(), (ScreenRect{100, 200, 640, 32}));
 }
 
 TEST_F(MacPanelTest, TheStripFloatsStaysWithItsSpaceAndCanHaveTheKeyboard) {
