@@ -1,10 +1,13 @@
 #include "app/strip/RecentDropdown.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace pellar {
 namespace {
+
+using namespace std::chrono_literals;
 
 constexpr Size dropdownSize{480, 300};
 constexpr double screenMargin = 8;
@@ -14,7 +17,8 @@ constexpr double gap = 4;
 
 RecentDropdown::RecentDropdown(const Platform& platform, std::shared_ptr<StateStore> store, Panel& strip,
                                TabStripView& view)
-    : eventMonitors_(platform.eventMonitors),
+    : loop_(platform.mainLoop),
+      eventMonitors_(platform.eventMonitors),
       screens_(platform.screens),
       strip_(strip),
       view_(view),
@@ -37,13 +41,9 @@ void RecentDropdown::open(const std::optional<TrackedApp>& app) {
     view_.setSearchExpanded(true);
     position();
     panel_->orderFrontRegardless();
-    const auto report = [this] {
-      // The handler may drop this very monitor.
-      if (const auto handler = onOutsideClick) handler();
-    };
-    clickMonitors_.push_back(eventMonitors_.onGlobalMouseDown(report));
-    clickMonitors_.push_back(eventMonitors_.onLocalMouseDown([this, report](const ObservedClick& click) {
-      if (!isInside(click)) report();
+    clickMonitors_.push_back(eventMonitors_.onGlobalMouseDown([this] { clickedOutside(); }));
+    clickMonitors_.push_back(eventMonitors_.onLocalMouseDown([this](const ObservedClick& click) {
+      if (!isInside(click)) clickedOutside();
     }));
   }
   strip_.makeKeyAndOrderFront();
@@ -60,7 +60,7 @@ bool RecentDropdown::close() {
   open_ = false;
   clickMonitors_.clear();
   view_.searchField().setText("");
-  view_.setSearchExpanded(false);
+  if (!folding_.active()) view_.setSearchExpanded(false);
   panel_->orderOut();
   strip_.clearFirstResponder();
   if (strip_.isKey()) strip_.resignKey();
@@ -82,6 +82,17 @@ void RecentDropdown::position() {
   const double left = std::max(visible.minX() + screenMargin, right - dropdownSize.width);
   const double top = field->minY() - gap;
   panel_->setFrame({left, top - dropdownSize.height, dropdownSize.width, dropdownSize.height}, true);
+}
+
+void RecentDropdown::clickedOutside() {
+  // Folding gives the tabs the field's room. The press is delivered after this, and is to meet the tab that
+  // the user saw under the pointer.
+  folding_ = loop_.after(0ms, [this] {
+    if (!open_) view_.setSearchExpanded(false);
+    folding_.cancel();
+  });
+  // The handler may drop the very monitor that told of the click.
+  if (const auto handler = onOutsideClick) handler();
 }
 
 bool RecentDropdown::isInside(const ObservedClick& click) {

@@ -10,6 +10,7 @@
 #include "core/StateStore.h"
 #include "core/TrackedApp.h"
 #include "platform/EventMonitors.h"
+#include "platform/MainLoop.h"
 #include "platform/Panel.h"
 #include "platform/Platform.h"
 #include "platform/ScreenList.h"
@@ -38,14 +39,17 @@ class RecentDropdown {
   void open(const std::optional<TrackedApp>& app);
   // The user changed the search text while it was open.
   void searchTextChanged();
-  // Hides it, empties and folds the search field and gives the keyboard up. False when it was not open.
+  // Hides it, empties and folds the search field and gives the keyboard up. False when it was not open. After
+  // a click elsewhere the field folds once that is delivered.
   bool close();
   // Puts it under the search field, inside the strip's screen.
   void position();
 
  private:
+  void clickedOutside();
   [[nodiscard]] bool isInside(const ObservedClick& click);
 
+  MainLoop& loop_;
   EventMonitors& eventMonitors_;
   ScreenList& screens_;
   Panel& strip_;
@@ -54,6 +58,7 @@ class RecentDropdown {
   RecentView recentView_;  // depends-on: panel_
   bool open_ = false;
   std::vector<Subscription> clickMonitors_;
+  Subscription folding_;  // active from a click elsewhere until the field folds
 };
 
 }  // namespace pellar

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tests/app/StripStory.h"
+#include "tests/app/MenuStory.h"
 
 namespace pellar {
 namespace {
@@ -271,6 +271,72 @@ TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
   mac.settle();
   EXPECT_TRUE(strip().searchToolShown());
   EXPECT_EQ(strip().searchField(), nullptr);
+}
+
+// Tabs so many that the strip shows the search as a tool: the unfolded field takes its room from them.
+class UnfoldedSearch : public RecentDropdownStory {
+ protected:
+  UnfoldedSearch() {
+    for (const auto* title : {"A", "B", "C", "D", "E"}) windows.push_back(open(title));
+    start();
+  }
+  void unfold() {
+    strip().clickSearchTool();
+    ASSERT_NE(strip().searchField(), nullptr);
+  }
+  void expectFolded() {
+    expectClosed();
+    EXPECT_EQ(strip().searchField(), nullptr);
+    EXPECT_TRUE(strip().searchToolShown());
+  }
+
+  std::vector<SimWindow> windows;
+};
+
+TEST_F(UnfoldedSearch, ATabClickedBesideItIsTheOneThatComes) {
+  for (const auto& window : windows) {
+    unfold();
+    strip().clickTab(window.title());
+    EXPECT_EQ(mac.frontWindow(), window) << window.title();
+    expectFolded();
+  }
+}
+
+TEST_F(UnfoldedSearch, ACloseMarkClickedBesideItClosesItsOwnWindow) {
+  unfold();
+  strip().closeTab("C");
+  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "D", "E"}));
+  expectClosed();
+}
+
+TEST_F(UnfoldedSearch, ATabClickedRightBesideItHasItsOwnMenu) {
+  unfold();
+  mac.menus().nextChoose({"Close"});
+  strip().rightClickTab("D");
+  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "C", "E"}));
+  expectClosed();
+}
+
+TEST_F(UnfoldedSearch, ATabDraggedBesideItIsTheOneThatMoves) {
+  unfold();
+  strip().dragTab("E").to(0);
+  EXPECT_EQ(strip().tabs(), (Labels{"E", "A", "B", "C", "D"}));
+  expectFolded();
+}
+
+using RecentDropdownInWord = WordStory;
+
+TEST_F(RecentDropdownInWord, AQuestionAskedFromBesideItStaysInFront) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  strip().clickSearchField();
+  mac.alerts().next([&](const TextAlert&) {
+    mac.settle();
+    EXPECT_FALSE(dropdown().isVisible());
+    EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
+    return TextAlertAnswer{};
+  });
+  strip().clickTool("Rename");
 }
 
 TEST_F(RecentDropdownStory, TabsThatComeMeanwhileLeaveTheFieldToWhatIsTyped) {
