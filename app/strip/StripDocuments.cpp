@@ -21,6 +21,8 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto pathRecheckInterval = 30s;
+// More look-ups are not kept beyond that time, since nobody tells which of their windows are gone.
+constexpr std::size_t mostLookUpsKept = 1000;
 
 // What applications call the File-menu item that makes a document, the usual name first.
 constexpr std::array<std::string_view, 5> newDocumentTitles{"New", "New Document", "New File", "New Window",
@@ -48,6 +50,11 @@ std::optional<std::string> pathOf(const std::string& label,
   return same == pathsByName.end() ? std::nullopt : std::optional(same->second);
 }
 
+// Whether a window's title still names that document.
+bool shows(const OfficeWindow& window, const std::string& path) {
+  return Utf8::areEquivalent(TabLabel::label(window.title, std::nullopt), TabLabel::label({}, path));
+}
+
 }  // namespace
 
 StripDocuments::StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
@@ -69,15 +76,18 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
   for (const auto& each : windows) {
     if (each->path) continue;
     const auto* checked = lastLookUp(*each);
-    if (checked != nullptr && uptime - checked->uptime <= pathRecheckInterval) {
+    if (checked != nullptr && checked->path && shows(*each, *checked->path)) {
       each->path = checked->path;
-    } else {
+    } else if (checked == nullptr || uptime - checked->uptime > pathRecheckInterval) {
       pending.push_back(each);
     }
   }
   if (!pending.empty()) {
-    std::erase_if(pathChecked_,
-                  [&](const auto& entry) { return uptime - entry.second.uptime > pathRecheckInterval; });
+    const bool tooMany = pathChecked_.size() > mostLookUpsKept;
+    std::erase_if(pathChecked_, [&](const auto& entry) {
+      const LookUp& lookUp = entry.second;
+      return (tooMany || !lookUp.path) && uptime - lookUp.uptime > pathRecheckInterval;
+    });
     // Before asking, which may take long and deliver the next picture meanwhile.
     for (const auto& each : pending)
       pathChecked_.insert_or_assign(each->id(), LookUp{each->element, uptime, std::nullopt});
@@ -101,7 +111,7 @@ std::optional<std::string> StripDocuments::path(const std::shared_ptr<OfficeWind
   return found;
 }
 
-StripDocuments::LookUp* StripDocuments::lastLookUp(const OfficeWindow& window) {
+const StripDocuments::LookUp* StripDocuments::lastLookUp(const OfficeWindow& window) const {
   const auto found = pathChecked_.find(window.id());
   // A new window may come under the number of one that is gone.
   return found != pathChecked_.end() && found->second.window == window.element ? &found->second : nullptr;
@@ -111,7 +121,7 @@ void StripDocuments::keepPath(OfficeWindow& window, const std::string& path) {
   window.path = path;
   // The window may have been given a new record meanwhile, or be given one later.
   if (const auto present = picture_->present(window)) present->path = path;
-  if (auto* checked = lastLookUp(window)) checked->path = path;
+  pathChecked_.insert_or_assign(window.id(), LookUp{window.element, platform_.mainLoop.uptime(), path});
 }
 
 // Each document is entered once a run, when it is first seen open.

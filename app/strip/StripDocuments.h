@@ -27,9 +27,9 @@ class StripDocuments {
                  std::shared_ptr<StateStore> store, std::shared_ptr<const TrackedPicture> picture,
                  std::shared_ptr<WindowActions> actions);
 
-  // Looks up the windows without a path, each at most once in 30 seconds; within that time a window that got
-  // a new record, as it does when its application was out of sight, has the path that was found. Enters
-  // documents not seen in this run into the recent files.
+  // Looks up the windows without a path, each at most once in 30 seconds. A window that got a new record, as
+  // it does when its application was out of sight, has the path that was found before, as long as its title
+  // still names that document. Enters documents not seen in this run into the recent files.
   void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
   // The window's path; one not known is asked for now and kept. Absent when the application does not tell.
   std::optional<std::string> path(const std::shared_ptr<OfficeWindow>& window);
@@ -62,7 +62,7 @@ class StripDocuments {
     std::optional<std::string> path;
   };
 
-  [[nodiscard]] LookUp* lastLookUp(const OfficeWindow& window);
+  [[nodiscard]] const LookUp* lastLookUp(const OfficeWindow& window) const;
   void keepPath(OfficeWindow& window, const std::string& path);
   void recordRecent(const TrackedApp& app, const WindowList& windows);
 

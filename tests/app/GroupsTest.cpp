@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <map>
 
 #include "tests/app/MenuStory.h"
@@ -64,6 +65,27 @@ TEST_F(Groups, AFileGivenAMomentAgoIsFoundWhenTheGroupIsSaved) {
   saveAs("Monday");
   EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Letter.docx")});
   EXPECT_EQ(pellar.tracker().front()->path, pathOf("Letter.docx"));
+}
+
+TEST_F(Groups, AFileFoundWhileAnotherApplicationIsInFrontIsKnownAfterwards) {
+  const auto fresh = newInWord("Letter");
+  open("Text");
+  start();
+  mac.menus().next([&](SimOpenMenu& menu) {
+    mac.advance(std::chrono::seconds(31));
+    mac.activate(editor);
+    mac.settle();
+    fresh->path = pathOf("Letter.docx");
+    menu.choose({"Save open tabs as group…"});
+  });
+  mac.alerts().nextType("Monday");
+  strip().clickTool("Groups");
+  EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Letter.docx")});
+  const auto asked = mac.scripts().sources().size();
+  mac.activate(word);
+  mac.settle();
+  EXPECT_EQ(pellar.tracker().front()->path, pathOf("Letter.docx"));
+  EXPECT_EQ(mac.scripts().sources().size(), asked);
 }
 
 TEST_F(Groups, WithoutAnySavedFileNothingIsAsked) {

@@ -123,31 +123,75 @@ TEST_F(OfficePaths, AWindowNotFoundIsAskedAboutAgainAfterMoreThanThirtySeconds) 
   EXPECT_EQ(asked(), 2U);
 }
 
-TEST_F(OfficePaths, AFoundPathIsKeptWhileAnotherApplicationIsInFront) {
+TEST_F(OfficePaths, AFoundPathIsKeptHoweverLongAnotherApplicationIsInFront) {
   auto word = launchWord();
   mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
   word.open("Letter - Word");
   mac.settle();
+  for (const auto absence : {0s, 31s, 3600s}) {
+    mac.activate(editor);
+    mac.advance(absence);
+    mac.activate(word);
+    mac.settle();
+    EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter.docx");
+    EXPECT_EQ(asked(), 1U);
+  }
+}
+
+TEST_F(OfficePaths, AnAccentWrittenInOtherCharactersInTheTitleIsTheSameDocument) {
+  auto word = launchWord();
+  mac.office().open(word, {.name = "R\u00E9sum\u00E9.docx", .path = "/Users/ann/Re\u0301sume\u0301.docx"});
+  word.open("R\u00E9sum\u00E9.docx - Word");
+  mac.settle();
   mac.activate(editor);
   mac.settle();
   mac.activate(word);
   mac.settle();
-  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter.docx");
+  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Re\u0301sume\u0301.docx");
   EXPECT_EQ(asked(), 1U);
 }
 
-TEST_F(OfficePaths, AfterThirtySecondsElsewhereTheNamesAreAskedAnew) {
+TEST_F(OfficePaths, AWindowThatHasAnotherDocumentWhenItComesBackLosesThePathOfTheFirst) {
   auto word = launchWord();
-  const auto letter = mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
-  word.open("Letter - Word");
+  const auto document = mac.office().open(word, {.path = "/Users/ann/Letter.docx"});
+  auto window = word.open("Letter.docx - Word");
   mac.settle();
   mac.activate(editor);
-  mac.advance(31s);
-  letter->path = "/Users/ann/Elsewhere/Letter.docx";
+  mac.settle();
+  document->name = "Budget.docx";
+  document->path = "/Users/ann/Budget.docx";
+  window.retitle("Budget.docx - Word");
   mac.activate(word);
   mac.settle();
-  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Elsewhere/Letter.docx");
+  EXPECT_EQ(strip().tabs(), Labels{"Budget"});
+  EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
+  mac.advance(31s);
+  window.moveTo({0, 300});
+  mac.settle();
+  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Budget.docx");
   EXPECT_EQ(asked(), 2U);
+}
+
+TEST_F(OfficePaths, MoreDocumentsThanAreRememberedAreAskedAboutAgain) {
+  auto word = launchWord();
+  const auto openLetter = [&](int number) {
+    const auto name = "Letter " + std::to_string(number);
+    mac.office().open(word, {.name = name, .path = "/Users/ann/" + name + ".docx"});
+    word.open(name);
+  };
+  for (int number = 0; number <= 1000; ++number) openLetter(number);
+  mac.settle();
+  mac.advance(31s);
+  openLetter(1001);
+  mac.settle();
+  EXPECT_EQ(asked(), 2U);
+  mac.activate(editor);
+  mac.settle();
+  mac.activate(word);
+  mac.settle();
+  EXPECT_EQ(asked(), 3U);
+  for (const auto& window : pellar.tracker().windows())
+    EXPECT_EQ(window->path, "/Users/ann/" + window->title + ".docx");
 }
 
 // Word names a document and no file.

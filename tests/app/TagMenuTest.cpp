@@ -9,6 +9,8 @@
 namespace pellar {
 namespace {
 
+using namespace std::chrono_literals;
+
 using TagMenu = MenuStory;
 using WordTags = WordStory;
 using Tags = std::map<std::string, std::string>;
@@ -94,6 +96,16 @@ TEST_F(WordTags, AColourBelongsToTheFileAndNotToItsTitle) {
   plan->window->retitle("Plan.docx - Saved to my Mac");
   mac.settle();
   EXPECT_EQ(strip().tagOf("Plan"), Color::of(SystemColor::purple));
+}
+
+TEST_F(WordTags, AColourStaysOnItsTabWhenWordDoesNotTellItsNamesLater) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  choose("Plan", {"Colour tag", "Red"});
+  mac.advance(31s);
+  mac.office().allowsControl = false;
+  lookAtTheEditor();
+  EXPECT_EQ(strip().tagOf("Plan"), Color::of(SystemColor::red));
 }
 
 TEST_F(TagMenu, ATitleThatChangesWhileTheMenuIsOpenDoesNotChangeWhatIsTagged) {
