@@ -34,4 +34,8 @@ std::string lowerPathExtension(std::string_view path) {
   return extension;
 }
 
+bool isUsablePath(std::string_view path) {
+  return path.find('\0') == std::string_view::npos;
+}
+
 }  // namespace pellar

@@ -20,4 +20,8 @@ std::string_view pathExtension(std::string_view path);
 // pathExtension() in lower case (ASCII).
 std::string lowerPathExtension(std::string_view path);
 
+// Whether file calls mean what the path says: they end it at its first zero byte, and would find another
+// file.
+bool isUsablePath(std::string_view path);
+
 }  // namespace pellar

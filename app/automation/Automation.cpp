@@ -48,11 +48,6 @@ bool isSameFile(const std::string& a, const std::string& b) {
   return fs::equivalent(a, b, ignored);
 }
 
-// File calls end a path at its first zero byte, and would mean another file.
-bool isUsable(const std::string& path) {
-  return path.find('\0') == std::string::npos;
-}
-
 }  // namespace
 
 std::string Automation::quoted(std::string_view text) {
@@ -105,7 +100,7 @@ void Automation::newDocument(OfficeApp app) {
 
 std::optional<std::string> Automation::rename(const OfficeWindow& window, const std::string& oldPath,
                                               const std::string& newName) {
-  if (!window.app.office || !isUsable(oldPath) || !isUsable(newName)) return std::nullopt;
+  if (!window.app.office || !isUsablePath(oldPath) || !isUsablePath(newName)) return std::nullopt;
   // The text passed in may be the window's own, which can change while the script runs.
   const std::string from = oldPath;  // NOLINT(performance-unnecessary-copy-initialization)
   const std::string folder(withoutLastComponent(from));

@@ -42,10 +42,8 @@ std::string shown(std::string_view folder, const std::string& home) {
 }
 
 bool exists(const std::string& path) {
-  // File calls end a path at its first zero byte, and would find another file.
-  if (path.find('\0') != std::string::npos) return false;
   std::error_code error;  // what cannot be looked at is not there for the user
-  return std::filesystem::exists(path, error);
+  return isUsablePath(path) && std::filesystem::exists(path, error);
 }
 
 }  // namespace

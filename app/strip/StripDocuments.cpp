@@ -221,7 +221,8 @@ void StripDocuments::openGroup(const std::string& name) {
   const auto& groups = store_->state().groups;
   const auto group = groups.find(name);
   if (group == groups.end()) return;
-  for (const auto& path : std::vector<std::string>(group->second)) platform_.workspace.open(path);
+  for (const auto& path : std::vector<std::string>(group->second))
+    if (isUsablePath(path)) platform_.workspace.open(path);
 }
 
 void StripDocuments::deleteGroup(const std::string& name) {

@@ -145,6 +145,15 @@ TEST_F(Groups, OpeningOneOpensItsFilesInOrderAndTheirTabsCome) {
   EXPECT_EQ(strip().tabs(), (Labels{"Plan", "B", "A"}));
 }
 
+TEST_F(Groups, AFileWithAZeroByteInItsNameOpensNoOther) {
+  const std::string plan = pathOf("Plan.docx");
+  put("Monday", {plan + std::string("\0.txt", 5), pathOf("Report.docx")});
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  chooseInTool("Groups", {"Monday", "Open 2 files"});
+  EXPECT_EQ(mac.workspace().opened(), Labels{pathOf("Report.docx")});
+}
+
 TEST_F(Groups, ADeletedOneIsGoneForGood) {
   put("Monday", {"/a"});
   put("Tuesday", {"/b"});

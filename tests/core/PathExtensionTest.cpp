@@ -37,6 +37,13 @@ TEST(PathExtension, LowersTheLettersOfAscii) {
   EXPECT_EQ(lowerPathExtension("/a/B.\xFF"), "\xFF");
 }
 
+TEST(UsablePath, HasNoZeroByte) {
+  EXPECT_TRUE(isUsablePath("/Users/ann/Plan.docx"));
+  EXPECT_TRUE(isUsablePath(""));
+  EXPECT_FALSE(isUsablePath({"/Users/ann/Plan\0.docx", 21}));
+  EXPECT_FALSE(isUsablePath({"/Users\0", 7}));
+}
+
 TEST(LastComponent, IsTheFileName) {
   EXPECT_EQ(lastComponent("/Users/ann/Plan.docx"), "Plan.docx");
   EXPECT_EQ(lastComponent("Plan.docx"), "Plan.docx");
