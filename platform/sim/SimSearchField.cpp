@@ -44,6 +44,7 @@ void SimSearchField::command(const std::string& selector) {
   if (const auto handler = onCommand_; handler && handler(selector)) return;
   const auto& all = fields->all;
   if (std::find(all.begin(), all.end(), this) == all.end()) return;
+  commandsLeftToIt_.push_back(selector);
   if (selector == "cancelOperation:" && !text_.empty()) change({});
   if (selector == "deleteBackward:" && !text_.empty()) {
     change(SimTextMeasure::prefix(text_, SimTextMeasure::codePoints(text_) - 1));

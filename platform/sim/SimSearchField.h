@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/SearchField.h"
 #include "platform/sim/SimViewHost.h"
@@ -31,6 +32,8 @@ class SimSearchField final : public SearchField {
 
   [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
   [[nodiscard]] bool isFocused() const { return fields_->focused == this; }
+  // The key commands that nobody took, in their order: a field does as it likes with them.
+  [[nodiscard]] const std::vector<std::string>& commandsLeftToIt() const { return commandsLeftToIt_; }
 
   // The user's click, keys and key commands. The program may delete the field in answer to any of them.
   void click();
@@ -45,6 +48,7 @@ class SimSearchField final : public SearchField {
   std::string placeholder_;
   ViewRect frame_;
   bool hidden_ = false;
+  std::vector<std::string> commandsLeftToIt_;
   std::function<void()> onActivate_;
   std::function<void()> onChange_;
   CommandHandler onCommand_;

@@ -74,6 +74,23 @@ TEST_F(RecentKeyboard, UpInTheFieldMeansNothing) {
   EXPECT_TRUE(isOpen());
 }
 
+TEST_F(RecentKeyboard, OfReturnDownAndEscapeTheFieldItselfHearsNothing) {
+  openWithThree();
+  const auto* const field = strip().searchField();
+  mac.type("nothing like it");
+  mac.pressKey("insertNewline:");
+  mac.pressKey("moveDown:");
+  strip().clickSearchField();
+  mac.pressKey("cancelOperation:");
+  strip().clickSearchField();
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(opened().size(), 1U);
+  EXPECT_EQ(field->commandsLeftToIt(), Names());
+  strip().clickSearchField();
+  mac.pressKey("moveUp:");
+  EXPECT_EQ(field->commandsLeftToIt(), Names{"moveUp:"});
+}
+
 TEST_F(RecentKeyboard, EscapeClosesFromTheField) {
   openWithThree();
   mac.type("rep");
