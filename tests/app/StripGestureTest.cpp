@@ -338,5 +338,45 @@ TEST_F(StripGesture, GesturesStillReachWindowsWhilePellarIsInFront) {
   EXPECT_EQ(strip().activeTab(), "Plan");
 }
 
+// An application that never tells what happens to its windows: only what Pellar asks for itself is seen.
+class QuietApplication : public StripStory {
+ protected:
+  QuietApplication() {
+    editor.quirks().refusedNotifications = {
+        "AXFocusedWindowChanged", "AXWindowCreated",      "AXUIElementDestroyed",   "AXWindowMoved",
+        "AXWindowResized",        "AXWindowMiniaturized", "AXWindowDeminiaturized", "AXTitleChanged",
+        "AXApplicationHidden",    "AXApplicationShown"};
+  }
+};
+
+TEST_F(QuietApplication, ItsWindowsAreLookedAtAgainAfterEveryAction) {
+  open("A");
+  const auto b = open("B");
+  open("C");
+  start();
+  strip().clickTab("A");
+  EXPECT_EQ(strip().activeTab(), "A");
+  pellar.strip()->cycle(true);
+  mac.settle();
+  EXPECT_EQ(strip().activeTab(), "B");
+  strip().clickTool("\u25A1");
+  expectStripOver(b);
+  strip().clickTool("\u2013");
+  EXPECT_NE(strip().activeTab(), "B");
+  strip().closeTab("A");
+  EXPECT_EQ(strip().tabs(), (Labels{"B", "C"}));
+  strip().clickTool("Close all");
+  EXPECT_FALSE(stripShown());
+}
+
+TEST_F(QuietApplication, ItsWindowsAreLookedAtAgainAfterADragOfTheStrip) {
+  auto plan = open("Plan");
+  plan.quirks().refusesMoves = true;
+  start();
+  strip().dragEmptyStrip(30, -40);
+  EXPECT_EQ(plan.frame().origin(), (AxPoint{100, 200}));
+  expectStripOver(plan);
+}
+
 }  // namespace
 }  // namespace pellar
