@@ -326,6 +326,26 @@ TEST_F(StripGesture, ToolsDoNothingOnceTheApplicationIsGone) {
   EXPECT_FALSE(stripShown());
 }
 
+TEST_F(StripGesture, APressThatArrivesAfterTheApplicationWentDoesNothing) {
+  open("Plan");
+  start();
+  auto& view = *strip().panel().simHost().view();
+  const auto pressOn = [&](const char* tool) {
+    const ScreenPoint point = strip().toolPoint(tool);
+    return MouseEvent{strip().panel().host().fromScreen(point), point, false, 1};
+  };
+  const std::vector<MouseEvent> presses{pressOn("\u25CB Auto-save"), pressOn("Groups")};
+  mac.terminate(editor);
+  mac.settle();
+  ASSERT_FALSE(stripShown());
+  mac.menus().next([](SimOpenMenu&) { ADD_FAILURE() << "a menu of no application's windows"; });
+  for (const auto& press : presses) view.mouseDown(press);
+  mac.settle();
+  EXPECT_EQ(mac.menus().awaited(), 1U);
+  EXPECT_EQ(pellar.store().state().settings.autoSaveMinutes, 0);
+  EXPECT_FALSE(stripShown());
+}
+
 TEST_F(StripGesture, GesturesStillReachWindowsWhilePellarIsInFront) {
   const auto plan = open("Plan");
   open("Report");
