@@ -35,6 +35,20 @@ TEST_F(StripGesture, ClickingTheTabOfAMinimisedWindowBringsItBack) {
   EXPECT_EQ(mac.frontWindow(), plan);
 }
 
+TEST_F(StripGesture, OnlyAMinimisedWindowIsToldToComeBack) {
+  auto plan = open("Plan");
+  open("Report");
+  start();
+  mac.accessibility().forgetRoundTrips();
+  strip().clickTab("Plan");
+  EXPECT_EQ(mac.accessibility().roundTrips().writes, 0);
+  plan.minimise();
+  mac.settle();
+  mac.accessibility().forgetRoundTrips();
+  strip().clickTab("Plan");
+  EXPECT_EQ(mac.accessibility().roundTrips().writes, 1);
+}
+
 TEST_F(StripGesture, ATabsCloseMarkPressesItsWindowsCloseButton) {
   const auto plan = open("Plan");
   auto report = open("Report");
