@@ -1,10 +1,12 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <map>
 
 #include "platform/sim/TemporaryFolder.h"
 #include "tests/app/StripStory.h"
+#include "tests/core/BrokenFileOperations.h"
 
 namespace pellar {
 namespace {
@@ -56,6 +58,20 @@ TEST_F(RecordedRecent, NothingIsSavedWhenNoNewDocumentIsSeen) {
   open("Report").setDocument("file:///report.txt");
   mac.settle();
   EXPECT_NE(lastSave(), longAgo);
+}
+
+TEST_F(RecordedRecent, DocumentsSeenTogetherAreSavedTogether) {
+  for (const auto* name : {"plan", "report", "notes"})
+    open(name).setDocument("file:///" + std::string(name) + ".txt");
+  test::BrokenFileOperations files;
+  const auto store = std::make_shared<StateStore>(pellar.store().url(), files);
+  const auto platform = mac.platform();
+  const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
+  const auto controller = StripController::create(tracker, store, platform);
+  tracker->start();
+  mac.settle();
+  EXPECT_EQ(store->state().recent.size(), 3U);
+  EXPECT_EQ(std::ranges::count(files.steps, "rename"), 1);
 }
 
 TEST_F(RecordedRecent, WindowsWithoutAStripAreNotEntered) {
