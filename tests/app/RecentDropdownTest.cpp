@@ -51,6 +51,17 @@ TEST_F(RecentDropdownStory, TypingOpensItAgain) {
   EXPECT_EQ(search->text(), "p");
 }
 
+TEST_F(RecentDropdownStory, OpenedWhileItIsOpenTheFieldHasTheKeysBackFromTheList) {
+  startWithField();
+  strip().clickSearchField();
+  mac.pressKey("moveDown:");
+  EXPECT_NE(mac.panels().keyList(), nullptr);
+  pellar.strip()->openRecent();
+  EXPECT_EQ(mac.panels().keyList(), nullptr);
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_TRUE(strip().panel().isKey());
+}
+
 TEST_F(RecentDropdownStory, ClosingItEmptiesTheFieldAndGivesTheKeyboardBack) {
   startWithField();
   strip().clickSearchField();
