@@ -111,7 +111,8 @@ void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& a
   if (reports_ != own) return;
   pushDownIfNeeded(*front);
   if (reports_ != own) return;
-  show();
+  // Asked again: the calls above may have taken long.
+  mustHide() ? hide() : show();
 }
 
 // The user works in the strip itself. Also when neither program has an identifier to tell.
@@ -127,6 +128,8 @@ bool StripController::mustHide() const {
 }
 
 void StripController::hide() {
+  // As good as a newer picture to whoever is still busy with one.
+  ++reports_;
   // Nobody tells the pointer's leaving of what is no longer there; it is told anew when the strip is back
   // under it.
   view_->mouseExited();
@@ -181,8 +184,6 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
   const auto front = picture_->front;
   switch (action) {
     case StripAction::search:
-      view_->setSearchExpanded(true);
-      view_->layout();
       openRecent();
       break;
     case StripAction::more:
@@ -260,6 +261,8 @@ void StripController::endDrag() {
 // --- the search ---
 
 void StripController::openRecent() {
+  // It brings the strip along. A click made before the terms changed may arrive after that.
+  if (locked) return;
   dropdown_.open(picture_->app);
 }
 

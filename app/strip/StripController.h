@@ -35,7 +35,7 @@ class StripController final : public WindowTrackerDelegate,
 
   // The strip's auto-save tool was pressed.
   std::function<void()> autoSaveToggled;
-  // The current terms are not accepted: every picture hides the strip.
+  // The current terms are not accepted: every picture hides the strip, and nothing opens with it.
   bool locked = false;
 
   void tracker(WindowTracker& tracker, const std::optional<TrackedApp>& app, const WindowList& windows,
@@ -78,7 +78,7 @@ class StripController final : public WindowTrackerDelegate,
   RecentDropdown dropdown_;             // depends-on: panel_, view_
 
   std::shared_ptr<TrackedPicture> picture_ = std::make_shared<TrackedPicture>();
-  std::uint64_t reports_ = 0;  // pictures taken over so far
+  std::uint64_t reports_ = 0;  // pictures taken over and hidings so far
   std::shared_ptr<WindowActions> actions_;
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;

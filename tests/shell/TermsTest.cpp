@@ -23,6 +23,20 @@ class Terms : public ShellStory {
     mac.statusBar().choose({"Check for updates now"});
     mac.advance(1s);
   }
+  SimApplication launchWord() {
+    return mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"});
+  }
+  SimDocumentPointer openInWord(const SimApplication& word, const std::string& name) {
+    return mac.office().openInWindow(word, {.path = (mac.home() / "Documents" / name).string()});
+  }
+  // Something happens while the program waits for Word's answer, the first time it asks.
+  void whileWordIsAsked(const std::function<void()>& happening) {
+    mac.office().beforeEvent = [this, happening](const std::string&) {
+      if (!std::exchange(wordWasAsked, true)) happening();
+    };
+  }
+
+  bool wordWasAsked = false;
 };
 
 TEST_F(Terms, AFirstStartShowsThemAndNoStrip) {
@@ -151,6 +165,32 @@ TEST_F(Terms, NewerOnesComeUpAtOnceAndHideTheStrip) {
   EXPECT_EQ(log.count("terms accepted: v2"), 1);
   goTo(editor);
   EXPECT_TRUE(stripShown());
+}
+
+TEST_F(Terms, NewerOnesThatComeWhileWordIsAskedLeaveNoStripBesideThem) {
+  accept("1");
+  start();
+  const auto word = launchWord();
+  mac.settle();
+  whileWordIsAsked([&] { announce(R"({"version":"2"})"); });
+  const auto plan = openInWord(word, "Plan.docx");
+  const AxRect underTheMenuBar{100, 30, 1300, 600};
+  plan->window->setFrame(underTheMenuBar);
+  mac.settle();
+  ASSERT_TRUE(wordWasAsked);
+  EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
+  EXPECT_FALSE(stripShown());
+  EXPECT_EQ(plan->window->frame(), underTheMenuBar) << "nothing makes room for it";
+  window(termsTitle).press("I Agree");
+  goTo(word);
+  EXPECT_TRUE(stripShown());
+}
+
+TEST_F(Terms, AClickIntoTheSearchThatArrivesAfterThemOpensNothing) {
+  start();
+  goTo(editor);
+  pellar->strip()->openRecent();
+  for (const auto* panel : mac.panels().all()) EXPECT_FALSE(panel->isVisible());
 }
 
 TEST_F(Terms, AnAnnouncementWithoutAnAddressKeepsTheOneKnown) {
