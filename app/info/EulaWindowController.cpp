@@ -6,17 +6,36 @@
 #include "app/info/WebAddress.h"
 
 namespace pellar {
+namespace {
+
+// What "I Agree" does. The button owns it: what is called may drop the controller, and until it returns the
+// window is there to be closed, and to be pressed again.
+struct Acceptance {
+  std::function<void()> onAccept;
+  std::weak_ptr<PlainWindow> window;
+
+  void accept() {
+    const auto closing = window.lock();
+    const auto accepted = std::exchange(onAccept, nullptr);
+    if (!closing || !accepted) return;
+    accepted();
+    closing->close();
+  }
+};
+
+}  // namespace
 
 EulaWindowController::EulaWindowController(Windows& windows, Workspace& workspace, Application& application,
                                            const std::string& version, const std::string& termsUrl,
-                                           std::function<void()> onAccept)
-    : onAccept_(std::move(onAccept)) {
+                                           std::function<void()> onAccept) {
+  const auto acceptance = std::make_shared<Acceptance>(Acceptance{std::move(onAccept), {}});
   const WindowButton fullTerms{.title = "Read full terms online",
                                .handler = [&workspace, termsUrl] { WebAddress::open(workspace, termsUrl); },
                                .bezel = ButtonBezel::inlined};
-  const WindowButtonRow choice{10,
-                               {{.title = "Quit", .handler = [&application] { application.terminate(); }},
-                                {.title = "I Agree", .handler = [this] { accept(); }, .isDefault = true}}};
+  const WindowButtonRow choice{
+      10,
+      {{.title = "Quit", .handler = [&application] { application.terminate(); }},
+       {.title = "I Agree", .handler = [acceptance] { acceptance->accept(); }, .isDefault = true}}};
   window_ =
       windows.makeWindow({.title = "Pellar End User Agreement",
                           .contentSize = {440, 360},
@@ -33,14 +52,7 @@ EulaWindowController::EulaWindowController(Windows& windows, Workspace& workspac
                               fullTerms,
                               choice,
                           }});
-}
-
-void EulaWindowController::accept() {
-  // What is called may drop this controller, yet the window has to be closed after it.
-  const auto window = window_;
-  const auto onAccept = onAccept_;
-  onAccept();
-  window->close();
+  acceptance->window = window_;
 }
 
 }  // namespace pellar

@@ -13,7 +13,7 @@ namespace pellar {
 // The window with the end-user agreement, which can only be accepted or refused. Main thread only.
 class EulaWindowController {
  public:
-  // The ports outlive this. `onAccept` may destroy this object.
+  // The ports outlive this. `onAccept` runs once at most, and may destroy this object.
   EulaWindowController(Windows& windows, Workspace& workspace, Application& application,
                        const std::string& version, const std::string& termsUrl,
                        std::function<void()> onAccept);
@@ -23,9 +23,6 @@ class EulaWindowController {
   [[nodiscard]] PlainWindow& window() { return *window_; }
 
  private:
-  void accept();
-
-  std::function<void()> onAccept_;
   std::shared_ptr<PlainWindow> window_;
 };
 

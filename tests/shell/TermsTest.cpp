@@ -193,6 +193,22 @@ TEST_F(Terms, AClickIntoTheSearchThatArrivesAfterThemOpensNothing) {
   for (const auto* panel : mac.panels().all()) EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(Terms, AgreeingASecondTimeWhileWordIsAskedChangesNothing) {
+  const auto word = launchWord();
+  openInWord(word, "Plan.docx");
+  start();
+  goTo(word);
+  whileWordIsAsked([&] {
+    EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
+    window(termsTitle).press("I Agree");
+  });
+  window(termsTitle).press("I Agree");
+  ASSERT_TRUE(wordWasAsked);
+  EXPECT_EQ(log.count("terms accepted: v1"), 1);
+  EXPECT_FALSE(mac.windows().exists(termsTitle));
+  EXPECT_TRUE(stripShown());
+}
+
 TEST_F(Terms, AnAnnouncementWithoutAnAddressKeepsTheOneKnown) {
   accept("1");
   start();
