@@ -13,8 +13,9 @@ std::string_view lastComponent(std::string_view path);
 // bare name.
 std::string_view withoutLastComponent(std::string_view path);
 
-// The text after the last dot of the last component. Empty when there is none: a leading dot alone and a
-// trailing dot make no extension.
+// The text after the last dot of the last component. Empty when there is none in the Mac's sense: a leading
+// dot alone and a trailing dot make none, nor does anything in a name that begins with two dots, nor a text
+// with a space or a mark of direction in it, as of "Dr. Smith".
 std::string_view pathExtension(std::string_view path);
 
 // pathExtension() in lower case (ASCII).

@@ -74,6 +74,18 @@ TEST_F(Renaming, ATypedExtensionIsTaken) {
   EXPECT_FALSE(exists(pathOf("Plan.docx")));
 }
 
+TEST_F(Renaming, ANameWithADotAndASpaceIsAskedForInFullAndKeepsTheExtension) {
+  static_cast<void>(openInWord("Plan.docx"));
+  static_cast<void>(openInWord("Meeting 3.5 notes"));
+  start();
+  renameTab("Plan", "Dr. Smith");
+  EXPECT_TRUE(exists(pathOf("Dr. Smith.docx")));
+  EXPECT_EQ(strip().tabs(), (Labels{"Dr. Smith", "Meeting 3.5 notes"}));
+  mac.alerts().nextCancel();
+  choose("Meeting 3.5 notes", {"Rename…"});
+  EXPECT_EQ(mac.alerts().shown().back().fieldText, "Meeting 3.5 notes");
+}
+
 TEST_F(Renaming, TheSameNameNoNameAndNoAnswerDoNothing) {
   static_cast<void>(openInWord("Plan.docx"));
   start();

@@ -51,6 +51,9 @@ TEST_F(Rename, KeepsTheOldExtensionWhenTheNameHasNone) {
   EXPECT_EQ(askedFor("/d/Old.docx", "Plan"), "/d/Plan.docx");
   EXPECT_EQ(askedFor("/d/Old.docx", "Plan.rtf"), "/d/Plan.rtf");
   EXPECT_EQ(askedFor("/d/Old.docx", "Plan v1.2"), "/d/Plan v1.2") << "that is an extension to the platform";
+  EXPECT_EQ(askedFor("/d/Old.docx", "Meeting 3.5 notes"), "/d/Meeting 3.5 notes.docx");
+  EXPECT_EQ(askedFor("/d/Old.docx", "Dr. Smith"), "/d/Dr. Smith.docx");
+  EXPECT_EQ(askedFor("/d/Report no. 4", "Report no. 5"), "/d/Report no. 5") << "nor had the old one any";
   EXPECT_EQ(askedFor("/d/Old.docx", "Plan."), "/d/Plan..docx") << "a dot at the end is none";
   EXPECT_EQ(askedFor("/d/Old.docx", ".hidden"), "/d/.hidden.docx");
   EXPECT_EQ(askedFor("/d/Old.docx", ""), "/d/.docx");

@@ -26,6 +26,27 @@ TEST(PathExtension, ALeadingDotAloneAndATrailingDotMakeNone) {
   EXPECT_EQ(pathExtension("/"), "");
 }
 
+TEST(PathExtension, ASpaceOrAMarkOfDirectionAfterTheDotMakesNone) {
+  EXPECT_EQ(pathExtension("Meeting 3.5 notes"), "");
+  EXPECT_EQ(pathExtension("/a/Dr. Smith"), "");
+  EXPECT_EQ(pathExtension("Report.docx "), "");
+  EXPECT_EQ(pathExtension("Plan v1.2"), "2");
+  for (const char* mark : {"\u061C", "\u200E", "\u200F", "\u202A", "\u202B", "\u202C", "\u202D", "\u202E",
+                           "\u2066", "\u2067", "\u2068", "\u2069"}) {
+    EXPECT_EQ(pathExtension(std::string("Report.do") + mark + "cx"), "") << mark;
+    EXPECT_EQ(pathExtension(std::string("Re") + mark + "port.docx"), "docx") << mark;
+  }
+  for (const char* other : {"\u061B", "\u2010", "\u2029", "\u202F", "\u2065", "\u206A", "\u00A0"})
+    EXPECT_EQ(pathExtension(std::string("Report.do") + other + "cx"), std::string("do") + other + "cx");
+  EXPECT_EQ(pathExtension("Report.\xE2\x80"), "\xE2\x80") << "what is no text is no mark";
+}
+
+TEST(PathExtension, TwoDotsAtTheBeginningOfTheNameMakeNone) {
+  EXPECT_EQ(pathExtension("..docx"), "");
+  EXPECT_EQ(pathExtension("/a/..report.docx"), "");
+  EXPECT_EQ(pathExtension("a..docx"), "docx");
+}
+
 TEST(PathExtension, SlashesAfterTheNameAreNoComponent) {
   EXPECT_EQ(pathExtension("/a/Package.docx/"), "docx");
   EXPECT_EQ(lastComponent("/a/Package.docx//"), "Package.docx");
