@@ -29,6 +29,11 @@ bool isFree(const std::string& path) {
   return fs::status(path, ignored).type() == fs::file_type::not_found;
 }
 
+bool isFile(const std::string& path) {
+  std::error_code ignored;  // then there is no file as far as anybody can tell
+  return fs::is_regular_file(path, ignored);
+}
+
 // A size of zero where the file cannot be looked at.
 std::uintmax_t sizeOf(const std::string& path) {
   std::error_code error;
@@ -38,8 +43,7 @@ std::uintmax_t sizeOf(const std::string& path) {
 
 // An application that was cut short may have created the file and written nothing of it.
 bool holdsTheDocument(const std::string& newPath, const std::string& oldPath) {
-  std::error_code ignored;  // then there is no regular file as far as anybody can tell
-  return fs::is_regular_file(newPath, ignored) && (sizeOf(newPath) > 0 || sizeOf(oldPath) == 0);
+  return sizeOf(newPath) > 0 || sizeOf(oldPath) == 0;
 }
 
 // Two names of one file. Where that cannot be told the old one is missing.
@@ -114,9 +118,9 @@ std::optional<std::string> Automation::rename(const OfficeWindow& window, const 
   // The application alone does not make its new file last: a power failure could take it after the old one is
   // gone. So it is flushed, and looked at last of all before that.
   const bool lasts = !files_.flushFile(to) && !files_.flushFolder(folder);
-  if (!holdsTheDocument(to, from)) return std::nullopt;
-  // An old file that cannot be removed does no harm beside the new one.
-  if (lasts && !isSameFile(from, to)) static_cast<void>(files_.remove(from));
+  if (!isFile(to)) return std::nullopt;
+  // An old file that is not removed does no harm beside the new one.
+  if (lasts && holdsTheDocument(to, from) && !isSameFile(from, to)) static_cast<void>(files_.remove(from));
   return to;
 }
 

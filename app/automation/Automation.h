@@ -42,9 +42,9 @@ class Automation {
   void newDocument(OfficeApp app);
 
   // Saves the window's document under `newName` in the same folder, with the old extension where the name has
-  // none, and removes the old file once the new one is whole on the disk; an old file that cannot be removed
-  // stays beside it. The new path; absent when nothing was renamed, and the old file is then still there.
-  // Never overwrites a file.
+  // none, and removes the old file once the new one is whole on the disk; an old file that cannot be removed,
+  // or beside which the new one is empty, stays. The new path; absent when nothing was renamed, and the old
+  // file is then still there. Never overwrites a file.
   std::optional<std::string> rename(const OfficeWindow& window, const std::string& oldPath,
                                     const std::string& newName);
 

@@ -164,15 +164,21 @@ TEST_F(Rename, OkWithoutAFileIsNoSuccess) {
   EXPECT_TRUE(exists(inFolder("Old.docx")));
 }
 
-TEST_F(Rename, OkWithAnEmptyFileOrAFolderIsNoSuccess) {
+TEST_F(Rename, OkWithAFolderIsNoSuccess) {
   mac.scripts().answer = [&](const std::string&) {
-    std::ofstream(inFolder("Plan.docx")).flush();
     std::filesystem::create_directories(inFolder("Folder.docx"));
     return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
   };
-  EXPECT_EQ(rename("Plan"), std::nullopt);
-  std::filesystem::remove_all(inFolder("Folder.docx"));
   EXPECT_EQ(rename("Folder"), std::nullopt);
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+}
+
+TEST_F(Rename, OkWithAnEmptyFileIsASuccessThatKeepsTheOldFile) {
+  mac.scripts().answer = [&](const std::string&) {
+    std::ofstream(inFolder("Plan.docx")).flush();
+    return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
+  };
+  EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
   EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
 }
 
