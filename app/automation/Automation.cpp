@@ -116,8 +116,8 @@ std::optional<std::string> Automation::rename(const OfficeWindow& window, const 
   const auto result = script ? run(*script) : std::nullopt;
   if (!result || result->stringValue() != "ok") return std::nullopt;
   // The application alone does not make its new file last: a power failure could take it after the old one is
-  // gone. So it is flushed, and looked at last of all before that.
-  const bool lasts = !files_.flushFile(to) && !files_.flushFolder(folder);
+  // gone. So it is flushed, and looked at last of all before that. The name typed may lead to another folder.
+  const bool lasts = !files_.flushFile(to) && !files_.flushFolder(withoutLastComponent(to));
   if (!isFile(to)) return std::nullopt;
   // An old file that is not removed does no harm beside the new one.
   if (lasts && holdsTheDocument(to, from) && !isSameFile(from, to)) static_cast<void>(files_.remove(from));

@@ -204,6 +204,17 @@ TEST_F(Rename, RemovesTheOldFileOnlyWhenTheNewOneIsOnTheDisk) {
   EXPECT_EQ(files.steps, (std::vector<std::string>{"flushFile", "flushFolder", "remove"}));
 }
 
+TEST_F(Rename, IntoAnotherFolderMakesTheNewFileLastThere) {
+  std::filesystem::create_directory(inFolder("sub"));
+  test::BrokenFileOperations files;
+  Automation careful(mac.scripts(), files);
+  const std::string moved = inFolder("sub/Plan.docx");
+  EXPECT_EQ(careful.rename(*record(*report->window), report->path, "sub/Plan"), moved);
+  EXPECT_EQ(files.flushed, (std::vector<std::filesystem::path>{moved, inFolder("sub")}));
+  EXPECT_TRUE(exists(moved));
+  EXPECT_FALSE(exists(inFolder("Old.docx")));
+}
+
 TEST_F(Rename, AnOldFileThatCannotBeRemovedStaysBesideTheNewOne) {
   for (const std::string step : {"flushFile", "flushFolder", "remove"}) {
     test::BrokenFileOperations files;

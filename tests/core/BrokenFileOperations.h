@@ -22,6 +22,8 @@ class BrokenFileOperations final : public FileOperations {
   // The most bytes that one write takes.
   std::size_t longestWrite = std::string::npos;
   std::vector<std::string> steps;
+  // What flushFile and flushFolder were asked to make last.
+  std::vector<std::filesystem::path> flushed;
 
   std::error_code createFolders(const std::filesystem::path& folder) override {
     const auto error = begin("createFolders");
@@ -49,10 +51,12 @@ class BrokenFileOperations final : public FileOperations {
     return error ? error : system_.rename(from, to);
   }
   std::error_code flushFile(const std::filesystem::path& file) override {
+    flushed.push_back(file);
     const auto error = begin("flushFile");
     return error ? error : system_.flushFile(file);
   }
   std::error_code flushFolder(const std::filesystem::path& folder) override {
+    flushed.push_back(folder);
     const auto error = begin("flushFolder");
     return error ? error : system_.flushFolder(folder);
   }
