@@ -28,13 +28,12 @@ SimPlainWindow::~SimPlainWindow() {
 
 void SimPlainWindow::makeKeyAndOrderFront() {
   visible_ = true;
-  ++timesShown_;
   owner_.makeKey(*this);
 }
 
 void SimPlainWindow::close() {
+  owner_.noteClosing();
   if (!std::exchange(visible_, false)) return;
-  ++timesClosed_;
   owner_.resignKey(*this);
 }
 

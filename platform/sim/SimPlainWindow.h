@@ -27,9 +27,6 @@ class SimPlainWindow final : public PlainWindow {
   [[nodiscard]] Subscription onClosed(std::function<void()> callback) override;
 
   [[nodiscard]] const WindowDescription& description() const { return description_; }
-  // How often it was shown, and how often taken off the screen by the program.
-  [[nodiscard]] int timesShown() const { return timesShown_; }
-  [[nodiscard]] int timesClosed() const { return timesClosed_; }
 
   // Every text from top to bottom; of buttons the titles, in brackets, the default one in double ones.
   [[nodiscard]] std::vector<std::string> texts() const;
@@ -48,8 +45,6 @@ class SimPlainWindow final : public PlainWindow {
   SimWindows& owner_;
   WindowDescription description_;
   bool visible_ = false;
-  int timesShown_ = 0;
-  int timesClosed_ = 0;
   CallbackList<> closed_;
 };
 

@@ -30,12 +30,15 @@ class SimWindows final : public Windows {
   [[nodiscard]] SimPlainWindow* key() const;
   // How many windows were made so far.
   [[nodiscard]] int made() const { return made_; }
+  // How often the program closed one, also one that was not on the screen.
+  [[nodiscard]] int closed() const { return closed_; }
 
   // For SimPlainWindow.
   void join(SimPlainWindow& window) { all_.push_back(&window); }
   void leave(SimPlainWindow& window);
   void makeKey(SimPlainWindow& window);
   void resignKey(SimPlainWindow& window);
+  void noteClosing() { ++closed_; }
   [[nodiscard]] SimMainLoop& loop() const { return loop_; }
 
  private:
@@ -45,6 +48,7 @@ class SimWindows final : public Windows {
   std::vector<SimPlainWindow*> all_;
   SimPlainWindow* key_ = nullptr;
   int made_ = 0;
+  int closed_ = 0;
 };
 
 }  // namespace pellar

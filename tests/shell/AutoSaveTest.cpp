@@ -175,6 +175,17 @@ TEST_F(AutoSaving, AnotherApplicationsFrontDocumentIsSavedByItsOwnMenu) {
   EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
 }
 
+TEST_F(AutoSaving, OfficeDocumentsComeBeforeTheFrontDocumentOfAnotherApplication) {
+  changedDocument(launch(OfficeApp::word), "Report.docx");
+  giveEditorASave();
+  editor.open("Plan.txt").setDocument("file:///Users/ann/Plan.txt");
+  goTo(editor);
+  start();
+  mac.advance(60s);
+  EXPECT_EQ(log.messages(),
+            (Rows{"tracking started", "autosave: Word saved 1", "autosave: Editor saved Plan.txt"}));
+}
+
 TEST_F(AutoSaving, AWindowWithoutAFileIsLeftAlone) {
   giveEditorASave();
   editor.open("Untitled");

@@ -37,6 +37,13 @@ TEST_F(StartUp, WithoutPermissionAWindowSaysHowToGiveIt) {
   EXPECT_EQ(std::get<WindowButton>(description.elements[1]).frame, (WindowFrame{20, 20, 220, 32}));
 }
 
+TEST_F(StartUp, TrackingIsSaidToHaveStartedOnceTheApplicationInFrontWasLookedAt) {
+  editor.quirks().refusesObservers = true;
+  start();
+  EXPECT_EQ(log.messages().front(), "AXObserverCreate failed for pid " + std::to_string(editor.pid()));
+  EXPECT_TRUE(log.has("tracking started"));
+}
+
 TEST_F(StartUp, ItsButtonOpensTheRightPane) {
   mac.accessibility().setTrusted(false);
   start();

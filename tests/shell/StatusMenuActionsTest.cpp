@@ -87,6 +87,7 @@ TEST_F(StatusMenuChoice, StartAtLoginTurnsTheLoginItemOnAndOff) {
   mac.loginItem().enabled = false;
   choose({"Start at login"});
   EXPECT_TRUE(mac.loginItem().enabled);
+  EXPECT_FALSE(saved().launchAtLogin) << "the system alone keeps it";
   choose({"Start at login"});
   EXPECT_FALSE(mac.loginItem().enabled);
   EXPECT_EQ(log.messages(), Rows{"tracking started"});
@@ -149,6 +150,14 @@ TEST_F(StatusMenuChoice, TheLogIsOpenedWithItsApplication) {
   start();
   choose({"Show log"});
   EXPECT_EQ(mac.workspace().opened(), Rows{mac.platform().folders.logFile.string()});
+}
+
+TEST_F(StatusMenuChoice, TheLogThatIsOpenedIsTheOneThatIsWritten) {
+  start();
+  const std::string elsewhere = mac.home() / "Elsewhere.log";
+  Log::setUrl(elsewhere);
+  choose({"Show log"});
+  EXPECT_EQ(mac.workspace().opened(), Rows{elsewhere});
 }
 
 TEST_F(StatusMenuChoice, QuitEndsTheProgramAndWritesNothing) {

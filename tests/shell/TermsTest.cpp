@@ -85,6 +85,7 @@ TEST_F(Terms, ReturnAcceptsAndTheStripComesWithTheNextFollowedApplication) {
   start();
   mac.pressKey("insertNewline:");
   EXPECT_FALSE(mac.windows().exists(termsTitle));
+  EXPECT_EQ(mac.windows().closed(), 1);
   EXPECT_EQ(saved().acceptedEulaVersion, "1");
   EXPECT_EQ(log.messages(), (Rows{"tracking started", "terms accepted: v1"}));
   goTo(editor);
@@ -193,6 +194,13 @@ TEST_F(Terms, AClickIntoTheSearchThatArrivesAfterThemOpensNothing) {
   for (const auto* panel : mac.panels().all()) EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(Terms, AcceptedWhileTheEditorIsInFrontBringsTheStripAtOnce) {
+  start();
+  goTo(editor);
+  window(termsTitle).press("I Agree");
+  EXPECT_TRUE(stripShown());
+}
+
 TEST_F(Terms, AgreeingASecondTimeWhileWordIsAskedChangesNothing) {
   const auto word = launchWord();
   openInWord(word, "Plan.docx");
@@ -207,6 +215,15 @@ TEST_F(Terms, AgreeingASecondTimeWhileWordIsAskedChangesNothing) {
   EXPECT_EQ(log.count("terms accepted: v1"), 1);
   EXPECT_FALSE(mac.windows().exists(termsTitle));
   EXPECT_TRUE(stripShown());
+}
+
+TEST_F(Terms, AnnouncedAgainTheyComeBackBeforeTheEditor) {
+  start();
+  goTo(editor);
+  ASSERT_EQ(mac.windows().key(), nullptr);
+  announce(R"({"version":"2"})");
+  EXPECT_EQ(mac.windows().key(), &window(termsTitle));
+  EXPECT_EQ(mac.windows().made(), 1);
 }
 
 TEST_F(Terms, AnAnnouncementWithoutAnAddressKeepsTheOneKnown) {
@@ -275,6 +292,11 @@ TEST_F(Terms, AnEmptyRequirementCannotBeAccepted) {
   start();
   announce(R"({"version":""})");
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
+  window(termsTitle).press("I Agree");
+  EXPECT_EQ(mac.windows().visible(), Rows{termsTitle}) << "they are back";
+  EXPECT_EQ(mac.windows().made(), 2);
+  goTo(editor);
+  EXPECT_FALSE(stripShown());
 }
 
 TEST_F(Terms, AnAnnouncementWhileThePermissionIsAwaitedShowsThem) {
@@ -297,6 +319,7 @@ TEST_F(Terms, TheWindowIsClosedOnceThoughAcceptingDropsItsController) {
   window(termsTitle).press("I Agree");
   EXPECT_EQ(order, Rows{"accepted in sight"});
   EXPECT_FALSE(mac.windows().exists(termsTitle));
+  EXPECT_EQ(mac.windows().closed(), 1);
 }
 
 }  // namespace

@@ -41,6 +41,21 @@ TEST_F(Updates, NoneByThemselvesWhileTheSettingIsOff) {
   EXPECT_TRUE(mac.web().requests().empty());
 }
 
+TEST_F(Updates, SwitchedOffWhileTheProgramRunsTheyStopAndSwitchedOnTheyGoOn) {
+  start();
+  mac.statusBar().choose({"Automatically check for updates"});
+  mac.advance(24h);
+  EXPECT_TRUE(mac.web().requests().empty());
+  mac.statusBar().choose({"Automatically check for updates"});
+  mac.advance(1s);
+  EXPECT_EQ(mac.web().requests().size(), 1U);
+  mac.web().answer(newer);
+  mac.advance(6h);
+  EXPECT_EQ(mac.web().requests().size(), 2U);
+  EXPECT_EQ(log.count("update available: 1.5.0 (running 1.4.0), notify=true"), 1);
+  EXPECT_EQ(mac.notifications().shown().size(), 1U);
+}
+
 TEST_F(Updates, ANewerVersionIsLoggedOfferedAndAnnounced) {
   start();
   mac.web().answer(newer);
@@ -199,6 +214,17 @@ TEST_F(Updates, TermsAreToldBeforeTheUpdateAlsoByOlderAnswers) {
   EXPECT_EQ(answered(R"({"latest":"1.4.0","eula":{"version":"3","url":null}})"), Rows{"terms 3 nowhere"});
   EXPECT_EQ(answered(R"({"eula":{"version":"3"}})"), Rows{});
   EXPECT_EQ(updater->available()->latest, "2");
+}
+
+TEST_F(Updates, TheUpdateIsKnownByTheTimeItIsTold) {
+  const auto updater = Updater::create(mac.platform());
+  std::optional<Updater::Info> known;
+  updater->onUpdate = [&](const Updater::Info&) { known = updater->available(); };
+  mac.web().answer(newer);
+  updater->check(false);
+  mac.advance(1s);
+  ASSERT_TRUE(known.has_value());
+  EXPECT_EQ(known->latest, "1.5.0");
 }
 
 TEST_F(Updates, EndingWhileAnAnswerIsOnItsWayIsNoHarm) {
