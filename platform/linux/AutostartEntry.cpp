@@ -55,6 +55,7 @@ std::optional<std::string> AutostartEntry::setEnabled(bool enabled) {
     return std::nullopt;
   }
   const std::string program = program_.string();
+  if (program.empty()) return "nothing tells where the program is";
   if (program.find_first_of("\n\r") != std::string::npos)
     return "the program's path has a line break, which no entry can name";
   return AtomicFile(file_, systemFileOperations())

@@ -9,7 +9,8 @@ namespace pellar {
 // The login item as an entry in the user's XDG autostart folder.
 class AutostartEntry final : public LoginItem {
  public:
-  // `configFolder` is the user's folder of settings; `program` is started, an absolute path.
+  // `configFolder` is the user's folder of settings; `program` is started, an absolute path;
+  // an empty one where that is not known, which cannot be switched on.
   AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program);
 
   // An entry that the desktop's settings switched off does not count.

@@ -57,6 +57,15 @@ TEST_F(Autostart, APathWithALineBreakIsRefused) {
   EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
+TEST_F(Autostart, AProgramThatDoesNotKnowWhereItIsIsNotEntered) {
+  auto entry = entryOf("");
+  const auto failure = entry.setEnabled(true);
+  ASSERT_TRUE(failure.has_value());
+  EXPECT_FALSE(failure->empty());
+  EXPECT_FALSE(std::filesystem::exists(file()));
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+}
+
 TEST_F(Autostart, WhatTheDesktopSwitchedOffDoesNotCount) {
   for (const auto* off : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
     write(std::string("[Desktop Entry]\nType=Application\nExec=pellar\n") + off + "\n");
