@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "platform/MainLoop.h"
-#include "platform/linux/DesktopEntries.h"
 #include "platform/linux/PlatformFolders.h"
 
 namespace pellar {
@@ -25,6 +24,7 @@ X11Workspace::X11Workspace(X11Applications& applications, X11Accessibility& acce
       accessibility_(accessibility),
       loop_(loop),
       listeners_(std::make_shared<Listeners>()),
+      installed_(std::make_shared<std::optional<DesktopEntries>>()),
       opener_(loop),
       viewer_(loop) {
   // Each listener is called by its key, for it may have left before its turn or while another ran.
@@ -86,10 +86,17 @@ void X11Workspace::openUrl(const std::string& url) {
   QDesktopServices::openUrl(QUrl(QString::fromStdString(url), QUrl::StrictMode));
 }
 
-// Installed programs are looked up anew, for what is hidden is asked for seldom.
+// Installed programs are looked up anew, for what is hidden is asked for seldom; but once for all the rows of
+// a menu.
 std::optional<std::string> X11Workspace::displayName(const std::string& bundleId) const {
   if (const auto* running = applications_.withBundleId(bundleId)) return running->name;
-  const auto entry = DesktopEntries(dataFolders()).forWindowClass(bundleId);
+  if (!*installed_) {
+    installed_->emplace(dataFolders());
+    loop_.post([weak = std::weak_ptr(installed_)] {
+      if (const auto installed = weak.lock()) installed->reset();
+    });
+  }
+  const auto entry = (*installed_)->forWindowClass(bundleId);
   if (!entry || entry->name.empty()) return std::nullopt;
   return entry->name;
 }

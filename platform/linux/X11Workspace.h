@@ -1,9 +1,11 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/Workspace.h"
+#include "platform/linux/DesktopEntries.h"
 #include "platform/linux/FileOpener.h"
 #include "platform/linux/FileViewer.h"
 #include "platform/linux/X11Accessibility.h"
@@ -44,6 +46,8 @@ class X11Workspace final : public Workspace {
   X11Accessibility& accessibility_;
   MainLoop& loop_;
   std::shared_ptr<Listeners> listeners_;
+  // What is installed, from the first question for it until the loop's next turn.
+  std::shared_ptr<std::optional<DesktopEntries>> installed_;
   FileOpener opener_;
   FileViewer viewer_;
 };
