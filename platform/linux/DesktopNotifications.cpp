@@ -21,6 +21,15 @@ constexpr auto busTime = 300ms;
 constexpr int answerMilliseconds = 5000;
 constexpr int ownTimeToLive = -1;
 
+// Desktops lay out all of a text, which may be as long as an answer of the web site.
+constexpr qsizetype longestText = 1000;
+
+QString shown(const std::string& text) {
+  const QString whole = QString::fromStdString(text);
+  if (whole.size() <= longestText) return whole;
+  return whole.left(longestText / 2) + QChar(0x2026) + whole.right(longestText / 2);
+}
+
 QString connectionName() {
   static int last = 0;
   return QStringLiteral("pellar-notifications-%1").arg(++last);
@@ -75,10 +84,10 @@ void DesktopNotifications::add(const UserNotification& notification) {
   const auto before = shown_->find(notification.identifier);
   const unsigned replaced = before == shown_->end() ? 0 : before->second;
   // The body may carry markup there.
-  const QString body = QString::fromStdString(notification.body).toHtmlEscaped();
+  const QString body = shown(notification.body).toHtmlEscaped();
   call(QStringLiteral("Notify"),
-       {QStringLiteral("Pellar"), replaced, QString(), QString::fromStdString(notification.title), body,
-        QStringList(), QVariantMap(), ownTimeToLive},
+       {QStringLiteral("Pellar"), replaced, QString(), shown(notification.title), body, QStringList(),
+        QVariantMap(), ownTimeToLive},
        [weak = std::weak_ptr(shown_), identifier = notification.identifier](const QDBusMessage& reply) {
          const auto shown = weak.lock();
          if (shown && !reply.arguments().isEmpty()) (*shown)[identifier] = reply.arguments().first().toUInt();

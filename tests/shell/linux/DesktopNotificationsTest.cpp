@@ -5,6 +5,7 @@
 #include <QDeadlineTimer>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <optional>
@@ -81,6 +82,18 @@ TEST_F(Notifying, ShowsTitleAndBodyWithoutReadingMarkupIntoThem) {
   startServer();
   EXPECT_EQ(shownAfter({.identifier = "a", .title = "Pellar 2 is available", .body = "You have 1 <b>&</b>."}),
             "1: Pellar 2 is available | You have 1 &lt;b&gt;&amp;&lt;/b&gt;.");
+}
+
+TEST_F(Notifying, OfAnAbsurdVersionShowsTheBeginningAndTheEnd) {
+  startServer();
+  const std::string absurd(1 << 20, '9');
+  const std::string text = shownAfter({.identifier = absurd,
+                                       .title = "Pellar " + absurd + " is available",
+                                       .body = "You have " + absurd + "."});
+  EXPECT_TRUE(text.starts_with("1: Pellar 999")) << text.substr(0, 40);
+  EXPECT_NE(text.find("999 is available | You have 999"), std::string::npos);
+  EXPECT_TRUE(text.ends_with("999.")) << text.substr(std::max<std::size_t>(text.size(), 40) - 40);
+  EXPECT_LT(text.size(), 2100U);
 }
 
 TEST_F(Notifying, OneOfTheSameIdentifierTakesTheFirstOnesPlace) {
