@@ -19,6 +19,13 @@ namespace pellar {
 // The text as one drawable line: line breaks and control characters become blanks.
 [[nodiscard]] NSString* drawnText(std::string_view utf8);
 
+// More UTF-16 units than any row of a menu or window shows. The text system lays out all that it is given.
+constexpr NSUInteger longestRow = 1000;
+// A text of more than about `length` units without its end, or without its middle, which an ellipsis stands
+// for.
+[[nodiscard]] NSString* head(NSString* text, NSUInteger length);
+[[nodiscard]] NSString* bothEnds(NSString* text, NSUInteger length);
+
 [[nodiscard]] NSColor* toNSColor(const Color& color);
 [[nodiscard]] NSFont* toNSFont(const Font& font);
 

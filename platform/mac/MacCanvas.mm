@@ -19,22 +19,6 @@ TextAttributes* attributes(const Font& font, const Color& color, NSParagraphStyl
   };
 }
 
-NSString* head(NSString* text, NSUInteger length) {
-  if (text.length <= length) return text;
-  // A range of whole characters: never half a surrogate pair, nor a letter without its accent.
-  const NSRange range = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, length)];
-  return [[text substringWithRange:range] stringByAppendingString:@"…"];
-}
-
-NSString* bothEnds(NSString* text, NSUInteger length) {
-  if (text.length <= length) return text;
-  const NSUInteger half = length / 2;
-  const NSRange first = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, half)];
-  const NSRange last = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(text.length - half, half)];
-  return
-      [NSString stringWithFormat:@"%@…%@", [text substringWithRange:first], [text substringWithRange:last]];
-}
-
 void drawLine(NSString* text, const ViewRect& rect, NSLineBreakMode mode, const Font& font,
               const Color& color) {
   NSMutableParagraphStyle* style = [[NSMutableParagraphStyle alloc] init];

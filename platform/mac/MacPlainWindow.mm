@@ -107,7 +107,7 @@ bool MacPlainWindow::isVisible() const {
 }
 
 void MacPlainWindow::setText(const std::string& id, const std::string& text) {
-  labels_[toNSString(id)].stringValue = toNSString(text);
+  labels_[toNSString(id)].stringValue = head(toNSString(text), longestRow);
 }
 
 Subscription MacPlainWindow::onClosed(std::function<void()> callback) {

@@ -1,5 +1,6 @@
 #import "platform/mac/NativeMenu.h"
 
+#include <string>
 #include <variant>
 
 #include "platform/mac/Conversions.h"
@@ -25,6 +26,10 @@
 
 namespace {
 
+NSString* shownTitle(const std::string& title) {
+  return pellar::bothEnds(pellar::drawnText(title), pellar::longestRow);
+}
+
 NSImage* swatch(NSColor* color) {
   return [NSImage imageWithSize:NSMakeSize(12, 12)
                         flipped:NO
@@ -36,7 +41,7 @@ NSImage* swatch(NSColor* color) {
 }
 
 NSMenuItem* nativeItem(const pellar::ClosureItem& item, const pellar::MenuChoice& chosen) {
-  NSString* title = pellar::drawnText(item.title);
+  NSString* title = shownTitle(item.title);
   const auto handler = item.handler;
   const auto choice = chosen;
   ClosureItem* native = [[ClosureItem alloc] initWithTitle:title
@@ -68,7 +73,7 @@ NSMenu* pellar::nativeMenu(const Menu& menu, const MenuChoice& chosen) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       [native addItem:NSMenuItem.separatorItem];
     } else if (const auto* submenu = std::get_if<Submenu>(&item)) {
-      NSMenuItem* parent = [[NSMenuItem alloc] initWithTitle:drawnText(submenu->title)
+      NSMenuItem* parent = [[NSMenuItem alloc] initWithTitle:shownTitle(submenu->title)
                                                       action:nil
                                                keyEquivalent:@""];
       parent.submenu = nativeMenu(submenu->items, chosen);

@@ -81,6 +81,21 @@ TEST_F(MacPlainWindowTest, ATextThatIsTooLongIsCutOff) {
   EXPECT_LT(NSHeight(label), 30) << "one line";
 }
 
+TEST_F(MacPlainWindowTest, OfAnAbsurdVersionNoMoreIsLaidOutThanCouldBeSeen) {
+  const std::string absurd(1 << 20, '9');
+  make({.title = "About",
+        .contentSize = {360, 260},
+        .elements = {WindowLabel{.text = "Agreement (v" + absurd + ")"},
+                     WindowLabel{.id = "status", .text = ""}}});
+  window->setText("status", "Update to " + absurd + " is ready.");
+  const std::string heading = fromNSString(labels()[0].stringValue);
+  const std::string status = fromNSString(labels()[1].stringValue);
+  EXPECT_TRUE(heading.starts_with("Agreement (v999"));
+  EXPECT_LT(heading.size(), 1100U);
+  EXPECT_TRUE(status.starts_with("Update to 999"));
+  EXPECT_LT(status.size(), 1100U);
+}
+
 TEST_F(MacPlainWindowTest, AnElementWithAFrameStandsInIt) {
   make({.title = "Access",
         .contentSize = {420, 170},

@@ -33,6 +33,16 @@ TEST_F(NativeMenuTest, ItemsStandInOrderWithTheirTitles) {
   EXPECT_EQ(fromNSString([item(2).submenu itemAtIndex:0].title), "Red");
 }
 
+TEST_F(NativeMenuTest, AnAbsurdTitleShowsItsBeginningAndItsEnd) {
+  const std::string absurd = "Update to " + std::string(1 << 20, '9') + " \u2014 Download";
+  make({ClosureItem{.title = absurd, .handler = {}}, Submenu{absurd, {}}});
+  for (const NSInteger index : {0, 1}) {
+    EXPECT_TRUE(title(index).starts_with("Update to 999"));
+    EXPECT_TRUE(title(index).ends_with("999 \u2014 Download"));
+    EXPECT_LT(title(index).size(), 1100U);
+  }
+}
+
 TEST_F(NativeMenuTest, ChosenItemsRunTheirHandlers) {
   std::vector<std::string> chosen;
   make(
