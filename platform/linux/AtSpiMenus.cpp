@@ -16,8 +16,8 @@ using Part = AtSpiElement::Part;
 constexpr auto walkTime = 1500ms;
 // What the answer may need to get from the side thread here.
 constexpr auto slack = 10ms;
-// The bus library's own clock, which ends a call, is coarse.
-constexpr auto coarseness = 30ms;
+// The bus library ends a call by one of the toolkit's coarse timers, which may be early by a twentieth.
+constexpr auto coarseness = walkTime / 20 + 25ms;
 constexpr auto silence = 2s;
 constexpr auto farewell = 200ms;
 
