@@ -201,9 +201,13 @@ void LinuxWorld::workNextMenu(std::optional<int> place) {
 
 void LinuxWorld::answerNextQuestion(std::optional<std::string> text) {
   whenBusy(
-      [] {
+      [this] {
         const QWidget* question = QApplication::activeModalWidget();
-        return question != nullptr && question->isActiveWindow();
+        if (question == nullptr || !question->isActiveWindow()) return false;
+        // The window manager may have the focus in its own hands for a moment more.
+        const auto window = static_cast<xcb_window_t>(question->effectiveWinId());
+        const auto& observer = desktop_.observer();
+        return observer.activeWindow() == window && observer.focus() == window;
       },
       [this, text = std::move(text)] {
         if (!text) return pressEscape();
