@@ -177,7 +177,9 @@ TEST_P(Documents, AreSavedAsAGroupClosedAndOpenedAgain) {
   for (const char* name : {"/report.txt", "/plan.txt", "/budget.txt"})
     all.push_back(desktop.waitForWindow(name));
   strip.waitUntilTabs(3);
-  // Each file's program starts on its own: which is there first, and in front at last, is between them.
+  // Each file's program starts on its own, and comes to the front when it likes: which is there at last is
+  // between them.
+  waitUntilIdle();
   desktop.observer().waitUntil("the strip is over one of them", [&] {
     return std::ranges::any_of(all,
                                [&](Window each) { return desktop.isActive(each) && strip.isOver(each); });
