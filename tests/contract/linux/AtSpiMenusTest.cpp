@@ -1,5 +1,7 @@
 // The menus of real programs through the port.
 
+#include <unistd.h>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
