@@ -27,8 +27,10 @@ TEST_P(RealPrograms, AGtkEditorWithThreeDocumentsHasThreeTabs) {
   for (const char* name : {"report.txt", "plan.txt", "budget.txt"})
     all.push_back(desktop.waitForWindow(name));
   startPellar();
-  strip.waitUntilOver(all[2]);
   strip.waitUntilTabs(3);
+  // The editor's windows may still take the front from one another.
+  waitUntilIdle();
+  strip.waitUntilOver({desktop.observer().activeWindow()});
   const auto behind = strip.windowsBehindTabs(all);
   EXPECT_TRUE(std::is_permutation(behind.begin(), behind.end(), all.begin(), all.end()));
   desktop.move(behind.back(), 150, 250);
