@@ -43,38 +43,40 @@ class Writer : public EveryWindowManager {
     int offset = 0;
     for (const auto& name : names) {
       all.push_back(desktop.waitForWindow(name + ".fodt", firstStart));
-      restore(all.back());
-      desktop.resize(all.back(), 1000, 500);
-      place(all.back(), 60 + offset, 160 + offset);
+      place(all.back(), {60 + offset, 160 + offset, 1000, 500});
       offset += 50;
     }
     return all;
   }
-  // A window of it may make itself large more than once while it opens.
-  void restore(Window window) {
+  // By its frame's corner and its own size. A window of it may make itself large more than once while it
+  // opens, and what was asked for before that is lost.
+  void place(Window window, const Box& wanted) {
     auto& observer = desktop.observer();
-    const std::string vertically = "_NET_WM_STATE_MAXIMIZED_VERT";
-    const std::string horizontally = "_NET_WM_STATE_MAXIMIZED_HORZ";
-    observer.waitUntil("the window is not maximised", [&] {
-      if (!observer.hasState(window.id, vertically) && !observer.hasState(window.id, horizontally))
+    observer.waitUntil("the window is placed", [&] {
+      const auto frame = desktop.frame(window);
+      const auto own = observer.box(window.id);
+      if (frame.x == wanted.x && frame.y == wanted.y && own && own->width == wanted.width &&
+          own->height == wanted.height)
         return true;
-      observer.sendToRoot(window.id, "_NET_WM_STATE",
-                          {0, observer.atom(vertically), observer.atom(horizontally), 2});
+      askFor(window, wanted);
       return false;
     });
   }
-  // By its frame's corner. A plain request means another one for such a window.
-  void place(Window window, int x, int y) {
+  void askFor(Window window, const Box& wanted) {
+    auto& observer = desktop.observer();
+    const std::string vertically = "_NET_WM_STATE_MAXIMIZED_VERT";
+    const std::string horizontally = "_NET_WM_STATE_MAXIMIZED_HORZ";
+    if (observer.hasState(window.id, vertically) || observer.hasState(window.id, horizontally))
+      return observer.sendToRoot(window.id, "_NET_WM_STATE",
+                                 {0, observer.atom(vertically), observer.atom(horizontally), 2});
+    // A plain request means another corner for such a window.
     constexpr std::uint32_t cornerOfFrame = 1;
-    constexpr std::uint32_t position = 3U << 8U;
+    constexpr std::uint32_t placeAndSize = 15U << 8U;
     constexpr std::uint32_t fromPager = 2U << 12U;
-    desktop.observer().sendToRoot(
-        window.id, "_NET_MOVERESIZE_WINDOW",
-        {cornerOfFrame | position | fromPager, static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y)});
-    desktop.observer().waitUntil("the window is placed", [&] {
-      const auto frame = desktop.frame(window);
-      return frame.x == x && frame.y == y;
-    });
+    observer.sendToRoot(window.id, "_NET_MOVERESIZE_WINDOW",
+                        {cornerOfFrame | placeAndSize | fromPager, static_cast<std::uint32_t>(wanted.x),
+                         static_cast<std::uint32_t>(wanted.y), static_cast<std::uint32_t>(wanted.width),
+                         static_cast<std::uint32_t>(wanted.height)});
   }
   void waitUntilStateHas(const std::string& text) {
     desktop.observer().waitUntil("the state file has " + text, [&] {
