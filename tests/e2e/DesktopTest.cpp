@@ -32,6 +32,13 @@ void DesktopTest::waitUntilIdle() const {
   }
 }
 
+Window DesktopTest::waitUntilSettled() {
+  waitUntilIdle();
+  const Window front{desktop.observer().activeWindow()};
+  strip.waitUntilOver(front);
+  return front;
+}
+
 Application& DesktopTest::editor() {
   if (!editor_) editor_ = std::make_unique<Application>(desktop, "editor");
   return *editor_;

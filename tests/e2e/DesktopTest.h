@@ -26,6 +26,9 @@ class DesktopTest : public ::testing::Test {
   // Returns when Pellar has nothing left to do. What it still has to read of the desktop it is told as it is
   // by then, as if that had come before the next click.
   void waitUntilIdle() const;
+  // Returns when windows that were opened together no longer take the front from one another, and the strip
+  // is over the one that is there, which is given.
+  [[nodiscard]] Window waitUntilSettled();
   [[nodiscard]] Application& editor();
   // The lines of Pellar's log that contain a text.
   [[nodiscard]] int logLines(const std::string& part = "") const;

@@ -179,11 +179,7 @@ TEST_P(Documents, AreSavedAsAGroupClosedAndOpenedAgain) {
   strip.waitUntilTabs(3);
   // Each file's program starts on its own, and comes to the front when it likes: which is there at last is
   // between them.
-  waitUntilIdle();
-  desktop.observer().waitUntil("the strip is over one of them", [&] {
-    return std::ranges::any_of(all,
-                               [&](Window each) { return desktop.isActive(each) && strip.isOver(each); });
-  });
+  EXPECT_NE(std::ranges::find(all, waitUntilSettled()), all.end());
   openGroups();
   menu->openSubmenu(2);
   menu->choose(1);

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "tests/e2e/DesktopTest.h"
 
 namespace pellar::e2e {
@@ -28,9 +30,7 @@ TEST_P(RealPrograms, AGtkEditorWithThreeDocumentsHasThreeTabs) {
     all.push_back(desktop.waitForWindow(name));
   startPellar();
   strip.waitUntilTabs(3);
-  // The editor's windows may still take the front from one another.
-  waitUntilIdle();
-  strip.waitUntilOver({desktop.observer().activeWindow()});
+  EXPECT_NE(std::ranges::find(all, waitUntilSettled()), all.end());
   const auto behind = strip.windowsBehindTabs(all);
   EXPECT_TRUE(std::is_permutation(behind.begin(), behind.end(), all.begin(), all.end()));
   desktop.move(behind.back(), 150, 250);
