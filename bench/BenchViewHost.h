@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/strip/TabItem.h"
+#include "app/strip/tabs/TabItem.h"
 #include "platform/View.h"
 
 namespace pellar {

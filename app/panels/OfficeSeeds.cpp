@@ -4,7 +4,7 @@
 #include <array>
 #include <string_view>
 
-#include "app/tracking/FileUrl.h"
+#include "core/FileUrl.h"
 
 namespace pellar {
 namespace {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/panels/Screens.h"
+#include "app/strip/place/Screens.h"
 
 namespace pellar {
 namespace {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "app/automation/Automation.h"
-#include "app/automation/Generic.h"
+#include "app/automation/FileMenu.h"
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "platform/MainLoop.h"

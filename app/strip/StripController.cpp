@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/strip/StripGeometry.h"
-#include "app/strip/TagColors.h"
+#include "app/strip/place/StripGeometry.h"
+#include "app/strip/tabs/TagColors.h"
 #include "core/AppState.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"

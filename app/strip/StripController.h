@@ -6,14 +6,14 @@
 #include <optional>
 #include <vector>
 
-#include "app/panels/HoverPanels.h"
-#include "app/strip/RecentDropdown.h"
-#include "app/strip/StripDocuments.h"
 #include "app/strip/StripMenus.h"
-#include "app/strip/TabStripView.h"
-#include "app/strip/TrackedPicture.h"
-#include "app/strip/WindowActions.h"
-#include "app/strip/WindowGroupDrag.h"
+#include "app/strip/card/HoverPanels.h"
+#include "app/strip/documents/StripDocuments.h"
+#include "app/strip/search/RecentDropdown.h"
+#include "app/strip/tabs/TabStripView.h"
+#include "app/strip/windows/TrackedPicture.h"
+#include "app/strip/windows/WindowActions.h"
+#include "app/strip/windows/WindowGroupDrag.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <utility>
 
-#include "app/strip/TagColors.h"
+#include "app/strip/tabs/TagColors.h"
 #include "core/AppState.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"

@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "app/strip/StripDocuments.h"
-#include "app/strip/TrackedPicture.h"
-#include "app/strip/WindowActions.h"
+#include "app/strip/documents/StripDocuments.h"
+#include "app/strip/windows/TrackedPicture.h"
+#include "app/strip/windows/WindowActions.h"
 #include "core/StateStore.h"
 #include "platform/Menu.h"
 #include "platform/Platform.h"

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "app/tracking/AX.h"
-#include "app/tracking/FileUrl.h"
+#include "core/FileUrl.h"
 
 namespace pellar {
 

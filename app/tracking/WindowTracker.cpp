@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "app/tracking/AX.h"
-#include "app/tracking/QuotedList.h"
 #include "core/Log.h"
 #include "core/OfficeApp.h"
+#include "core/QuotedList.h"
 
 namespace pellar {
 namespace {

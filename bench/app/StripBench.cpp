@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "app/strip/TabStripView.h"
+#include "app/strip/tabs/TabStripView.h"
 #include "bench/BenchViewHost.h"
-#include "platform/sim/SimTextMeasure.h"
+#include "platform/sim/drawing/SimTextMeasure.h"
 
 namespace pellar {
 namespace {

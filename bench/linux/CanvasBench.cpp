@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "app/strip/TabStripView.h"
+#include "app/strip/tabs/TabStripView.h"
 #include "bench/BenchViewHost.h"
-#include "platform/linux/QtCanvas.h"
-#include "platform/linux/QtTextMeasure.h"
-#include "platform/linux/SpriteCache.h"
+#include "platform/linux/drawing/QtCanvas.h"
+#include "platform/linux/drawing/QtTextMeasure.h"
+#include "platform/linux/drawing/SpriteCache.h"
 
 namespace pellar {
 namespace {

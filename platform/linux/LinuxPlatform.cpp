@@ -4,9 +4,9 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/linux/DesktopEntries.h"
-#include "platform/linux/PlatformFolders.h"
-#include "platform/shared/BuiltBundle.h"
+#include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/system/PlatformFolders.h"
+#include "platform/shared/system/BuiltBundle.h"
 
 namespace pellar {
 namespace {

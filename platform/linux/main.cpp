@@ -11,13 +11,13 @@
 
 #include "app/shell/AppDelegate.h"
 #include "platform/linux/LinuxPlatform.h"
-#include "platform/linux/LostServer.h"
-#include "platform/linux/SingleInstance.h"
-#include "platform/linux/StartUpMemory.h"
-#include "platform/linux/TemporaryVariable.h"
-#include "platform/linux/TerminationSignals.h"
-#include "platform/linux/XcbReply.h"
-#include "platform/shared/FolderLock.h"
+#include "platform/linux/desktop/SingleInstance.h"
+#include "platform/linux/system/StartUpMemory.h"
+#include "platform/linux/system/TemporaryVariable.h"
+#include "platform/linux/system/TerminationSignals.h"
+#include "platform/linux/x11/LostServer.h"
+#include "platform/linux/x11/XcbReply.h"
+#include "platform/shared/system/FolderLock.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "platform/mac/MacPlatform.h"
 
-#include "platform/mac/MacUserFolders.h"
+#include "platform/mac/system/MacUserFolders.h"
 
 namespace pellar {
 

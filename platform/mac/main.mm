@@ -5,10 +5,10 @@
 
 #include "app/shell/AppDelegate.h"
 #include "platform/MainLoop.h"
-#include "platform/mac/EditingKeys.h"
 #include "platform/mac/MacPlatform.h"
-#include "platform/mac/MacUserFolders.h"
-#include "platform/shared/FolderLock.h"
+#include "platform/mac/desktop/EditingKeys.h"
+#include "platform/mac/system/MacUserFolders.h"
+#include "platform/shared/system/FolderLock.h"
 
 // Hands AppKit's start to ours. Lives as long as the process.
 @interface ApplicationDelegate : NSObject <NSApplicationDelegate>

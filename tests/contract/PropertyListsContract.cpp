@@ -3,7 +3,7 @@
 #include <string>
 
 #include "platform/PropertyLists.h"
-#include "platform/sim/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/contract/ContractTest.h"
 
 namespace pellar::contract {

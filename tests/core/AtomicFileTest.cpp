@@ -2,8 +2,8 @@
 #include <unistd.h>
 
 #include "core/AtomicFile.h"
-#include "tests/core/BrokenFileOperations.h"
 #include "tests/core/TemporaryFolder.h"
+#include "tests/support/BrokenFileOperations.h"
 
 namespace pellar {
 namespace {

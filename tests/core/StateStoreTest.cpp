@@ -8,8 +8,8 @@
 #include "core/Log.h"
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
-#include "tests/core/BrokenFileOperations.h"
 #include "tests/core/TemporaryFolder.h"
+#include "tests/support/BrokenFileOperations.h"
 
 namespace pellar {
 namespace {

@@ -4,7 +4,7 @@
 
 #include "tests/e2e/ShellTest.h"
 #include "tests/e2e/Tray.h"
-#include "tests/shell/linux/LoopbackServer.h"
+#include "tests/support/LoopbackServer.h"
 
 namespace pellar::e2e {
 

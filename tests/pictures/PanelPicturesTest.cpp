@@ -3,7 +3,7 @@
 #include <cmath>
 
 #include "app/panels/SnapView.h"
-#include "app/panels/TabCardView.h"
+#include "app/strip/card/TabCardView.h"
 #include "tests/pictures/PictureTest.h"
 
 namespace pellar {

@@ -3,8 +3,8 @@
 #include <string>
 #include <utility>
 
-#include "platform/linux/SearchFieldLook.h"
-#include "platform/shared/DrawnList.h"
+#include "platform/linux/panel/SearchFieldLook.h"
+#include "platform/shared/panel/DrawnList.h"
 #include "tests/pictures/PictureStage.h"
 
 namespace pellar {

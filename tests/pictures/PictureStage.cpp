@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/linux/PanelGround.h"
-#include "platform/linux/QtCanvas.h"
+#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/QtCanvas.h"
 #include "tests/pictures/PictureControls.h"
 
 namespace pellar {

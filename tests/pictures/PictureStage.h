@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "platform/View.h"
-#include "platform/linux/QtTextMeasure.h"
-#include "platform/linux/SpriteCache.h"
+#include "platform/linux/drawing/QtTextMeasure.h"
+#include "platform/linux/drawing/SpriteCache.h"
 #include "tests/pictures/Likeness.h"
 
 namespace pellar {

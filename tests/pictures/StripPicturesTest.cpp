@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "app/strip/TabStripView.h"
+#include "app/strip/tabs/TabStripView.h"
 #include "core/TrackedApp.h"
 #include "tests/pictures/PictureTest.h"
 

@@ -3,7 +3,7 @@
 
 #include <cstdlib>
 
-#include "platform/shared/BuiltBundle.h"
+#include "platform/shared/system/BuiltBundle.h"
 
 namespace pellar {
 

@@ -1,0 +1,76 @@
+#include "app/automation/FileMenu.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/tracking/AX.h"
+#include "core/Log.h"
+
+namespace pellar::Generic {
+
+namespace {
+
+using Elements = std::vector<Element>;
+
+std::optional<Elements> children(Accessibility& accessibility, const Element& element) {
+  return AX::value<Elements>(accessibility, element, "AXChildren");
+}
+
+bool isTitled(Accessibility& accessibility, const Element& element, std::string_view title) {
+  const auto read = AX::value<std::string>(accessibility, element, "AXTitle");
+  return read && *read == title;
+}
+
+std::optional<Element> fileMenuBarItem(Accessibility& accessibility, ProcessId pid) {
+  const auto menuBar = AX::value<Element>(accessibility, accessibility.applicationElement(pid), "AXMenuBar");
+  if (!menuBar) return std::nullopt;
+  const auto items = children(accessibility, *menuBar);
+  if (!items) return std::nullopt;
+  for (const Element& item : *items) {
+    if (isTitled(accessibility, item, "File")) return item;
+  }
+  // In another language: the first one after the system's own menu.
+  if (items->size() < 2) return std::nullopt;
+  return (*items)[1];
+}
+
+std::optional<Elements> fileMenuItems(Accessibility& accessibility, ProcessId pid) {
+  const auto item = fileMenuBarItem(accessibility, pid);
+  if (!item) return std::nullopt;
+  const auto menus = children(accessibility, *item);
+  if (!menus || menus->empty()) return std::nullopt;
+  return children(accessibility, menus->front());
+}
+
+}  // namespace
+
+bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles) {
+  const auto items = fileMenuItems(accessibility, pid);
+  if (!items) return false;
+  for (const std::string_view title : titles) {
+    for (const Element& item : *items) {
+      if (!isTitled(accessibility, item, title)) continue;
+      if (!AX::value<bool>(accessibility, item, "AXEnabled").value_or(false)) continue;
+      return accessibility.perform(item, "AXPress");
+    }
+  }
+  return false;
+}
+
+void saveAll(Accessibility& accessibility, const WindowList& windows,
+             const std::shared_ptr<OfficeWindow>& front) {
+  static constexpr std::array<std::string_view, 1> save{"Save"};
+  int pressed = 0;
+  for (const auto& window : windows) {
+    if (!window->path || window->minimized) continue;
+    // The menu acts on the application's main window.
+    accessibility.set(window->element, "AXMain", true);
+    if (pressFileMenu(accessibility, window->pid, save)) ++pressed;
+  }
+  if (front) accessibility.set(front->element, "AXMain", true);
+  Log::write("save all: " + std::to_string(pressed) + " of " + std::to_string(windows.size()) + " windows");
+}
+
+}  // namespace pellar::Generic

@@ -1,0 +1,65 @@
+#include "app/strip/card/HoverPanels.h"
+
+#include <string>
+#include <utility>
+
+#include "core/PathExtension.h"
+#include "core/ShortFolder.h"
+
+namespace pellar {
+
+HoverPanels::HoverPanels(const Platform& platform, std::shared_ptr<const TrackedPicture> picture,
+                         std::shared_ptr<WindowActions> actions)
+    : platform_(platform), picture_(std::move(picture)), actions_(std::move(actions)) {}
+
+void HoverPanels::tabHovered(std::optional<WindowId> id, const std::optional<ScreenRect>& tab) {
+  const auto window = id ? picture_->window(*id) : nullptr;
+  if (!window || !tab) {
+    if (tabCard_) tabCard_->scheduleClose();
+    return;
+  }
+  if (!window->path) {
+    tabCard().show(*id, window->title, std::nullopt, *tab);
+    return;
+  }
+  const std::string& path = *window->path;
+  tabCard().show(*id, std::string(lastComponent(path)),
+                 shortFolder(withoutLastComponent(path), platform_.folders.home.string()), *tab);
+}
+
+void HoverPanels::zoomHovered(const std::optional<ScreenRect>& tool) {
+  if (tool) {
+    snapPicker().show(*tool);
+  } else if (snapPicker_) {
+    snapPicker_->scheduleClose();
+  }
+}
+
+void HoverPanels::hide() {
+  if (tabCard_) tabCard_->hide();
+  if (snapPicker_) snapPicker_->hide();
+}
+
+TabCard& HoverPanels::tabCard() {
+  if (tabCard_) return *tabCard_;
+  const auto act = [picture = picture_, actions = actions_](WindowId id, StripAction action) {
+    const auto window = picture->window(id);
+    if (!window) return;
+    if (action == StripAction::minimize) actions->minimize(*window);
+    if (action == StripAction::zoom) actions->zoom(*window);
+    if (action == StripAction::closeWindow) actions->close(*window);
+  };
+  tabCard_ = std::make_unique<TabCard>(platform_.panels, platform_.mainLoop, platform_.screens, act);
+  return *tabCard_;
+}
+
+SnapPicker& HoverPanels::snapPicker() {
+  if (snapPicker_) return *snapPicker_;
+  const auto pick = [picture = picture_, actions = actions_](Tile tile) {
+    if (const auto front = picture->front) actions->tile(*front, tile);
+  };
+  snapPicker_ = std::make_unique<SnapPicker>(platform_.panels, platform_.mainLoop, platform_.screens, pick);
+  return *snapPicker_;
+}
+
+}  // namespace pellar

@@ -1,0 +1,70 @@
+#include "app/strip/card/TabCard.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+#include "app/strip/place/Screens.h"
+
+namespace pellar {
+namespace {
+
+constexpr std::chrono::milliseconds showDelay{300};
+constexpr double lowHeight = 58;
+constexpr double tallHeight = 74;  // with a title of two lines
+constexpr double screenMargin = 8;
+constexpr double gap = 4;  // between the tab and the card
+
+}  // namespace
+
+TabCard::TabCard(PanelFactory& panels, MainLoop& loop, const ScreenList& screens,
+                 TabCardView::ActionHandler onAction)
+    : loop_(loop),
+      screens_(screens),
+      panel_(panels.makePanel({.contentSize = {200, lowHeight}, .level = PanelLevel::popUpMenu})),
+      view_(panel_->host(), std::move(onAction)),
+      closing_(loop, [this] { hide(); }) {
+  view_.onHoverChanged = [this](bool inside) { inside ? closing_.panelEntered() : closing_.panelLeft(); };
+  view_.onActed = [this] { hide(); };
+  panel_->setView(&view_);
+}
+
+TabCard::~TabCard() {
+  panel_->setView(nullptr);
+}
+
+void TabCard::show(WindowId id, const std::string& title, const std::optional<std::string>& subtitle,
+                   const ScreenRect& under) {
+  closing_.anchorEntered();
+  showTimer_ = loop_.after(showDelay, [=, this] { present(id, title, subtitle, under); });
+}
+
+void TabCard::scheduleClose() {
+  showTimer_.cancel();
+  closing_.anchorLeft();
+}
+
+void TabCard::hide() {
+  showTimer_.cancel();
+  closing_.reset();
+  panel_->orderOut();
+}
+
+void TabCard::present(WindowId id, const std::string& title, const std::optional<std::string>& subtitle,
+                      const ScreenRect& under) {
+  const auto screen = Screens::containing(under, screens_);
+  if (!screen) return;
+  view_.set(id, title, subtitle);
+  // A window is whole points wide; a title that just fits must go on fitting.
+  const double width = std::ceil(view_.preferredWidth());
+  const double height = view_.titleNeedsTwoLines() ? tallHeight : lowHeight;
+  const ScreenRect& visible = screen->visibleFrame;
+  const double x =
+      std::max(std::min(visible.maxX() - width - screenMargin, under.minX()), visible.minX() + screenMargin);
+  const double top = std::min(visible.maxY() - screenMargin, under.minY() - gap);
+  panel_->setFrame({x, top - height, width, height}, true);
+  panel_->orderFrontRegardless();
+}
+
+}  // namespace pellar

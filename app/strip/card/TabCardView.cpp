@@ -1,0 +1,125 @@
+#include "app/strip/card/TabCardView.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+
+namespace pellar {
+namespace {
+
+struct Button {
+  std::string_view text;
+  StripAction action;
+};
+
+constexpr std::array<Button, 3> buttons{
+    {{"\u2013", StripAction::minimize}, {"\u25a1", StripAction::zoom}, {"\u2715", StripAction::closeWindow}}};
+constexpr double buttonWidth = 26;
+constexpr double buttonPitch = 30;
+constexpr double buttonRoom = buttonPitch * static_cast<double>(buttons.size());
+constexpr double margin = 12;  // on each side of the texts
+constexpr double narrowest = 180;
+constexpr double widest = 260;
+// Widths are sums of fractions; what is less than this wider still fits.
+constexpr double rounding = 0.001;
+
+constexpr Font titleFont{13, FontWeight::medium};
+constexpr Font subtitleFont{11, FontWeight::regular};
+constexpr Font buttonFont{12, FontWeight::regular};
+
+}  // namespace
+
+TabCardView::TabCardView(ViewHost& host, ActionHandler onAction)
+    : host_(host), onAction_(std::move(onAction)) {}
+
+void TabCardView::set(WindowId id, std::string title, std::optional<std::string> subtitle) {
+  id_ = id;
+  title_ = std::move(title);
+  subtitle_ = std::move(subtitle);
+  host_.setNeedsDisplay();
+}
+
+double TabCardView::preferredWidth() const {
+  const TextMeasure& measure = host_.textMeasure();
+  const double wanted = measure.width(title_, titleFont) + 2 * margin + buttonRoom;
+  const double below = (subtitle_ ? measure.width(*subtitle_, subtitleFont) : 0) + 2 * margin;
+  return std::clamp(std::max(wanted, below), narrowest, widest);
+}
+
+bool TabCardView::titleNeedsTwoLines() const {
+  const double room = preferredWidth() - 2 * margin - buttonRoom;
+  return host_.textMeasure().width(title_, titleFont) > room + rounding;
+}
+
+std::vector<std::pair<ViewRect, StripAction>> TabCardView::buttonRects() const {
+  std::vector<std::pair<ViewRect, StripAction>> rects;
+  double x = host_.bounds().width - 6 - buttonRoom;
+  for (const Button& button : buttons) {
+    rects.push_back({{x, 9, buttonWidth, 22}, button.action});
+    x += buttonPitch;
+  }
+  return rects;
+}
+
+void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
+  const double width = host_.bounds().width;
+  const bool twoLines = titleNeedsTwoLines();
+  const ViewRect title{margin, 11, width - 2 * margin - buttonRoom, twoLines ? 32.0 : 17.0};
+  if (twoLines) {
+    canvas.drawWrappedText(title_, title, 2, titleFont, Color::white());
+  } else {
+    canvas.drawTruncatedText(title_, title, titleFont, Color::white());
+  }
+  if (subtitle_) {
+    const ViewRect place{margin, twoLines ? 46.0 : 32.0, width - 2 * margin, 15};
+    canvas.drawMiddleTruncatedText(*subtitle_, place, subtitleFont, Color::white(0.55));
+  }
+
+  const auto rects = buttonRects();
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    const auto& [rect, action] = rects[i];
+    if (hover_ == action) {
+      Color ground = Color::white(0.18);
+      if (action == StripAction::closeWindow) {
+        ground = Color::of(SystemColor::red);
+        ground.alpha = 0.8;
+      }
+      canvas.fillRoundedRect(rect, 6, ground);
+    }
+    canvas.drawCenteredText(buttons[i].text, rect, buttonFont, Color::white(0.85));
+  }
+}
+
+void TabCardView::mouseDown(const MouseEvent& event) {
+  const auto action = actionAt(event.location);
+  if (!action) return;
+  const std::weak_ptr alive(alive_);
+  if (const auto act = onAction_) act(id_, *action);
+  if (alive.expired()) return;
+  if (const auto acted = onActed) acted();
+}
+
+void TabCardView::mouseEntered() {
+  if (const auto changed = onHoverChanged) changed(true);
+}
+
+void TabCardView::mouseMoved(const MouseEvent& event) {
+  setHover(actionAt(event.location));
+}
+
+void TabCardView::mouseExited() {
+  setHover(std::nullopt);
+  if (const auto changed = onHoverChanged) changed(false);
+}
+
+std::optional<StripAction> TabCardView::actionAt(ViewPoint point) const {
+  for (const auto& [rect, action] : buttonRects())
+    if (rect.contains(point)) return action;
+  return std::nullopt;
+}
+
+void TabCardView::setHover(std::optional<StripAction> action) {
+  if (std::exchange(hover_, action) != action) host_.setNeedsDisplay();
+}
+
+}  // namespace pellar

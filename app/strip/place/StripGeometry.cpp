@@ -1,0 +1,64 @@
+#include "app/strip/place/StripGeometry.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "app/strip/place/CoordinateFlip.h"
+
+namespace pellar::StripGeometry {
+namespace {
+
+constexpr double pushDownTolerance = 0.5;
+constexpr double smallestPushedHeight = 200;
+constexpr double zoomTolerance = 2;
+
+const Screen* screenOf(const AxRect& window, std::span<const Screen> screens) {
+  if (screens.empty()) return nullptr;
+  const CoordinateFlip flip(screens);
+  const auto found = std::ranges::find_if(
+      screens, [&](const Screen& screen) { return flip.toAx(screen.frame).intersects(window); });
+  return found == screens.end() ? &screens.front() : &*found;
+}
+
+double lowestTop(const AxRect& window, std::span<const Screen> screens) {
+  return workTop(window, screens) + stripHeight;
+}
+
+}  // namespace
+
+ScreenRect stripFrame(const AxRect& window, std::span<const Screen> screens) {
+  return {window.x, CoordinateFlip(screens).screenY(window.y), window.width, stripHeight};
+}
+
+double workTop(const AxRect& window, std::span<const Screen> screens) {
+  const Screen* screen = screenOf(window, screens);
+  return screen ? CoordinateFlip(screens).axY(screen->visibleFrame.maxY()) : 0;
+}
+
+AxRect tileArea(const AxRect& window, std::span<const Screen> screens) {
+  const Screen* screen = screenOf(window, screens);
+  if (!screen) return {};
+  AxRect area = CoordinateFlip(screens).toAx(screen->visibleFrame);
+  area.y += stripHeight;
+  area.height -= stripHeight;
+  return area;
+}
+
+bool hasRoomForStrip(const AxRect& window, std::span<const Screen> screens) {
+  return window.y >= lowestTop(window, screens) - pushDownTolerance;
+}
+
+std::optional<AxRect> pushedDown(const AxRect& window, std::span<const Screen> screens) {
+  if (hasRoomForStrip(window, screens)) return std::nullopt;
+  const double top = lowestTop(window, screens);
+  return AxRect{window.x, top, window.width,
+                std::max(window.height - (top - window.y), smallestPushedHeight)};
+}
+
+bool fills(const AxRect& window, const AxRect& area) {
+  const auto near = [](double a, double b) { return std::abs(a - b) < zoomTolerance; };
+  return near(window.x, area.x) && near(window.y, area.y) && near(window.width, area.width) &&
+         near(window.height, area.height);
+}
+
+}  // namespace pellar::StripGeometry

@@ -1,0 +1,77 @@
+#include "app/strip/windows/WindowActions.h"
+
+#include <string>
+#include <utility>
+
+#include "app/strip/place/StripGeometry.h"
+#include "app/tracking/AX.h"
+#include "platform/ScreenList.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
+                             std::shared_ptr<const TrackedPicture> picture)
+    : platform_(platform), tracker_(std::move(tracker)), picture_(std::move(picture)) {}
+
+std::shared_ptr<OfficeWindow> WindowActions::existing(const std::shared_ptr<OfficeWindow>& window) {
+  // Asked of the window itself: no picture may have come since it went.
+  if (!AX::value<std::string>(platform_.accessibility, window->element, "AXSubrole")) return nullptr;
+  if (auto present = picture_->present(*window)) return present;
+  window->refresh(platform_.accessibility);
+  return window;
+}
+
+void WindowActions::raise(const OfficeWindow& window) {
+  auto& accessibility = platform_.accessibility;
+  if (window.minimized) accessibility.set(window.element, "AXMinimized", false);
+  accessibility.perform(window.element, "AXRaise");
+  platform_.workspace.activate(window.pid);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::minimize(const OfficeWindow& window) {
+  platform_.accessibility.set(window.element, "AXMinimized", true);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::close(const OfficeWindow& window) {
+  if (AX::pressCloseButton(platform_.accessibility, window.element)) tracker_->scheduleRefresh();
+}
+
+void WindowActions::close(const WindowList& windows) {
+  for (const auto& each : windows) AX::pressCloseButton(platform_.accessibility, each->element);
+  tracker_->scheduleRefresh();
+}
+
+void WindowActions::zoom(OfficeWindow& window) {
+  const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
+  const auto stored = restoreFrames_.find(window.id());
+  if (stored != restoreFrames_.end() && isZoomed(window, stored->second, area)) {
+    const AxRect before = stored->second.before;
+    restoreFrames_.erase(stored);
+    tracker_->setFrame(window, before);
+  } else {
+    const AxRect before = window.frame;
+    tracker_->setFrame(window, area);
+    restoreFrames_.insert_or_assign(window.id(), Zoomed{window.element, before, window.frame});
+  }
+  tracker_->scheduleRefresh();
+}
+
+bool WindowActions::isZoomed(const OfficeWindow& window, const Zoomed& zoomed, const AxRect& area) {
+  // A new window may come under the number of one that is gone.
+  if (zoomed.window != window.element) return false;
+  if (StripGeometry::fills(window.frame, area)) return true;
+  // A window that grows in steps, as a terminal does, or only so far, fills the area as well as it can.
+  const bool changed = !StripGeometry::fills(zoomed.after, zoomed.before);
+  return changed && StripGeometry::fills(window.frame, zoomed.after);
+}
+
+void WindowActions::tile(OfficeWindow& window, Tile tile) {
+  const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
+  tracker_->setFrame(window, tileFrame(tile, area));
+  raise(window);
+}
+
+}  // namespace pellar

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <unordered_map>
+
+#include "app/strip/windows/TrackedPicture.h"
+#include "app/tracking/WindowTracker.h"
+#include "core/Geometry.h"
+#include "core/Tile.h"
+#include "platform/Platform.h"
+
+namespace pellar {
+
+// What the strip, its menus and its panels do to windows. Each action asks the tracker for the next picture,
+// which shows what became of it; on a window that is gone it has no effect. The caller keeps the record
+// alive. Main thread only.
+class WindowActions {
+ public:
+  // What `platform` refers to outlives this.
+  WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
+                std::shared_ptr<const TrackedPicture> picture);
+
+  // The record of a window as it is now, also while the strip shows another application; null when the window
+  // is gone. For what was chosen after a nested loop.
+  [[nodiscard]] std::shared_ptr<OfficeWindow> existing(const std::shared_ptr<OfficeWindow>& window);
+
+  // Makes it the focused window: out of the Dock, in front, its application in front.
+  void raise(const OfficeWindow& window);
+  void minimize(const OfficeWindow& window);
+  // Presses the close button; the application may still ask about unsaved changes.
+  void close(const OfficeWindow& window);
+  // The same for each that has a close button.
+  void close(const WindowList& windows);
+  // Fills the area that the strip leaves of the window's screen, or gives back the frame it had before.
+  void zoom(OfficeWindow& window);
+  // Puts the window on a part of that area, and raises it.
+  void tile(OfficeWindow& window, Tile tile);
+
+ private:
+  // A window that was zoomed: where it was, and what zooming made of it.
+  struct Zoomed {
+    Element window;
+    AxRect before;
+    AxRect after;
+  };
+
+  // Whether the window stands as zooming left it.
+  [[nodiscard]] static bool isZoomed(const OfficeWindow& window, const Zoomed& zoomed, const AxRect& area);
+
+  Platform platform_;
+  std::shared_ptr<WindowTracker> tracker_;
+  std::shared_ptr<const TrackedPicture> picture_;
+  std::unordered_map<WindowId, Zoomed> restoreFrames_;
+};
+
+}  // namespace pellar

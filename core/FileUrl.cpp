@@ -1,0 +1,58 @@
+#include "core/FileUrl.h"
+
+namespace pellar {
+namespace {
+
+int hexDigit(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  return -1;
+}
+
+bool takePrefix(std::string_view& text, std::string_view lowerCasePrefix) {
+  if (text.size() < lowerCasePrefix.size()) return false;
+  for (std::size_t i = 0; i < lowerCasePrefix.size(); ++i) {
+    const char c = text[i];
+    if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) != lowerCasePrefix[i]) return false;
+  }
+  text.remove_prefix(lowerCasePrefix.size());
+  return true;
+}
+
+std::optional<std::string> percentDecoded(std::string_view text) {
+  std::string decoded;
+  decoded.reserve(text.size());
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte < 0x20 || byte == 0x7f) return std::nullopt;
+    if (byte != '%') {
+      decoded += text[i];
+      continue;
+    }
+    if (i + 2 >= text.size()) return std::nullopt;
+    const int high = hexDigit(text[i + 1]);
+    const int low = hexDigit(text[i + 2]);
+    if (high < 0 || low < 0 || (high == 0 && low == 0)) return std::nullopt;
+    decoded += static_cast<char>(high * 16 + low);
+    i += 2;
+  }
+  return decoded;
+}
+
+}  // namespace
+
+std::optional<std::string> pathOfFileUrl(std::string_view url) {
+  if (!takePrefix(url, "file:")) return std::nullopt;
+  if (takePrefix(url, "//")) {
+    const auto pathStart = url.find('/');
+    if (pathStart == std::string_view::npos) return std::nullopt;
+    url.remove_prefix(pathStart);
+  }
+  auto path = percentDecoded(url.substr(0, url.find_first_of("?#")));
+  if (!path || path->empty() || path->front() != '/') return std::nullopt;
+  while (path->size() > 1 && path->back() == '/') path->pop_back();
+  return path;
+}
+
+}  // namespace pellar

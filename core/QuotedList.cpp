@@ -1,0 +1,82 @@
+#include "core/QuotedList.h"
+
+#include <array>
+#include <cstdint>
+#include <cstdio>
+#include <string_view>
+
+#include "core/Utf8.h"
+
+namespace pellar {
+namespace {
+
+// The code point of a valid character's bytes.
+std::uint32_t codePoint(std::string_view character) {
+  const auto lead = static_cast<unsigned char>(character.front());
+  if (character.size() == 1) return lead;
+  std::uint32_t value = lead & (0xFFU >> (character.size() + 1));
+  for (const char c : character.substr(1)) value = (value << 6U) | (static_cast<unsigned char>(c) & 0x3FU);
+  return value;
+}
+
+bool breaksTheLine(std::uint32_t character) {
+  return character < 0x20 || (character >= 0x7F && character <= 0x9F) || character == 0x2028 ||
+         character == 0x2029;
+}
+
+void appendFormatted(std::string& out, const char* format, unsigned value) {
+  std::array<char, 16> buffer{};
+  std::snprintf(buffer.data(), buffer.size(), format, value);
+  out += buffer.data();
+}
+
+void appendQuoted(std::string& out, std::string_view text) {
+  out += '"';
+  while (!text.empty()) {
+    const std::size_t length = Utf8::validPrefix(text);
+    if (length == 0) {
+      appendFormatted(out, "\\x%02X", static_cast<unsigned char>(text.front()));
+      text.remove_prefix(1);
+      continue;
+    }
+    const std::uint32_t character = codePoint(text.substr(0, length));
+    switch (character) {
+      case '"':
+        out += "\\\"";
+        break;
+      case '\\':
+        out += "\\\\";
+        break;
+      case '\n':
+        out += "\\n";
+        break;
+      case '\r':
+        out += "\\r";
+        break;
+      case '\t':
+        out += "\\t";
+        break;
+      default:
+        if (breaksTheLine(character))
+          appendFormatted(out, "\\u{%X}", character);
+        else
+          out += text.substr(0, length);
+    }
+    text.remove_prefix(length);
+  }
+  out += '"';
+}
+
+}  // namespace
+
+std::string quotedList(std::span<const std::string> texts) {
+  std::string out = "[";
+  for (const auto& text : texts) {
+    if (out.size() > 1) out += ", ";
+    appendQuoted(out, text);
+  }
+  out += ']';
+  return out;
+}
+
+}  // namespace pellar

@@ -1,0 +1,281 @@
+#include "platform/linux/applications/X11Applications.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// How long no window may be active before that is taken for the truth. Window managers name no active window
+// between two focus changes; when the last one is gone or minimised they are done sooner.
+constexpr auto switchTime = 150ms;
+constexpr auto switchTimeAfterLoss = 40ms;
+
+constexpr std::chrono::nanoseconds raiseTime = 500ms;
+
+// Above every number that the kernel gives to a process.
+constexpr ProcessId firstMadeUpPid = 1 << 30;
+
+const std::string ownKey = "\nself";
+
+std::string localHostName() {
+  std::array<char, 256> name{};
+  return gethostname(name.data(), name.size() - 1) == 0 ? std::string(name.data()) : std::string();
+}
+
+std::optional<std::string> firstOf(std::initializer_list<std::string_view> texts) {
+  for (const std::string_view text : texts) {
+    if (!text.empty()) return std::string(text);
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+X11Applications::X11Applications(X11Mirror& mirror, MainLoop& loop, DesktopEntries entries)
+    : mirror_(mirror),
+      loop_(loop),
+      entries_(std::move(entries)),
+      hostName_(localHostName()),
+      lastMadeUpPid_(firstMadeUpPid) {
+  update();
+}
+
+const X11Application* X11Applications::withPid(ProcessId pid) const {
+  for (const auto& [key, application] : applications_) {
+    if (application.pid == pid) return &application;
+  }
+  for (const auto& [id, window] : mirror_.windows()) {
+    if (window.pid == pid && pid != 0) return ofWindow(id);
+  }
+  return nullptr;
+}
+
+const X11Application* X11Applications::withBundleId(const std::string& bundleId) const {
+  for (const auto& [key, application] : applications_)
+    if (application.bundleId == bundleId) return &application;
+  return nullptr;
+}
+
+const X11Application* X11Applications::ofWindow(xcb_window_t window) const {
+  const auto key = keys_.find(window);
+  if (key == keys_.end()) return nullptr;
+  const auto found = applications_.find(key->second);
+  return found == applications_.end() ? nullptr : &found->second;
+}
+
+xcb_window_t X11Applications::activeWindow() const {
+  return mirror_.find(active_) != nullptr ? active_ : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+}
+
+std::optional<RunningApplication> X11Applications::frontmost() const {
+  if (active_ == XCB_WINDOW_NONE) return std::nullopt;
+  const auto found = applications_.find(activeKey_);
+  if (found == applications_.end()) {
+    // A question of our own that was just answered.
+    if (activeKey_ == ownKey)
+      return RunningApplication{getpid(), ownBundleId, "Pellar", ActivationPolicy::regular};
+    return std::nullopt;
+  }
+  const X11Application& application = found->second;
+  const X11Window* window = mirror_.find(active_);
+  const bool furniture = window != nullptr && window->kind == X11WindowKind::furniture;
+  return RunningApplication{application.pid, application.bundleId, application.name,
+                            furniture ? ActivationPolicy::accessory : ActivationPolicy::regular};
+}
+
+xcb_window_t X11Applications::lastActiveWindow(const X11Application& application) const {
+  xcb_window_t best = XCB_WINDOW_NONE;
+  std::uint64_t latest = 0;
+  for (const xcb_window_t id : application.windows) {
+    const X11Window* window = mirror_.find(id);
+    if (window == nullptr || window->minimized() || window->kind == X11WindowKind::furniture) continue;
+    const auto found = activations_.find(id);
+    const std::uint64_t activation = found == activations_.end() ? 0 : found->second;
+    if (best != XCB_WINDOW_NONE && activation <= latest) continue;
+    best = id;
+    latest = activation;
+  }
+  return best;
+}
+
+void X11Applications::noteRaise(xcb_window_t window) {
+  raising_ = window;
+  raisedAt_ = loop_.uptime();
+}
+
+bool X11Applications::isRaising(const X11Application& application) const {
+  return raising_ != XCB_WINDOW_NONE && ofWindow(raising_) == &application &&
+         loop_.uptime() - raisedAt_ < raiseTime;
+}
+
+bool X11Applications::isLocal(const X11Window& window) const {
+  return !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
+}
+
+const X11Window& X11Applications::leaderOf(const X11Window& window) const {
+  // Dialogs of dialogs are few; windows that name one another in a ring are as many as one likes.
+  constexpr int deepest = 8;
+  const X11Window* leader = &window;
+  for (int depth = 0; depth < deepest; ++depth) {
+    const X11Window* next = leader->transientFor ? mirror_.find(*leader->transientFor) : nullptr;
+    if (next == nullptr) return *leader;
+    leader = next;
+  }
+  return window;
+}
+
+X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
+  const bool local = isLocal(window);
+  if (local && window.pid == getpid()) return ownKey;
+  const std::string& machine = local ? hostName_ : *window.clientMachine;
+  const auto windowClass = firstOf({window.className, window.instanceName});
+  if (windowClass) return "class\n" + *windowClass + "\n" + machine;
+  if (window.pid) return "process\n" + std::to_string(*window.pid) + "\n" + machine;
+  return "window\n" + std::to_string(window.id);
+}
+
+ProcessId X11Applications::unusedPid(const X11Window& window) {
+  const auto isUsed = [this](ProcessId pid) {
+    return std::any_of(applications_.begin(), applications_.end(),
+                       [pid](const auto& entry) { return entry.second.pid == pid; });
+  };
+  if (isLocal(window) && window.pid && !isUsed(*window.pid)) return *window.pid;
+  do {
+    lastMadeUpPid_ =
+        lastMadeUpPid_ < firstMadeUpPid + (firstMadeUpPid - 2) ? lastMadeUpPid_ + 1 : firstMadeUpPid;
+  } while (isUsed(lastMadeUpPid_));
+  return lastMadeUpPid_;
+}
+
+void X11Applications::describe(X11Application& application, const X11Window& window) {
+  if (keyOf(window) == ownKey) {
+    application.bundleId = ownBundleId;
+    application.name = "Pellar";
+    return;
+  }
+  auto entry = entries_.forWindowClass(window.className);
+  if (!entry) entry = entries_.forWindowClass(window.instanceName);
+  const auto windowClass = firstOf({window.className, window.instanceName});
+  if (entry) {
+    application.bundleId = entry->id;
+    application.name = firstOf({entry->name, windowClass.value_or(entry->id)});
+  } else if (windowClass) {
+    application.bundleId = asciiLowercased(*windowClass);
+    application.name = windowClass;
+  } else if (window.pid) {
+    std::array<char, 4096> path{};
+    const std::string link = "/proc/" + std::to_string(*window.pid) + "/exe";
+    const auto length = readlink(link.c_str(), path.data(), path.size());
+    if (length <= 0) return;
+    const std::string_view program(path.data(), static_cast<std::size_t>(length));
+    application.name = std::string(program.substr(program.rfind('/') + 1));
+    application.bundleId = asciiLowercased(*application.name);
+  }
+}
+
+void X11Applications::regroup() {
+  keys_.clear();
+  for (auto& [key, application] : applications_) application.windows.clear();
+  std::set<Key> present;
+  const auto place = [this, &present](const X11Window& window, bool listed) {
+    const X11Window& leader = leaderOf(window);
+    const Key key = keyOf(leader);
+    keys_[window.id] = key;
+    present.insert(key);
+    auto found = applications_.find(key);
+    if (found == applications_.end()) {
+      X11Application fresh;
+      fresh.pid = unusedPid(leader);
+      describe(fresh, leader);
+      found = applications_.emplace(key, std::move(fresh)).first;
+    }
+    if (listed) found->second.windows.push_back(window.id);
+  };
+  for (const xcb_window_t id : mirror_.clientList()) place(*mirror_.find(id), true);
+  for (const auto& [id, window] : mirror_.windows()) {
+    if (!keys_.contains(id)) place(window, false);
+  }
+  for (auto it = applications_.begin(); it != applications_.end();) {
+    if (present.contains(it->first)) {
+      ++it;
+      continue;
+    }
+    terminated_.insert(it->second.pid);
+    it = applications_.erase(it);
+  }
+  std::erase_if(activations_, [this](const auto& entry) { return mirror_.find(entry.first) == nullptr; });
+}
+
+void X11Applications::setActive(xcb_window_t window) {
+  const auto key = keys_.find(window);
+  const Key& now = key == keys_.end() ? Key() : key->second;
+  if (window == active_ && now == activeKey_) return;
+  const auto note = [this] {
+    const auto found = applications_.find(activeKey_);
+    if (found != applications_.end()) changed_.insert(found->second.pid);
+  };
+  note();
+  active_ = window;
+  activeKey_ = now;
+  note();
+  raising_ = XCB_WINDOW_NONE;
+  if (window != XCB_WINDOW_NONE) activations_[window] = ++lastActivation_;
+}
+
+void X11Applications::update() {
+  const X11Mirror::Changes changes = mirror_.takeChanges();
+  const auto noteOwners = [this, &changes] {
+    for (const xcb_window_t id : changes.windows) {
+      if (const X11Application* owner = ofWindow(id)) changed_.insert(owner->pid);
+    }
+  };
+  // Before and after: a window may have changed hands or be gone.
+  noteOwners();
+  if (changes.membership) {
+    regroup();
+    noteOwners();
+  }
+  // A window that is gone may be called the active one for a moment longer.
+  const X11Window* named = mirror_.find(mirror_.activeWindow());
+  const xcb_window_t active = named == nullptr ? static_cast<xcb_window_t>(XCB_WINDOW_NONE) : named->id;
+  if (active != XCB_WINDOW_NONE) {
+    switching_ = false;
+    switchTimer_.cancel();
+    setActive(active);
+  } else if (active_ != XCB_WINDOW_NONE && !switching_) {
+    switching_ = true;
+    const X11Window* last = mirror_.find(active_);
+    // When a question of our own has been answered, the application before it is asked to come back.
+    const bool lost = (last == nullptr || last->minimized()) && activeKey_ != ownKey;
+    switchTimer_ = loop_.after(lost ? switchTimeAfterLoss : switchTime, [this] {
+      switching_ = false;
+      setActive(XCB_WINDOW_NONE);
+      tell();
+    });
+  }
+  if (changes.screens) {
+    if (const auto front = frontmost()) changed_.insert(front->pid);
+  }
+  // Between two focus changes nobody is told, so that the strip does not jump to a window that nobody chose.
+  if (!switching_) tell();
+}
+
+void X11Applications::tell() {
+  for (const ProcessId pid : std::exchange(terminated_, {})) {
+    if (onTerminated) onTerminated(pid);
+  }
+  auto front = frontmost();
+  const bool changed = front != toldFrontmost_;
+  toldFrontmost_ = std::move(front);
+  if (changed && onFrontmostChanged) onFrontmostChanged();
+  const auto pids = std::exchange(changed_, {});
+  if (!pids.empty() && onWindowsChanged) onWindowsChanged(pids);
+}
+
+}  // namespace pellar

@@ -1,0 +1,247 @@
+#include "platform/linux/desktop/QtPlainWindow.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDialog>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QHideEvent>
+#include <QLabel>
+#include <QPalette>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+#include <QTextDocument>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <chrono>
+#include <memory>
+#include <utility>
+
+#include "platform/linux/desktop/MenuBarIcon.h"
+#include "platform/linux/system/StartUpMemory.h"
+
+namespace pellar {
+namespace {
+
+constexpr std::chrono::milliseconds releaseDelay{2000};
+
+int pixels(double points) {
+  return static_cast<int>(points);
+}
+
+// Between the label's colour and the window's.
+QColor secondary(const QPalette& palette) {
+  const QColor text = palette.color(QPalette::WindowText);
+  const QColor ground = palette.color(QPalette::Window);
+  const auto mixed = [](int a, int b) { return (3 * a + 2 * b) / 5; };
+  return {mixed(text.red(), ground.red()), mixed(text.green(), ground.green()),
+          mixed(text.blue(), ground.blue())};
+}
+
+// Laying out a text takes its time, and no window is as wide as that many characters. A line break in a name
+// makes no second line of a label.
+QString shownText(const std::string& text) {
+  constexpr qsizetype longest = 1000;
+  QString shown = QString::fromStdString(text).left(longest);
+  for (QChar& each : shown) {
+    if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
+        each == QChar::ParagraphSeparator)
+      each = QLatin1Char(' ');
+  }
+  return shown;
+}
+
+QLabel* made(const WindowLabel& label, QWidget& parent) {
+  auto* native = new QLabel(shownText(label.text), &parent);
+  native->setTextFormat(Qt::PlainText);
+  QFont font = native->font();
+  font.setPixelSize(pixels(label.fontSize));
+  if (label.weight == LabelWeight::semibold) font.setWeight(QFont::DemiBold);
+  native->setFont(font);
+  if (label.color == TextColor::secondaryLabel) {
+    QPalette palette = native->palette();
+    palette.setColor(QPalette::WindowText, secondary(palette));
+    native->setPalette(palette);
+  }
+  if (label.centred) native->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  if (label.wrapWidth > 0) {
+    // The toolkit would rather break lines early than use the width there is.
+    native->setWordWrap(true);
+    native->setFixedWidth(
+        std::min(native->fontMetrics().horizontalAdvance(native->text()) + 1, pixels(label.wrapWidth)));
+    native->setMinimumHeight(native->heightForWidth(native->width()));
+  }
+  if (label.maximumLines > 0)
+    native->setMaximumHeight(label.maximumLines * native->fontMetrics().lineSpacing());
+  if (label.frame) {
+    native->setWordWrap(true);
+    native->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  }
+  return native;
+}
+
+QPlainTextEdit* made(const WindowTextBox& box, QWidget& parent) {
+  auto* native = new QPlainTextEdit(QString::fromStdString(box.text), &parent);
+  native->setReadOnly(true);
+  native->setFixedHeight(pixels(box.height));
+  native->document()->setDocumentMargin(box.inset);
+  native->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  // Shows the window's ground.
+  QPalette palette = native->palette();
+  palette.setColor(QPalette::Base, palette.color(QPalette::Window));
+  native->setPalette(palette);
+  return native;
+}
+
+QPushButton* made(const WindowButton& button, QWidget& parent) {
+  auto* native = new QPushButton(QString::fromStdString(button.title), &parent);
+  native->setAutoDefault(false);
+  native->setDefault(button.isDefault);
+  if (button.bezel == ButtonBezel::inlined) {
+    native->setFlat(true);
+    QFont font = native->font();
+    font.setUnderline(true);
+    native->setFont(font);
+  }
+  QObject::connect(native, &QPushButton::clicked, native, [handler = button.handler] {
+    // The button may go while it runs.
+    const auto running = handler;
+    running();
+  });
+  return native;
+}
+
+}  // namespace
+
+class QtPlainWindow::Dialog : public QDialog {
+ public:
+  explicit Dialog(bool closable) : closable_(closable) {}
+
+  // By the program, not the user.
+  void takeAway() { hide(); }
+
+  std::map<int, std::function<void()>>& closed() { return *closed_; }
+  std::shared_ptr<std::map<int, std::function<void()>>> sharedClosed() { return closed_; }
+
+ protected:
+  // Escape.
+  void reject() override {
+    if (closable_) close();
+  }
+  void hideEvent(QHideEvent* event) override {
+    QDialog::hideEvent(event);
+    // Such windows are seldom, and what showing one took is much against what the strip needs.
+    QTimer::singleShot(releaseDelay, qApp, &StartUpMemory::release);
+  }
+  void closeEvent(QCloseEvent* event) override {
+    event->setAccepted(closable_);
+    if (!closable_) return;
+    QTimer::singleShot(0, this, [closed = closed_] {
+      const auto now = *closed;
+      for (const auto& [key, callback] : now)
+        if (closed->contains(key)) callback();
+    });
+  }
+
+ private:
+  bool closable_;
+  std::shared_ptr<std::map<int, std::function<void()>>> closed_ =
+      std::make_shared<std::map<int, std::function<void()>>>();
+};
+
+QtPlainWindow::QtPlainWindow(const WindowDescription& description)
+    : dialog_(new Dialog(description.closable)) {
+  Qt::WindowFlags flags = Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+  if (description.closable) flags |= Qt::WindowCloseButtonHint;
+  if (description.level == WindowLevel::modalPanel) flags |= Qt::WindowStaysOnTopHint;
+  dialog_->setWindowFlags(flags);
+  dialog_->setWindowTitle(QString::fromStdString(description.title));
+  dialog_->setWindowIcon(MenuBarIcon::make());
+
+  auto* column = new QVBoxLayout(dialog_);
+  const auto& insets = description.insets;
+  column->setContentsMargins(pixels(insets.left), pixels(insets.top), pixels(insets.right),
+                             pixels(insets.bottom));
+  column->setSpacing(pixels(description.spacing));
+  const Qt::Alignment side =
+      description.alignment == StackAlignment::centre ? Qt::AlignHCenter : Qt::AlignRight;
+  const int widest = pixels(description.contentSize.width - insets.left - insets.right);
+  const auto place = [&](QWidget* native, const std::optional<WindowFrame>& frame) {
+    if (!frame) {
+      // A text that is too long is cut off instead of pushing the others aside.
+      native->setMaximumWidth(std::min(native->maximumWidth(), widest));
+      column->addWidget(native, 0, side);
+      return;
+    }
+    native->setGeometry(pixels(frame->x), pixels(description.contentSize.height - frame->y - frame->height),
+                        pixels(frame->width), pixels(frame->height));
+  };
+  for (const auto& element : description.elements) {
+    if (const auto* label = std::get_if<WindowLabel>(&element)) {
+      auto* const native = made(*label, *dialog_);
+      if (!label->id.empty()) labels_[label->id] = native;
+      place(native, label->frame);
+    } else if (const auto* spacer = std::get_if<WindowSpacer>(&element)) {
+      // The layout leaves its gap beside a spacer only once.
+      column->addSpacing(pixels(spacer->height + description.spacing));
+    } else if (const auto* box = std::get_if<WindowTextBox>(&element)) {
+      column->addWidget(made(*box, *dialog_));
+    } else if (const auto* button = std::get_if<WindowButton>(&element)) {
+      place(made(*button, *dialog_), button->frame);
+    } else if (const auto* row = std::get_if<WindowButtonRow>(&element)) {
+      auto* const line = new QHBoxLayout;
+      line->setSpacing(pixels(row->spacing));
+      for (const auto& each : row->buttons) line->addWidget(made(each, *dialog_));
+      column->addLayout(line);
+      column->setAlignment(line, side);
+    }
+  }
+  column->addStretch();
+  const QSize wanted(pixels(description.contentSize.width), pixels(description.contentSize.height));
+  dialog_->setFixedSize(wanted.expandedTo(column->minimumSize()));
+  for (auto* const button : dialog_->findChildren<QPushButton*>())
+    if (button->isDefault()) button->setFocus();
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    QRect frame(QPoint(), dialog_->size());
+    frame.moveCenter(screen->availableGeometry().center());
+    dialog_->move(frame.topLeft());
+  }
+}
+
+QtPlainWindow::~QtPlainWindow() {
+  dialog_->closed().clear();
+  dialog_->takeAway();
+  dialog_->deleteLater();
+}
+
+void QtPlainWindow::makeKeyAndOrderFront() {
+  dialog_->show();
+  dialog_->raise();
+  dialog_->activateWindow();
+}
+
+void QtPlainWindow::close() {
+  dialog_->takeAway();
+}
+
+bool QtPlainWindow::isVisible() const {
+  return dialog_->isVisible();
+}
+
+void QtPlainWindow::setText(const std::string& id, const std::string& text) {
+  const auto found = labels_.find(id);
+  if (found != labels_.end()) found->second->setText(shownText(text));
+}
+
+Subscription QtPlainWindow::onClosed(std::function<void()> callback) {
+  auto& closed = dialog_->closed();
+  const int key = closed.empty() ? 1 : closed.rbegin()->first + 1;
+  closed.emplace(key, std::move(callback));
+  return Subscription([weak = std::weak_ptr(dialog_->sharedClosed()), key] {
+    if (const auto listeners = weak.lock()) listeners->erase(key);
+  });
+}
+
+}  // namespace pellar

@@ -1,0 +1,103 @@
+#include "platform/linux/documents/WindowDocuments.h"
+
+#include <utility>
+
+#include "platform/MainLoop.h"
+#include "platform/linux/system/FileUrls.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// A local file is found in a fraction of that.
+constexpr auto moment = 20ms;
+// A title that changes without pause is looked up no more often than this.
+constexpr std::chrono::milliseconds pause = 250ms;
+// A window without a document may have got one under the same title.
+constexpr std::chrono::nanoseconds staleness = 30s;
+
+constexpr std::size_t manyWindows = 64;
+
+}  // namespace
+
+WindowDocuments::WindowDocuments(MainLoop& loop, LookUp lookUp, std::function<void(xcb_window_t)> onFound)
+    : loop_(loop), lookUp_(std::move(lookUp)), onFound_(std::move(onFound)) {}
+
+std::optional<std::string> WindowDocuments::document(xcb_window_t window, const std::string& title,
+                                                     std::optional<ProcessId> process) {
+  const auto [entry, isNew] = known_.try_emplace(window);
+  Known& known = entry->second;
+  if (isNew || known.title != title || known.process != process) {
+    known.title = title;
+    known.process = process;
+    known.url.reset();
+    known.answered = false;
+    known.refused = false;
+    if (isNew) {
+      askAndWait(window, known);
+    } else {
+      askWhenDue(window, known);
+    }
+  } else if (known.refused || (known.answered && !known.url && loop_.uptime() - known.askedAt > staleness)) {
+    ask(window, known);
+  }
+  return known.url;
+}
+
+void WindowDocuments::askAndWait(xcb_window_t window, Known& known) {
+  // Behind a look-up that hangs there is no use in waiting.
+  if (thread_.busy()) return ask(window, known);
+  known.question = ++lastQuestion_;
+  known.askedAt = loop_.uptime();
+  const auto found = thread_.ask(
+      [lookUp = lookUp_, title = known.title, process = known.process] { return lookUp(title, process); },
+      SideThread::Clock::now() + moment);
+  if (!found) return ask(window, known);
+  known.answered = true;
+  if (*found) known.url = fileUrlOf(**found);
+}
+
+void WindowDocuments::askWhenDue(xcb_window_t window, Known& known) {
+  const auto since = std::chrono::duration_cast<std::chrono::milliseconds>(loop_.uptime() - known.askedAt);
+  if (since >= pause) return ask(window, known);
+  known.question = ++lastQuestion_;
+  if (known.later.active()) return;
+  known.later = loop_.after(pause - since, [this, window] {
+    const auto found = known_.find(window);
+    if (found == known_.end()) return;
+    found->second.later.cancel();
+    ask(window, found->second);
+  });
+}
+
+void WindowDocuments::ask(xcb_window_t window, Known& known) {
+  known.question = ++lastQuestion_;
+  known.askedAt = loop_.uptime();
+  known.refused =
+      !thread_.post([lookUp = lookUp_, title = known.title, process = known.process, window,
+                     question = known.question, this, weak = std::weak_ptr(alive_), loop = &loop_] {
+        auto path = lookUp(title, process);
+        // The loop outlives the thread's tasks unless one hangs to the end of the program.
+        if (weak.expired()) return;
+        loop->post([this, weak, window, question, path = std::move(path)]() mutable {
+          if (!weak.expired()) take(window, question, std::move(path));
+        });
+      });
+}
+
+void WindowDocuments::take(xcb_window_t window, std::uint64_t question, std::optional<std::string> path) {
+  const auto found = known_.find(window);
+  if (found == known_.end() || found->second.question != question) return;
+  found->second.answered = true;
+  if (!path) return;
+  found->second.url = fileUrlOf(*path);
+  onFound_(window);
+}
+
+void WindowDocuments::tidy(const std::function<bool(xcb_window_t)>& exists) {
+  if (known_.size() < manyWindows) return;
+  std::erase_if(known_, [&](const auto& entry) { return !exists(entry.first); });
+}
+
+}  // namespace pellar

@@ -1,0 +1,141 @@
+#include "platform/linux/drawing/QtCanvas.h"
+
+#include <QPainter>
+#include <QPainterPath>
+#include <QPen>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/linux/drawing/FittedText.h"
+#include "platform/linux/drawing/TextSprites.h"
+
+namespace pellar {
+namespace {
+
+constexpr double largestSprite = 64 * 1024;  // in pixels; larger shapes are painted each time
+
+QColor native(const Color& color) {
+  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+// The transparent sprite of a rectangle, and the rectangle's place in it: the part of its corner behind the
+// point.
+Sprite spriteAround(const ViewRect& rect) {
+  Sprite sprite;
+  sprite.pixels = QImage(static_cast<int>(std::ceil(rect.width)) + 1,
+                         static_cast<int>(std::ceil(rect.height)) + 1, QImage::Format_ARGB32_Premultiplied);
+  sprite.pixels.fill(Qt::transparent);
+  return sprite;
+}
+
+QRectF inSprite(const ViewRect& rect) {
+  return {rect.x - std::floor(rect.x), rect.y - std::floor(rect.y), rect.width, rect.height};
+}
+
+void paintRoundedRect(QPainter& painter, const QRectF& rect, double radius, const Color& color) {
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(native(color));
+  painter.drawRoundedRect(rect, radius, radius);
+}
+
+void paintMagnifyingGlass(QPainter& painter, const QRectF& rect, const Color& color) {
+  const double side = std::min(rect.width(), rect.height());
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(native(color), side * 0.11, Qt::SolidLine, Qt::RoundCap));
+  // One path, so that a translucent colour does not add up where lens and handle meet.
+  const QPointF centre(rect.x() + side * 0.42, rect.y() + side * 0.42);
+  const double radius = side * 0.33;
+  const double rim = radius * std::sqrt(0.5);
+  QPainterPath path;
+  path.moveTo(rect.x() + side * 0.93, rect.y() + side * 0.93);
+  path.lineTo(centre.x() + rim, centre.y() + rim);
+  path.arcTo(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius), -45, 360);
+  painter.drawPath(path);
+}
+
+}  // namespace
+
+void QtCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color& color) {
+  if (!(rect.width > 0) || !(rect.height > 0)) return;
+  if (rect.area() > largestSprite) {
+    QPainter painter(&picture_);
+    painter.setClipRect(clip_);
+    paintRoundedRect(painter, {rect.x, rect.y, rect.width, rect.height}, radius, color);
+    return;
+  }
+  const QRectF inside = inSprite(rect);
+  SpriteKey key;
+  key.with('r').with(inside).with(radius).with(premultiplied(color));
+  const Sprite* sprite = sprites_.find(key.view());
+  if (sprite == nullptr) {
+    Sprite fresh = spriteAround(rect);
+    QPainter painter(&fresh.pixels);
+    paintRoundedRect(painter, inside, radius, color);
+    painter.end();
+    sprite = &sprites_.add(key.view(), std::move(fresh));
+  }
+  blend(*sprite, static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)), picture_, clip_);
+}
+
+void QtCanvas::place(const Sprite& text, ViewPoint origin, const Font& font) {
+  blend(text, static_cast<int>(std::lround(origin.x)),
+        static_cast<int>(std::lround(origin.y + measure_.face(font).ascent)), picture_, clip_);
+}
+
+void QtCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
+  place(textSprite(text, font, color, std::nullopt, measure_, sprites_), origin, font);
+}
+
+void QtCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                 const Color& color) {
+  if (rect.width > 0)
+    place(textSprite(text, font, color, rect.width, measure_, sprites_), rect.origin(), font);
+}
+
+void QtCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                       const Color& color) {
+  if (!(rect.width > 0)) return;
+  const QString fitted = FittedText::elidedInMiddle(text, rect.width, measure_.face(font));
+  drawText(fitted.toStdString(), rect.origin(), font, color);
+}
+
+void QtCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                               const Color& color) {
+  if (!(rect.width > 0) || lines < 1) return;
+  ViewRect line{rect.x, rect.y, rect.width, rect.height / lines};
+  for (const QString& fitted : FittedText::wrapped(text, rect.width, lines, measure_.face(font))) {
+    drawTruncatedText(fitted.toStdString(), line, font, color);
+    line.y += line.height;
+  }
+}
+
+void QtCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
+                                const Color& color) {
+  const Sprite& sprite = textSprite(text, font, color, std::nullopt, measure_, sprites_);
+  const QtFace& face = measure_.face(font);
+  place(sprite, {rect.midX() - sprite.width / 2, rect.midY() - (face.ascent + face.descent) / 2}, font);
+}
+
+void QtCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
+  if (!(rect.width > 0) || !(rect.height > 0)) return;
+  const QRectF inside = inSprite(rect);
+  SpriteKey key;
+  key.with('s').with(symbol).with(inside).with(premultiplied(color));
+  const Sprite* sprite = sprites_.find(key.view());
+  if (sprite == nullptr) {
+    Sprite fresh = spriteAround(rect);
+    QPainter painter(&fresh.pixels);
+    switch (symbol) {
+      case Symbol::magnifyingGlass:
+        paintMagnifyingGlass(painter, inside, color);
+        break;
+    }
+    painter.end();
+    sprite = &sprites_.add(key.view(), std::move(fresh));
+  }
+  blend(*sprite, static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)), picture_, clip_);
+}
+
+}  // namespace pellar

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QImage>
+#include <QRect>
+
+#include "platform/Canvas.h"
+#include "platform/linux/drawing/QtTextMeasure.h"
+#include "platform/linux/drawing/Sprite.h"
+#include "platform/linux/drawing/SpriteCache.h"
+
+namespace pellar {
+
+// Draws into a part of a picture whose top left corner is the view's. Everything drawn is a sprite that the
+// toolkit paints when it is first needed.
+class QtCanvas final : public Canvas {
+ public:
+  QtCanvas(QImage& picture, const QRect& clip, const QtTextMeasure& measure, SpriteCache& sprites)
+      : picture_(picture), clip_(clip), measure_(measure), sprites_(sprites) {}
+
+  void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override;
+  void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
+  void drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                         const Color& color) override;
+  void drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                               const Color& color) override;
+  void drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
+                       const Color& color) override;
+  void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
+                        const Color& color) override;
+  void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
+
+ private:
+  // Draws a text with its line box's top left corner at `origin`. The baseline stands on a whole pixel, or it
+  // would blur.
+  void place(const Sprite& text, ViewPoint origin, const Font& font);
+
+  QImage& picture_;
+  QRect clip_;
+  const QtTextMeasure& measure_;
+  SpriteCache& sprites_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QFont>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "platform/Canvas.h"
+#include "platform/linux/drawing/GlyphSheet.h"
+
+namespace pellar {
+
+// The system's interface font at one size and weight, in pixels. A point is a pixel.
+struct QtFace {
+  Font font;
+  QFont native;
+  double ascent = 0;
+  double descent = 0;
+  double ellipsisWidth = 0;
+  std::unique_ptr<GlyphSheet> sheet;
+};
+
+// Measures text with the fonts it is drawn with. Remembers short texts: the strip asks for the same few
+// widths at every layout.
+class QtTextMeasure final : public TextMeasure {
+ public:
+  [[nodiscard]] double width(std::string_view text, const Font& font) const override;
+
+  // The face for a font; the reference stays good.
+  [[nodiscard]] const QtFace& face(const Font& font) const;
+
+ private:
+  mutable std::deque<QtFace> faces_;
+  mutable std::unordered_map<std::string, double> widths_;
+  mutable std::string key_;
+};
+
+}  // namespace pellar

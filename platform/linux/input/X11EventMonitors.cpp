@@ -1,0 +1,120 @@
+#include "platform/linux/input/X11EventMonitors.h"
+
+#include <xcb/xinput.h>
+
+#include <QGuiApplication>
+#include <QWindow>
+#include <map>
+#include <utility>
+#include <vector>
+
+#include "core/Log.h"
+#include "platform/MainLoop.h"
+
+namespace pellar {
+
+struct X11EventMonitors::Listeners {
+  explicit Listeners(X11EventMonitors* monitors) : owner(monitors) {}
+  X11EventMonitors* owner;  // null once it is gone
+  int lastKey = 0;
+  std::map<int, std::function<void()>> global;
+  std::map<int, std::function<void(const ObservedClick&)>> local;
+};
+
+X11EventMonitors::X11EventMonitors(X11Connection& connection, MainLoop& loop)
+    : connection_(connection), loop_(loop), listeners_(std::make_shared<Listeners>(this)) {
+  const auto* extension = xcb_get_extension_data(connection_.xcb(), &xcb_input_id);
+  if (extension == nullptr || extension->present == 0) return;
+  const XcbReply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
+      connection_.xcb(), xcb_input_xi_query_version(connection_.xcb(), 2, 2), nullptr));
+  // Before 2.1 a grab (of an open menu, say) hides the presses.
+  if (!version || version->major_version < 2 || (version->major_version == 2 && version->minor_version < 1))
+    return;
+  opcode_ = extension->major_opcode;
+  events_ = connection_.onEvent([this](const xcb_generic_event_t& event) { handle(event); });
+}
+
+X11EventMonitors::~X11EventMonitors() {
+  listeners_->owner = nullptr;
+}
+
+Subscription X11EventMonitors::onGlobalMouseDown(std::function<void()> callback) {
+  const int key = ++listeners_->lastKey;
+  listeners_->global.emplace(key, std::move(callback));
+  if (listeners_->global.size() == 1) watch(true);
+  return Subscription([weak = std::weak_ptr(listeners_), key] {
+    const auto listeners = weak.lock();
+    if (!listeners) return;
+    listeners->global.erase(key);
+    if (listeners->global.empty() && listeners->owner != nullptr) listeners->owner->watch(false);
+  });
+}
+
+Subscription X11EventMonitors::onLocalMouseDown(std::function<void(const ObservedClick&)> callback) {
+  const int key = ++listeners_->lastKey;
+  listeners_->local.emplace(key, std::move(callback));
+  return Subscription([weak = std::weak_ptr(listeners_), key] {
+    if (const auto listeners = weak.lock()) listeners->local.erase(key);
+  });
+}
+
+void X11EventMonitors::localMouseDown(const ObservedClick& click) {
+  // A callback may end its own registration or another's.
+  std::vector<int> keys;
+  for (const auto& [key, callback] : listeners_->local) keys.push_back(key);
+  for (const int key : keys) {
+    const auto found = listeners_->local.find(key);
+    if (found == listeners_->local.end()) continue;
+    const auto call = found->second;
+    call(click);
+  }
+}
+
+void X11EventMonitors::watch(bool on) {
+  if (opcode_ == 0) return;
+  struct {
+    xcb_input_event_mask_t head;
+    std::uint32_t mask;
+  } request{};
+  request.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
+  request.head.mask_len = 1;
+  request.mask = on ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0;
+  // Waited for, so that the very next press counts.
+  const XcbReply<xcb_generic_error_t> error(xcb_request_check(
+      connection_.xcb(),
+      xcb_input_xi_select_events_checked(connection_.xcb(), connection_.root(), 1, &request.head)));
+  if (error && !connection_.lost()) Log::write("x11 error: presses elsewhere cannot be watched");
+}
+
+void X11EventMonitors::handle(const xcb_generic_event_t& event) {
+  if ((event.response_type & 0x7f) != XCB_GE_GENERIC || listeners_->global.empty()) return;
+  const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
+  if (generic.extension != opcode_ || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
+  const auto button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event).detail;
+  constexpr std::uint32_t left = 1;
+  constexpr std::uint32_t right = 3;
+  if (button != left && button != right) return;
+  for (const auto& [key, callback] : listeners_->global) {
+    loop_.post([weak = std::weak_ptr(listeners_), key = key] {
+      const auto listeners = weak.lock();
+      if (!listeners || listeners->owner == nullptr || !listeners->global.contains(key)) return;
+      // A raw event does not say where; that is asked when the callback's turn comes.
+      if (listeners->owner->pointerIsInOwnWindow()) return;
+      const auto call = listeners->global.find(key)->second;
+      call();
+    });
+  }
+}
+
+bool X11EventMonitors::pointerIsInOwnWindow() const {
+  const XcbReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
+      connection_.xcb(), xcb_query_pointer(connection_.xcb(), connection_.root()), nullptr));
+  if (!pointer || pointer->child == XCB_WINDOW_NONE) return false;
+  if (connection_.owns(pointer->child)) return true;
+  for (QWindow* window : QGuiApplication::topLevelWindows()) {
+    if (window->handle() != nullptr && window->winId() == pointer->child) return true;
+  }
+  return false;
+}
+
+}  // namespace pellar

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "platform/EventMonitors.h"
+#include "platform/linux/x11/X11Connection.h"
+
+namespace pellar {
+
+class MainLoop;
+
+// Watches mouse presses: those of others as raw XInput events, asked for only while somebody listens; our own
+// as the panels tell of them.
+class X11EventMonitors final : public EventMonitors {
+ public:
+  X11EventMonitors(X11Connection& connection, MainLoop& loop);
+  ~X11EventMonitors() override;
+
+  [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
+  [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
+
+  // For whoever delivers the presses in our own windows: to be called before each left or right one is
+  // delivered, from the main loop.
+  void localMouseDown(const ObservedClick& click);
+
+ private:
+  struct Listeners;
+
+  void handle(const xcb_generic_event_t& event);
+  void watch(bool on);
+  [[nodiscard]] bool pointerIsInOwnWindow() const;
+
+  X11Connection& connection_;
+  MainLoop& loop_;
+  std::uint8_t opcode_ = 0;  // of XInput; 0 when the server has none that tells of presses during grabs
+  std::shared_ptr<Listeners> listeners_;
+  Subscription events_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,131 @@
+#include "platform/linux/menus/AtSpiBus.h"
+
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <algorithm>
+#include <string>
+
+#include "core/Log.h"
+#include "platform/linux/system/SessionBus.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto retryPause = 10s;
+
+const QString sessionName = QStringLiteral("pellar-accessibility-session");
+const QString connectionName = QStringLiteral("pellar-accessibility");
+const QString busService = QStringLiteral("org.a11y.Bus");
+const QString busPath = QStringLiteral("/org/a11y/bus");
+const QString statusInterface = QStringLiteral("org.a11y.Status");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
+int millisecondsUntil(AtSpiBus::Deadline deadline) {
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - AtSpiBus::Clock::now());
+  return static_cast<int>(std::max<std::chrono::milliseconds::rep>(left.count(), 1));
+}
+
+QDBusPendingCall sendTo(const QDBusConnection& connection, const AtSpiReference& object,
+                        const QString& interface, const QString& method, const QVariantList& arguments,
+                        AtSpiBus::Deadline deadline) {
+  auto message = QDBusMessage::createMethodCall(object.bus, object.path, interface, method);
+  message.setArguments(arguments);
+  return connection.asyncCall(message, millisecondsUntil(deadline));
+}
+
+std::optional<bool> status(const QDBusConnection& session, const QString& property,
+                           AtSpiBus::Deadline deadline) {
+  const auto answer = AtSpiBus::receive(sendTo(session, {busService, busPath}, propertiesInterface,
+                                               QStringLiteral("Get"), {statusInterface, property}, deadline));
+  if (!answer || answer->isEmpty()) return std::nullopt;
+  return answer->first().value<QDBusVariant>().variant().toBool();
+}
+
+void setEnabled(const QDBusConnection& session, bool enabled, AtSpiBus::Deadline deadline) {
+  const QVariantList arguments{statusInterface, QStringLiteral("IsEnabled"),
+                               QVariant::fromValue(QDBusVariant(enabled))};
+  // Whether it took is seen by who comes to the bus.
+  static_cast<void>(AtSpiBus::receive(sendTo(session, {busService, busPath}, propertiesInterface,
+                                             QStringLiteral("Set"), arguments, deadline)));
+}
+
+}  // namespace
+
+AtSpiBus::~AtSpiBus() {
+  close();
+}
+
+void AtSpiBus::close() {
+  if (connection_.has_value()) QDBusConnection::disconnectFromBus(connectionName);
+  if (session_.has_value()) QDBusConnection::disconnectFromBus(sessionName);
+  connection_.reset();
+  session_.reset();
+}
+
+bool AtSpiBus::connect(Deadline deadline) {
+  if (connection_ && connection_->isConnected()) return true;
+  if (failedAt_ && Clock::now() - *failedAt_ < retryPause) return false;
+  close();
+  failedAt_ = Clock::now();
+  const auto fail = [this](const std::string& why) {
+    close();
+    if (!std::exchange(reported_, true)) Log::write("menus of other programs: " + why);
+    return false;
+  };
+  const auto sessionAddress = SessionBus::address();
+  if (!sessionAddress) return fail("no session bus");
+  if (!SessionBus::answers(*sessionAddress, deadline)) return fail("the session bus does not answer");
+  session_ = QDBusConnection::connectToBus(*sessionAddress, sessionName);
+  if (!session_->isConnected()) return fail("no session bus");
+  const auto found = address(deadline);
+  if (!found) return fail("no accessibility bus");
+  if (!SessionBus::answers(*found, deadline)) return fail("the accessibility bus does not answer");
+  connection_ = QDBusConnection::connectToBus(*found, connectionName);
+  if (!connection_->isConnected()) return fail("the accessibility bus refuses a connection");
+  failedAt_.reset();
+  return true;
+}
+
+std::optional<QString> AtSpiBus::address(Deadline deadline) {
+  const auto answer = receive(
+      sendTo(*session_, {busService, busPath}, busService, QStringLiteral("GetAddress"), {}, deadline));
+  if (!answer || answer->isEmpty()) return std::nullopt;
+  QString address = answer->first().toString();
+  return address.isEmpty() ? std::nullopt : std::optional(std::move(address));
+}
+
+QDBusPendingCall AtSpiBus::send(const AtSpiReference& object, const QString& interface, const QString& method,
+                                const QVariantList& arguments, Deadline deadline) const {
+  return sendTo(*connection_, object, interface, method, arguments, deadline);
+}
+
+std::optional<QVariantList> AtSpiBus::receive(QDBusPendingCall call) {
+  call.waitForFinished();
+  if (call.isError()) return std::nullopt;
+  return call.reply().arguments();
+}
+
+QDBusPendingCall AtSpiBus::sendOnSession(const AtSpiReference& object, const QString& interface,
+                                         const QString& method, const QVariantList& arguments,
+                                         Deadline deadline) const {
+  return sendTo(*session_, object, interface, method, arguments, deadline);
+}
+
+bool AtSpiBus::enable(Deadline deadline) {
+  if (enabled_ || !session_ || status(*session_, QStringLiteral("IsEnabled"), deadline).value_or(true))
+    return false;
+  enabled_ = true;
+  setEnabled(*session_, true, deadline);
+  return true;
+}
+
+void AtSpiBus::disable(Deadline deadline) {
+  if (!std::exchange(enabled_, false) || !session_ || !session_->isConnected()) return;
+  // A screen reader that was started meanwhile needs it.
+  if (status(*session_, QStringLiteral("ScreenReaderEnabled"), deadline).value_or(true)) return;
+  setEnabled(*session_, false, deadline);
+}
+
+}  // namespace pellar

@@ -1,0 +1,114 @@
+#include "platform/linux/menus/AtSpiMenus.h"
+
+#include <utility>
+#include <vector>
+
+#include "platform/linux/menus/AtSpiElement.h"
+#include "platform/linux/menus/AtSpiTree.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+using Part = AtSpiElement::Part;
+
+// A program that is just saving one document answers for the next one when it is done.
+constexpr auto walkTime = 1500ms;
+// What the answer may need to get from the side thread here.
+constexpr auto slack = 10ms;
+// The bus library ends a call by one of the toolkit's coarse timers, which may be early by a twentieth.
+constexpr auto coarseness = walkTime / 20 + 25ms;
+constexpr auto silence = 2s;
+constexpr auto farewell = 200ms;
+
+}  // namespace
+
+AtSpiMenus::AtSpiMenus(MainLoop& loop) : loop_(loop), tree_(std::make_shared<AtSpiTree>()) {}
+
+AtSpiMenus::~AtSpiMenus() {
+  if (!used_) return;
+  const auto deadline = Clock::now() + farewell;
+  thread_.run(
+      [tree = std::move(tree_), deadline]() mutable {
+        tree->letGo(deadline);
+        tree.reset();
+      },
+      deadline + slack);
+}
+
+// What a question to the tree says, asked on the side thread; absent when it is late.
+template <class Question>
+auto AtSpiMenus::ask(ProcessId process, Clock::time_point deadline, Question question) {
+  using Answer = std::invoke_result_t<Question, AtSpiTree&>;
+  if (asking_ || Clock::now() >= deadline) return Answer();
+  asking_ = true;
+  auto answer = thread_.askInLoop([tree = tree_, question = std::move(question)] { return question(*tree); },
+                                  deadline + slack, loop_);
+  asking_ = false;
+  if (!answer || Clock::now() >= deadline - coarseness) silentSince_.insert_or_assign(process, Clock::now());
+  return answer ? std::move(*answer) : Answer();
+}
+
+std::optional<Element> AtSpiMenus::menuBar(const AtSpiWindow& window) {
+  const auto now = Clock::now();
+  std::erase_if(silentSince_, [now](const auto& entry) { return now - entry.second > silence; });
+  if (silentSince_.contains(window.process)) return std::nullopt;
+  used_ = true;
+  const auto deadline = now + walkTime;
+  auto bar = ask(window.process, deadline,
+                 [window, deadline](AtSpiTree& tree) { return tree.menuBar(window, deadline); });
+  if (!bar) return std::nullopt;
+  return AtSpiElement::make({Part::menuBar, std::move(*bar), std::nullopt, deadline, window.process});
+}
+
+std::optional<AttributeValue> AtSpiMenus::attribute(const AtSpiElement& element, std::string_view name) {
+  const auto& facts = element.facts();
+  if (name == "AXTitle" && facts.name) return *facts.name;
+  if (name == "AXChildren") return children(element);
+  if (name == "AXEnabled" && facts.part == Part::item) {
+    const auto enabled = ask(facts.process, facts.deadline,
+                             [object = facts.object, deadline = facts.deadline](AtSpiTree& tree) {
+                               return tree.isEnabled(object, deadline);
+                             });
+    if (enabled) return *enabled;
+  }
+  return std::nullopt;
+}
+
+std::optional<AttributeValue> AtSpiMenus::children(const AtSpiElement& element) {
+  const auto& parent = element.facts();
+  const auto part = [&parent](Part kind, AtSpiObject object, std::optional<std::string> name) {
+    return AtSpiElement::make({kind, std::move(object), std::move(name), parent.deadline, parent.process});
+  };
+  if (parent.part == Part::barItem) {
+    auto menu = ask(parent.process, parent.deadline,
+                    [object = parent.object, deadline = parent.deadline](AtSpiTree& tree) {
+                      return tree.menuOf(object, deadline);
+                    });
+    if (!menu) return std::nullopt;
+    return std::vector<Element>{part(Part::menu, std::move(*menu), parent.name)};
+  }
+  if (parent.part != Part::menuBar && parent.part != Part::menu) return std::nullopt;
+  const auto found = ask(parent.process, parent.deadline,
+                         [object = parent.object, deadline = parent.deadline](AtSpiTree& tree) {
+                           return tree.children(object, deadline);
+                         });
+  if (!found) return std::nullopt;
+  std::vector<Element> result;
+  const bool isBar = parent.part == Part::menuBar;
+  if (isBar) result.push_back(part(Part::systemMenu, parent.object, std::string()));
+  for (const auto& each : *found)
+    result.push_back(part(isBar ? Part::barItem : Part::item, each.object, each.name));
+  return result;
+}
+
+bool AtSpiMenus::press(const AtSpiElement& element) {
+  const auto& facts = element.facts();
+  if (facts.part != Part::item) return false;
+  return ask(facts.process, facts.deadline,
+             [object = facts.object, deadline = facts.deadline](AtSpiTree& tree) {
+               return tree.press(object, deadline);
+             });
+}
+
+}  // namespace pellar

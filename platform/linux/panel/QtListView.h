@@ -1,0 +1,64 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "platform/ListView.h"
+#include "platform/View.h"
+#include "platform/shared/panel/DrawnList.h"
+
+namespace pellar {
+
+class QtCanvas;
+class X11Panel;
+struct X11PanelServices;
+
+// The list of a panel, drawn into the panel's picture. Its keys come from the editor of the key panel's
+// search field, which has the keyboard.
+class QtListView final : public ListView, public View {
+ public:
+  QtListView(X11Panel& panel, const ListStyle& style);
+  ~QtListView() override;
+  QtListView(const QtListView&) = delete;
+  QtListView& operator=(const QtListView&) = delete;
+
+  void reload(std::size_t rowCount, RowProvider row) override;
+  [[nodiscard]] std::optional<std::size_t> selectedRow() const override { return list_.selectedRow(); }
+  void selectRow(std::size_t row) override;
+  void setFrame(const ViewRect& frame) override;
+  [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
+  void focus() override;
+  [[nodiscard]] bool hasFocus() const override;
+  void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
+  void setOnKeyDown(KeyHandler handler) override { onKeyDown_ = std::move(handler); }
+
+  // The list that has the keys, if there is one, has them no longer.
+  static void endFocus(X11PanelServices& services);
+
+  // For the panel.
+  void scroll(int notches);
+  void draw(Canvas& canvas, const ViewRect& dirty) override;
+
+  // For the search field. False for a key that the list has no use for. May do away with the list.
+  bool keyDown(std::uint16_t keyCode);
+
+ private:
+  void layout() override {}
+  void mouseDown(const MouseEvent& event) override;
+  void mouseDragged(const MouseEvent& event) override;
+  void mouseUp(const MouseEvent& event) override;
+  void rightMouseDown(const MouseEvent& /*event*/) override {}
+  void otherMouseDown(const MouseEvent& /*event*/) override {}
+  void mouseEntered() override {}
+  void mouseMoved(const MouseEvent& /*event*/) override {}
+  void mouseExited() override {}
+
+  void needsDisplay();
+
+  X11Panel& panel_;
+  DrawnList list_;
+  std::function<void()> onDoubleClick_;
+  KeyHandler onKeyDown_;
+};
+
+}  // namespace pellar

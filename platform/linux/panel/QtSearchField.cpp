@@ -1,0 +1,137 @@
+#include "platform/linux/panel/QtSearchField.h"
+
+#include <QApplication>
+#include <cmath>
+#include <utility>
+
+#include "platform/linux/drawing/QtCanvas.h"
+#include "platform/linux/panel/QtListView.h"
+#include "platform/linux/panel/SearchEdit.h"
+#include "platform/linux/panel/SearchFieldLook.h"
+#include "platform/linux/panel/X11Panel.h"
+#include "platform/linux/x11/XcbReply.h"
+
+namespace pellar {
+
+QtSearchField::QtSearchField(X11Panel& panel) : panel_(panel) {
+  panel_.addField(*this);
+}
+
+QtSearchField::~QtSearchField() {
+  panel_.removeField(*this);
+  if (editor_ != nullptr && editing_) editor_->releaseKeyboard();
+}
+
+void QtSearchField::setText(const std::string& text) {
+  if (text == text_) return;
+  text_ = text;
+  if (editor_ != nullptr) editor_->setText(QString::fromStdString(text));
+  panel_.setNeedsDisplay(frame_);
+}
+
+void QtSearchField::setPlaceholder(const std::string& text) {
+  placeholder_ = text;
+  if (editor_ != nullptr) editor_->setPlaceholderText(QString::fromStdString(text));
+  panel_.setNeedsDisplay(frame_);
+}
+
+void QtSearchField::setFrame(const ViewRect& frame) {
+  if (frame == frame_) return;
+  panel_.setNeedsDisplay(frame_);
+  frame_ = frame;
+  panel_.setNeedsDisplay(frame_);
+  if (editing_) placeEditor();
+}
+
+void QtSearchField::setHidden(bool hidden) {
+  if (hidden == hidden_) return;
+  hidden_ = hidden;
+  if (hidden) {
+    endEditing();
+  }
+  panel_.setNeedsDisplay(frame_);
+}
+
+void QtSearchField::focus() {
+  panel_.makeFirstResponder(*this);
+}
+
+void QtSearchField::press() {
+  if (onActivate_) onActivate_();
+  panel_.makeKeyAndOrderFront();
+  focus();
+}
+
+void QtSearchField::pressedInEditor(ScreenPoint location) {
+  panel_.reportPress(location);
+  QtListView::endFocus(panel_.services());
+  if (onActivate_) onActivate_();
+}
+
+void QtSearchField::typed(std::string text) {
+  // A key that was on its way when the keyboard was given back.
+  if (!editing_) return;
+  // An input method writes without any key that the list could have left to the field.
+  QtListView::endFocus(panel_.services());
+  text_ = std::move(text);
+  if (onChange_) onChange_();
+}
+
+bool QtSearchField::command(const std::string& selector) {
+  return onCommand_ && onCommand_(selector);
+}
+
+void QtSearchField::makeEditor() {
+  editor_ = std::make_unique<SearchEdit>(*this, panel_);
+  editor_->setPlaceholderText(QString::fromStdString(placeholder_));
+}
+
+void QtSearchField::placeEditor() {
+  editor_->setGeometry(static_cast<int>(std::lround(frame_.x)), static_cast<int>(std::lround(frame_.y)),
+                       static_cast<int>(std::lround(frame_.width)),
+                       static_cast<int>(std::lround(frame_.height)));
+}
+
+void QtSearchField::beginEditing() {
+  if (editing_ || hidden_) return;
+  editing_ = true;
+  // The editor's requests travel on the toolkit's connection: the panel's window must be there before them.
+  auto* connection = panel_.services().connection.xcb();
+  const XcbReply<xcb_get_input_focus_reply_t> fence(
+      xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+  if (editor_ == nullptr) makeEditor();
+  editor_->setText(QString::fromStdString(text_));
+  placeEditor();
+  editor_->show();
+  QApplication::setActiveWindow(editor_.get());
+  editor_->setFocus();
+  editor_->grabKeyboard();
+}
+
+void QtSearchField::endEditing() {
+  if (!std::exchange(editing_, false)) return;
+  editor_->releaseKeyboard();
+  editor_->clearFocus();
+  QApplication::setActiveWindow(nullptr);
+  editor_->hide();
+  panel_.setNeedsDisplay(frame_);
+}
+
+void QtSearchField::groundChanged() {
+  if (editing_) editor_->update();
+}
+
+void QtSearchField::drawAtRest(QtCanvas& canvas, const ViewRect& dirty) const {
+  if (hidden_ || !frame_.intersects(dirty)) return;
+  SearchFieldLook::drawGround(canvas, frame_);
+  if (editing_) return;
+  const bool empty = text_.empty();
+  const QtFace& face = panel_.services().measure.face(SearchFieldLook::font);
+  const ViewRect line{
+      frame_.minX() + SearchFieldLook::textLeft, frame_.midY() - (face.ascent + face.descent) / 2,
+      frame_.width - SearchFieldLook::textLeft - SearchFieldLook::textRight, face.ascent + face.descent};
+  canvas.drawTruncatedText(empty ? placeholder_ : text_, line, SearchFieldLook::font,
+                           empty ? SearchFieldLook::placeholderColor : SearchFieldLook::textColor);
+}
+
+}  // namespace pellar

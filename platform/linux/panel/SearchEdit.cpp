@@ -1,0 +1,159 @@
+#include "platform/linux/panel/SearchEdit.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QWindow>
+#include <cstdint>
+#include <optional>
+
+#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/PixelRect.h"
+#include "platform/linux/drawing/QtCanvas.h"
+#include "platform/linux/panel/QtListView.h"
+#include "platform/linux/panel/QtSearchField.h"
+#include "platform/linux/panel/SearchFieldLook.h"
+#include "platform/linux/panel/X11Panel.h"
+
+namespace pellar {
+namespace {
+
+constexpr int nativeMargin = 2;  // between the editor's text margins and its text
+
+QColor native(const Color& color) {
+  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
+                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
+}
+
+// The key command of a key; empty for a key that has none.
+std::string selectorOf(int key) {
+  switch (key) {
+    case Qt::Key_Down:
+      return "moveDown:";
+    case Qt::Key_Up:
+      return "moveUp:";
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+      return "insertNewline:";
+    case Qt::Key_Escape:
+      return "cancelOperation:";
+    default:
+      return {};
+  }
+}
+
+// The virtual key code of a key that a list may have a use for; absent for others.
+std::optional<std::uint16_t> virtualKeyCode(int key) {
+  switch (key) {
+    case Qt::Key_Return:
+      return 36;
+    case Qt::Key_Escape:
+      return 53;
+    case Qt::Key_PageUp:
+      return DrawnList::pageUpKey;
+    case Qt::Key_PageDown:
+      return DrawnList::pageDownKey;
+    case Qt::Key_Down:
+      return DrawnList::downKey;
+    case Qt::Key_Up:
+      return DrawnList::upKey;
+    default:
+      return std::nullopt;
+  }
+}
+
+bool isModifier(int key) {
+  switch (key) {
+    case Qt::Key_Shift:
+    case Qt::Key_Control:
+    case Qt::Key_Alt:
+    case Qt::Key_AltGr:
+    case Qt::Key_Meta:
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+SearchEdit::SearchEdit(QtSearchField& field, X11Panel& panel)
+    : field_(field), panel_(panel), parentWindow_(QWindow::fromWinId(panel.window())) {
+  setWindowFlags(Qt::FramelessWindowHint | Qt::X11BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus);
+  setAttribute(Qt::WA_ShowWithoutActivating);
+  setAttribute(Qt::WA_QuitOnClose, false);
+  // A window inside a translucent one must have its depth.
+  if (panel.services().compositor.depth() == 32) setAttribute(Qt::WA_TranslucentBackground);
+  setFrame(false);
+  setContextMenuPolicy(Qt::NoContextMenu);
+  setFont(panel.services().measure.face(SearchFieldLook::font).native);
+  setTextMargins(static_cast<int>(SearchFieldLook::textLeft) - nativeMargin, 0,
+                 static_cast<int>(SearchFieldLook::textRight) - nativeMargin, 0);
+  QPalette colors;
+  colors.setColor(QPalette::Base, Qt::transparent);
+  colors.setColor(QPalette::Text, native(SearchFieldLook::textColor));
+  colors.setColor(QPalette::PlaceholderText, native(SearchFieldLook::placeholderColor));
+  colors.setColor(QPalette::Highlight, native(Color::of(SystemColor::blue)));
+  colors.setColor(QPalette::HighlightedText, Qt::white);
+  setPalette(colors);
+
+  winId();
+  windowHandle()->setParent(parentWindow_);
+  connect(this, &QLineEdit::textEdited, this,
+          [this](const QString& text) { field_.typed(text.toStdString()); });
+}
+
+SearchEdit::~SearchEdit() {
+  // The toolkit would end this window with the one it stands in.
+  if (windowHandle() != nullptr) windowHandle()->setParent(nullptr);
+  delete parentWindow_;
+}
+
+void SearchEdit::paintEvent(QPaintEvent* event) {
+  X11PanelServices& services = panel_.services();
+  QImage ground(size(), QImage::Format_ARGB32_Premultiplied);
+  PanelGround::drawUnder(ground, rect(), services.compositor.blends());
+  QtCanvas canvas(ground, rect(), services.measure, services.sprites);
+  SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
+  {
+    QPainter painter(this);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, ground);
+  }
+  QLineEdit::paintEvent(event);
+}
+
+void SearchEdit::keyPressEvent(QKeyEvent* event) {
+  if (offerToList(event->key())) {
+    event->accept();
+    return;
+  }
+  const std::string selector = selectorOf(event->key());
+  if (selector.empty()) {
+    QLineEdit::keyPressEvent(event);
+    return;
+  }
+  event->accept();
+  if (field_.command(selector) || selector != "cancelOperation:" || text().isEmpty()) return;
+  clear();
+  field_.typed({});
+}
+
+// False when the key is the field's, which then has the keys again.
+bool SearchEdit::offerToList(int key) {
+  QtListView* const list = panel_.services().keyList;
+  if (list == nullptr || isModifier(key)) return false;
+  if (const auto code = virtualKeyCode(key); code && list->keyDown(*code)) return true;
+  QtListView::endFocus(panel_.services());
+  return false;
+}
+
+void SearchEdit::mousePressEvent(QMouseEvent* event) {
+  const QPointF place = event->globalPosition();
+  field_.pressedInEditor(toScreenPoint(place.x(), place.y(), panel_.services().firstScreenHeight()));
+  QLineEdit::mousePressEvent(event);
+}
+
+}  // namespace pellar

@@ -1,0 +1,337 @@
+#include "platform/linux/panel/X11Panel.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <utility>
+
+#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/QtCanvas.h"
+#include "platform/linux/panel/QtListView.h"
+#include "platform/linux/panel/QtSearchField.h"
+
+namespace pellar {
+namespace {
+
+// More rectangles than this are painted as the one around them.
+constexpr int mostParts = 8;
+
+QRect outerPixels(const ViewRect& rect) {
+  const int left = static_cast<int>(std::floor(rect.minX()));
+  const int top = static_cast<int>(std::floor(rect.minY()));
+  return {left, top, static_cast<int>(std::ceil(rect.maxX())) - left,
+          static_cast<int>(std::ceil(rect.maxY())) - top};
+}
+
+ViewRect viewRect(const QRect& rect) {
+  return {static_cast<double>(rect.x()), static_cast<double>(rect.y()), static_cast<double>(rect.width()),
+          static_cast<double>(rect.height())};
+}
+
+}  // namespace
+
+X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::function<void()> onEnd)
+    : services_(services),
+      style_(style),
+      onEnd_(std::move(onEnd)),
+      frame_(ScreenRect::of({0, 0}, style.contentSize)),
+      window_(services.connection.xcb(), services.screen, services.compositor,
+              toPixels(frame_, services.firstScreenHeight()),
+              static_cast<int>(std::lround(style.cornerRadius))) {}
+
+X11Panel::~X11Panel() {
+  if (isKey()) services_.key = nullptr;
+  onEnd_();
+}
+
+void X11Panel::setView(View* view) {
+  view_ = view;
+  setNeedsLayout();
+  setNeedsDisplay();
+}
+
+void X11Panel::setFrame(const ScreenRect& frame, bool display) {
+  const PixelRect before = window_.frame();
+  frame_ = frame;
+  window_.setFrame(toPixels(frame, services_.firstScreenHeight()));
+  const PixelRect& now = window_.frame();
+  const bool resized = now.width != before.width || now.height != before.height;
+  if (resized) {
+    setNeedsLayout();
+    setNeedsDisplay();
+  }
+  // The move is on its way while the content is still being painted.
+  if (now != before) window_.flush();
+  if (visible_ && (display || resized)) paint();
+}
+
+std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
+  std::optional<ScreenRect> visibleFrame;
+  double largest = 0;
+  for (const Screen& screen : services_.screens.screens()) {
+    const auto common = screen.frame.intersection(frame_);
+    if (!common || common->area() <= largest) continue;
+    largest = common->area();
+    visibleFrame = screen.visibleFrame;
+  }
+  return visibleFrame;
+}
+
+void X11Panel::orderFrontRegardless() {
+  if (!std::exchange(visible_, true)) {
+    window_.raise();
+    window_.map();
+    dirty_ = pixelBounds();
+    paint();
+    window_.flush();
+    return;
+  }
+  // Menus stand above panels; whatever a window manager has put there is in the way.
+  if (std::exchange(obscured_, false) && window_.isBelowManagedWindow()) {
+    window_.raise();
+    window_.flush();
+  }
+}
+
+void X11Panel::orderOut() {
+  if (!std::exchange(visible_, false)) return;
+  window_.unmap();
+  window_.flush();
+  resignKey();
+  if (std::ranges::find(lists_, services_.keyList) != lists_.end()) QtListView::endFocus(services_);
+  services_.loop.post([this, alive = std::weak_ptr(alive_)] {
+    if (!alive.expired() && !visible_) mouse_.abandon(mouseTarget());
+  });
+}
+
+void X11Panel::makeKeyAndOrderFront() {
+  orderFrontRegardless();
+  if (!style_.canBecomeKey || isKey()) return;
+  if (services_.key != nullptr) services_.key->resignKey();
+  services_.key = this;
+  outsidePress_ = services_.monitors.onGlobalMouseDown([this] { resignKey(); });
+  if (firstResponder_ != nullptr) firstResponder_->beginEditing();
+}
+
+void X11Panel::resignKey() {
+  if (!isKey()) return;
+  services_.key = nullptr;
+  QtListView::endFocus(services_);
+  outsidePress_.cancel();
+  if (firstResponder_ != nullptr) firstResponder_->endEditing();
+  // A callback may drop any subscription, also its own.
+  const auto callbacks = resignCallbacks_;
+  for (const auto& callback : callbacks) callback();
+}
+
+void X11Panel::clearFirstResponder() {
+  if (isKey()) QtListView::endFocus(services_);
+  if (auto* field = std::exchange(firstResponder_, nullptr); field != nullptr && isKey()) field->endEditing();
+}
+
+void X11Panel::makeFirstResponder(QtSearchField& field) {
+  if (firstResponder_ != &field) clearFirstResponder();
+  firstResponder_ = &field;
+  QtListView::endFocus(services_);
+  if (isKey()) field.beginEditing();
+}
+
+Subscription X11Panel::onDidResignKey(std::function<void()> callback) {
+  resignCallbacks_.push_back(std::move(callback));
+  return Subscription([this, entry = std::prev(resignCallbacks_.end()), alive = std::weak_ptr(alive_)] {
+    if (!alive.expired()) resignCallbacks_.erase(entry);
+  });
+}
+
+ViewRect X11Panel::bounds() const {
+  return {0, 0, static_cast<double>(window_.frame().width), static_cast<double>(window_.frame().height)};
+}
+
+void X11Panel::setNeedsLayout() {
+  needsLayout_ = true;
+  schedulePaint();
+}
+
+void X11Panel::setNeedsDisplay() {
+  dirty_ = pixelBounds();
+  schedulePaint();
+}
+
+void X11Panel::setNeedsDisplay(const ViewRect& rect) {
+  dirty_ += outerPixels(rect).intersected(pixelBounds());
+  schedulePaint();
+}
+
+std::optional<ScreenRect> X11Panel::toScreen(const ViewRect& rect) const {
+  if (view_ == nullptr) return std::nullopt;
+  return ScreenRect{frame_.x + rect.x, frame_.maxY() - rect.maxY(), rect.width, rect.height};
+}
+
+ViewPoint X11Panel::fromScreen(ScreenPoint point) const {
+  return {point.x - frame_.x, frame_.maxY() - point.y};
+}
+
+std::unique_ptr<SearchField> X11Panel::makeSearchField() {
+  return std::make_unique<QtSearchField>(*this);
+}
+
+void X11Panel::addField(QtSearchField& field) {
+  fields_.push_back(&field);
+}
+
+void X11Panel::removeField(QtSearchField& field) {
+  if (firstResponder_ == &field) clearFirstResponder();
+  fields_.erase(std::remove(fields_.begin(), fields_.end(), &field), fields_.end());
+}
+
+std::unique_ptr<ListView> X11Panel::makeListView(const ListStyle& style) {
+  return std::make_unique<QtListView>(*this, style);
+}
+
+void X11Panel::addList(QtListView& list) {
+  lists_.push_back(&list);
+}
+
+void X11Panel::removeList(QtListView& list) {
+  if (pressedList_ == &list) pressedList_ = nullptr;
+  std::erase(lists_, &list);
+}
+
+QtListView* X11Panel::listAt(ViewPoint point) {
+  const auto found =
+      std::ranges::find_if(lists_, [&](const QtListView* each) { return each->frame().contains(point); });
+  return found == lists_.end() ? nullptr : *found;
+}
+
+View* X11Panel::mouseTarget() {
+  if (pressedList_ != nullptr) return pressedList_;
+  return view_;
+}
+
+void X11Panel::reportPress(ScreenPoint location) {
+  services_.reportPress({this, location});
+}
+
+void X11Panel::schedulePaint() {
+  if (!visible_ || std::exchange(paintPosted_, true)) return;
+  services_.loop.post([this, alive = std::weak_ptr(alive_)] {
+    if (alive.expired()) return;
+    paintPosted_ = false;
+    if (!visible_ || (dirty_.isEmpty() && !needsLayout_)) return;
+    paint();
+    window_.flush();
+  });
+}
+
+void X11Panel::paint() {
+  if (std::exchange(needsLayout_, false) && view_ != nullptr) view_->layout();
+  const QRegion dirty = std::exchange(dirty_, QRegion()).intersected(pixelBounds());
+  if (dirty.isEmpty()) return;
+  if (picture_.size() != pixelBounds().size()) {
+    QImage grown(pixelBounds().size(), QImage::Format_ARGB32_Premultiplied);
+    picture_.swap(grown);
+    // Whatever changed the size asked for everything; a part alone would leave the rest without content.
+    paintPart(pixelBounds());
+  } else if (dirty.rectCount() > mostParts) {
+    paintPart(dirty.boundingRect());
+  } else {
+    for (const QRect& part : dirty) paintPart(part);
+  }
+  window_.flush();
+}
+
+void X11Panel::paintPart(const QRect& part) {
+  const bool blends = services_.compositor.blends();
+  if (style_.glass) {
+    PanelGround::drawUnder(picture_, part, blends);
+  } else {
+    fill(picture_, part, 0);
+  }
+  QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
+  if (view_ != nullptr) view_->draw(canvas, viewRect(part));
+  for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
+  for (QtListView* list : lists_) {
+    QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), services_.measure,
+                     services_.sprites);
+    list->draw(clipped, viewRect(part));
+  }
+  if (style_.glass) PanelGround::drawOver(picture_, part, blends);
+  window_.put(picture_, part);
+}
+
+void X11Panel::blendingChanged() {
+  window_.updateShape();
+  setNeedsDisplay();
+  for (QtSearchField* field : fields_) field->groundChanged();
+  window_.flush();
+}
+
+bool X11Panel::comesIn() {
+  if (!mouse_.comesIn() || view_ == nullptr) return true;
+  const std::weak_ptr alive(alive_);
+  view_->mouseEntered();
+  return !alive.expired();
+}
+
+void X11Panel::press(const xcb_button_press_event_t& event) {
+  const double height = services_.firstScreenHeight();
+  const ViewPoint location{static_cast<double>(event.event_x), static_cast<double>(event.event_y)};
+  if (event.detail == XCB_BUTTON_INDEX_4 || event.detail == XCB_BUTTON_INDEX_5) {
+    // The wheel: a press is a notch.
+    if (auto* const list = listAt(location)) list->scroll(event.detail == XCB_BUTTON_INDEX_4 ? -1 : 1);
+    return;
+  }
+  if (event.detail == XCB_BUTTON_INDEX_1 || event.detail == XCB_BUTTON_INDEX_3) {
+    const std::weak_ptr alive(alive_);
+    reportPress(toScreenPoint(event.root_x, event.root_y, height));
+    if (alive.expired()) return;
+  }
+  const auto field = std::find_if(fields_.begin(), fields_.end(),
+                                  [&](const QtSearchField* each) { return each->contains(location); });
+  if (field == fields_.end()) {
+    pressedList_ = listAt(location);
+    mouse_.press(event, mouseTarget(), height);
+  } else if (event.detail == XCB_BUTTON_INDEX_1) {
+    (*field)->press();
+  }
+}
+
+void X11Panel::release(const xcb_button_release_event_t& event) {
+  View* const target = mouseTarget();
+  if (event.detail == XCB_BUTTON_INDEX_1) pressedList_ = nullptr;
+  mouse_.release(event, target, services_.firstScreenHeight());
+}
+
+void X11Panel::handle(const xcb_generic_event_t& event) {
+  switch (event.response_type & 0x7fU) {
+    case XCB_EXPOSE: {
+      const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
+      window_.put(picture_, {expose.x, expose.y, expose.width, expose.height});
+      window_.flush();
+      return;
+    }
+    case XCB_VISIBILITY_NOTIFY:
+      obscured_ =
+          reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
+      return;
+    case XCB_BUTTON_PRESS:
+      if (comesIn()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      return;
+    case XCB_BUTTON_RELEASE:
+      return release(reinterpret_cast<const xcb_button_release_event_t&>(event));
+    case XCB_MOTION_NOTIFY:
+      if (!comesIn()) return;
+      return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
+                           services_.firstScreenHeight());
+    case XCB_ENTER_NOTIFY:
+      if (!comesIn()) return;
+      return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), mouseTarget(),
+                          services_.firstScreenHeight());
+    case XCB_LEAVE_NOTIFY:
+      return mouse_.leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event), view_);
+    default:
+      return;
+  }
+}
+
+}  // namespace pellar

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QImage>
+#include <QRegion>
+#include <functional>
+#include <list>
+#include <memory>
+#include <vector>
+
+#include "platform/Panel.h"
+#include "platform/linux/panel/X11PanelMouse.h"
+#include "platform/linux/panel/X11PanelServices.h"
+#include "platform/linux/panel/X11PanelWindow.h"
+
+namespace pellar {
+
+class QtListView;
+class QtSearchField;
+
+// A panel as a bare X window with a picture of its content: only what changed is painted and sent.
+//
+// The keyboard of a key panel is grabbed by the search field that is its first responder; the server's focus
+// and the active window stay what they are. A press outside the program's windows ends being key.
+class X11Panel final : public Panel, public ViewHost {
+ public:
+  // `onEnd` is called by the destructor.
+  X11Panel(X11PanelServices& services, const PanelStyle& style, std::function<void()> onEnd);
+  ~X11Panel() override;
+  X11Panel(const X11Panel&) = delete;
+  X11Panel& operator=(const X11Panel&) = delete;
+
+  [[nodiscard]] ViewHost& host() override { return *this; }
+  void setView(View* view) override;
+  void setFrame(const ScreenRect& frame, bool display) override;
+  [[nodiscard]] ScreenRect frame() const override { return frame_; }
+  [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
+  void orderFrontRegardless() override;
+  void orderOut() override;
+  [[nodiscard]] bool isVisible() const override { return visible_; }
+  void makeKeyAndOrderFront() override;
+  void resignKey() override;
+  [[nodiscard]] bool isKey() const override { return services_.key == this; }
+  void clearFirstResponder() override;
+  [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
+
+  [[nodiscard]] ViewRect bounds() const override;
+  void setNeedsLayout() override;
+  void setNeedsDisplay() override;
+  void setNeedsDisplay(const ViewRect& rect) override;
+  [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override;
+  [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
+  [[nodiscard]] const TextMeasure& textMeasure() const override { return services_.measure; }
+  [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override;
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
+
+  [[nodiscard]] xcb_window_t window() const { return window_.id(); }
+  // Takes an event of the window, from the main loop. May end the panel.
+  void handle(const xcb_generic_event_t& event);
+  // A compositing program came or went.
+  void blendingChanged();
+
+  // For the panel's search fields and lists.
+  [[nodiscard]] X11PanelServices& services() { return services_; }
+  void addField(QtSearchField& field);
+  void removeField(QtSearchField& field);
+  void makeFirstResponder(QtSearchField& field);
+  void addList(QtListView& list);
+  void removeList(QtListView& list);
+  void reportPress(ScreenPoint location);
+
+ private:
+  // Tells the view when the pointer was not inside before. Whether the panel is still there.
+  bool comesIn();
+  void press(const xcb_button_press_event_t& event);
+  void release(const xcb_button_release_event_t& event);
+  [[nodiscard]] View* mouseTarget();
+  [[nodiscard]] QtListView* listAt(ViewPoint point);
+  void schedulePaint();
+  void paint();
+  void paintPart(const QRect& part);
+  [[nodiscard]] QRect pixelBounds() const { return {0, 0, window_.frame().width, window_.frame().height}; }
+
+  X11PanelServices& services_;
+  PanelStyle style_;
+  std::function<void()> onEnd_;
+  ScreenRect frame_;
+  X11PanelWindow window_;
+  View* view_ = nullptr;
+  std::vector<QtSearchField*> fields_;
+  QtSearchField* firstResponder_ = nullptr;
+  std::vector<QtListView*> lists_;
+  QtListView* pressedList_ = nullptr;  // has the pointer until the button is released
+  X11PanelMouse mouse_;
+
+  QImage picture_;
+  QRegion dirty_;
+  bool needsLayout_ = true;
+  bool paintPosted_ = false;
+  bool visible_ = false;
+  bool obscured_ = false;  // since the place in the stack was last looked at
+
+  std::list<std::function<void()>> resignCallbacks_;
+  Subscription outsidePress_;
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace pellar

@@ -1,0 +1,107 @@
+#include "platform/linux/panel/X11PanelFactory.h"
+
+#include <optional>
+#include <utility>
+
+#include "platform/linux/panel/X11Panel.h"
+
+namespace pellar {
+namespace {
+
+// The window an event of a panel's mask is about; absent for other kinds.
+std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
+  switch (event.response_type & 0x7fU) {
+    case XCB_EXPOSE:
+      return reinterpret_cast<const xcb_expose_event_t&>(event).window;
+    case XCB_VISIBILITY_NOTIFY:
+      return reinterpret_cast<const xcb_visibility_notify_event_t&>(event).window;
+    case XCB_BUTTON_PRESS:
+    case XCB_BUTTON_RELEASE:
+      return reinterpret_cast<const xcb_button_press_event_t&>(event).event;
+    case XCB_MOTION_NOTIFY:
+      return reinterpret_cast<const xcb_motion_notify_event_t&>(event).event;
+    case XCB_ENTER_NOTIFY:
+    case XCB_LEAVE_NOTIFY:
+      return reinterpret_cast<const xcb_enter_notify_event_t&>(event).event;
+    default:
+      return std::nullopt;
+  }
+}
+
+const xcb_screen_t& screenOf(const X11Connection& connection) {
+  auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection.xcb()));
+  while (screen.rem > 1 && screen.data->root != connection.root()) xcb_screen_next(&screen);
+  return *screen.data;
+}
+
+// What other windows did before the user's press is known before it counts: their notification takes a turn
+// of the loop, and so does the refresh that it asks for.
+constexpr int turnsOfReports = 2;
+
+bool isMotion(const xcb_generic_event_t& event) {
+  return (event.response_type & 0x7fU) == XCB_MOTION_NOTIFY;
+}
+
+}  // namespace
+
+X11PanelFactory::X11PanelFactory(X11Connection& connection, MainLoop& loop, const ScreenList& screens,
+                                 EventMonitors& monitors,
+                                 std::function<void(const ObservedClick&)> reportPress)
+    : services_{connection, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
+      subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {}
+
+X11PanelFactory::~X11PanelFactory() = default;
+
+std::unique_ptr<Panel> X11PanelFactory::makePanel(const PanelStyle& style) {
+  auto window = std::make_shared<xcb_window_t>(XCB_WINDOW_NONE);
+  auto panel = std::make_unique<X11Panel>(services_, style, [this, window] { panels_.erase(*window); });
+  *window = panel->window();
+  panels_[*window] = panel.get();
+  return panel;
+}
+
+std::vector<PixelRect> X11PanelFactory::shownFrames() const {
+  std::vector<PixelRect> frames;
+  for (const auto& [window, panel] : panels_) {
+    if (panel->isVisible()) frames.push_back(toPixels(panel->frame(), services_.firstScreenHeight()));
+  }
+  return frames;
+}
+
+void X11PanelFactory::take(const xcb_generic_event_t& event) {
+  if (services_.compositor.handle(event)) {
+    for (const auto& [window, panel] : panels_) panel->blendingChanged();
+    return;
+  }
+  const auto window = windowOf(event);
+  if (!window || panels_.count(*window) == 0) return;
+  // Only where the pointer is now matters.
+  if (isMotion(event) && !events_.empty() && isMotion(events_.back()) && windowOf(events_.back()) == window)
+    events_.pop_back();
+  events_.push_back(event);
+  if (!std::exchange(deliveryPosted_, true)) postDelivery(turnsOfReports);
+}
+
+void X11PanelFactory::postDelivery(int turns) {
+  services_.loop.post([this, turns, alive = std::weak_ptr(alive_)] {
+    if (alive.expired()) return;
+    if (turns > 0) {
+      postDelivery(turns - 1);
+    } else {
+      deliver();
+    }
+  });
+}
+
+void X11PanelFactory::deliver() {
+  deliveryPosted_ = false;
+  // A callback may open a menu, whose loop delivers what comes next.
+  while (!events_.empty()) {
+    const xcb_generic_event_t event = events_.front();
+    events_.pop_front();
+    if (const auto panel = panels_.find(*windowOf(event)); panel != panels_.end())
+      panel->second->handle(event);
+  }
+}
+
+}  // namespace pellar

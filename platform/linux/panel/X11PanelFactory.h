@@ -1,0 +1,45 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <memory>
+#include <vector>
+
+#include "platform/Panel.h"
+#include "platform/linux/drawing/PixelRect.h"
+#include "platform/linux/panel/X11PanelServices.h"
+
+namespace pellar {
+
+// Makes panels and hands each the events of its window.
+class X11PanelFactory final : public PanelFactory {
+ public:
+  // `reportPress` is told of every press in a panel before the press is delivered.
+  X11PanelFactory(X11Connection& connection, MainLoop& loop, const ScreenList& screens,
+                  EventMonitors& monitors, std::function<void(const ObservedClick&)> reportPress);
+  ~X11PanelFactory() override;
+  X11PanelFactory(const X11PanelFactory&) = delete;
+  X11PanelFactory& operator=(const X11PanelFactory&) = delete;
+
+  [[nodiscard]] std::unique_ptr<Panel> makePanel(const PanelStyle& style) override;
+
+  // Where the shown panels are.
+  [[nodiscard]] std::vector<PixelRect> shownFrames() const;
+
+ private:
+  void take(const xcb_generic_event_t& event);
+  void postDelivery(int turns);
+  void deliver();
+
+  X11PanelServices services_;
+  std::map<xcb_window_t, X11Panel*> panels_;
+  std::deque<xcb_generic_event_t> events_;
+  bool deliveryPosted_ = false;
+  Subscription subscription_;
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace pellar

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <QImage>
+#include <QRect>
+#include <cstdint>
+#include <vector>
+
+#include "platform/linux/drawing/PixelRect.h"
+
+namespace pellar {
+
+class X11Compositor;
+
+// The bare window of one panel. It is override-redirect: no window manager frames, lists, focuses or places
+// it, so a move is one request that takes effect at once. Requests are buffered until `flush`.
+class X11PanelWindow {
+ public:
+  // Corners are rounded by `radius`.
+  X11PanelWindow(xcb_connection_t* connection, const xcb_screen_t& screen, const X11Compositor& compositor,
+                 const PixelRect& frame, int radius);
+  ~X11PanelWindow();
+  X11PanelWindow(const X11PanelWindow&) = delete;
+  X11PanelWindow& operator=(const X11PanelWindow&) = delete;
+
+  [[nodiscard]] xcb_window_t id() const { return id_; }
+  [[nodiscard]] const PixelRect& frame() const { return frame_; }
+
+  // Moves and resizes in one request; nothing is sent when nothing changes.
+  void setFrame(const PixelRect& frame);
+  // Cuts the corners off where they cannot be made transparent.
+  void updateShape();
+
+  void map();
+  void unmap();
+  void raise();
+  // Whether a window that some window manager looks after stands above this one. Asks the server.
+  [[nodiscard]] bool isBelowManagedWindow() const;
+
+  // Copies a part of the picture to the same place in the window.
+  void put(const QImage& picture, const QRect& part);
+  void flush();
+
+ private:
+  void describe();
+
+  xcb_connection_t* connection_;
+  xcb_window_t root_;
+  const X11Compositor& compositor_;
+  int radius_;
+  PixelRect frame_;
+  xcb_window_t id_;
+  xcb_gcontext_t context_;
+  std::uint32_t mostBytes_;  // of one request
+  std::vector<std::uint8_t> rows_;
+};
+
+}  // namespace pellar

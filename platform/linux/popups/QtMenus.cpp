@@ -1,0 +1,45 @@
+#include "platform/linux/popups/QtMenus.h"
+
+#include <xcb/xcb.h>
+
+#include <QMenu>
+#include <functional>
+#include <utility>
+
+#include "platform/EventMonitors.h"
+#include "platform/ScreenList.h"
+#include "platform/linux/popups/QtMenuItems.h"
+#include "platform/linux/x11/XcbReply.h"
+
+namespace pellar {
+namespace {
+
+// A press holds the pointer for the connection that it was told to, which is not the toolkit's. Returns when
+// the server has let go of it, so that the menu, which asks over the other connection, gets it.
+void releasePointer(const X11Connection& connection) {
+  xcb_ungrab_pointer(connection.xcb(), XCB_CURRENT_TIME);
+  const XcbReply<xcb_get_input_focus_reply_t> fence(
+      xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
+}
+
+}  // namespace
+
+void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
+  if (std::exchange(open_, true)) return;
+  std::function<void()> chosen;
+  {
+    QMenu native;
+    QtMenuItems::fill(native, menu, [&chosen](const std::function<void()>& handler) { chosen = handler; });
+    const auto screens = screens_.screens();
+    const double height = screens.empty() ? 0 : screens.front().frame.height;
+    releasePointer(connection_);
+    // A press elsewhere may come before the toolkit has got hold of the pointer, or where it does not.
+    const Subscription elsewhere = monitors_.onGlobalMouseDown(&QtMenuItems::closeOpenMenus);
+    native.exec(
+        QPoint(static_cast<int>(event.screenLocation.x), static_cast<int>(height - event.screenLocation.y)));
+  }
+  open_ = false;
+  if (chosen) chosen();
+}
+
+}  // namespace pellar

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "platform/ScreenList.h"
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Mirror.h"
+
+namespace pellar {
+
+// The monitors by RandR, and what panels leave of each. Asks the server only after something changed.
+class X11ScreenList final : public ScreenList {
+ public:
+  X11ScreenList(X11Connection& connection, X11Mirror& mirror);
+
+  [[nodiscard]] std::vector<Screen> screens() const override;
+  // That of the active window.
+  [[nodiscard]] std::optional<Screen> mainScreen() const override;
+
+ private:
+  [[nodiscard]] std::vector<AxRect> monitors(const AxRect& root) const;
+  [[nodiscard]] AxRect visible(const AxRect& monitor, const AxRect& root) const;
+
+  X11Connection& connection_;
+  X11Mirror& mirror_;
+  bool hasMonitors_ = false;  // RandR 1.5
+  mutable std::optional<std::uint64_t> readVersion_;
+  mutable std::vector<Screen> screens_;
+  Subscription events_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,281 @@
+#include "platform/linux/x11/X11Mirror.h"
+
+#include <algorithm>
+#include <cstring>
+#include <unordered_set>
+
+#include "core/Log.h"
+
+namespace pellar {
+namespace {
+
+// What tells whose a window is, rather than what it shows.
+bool identifies(X11Property property) {
+  return property == X11Property::wmClass || property == X11Property::clientMachine ||
+         property == X11Property::pid || property == X11Property::transientFor;
+}
+
+bool reservesRoom(X11Property property) {
+  return property == X11Property::strut || property == X11Property::strutPartial;
+}
+
+bool sameToTheUser(const X11Window& a, const X11Window& b) {
+  return a.title() == b.title() && a.frame() == b.frame() && a.minimized() == b.minimized() &&
+         a.fullscreen == b.fullscreen && a.standard() == b.standard() && a.kind == b.kind;
+}
+
+std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
+  if (reply == nullptr || reply->format != 32) return {};
+  std::vector<std::uint32_t> values(reply->value_len);
+  if (!values.empty()) {
+    std::memcpy(values.data(), xcb_get_property_value(reply), values.size() * sizeof(std::uint32_t));
+  }
+  return values;
+}
+
+}  // namespace
+
+X11Mirror::X11Mirror(X11Connection& connection)
+    : connection_(connection),
+      loader_(connection),
+      events_(connection.onEvent([this](const xcb_generic_event_t& event) { handle(event); })) {
+  const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+  xcb_change_window_attributes(connection_.xcb(), connection_.root(), XCB_CW_EVENT_MASK, &events);
+  readStale();
+}
+
+void X11Mirror::noteScreensChanged() {
+  changes_.screens = true;
+  ++screensVersion_;
+}
+
+const X11Window* X11Mirror::find(xcb_window_t id) const {
+  const auto found = windows_.find(id);
+  return found == windows_.end() ? nullptr : &found->second;
+}
+
+void X11Mirror::handle(const xcb_generic_event_t& event) {
+  switch (event.response_type & 0x7f) {
+    case XCB_CONFIGURE_NOTIFY:
+      handleConfigure(reinterpret_cast<const xcb_configure_notify_event_t&>(event),
+                      (event.response_type & 0x80) != 0);
+      break;
+    case XCB_PROPERTY_NOTIFY:
+      handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+      break;
+    case XCB_REPARENT_NOTIFY: {
+      const auto& notify = reinterpret_cast<const xcb_reparent_notify_event_t&>(event);
+      const auto [first, last] = owners_.equal_range(notify.window);
+      for (auto owner = first; owner != last; ++owner) staleLinks_.insert(owner->second);
+      break;
+    }
+    case XCB_DESTROY_NOTIFY: {
+      const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
+      const auto [first, last] = owners_.equal_range(notify.window);
+      for (auto owner = first; owner != last; ++owner) {
+        if (owner->second != notify.window) staleLinks_.insert(owner->second);
+      }
+      forget(notify.window);
+      break;
+    }
+    default:
+      break;
+  }
+}
+
+void X11Mirror::handleConfigure(const xcb_configure_notify_event_t& event, bool synthetic) {
+  if (event.window == connection_.root()) {
+    noteScreensChanged();
+    return;
+  }
+  const auto own = windows_.find(event.window);
+  if (own != windows_.end()) ++own->second.placeReports;
+  // A window manager's own report speaks of the root's coordinates; the links already say the same.
+  if (synthetic) return;
+  const X11Geometry geometry{event.x, event.y, event.width, event.height, event.border_width};
+  const auto [first, last] = owners_.equal_range(event.window);
+  for (auto owner = first; owner != last; ++owner) {
+    const auto found = windows_.find(owner->second);
+    if (found == windows_.end()) continue;
+    for (auto& link : found->second.links) {
+      if (link.id != event.window || link.geometry == geometry) continue;
+      const AxRect before = found->second.frame();
+      link.geometry = geometry;
+      if (!(found->second.frame() == before)) changes_.windows.insert(found->first);
+    }
+  }
+}
+
+void X11Mirror::handleProperty(const xcb_property_notify_event_t& event) {
+  const X11Atoms& atoms = connection_.atoms();
+  if (event.window == connection_.root()) {
+    rootStale_ = rootStale_ || event.atom == atoms.netClientList || event.atom == atoms.netActiveWindow ||
+                 event.atom == atoms.netCurrentDesktop || event.atom == atoms.netWorkArea ||
+                 event.atom == atoms.netSupportingWmCheck;
+    return;
+  }
+  if (!windows_.contains(event.window)) return;
+  if (const auto property = x11PropertyOf(event.atom, atoms))
+    staleProperties_.emplace(event.window, *property);
+}
+
+bool X11Mirror::isStale() const {
+  return rootStale_ || !staleProperties_.empty() || !staleLinks_.empty();
+}
+
+bool X11Mirror::readStale() {
+  if (!isStale()) return false;
+  readProperties();
+  readLinks();
+  if (std::exchange(rootStale_, false)) readRoot();
+  return true;
+}
+
+void X11Mirror::readProperties() {
+  const auto stale = std::exchange(staleProperties_, {});
+  std::vector<xcb_get_property_cookie_t> cookies;
+  cookies.reserve(stale.size());
+  for (const auto& [id, property] : stale) cookies.push_back(requestX11Property(connection_, id, property));
+  auto cookie = cookies.begin();
+  for (const auto& [id, property] : stale) {
+    const XcbReply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection_.xcb(), *cookie++, nullptr));
+    const auto found = windows_.find(id);
+    // No reply at all: the window is gone and keeps what was last known of it until it is forgotten.
+    if (!reply || found == windows_.end()) continue;
+    const X11Window before = found->second;
+    applyX11Property(found->second, property, reply.get(), connection_.atoms());
+    if (!sameToTheUser(before, found->second)) changes_.windows.insert(id);
+    if (identifies(property)) changes_.membership = true;
+    if (reservesRoom(property)) noteScreensChanged();
+  }
+}
+
+void X11Mirror::readLinks() {
+  const auto stale = std::exchange(staleLinks_, {});
+  std::vector<X11Window*> windows;
+  for (const xcb_window_t id : stale) {
+    const auto found = windows_.find(id);
+    if (found == windows_.end()) continue;
+    unlink(found->second);
+    windows.push_back(&found->second);
+  }
+  if (windows.empty()) return;
+  loader_.loadLinks(windows);
+  for (X11Window* window : windows) {
+    const xcb_window_t id = window->id;
+    changes_.windows.insert(id);
+    if (window->links.empty()) {
+      forget(id);
+    } else {
+      link(*window);
+    }
+  }
+}
+
+void X11Mirror::readRoot() {
+  const X11Atoms& atoms = connection_.atoms();
+  const xcb_atom_t names[] = {atoms.netClientList, atoms.netActiveWindow, atoms.netCurrentDesktop,
+                              atoms.netWorkArea, atoms.netSupportingWmCheck};
+  std::vector<xcb_get_property_cookie_t> cookies;
+  for (const xcb_atom_t name : names) {
+    cookies.push_back(xcb_get_property(connection_.xcb(), 0, connection_.root(), name,
+                                       XCB_GET_PROPERTY_TYPE_ANY, 0, 65536));
+  }
+  std::vector<std::vector<std::uint32_t>> values;
+  for (const auto cookie : cookies) {
+    const XcbReply<xcb_get_property_reply_t> reply(
+        xcb_get_property_reply(connection_.xcb(), cookie, nullptr));
+    values.push_back(numbers(reply.get()));
+  }
+  std::vector<xcb_window_t> listed;
+  std::unordered_set<xcb_window_t> seen;
+  for (const std::uint32_t id : values[0]) {
+    if (id != XCB_WINDOW_NONE && seen.insert(id).second) listed.push_back(id);
+  }
+  // Some window managers add a second number; only the first is the window. The root stands for none.
+  xcb_window_t active = values[1].empty() ? 0 : values[1].front();
+  if (active == connection_.root()) active = XCB_WINDOW_NONE;
+  if (active != activeWindow_) changes_.activeWindow = true;
+  if (listed != listed_) changes_.membership = true;
+  listed_ = std::move(listed);
+  activeWindow_ = active;
+  const bool hasWindowManager = !values[4].empty();
+  if (!hasWindowManager && std::exchange(hadWindowManager_, false)) {
+    Log::write("no window manager lists its windows (_NET_CLIENT_LIST)");
+  }
+  hadWindowManager_ = hadWindowManager_ || hasWindowManager;
+  currentDesktop_ = values[2].empty() ? 0 : values[2].front();
+  std::optional<AxRect> area;
+  const std::size_t start = std::size_t{currentDesktop_} * 4;
+  const auto& areas = values[3];
+  if (areas.size() >= start + 4) {
+    area = AxRect{static_cast<double>(static_cast<std::int32_t>(areas[start])),
+                  static_cast<double>(static_cast<std::int32_t>(areas[start + 1])),
+                  static_cast<double>(areas[start + 2]), static_cast<double>(areas[start + 3])};
+  }
+  if (area != workArea_) noteScreensChanged();
+  workArea_ = area;
+  reconcile();
+}
+
+void X11Mirror::reconcile() {
+  std::unordered_set<xcb_window_t> wanted(listed_.begin(), listed_.end());
+  std::vector<xcb_window_t> missing;
+  for (const xcb_window_t id : listed_) {
+    if (!windows_.contains(id)) missing.push_back(id);
+  }
+  // A window manager may activate a window before it lists it.
+  if (activeWindow_ != XCB_WINDOW_NONE && wanted.insert(activeWindow_).second &&
+      !windows_.contains(activeWindow_)) {
+    missing.push_back(activeWindow_);
+  }
+  std::vector<xcb_window_t> leaving;
+  for (const auto& [id, window] : windows_) {
+    if (!wanted.contains(id)) leaving.push_back(id);
+  }
+  for (const xcb_window_t id : leaving) {
+    loader_.release(id);
+    forget(id);
+  }
+  if (!missing.empty()) {
+    for (X11Window& window : loader_.load(missing)) {
+      const xcb_window_t id = window.id;
+      if (window.strut || window.strutPartial) noteScreensChanged();
+      link(windows_.insert_or_assign(id, std::move(window)).first->second);
+      changes_.windows.insert(id);
+      changes_.membership = true;
+    }
+  }
+  clientList_.clear();
+  for (const xcb_window_t id : listed_) {
+    if (windows_.contains(id)) clientList_.push_back(id);
+  }
+}
+
+void X11Mirror::link(const X11Window& window) {
+  for (const auto& each : window.links) owners_.emplace(each.id, window.id);
+}
+
+void X11Mirror::unlink(const X11Window& window) {
+  for (const auto& each : window.links) {
+    const auto [first, last] = owners_.equal_range(each.id);
+    const auto own =
+        std::find_if(first, last, [&window](const auto& owner) { return owner.second == window.id; });
+    if (own != last) owners_.erase(own);
+  }
+}
+
+void X11Mirror::forget(xcb_window_t id) {
+  const auto found = windows_.find(id);
+  if (found == windows_.end()) return;
+  if (found->second.strut || found->second.strutPartial) noteScreensChanged();
+  unlink(found->second);
+  windows_.erase(found);
+  std::erase(clientList_, id);
+  staleLinks_.erase(id);
+  changes_.windows.insert(id);
+  changes_.membership = true;
+}
+
+}  // namespace pellar

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <xcb/xcb.h>
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Property.h"
+#include "platform/linux/x11/X11Window.h"
+#include "platform/linux/x11/X11WindowLoader.h"
+
+namespace pellar {
+
+// A copy of what the X server and the window manager say of the desktop and its client windows, kept by
+// events, so that reading it asks nobody. Main thread only.
+class X11Mirror {
+ public:
+  // What became different since it was last taken.
+  struct Changes {
+    std::set<xcb_window_t> windows;  // new, changed or gone
+    bool membership = false;         // the client list, or what tells whose a window is
+    bool activeWindow = false;
+    bool screens = false;  // monitors, work area or what reserves room on them
+    [[nodiscard]] bool any() const { return membership || activeWindow || screens || !windows.empty(); }
+  };
+
+  explicit X11Mirror(X11Connection& connection);
+  X11Mirror(const X11Mirror&) = delete;
+  X11Mirror& operator=(const X11Mirror&) = delete;
+
+  // A window of the client list, or the active one; null when it is neither or gone. Valid until the next
+  // read.
+  [[nodiscard]] const X11Window* find(xcb_window_t id) const;
+  // The window manager's clients in its order.
+  [[nodiscard]] const std::vector<xcb_window_t>& clientList() const { return clientList_; }
+  // Every window known, clients or not.
+  [[nodiscard]] const std::map<xcb_window_t, X11Window>& windows() const { return windows_; }
+  // 0 while no window is active.
+  [[nodiscard]] xcb_window_t activeWindow() const { return activeWindow_; }
+  // The desktop shown, of those that _NET_WORKAREA counts.
+  [[nodiscard]] std::uint32_t currentDesktop() const { return currentDesktop_; }
+  // The area of a desktop outside its panels, one rectangle for all monitors; absent when nobody says.
+  [[nodiscard]] std::optional<AxRect> workArea() const { return workArea_; }
+
+  // Reads all that events have made stale, in a few round trips whatever its amount. Whether there was any.
+  bool readStale();
+  // Whether something changed, or is stale, that has not been taken.
+  [[nodiscard]] bool hasNews() const { return changes_.any() || isStale(); }
+  [[nodiscard]] Changes takeChanges() { return std::exchange(changes_, {}); }
+
+  // Says that the monitors changed.
+  void noteScreensChanged();
+  // Another number after each change of the monitors, the work area, or what reserves room on them.
+  [[nodiscard]] std::uint64_t screensVersion() const { return screensVersion_; }
+
+ private:
+  void handle(const xcb_generic_event_t& event);
+  void handleConfigure(const xcb_configure_notify_event_t& event, bool synthetic);
+  void handleProperty(const xcb_property_notify_event_t& event);
+  [[nodiscard]] bool isStale() const;
+  void readProperties();
+  void readRoot();
+  void readLinks();
+  void reconcile();
+  void link(const X11Window& window);
+  void unlink(const X11Window& window);
+  void forget(xcb_window_t id);
+
+  X11Connection& connection_;
+  X11WindowLoader loader_;
+  std::map<xcb_window_t, X11Window> windows_;
+  std::unordered_multimap<xcb_window_t, xcb_window_t> owners_;  // of every link: the clients inside it
+  std::vector<xcb_window_t> listed_;                            // as the property says
+  std::vector<xcb_window_t> clientList_;                        // those of them that exist
+  xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
+  bool hadWindowManager_ = true;  // so that the lack of one is said once
+  std::uint32_t currentDesktop_ = 0;
+  std::optional<AxRect> workArea_;
+
+  bool rootStale_ = true;
+  std::set<std::pair<xcb_window_t, X11Property>> staleProperties_;
+  std::set<xcb_window_t> staleLinks_;
+  Changes changes_;
+  std::uint64_t screensVersion_ = 0;
+  Subscription events_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/Accessibility.h"
+#include "platform/MainLoop.h"
+#include "platform/mac/applications/PrefetchedAttributes.h"
+
+namespace pellar {
+
+// The Accessibility interface of ApplicationServices. A call blocks until the application answers or the
+// system's own messaging time-out passes; none is set here.
+class MacAccessibility final : public Accessibility {
+ public:
+  explicit MacAccessibility(MainLoop& loop) : loop_(loop) {}
+
+  [[nodiscard]] bool isTrusted() const override;
+  bool isTrustedPromptingUser() override;
+  [[nodiscard]] Element applicationElement(ProcessId pid) override;
+  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
+                                                        std::string_view name) override;
+  void set(const Element& element, std::string_view name, const AttributeValue& value) override;
+  bool perform(const Element& element, std::string_view action) override;
+  void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
+  [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
+                                                         std::function<void()> onNotification) override;
+
+ private:
+  MainLoop& loop_;
+  PrefetchedAttributes prefetched_;
+  Subscription expiry_;  // depends-on: prefetched_
+};
+
+}  // namespace pellar

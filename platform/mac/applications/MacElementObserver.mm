@@ -1,0 +1,77 @@
+#include "platform/mac/applications/MacElementObserver.h"
+
+#import <Foundation/Foundation.h>
+
+#include <utility>
+
+#include "platform/mac/applications/AttributeValues.h"
+#include "platform/mac/system/Conversions.h"
+
+namespace pellar {
+namespace {
+
+// While a menu is tracked or a question is open, the main run loop runs in other modes: reports wait until
+// it is back, so that nothing changes under what the user is choosing in.
+const CFRunLoopMode reportMode = kCFRunLoopDefaultMode;
+
+}  // namespace
+
+MacElementObserver::MacElementObserver(CFRef<AXObserverRef> observer, std::function<void()> onNotification)
+    : onNotification_(std::make_shared<const std::function<void()>>(std::move(onNotification))),
+      observer_(std::move(observer)) {}
+
+std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
+                                                             std::function<void()> onNotification) {
+  const AXObserverCallback callback = [](AXObserverRef observer, AXUIElementRef, CFStringRef, void* context) {
+    if (context == nullptr) return;
+    // The callback may drop the observer that is calling.
+    const auto running = static_cast<const MacElementObserver*>(context)->onNotification_;
+    const auto kept = CFRef<AXObserverRef>::retain(observer);
+    @autoreleasepool {
+      (*running)();
+    }
+  };
+  AXObserverRef created = nullptr;
+  const AXError error = AXObserverCreate(pid, callback, &created);
+  auto observer = CFRef<AXObserverRef>::adopt(created);
+  if (error != kAXErrorSuccess || !observer) return nullptr;
+  std::unique_ptr<MacElementObserver> made(
+      new MacElementObserver(std::move(observer), std::move(onNotification)));
+  if (!made->isListening(pid)) return nullptr;
+  CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()), reportMode);
+  return made;
+}
+
+// For an application that is still launching the observer is made, but each registration is refused with
+// kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71 saw it in each of three applications
+// started cold. NSRunningApplication.finishedLaunching does not tell
+// (github.com/lwouis/alt-tab-macos/issues/117), so it is tried.
+//
+// A busy application may refuse to take the registration back (-25204,
+// github.com/pqrs-org/Karabiner-archived/issues/239). It then stays, and a later one for the same
+// notification is refused as made already; so it is the very one that add() makes.
+//
+// Without the permission everything is refused with kAXErrorAPIDisabled, and it may be given back. An
+// application that answers so while it is held is not asked again at each refresh.
+bool MacElementObserver::isListening(ProcessId pid) {
+  const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
+  const AXError error = AXObserverAddNotification(observer_.get(), application.get(),
+                                                  kAXFocusedWindowChangedNotification, this);
+  if (error == kAXErrorSuccess) {
+    AXObserverRemoveNotification(observer_.get(), application.get(), kAXFocusedWindowChangedNotification);
+  }
+  if (error == kAXErrorAPIDisabled) return AXIsProcessTrusted();
+  return error != kAXErrorCannotComplete;
+}
+
+// Off the loop nothing is delivered any more, also what the application has sent already.
+MacElementObserver::~MacElementObserver() {
+  CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()), reportMode);
+}
+
+void MacElementObserver::add(const Element& element, std::string_view notification) {
+  AXObserverAddNotification(observer_.get(), MacElement::native(element),
+                            (__bridge CFStringRef)toNSString(notification), this);
+}
+
+}  // namespace pellar

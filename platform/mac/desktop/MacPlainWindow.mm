@@ -1,0 +1,120 @@
+#include "platform/mac/desktop/MacPlainWindow.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "platform/mac/system/Conversions.h"
+
+namespace {
+
+using Callback = std::shared_ptr<std::function<void()>>;
+
+}  // namespace
+
+// Tells when the user closes a window; -close of the program's own asks no delegate whether it may.
+@interface WindowCloseObserver : NSObject <NSWindowDelegate>
+
+- (instancetype)initWithLoop:(pellar::MainLoop*)loop;
+- (void)add:(Callback)callback;
+- (void)remove:(const Callback&)callback;
+
+@end
+
+@implementation WindowCloseObserver {
+  pellar::MainLoop* _loop;
+  std::vector<Callback> _callbacks;
+}
+
+- (instancetype)initWithLoop:(pellar::MainLoop*)loop {
+  self = [super init];
+  if (self != nil) _loop = loop;
+  return self;
+}
+
+- (void)add:(Callback)callback {
+  _callbacks.push_back(std::move(callback));
+}
+
+// Empties the callback too, which may be on its way.
+- (void)remove:(const Callback&)callback {
+  *callback = nullptr;
+  std::erase(_callbacks, callback);
+}
+
+- (BOOL)windowShouldClose:(NSWindow*)window {
+  for (const auto& callback : _callbacks) {
+    _loop->post([callback] {
+      // It may end its own registration.
+      if (const auto running = *callback) running();
+    });
+  }
+  return YES;
+}
+
+@end
+
+namespace pellar {
+
+static_assert(static_cast<NSInteger>(WindowLevel::modalPanel) == NSModalPanelWindowLevel);
+
+MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& description)
+    : native_([[NSWindow alloc]
+          initWithContentRect:NSMakeRect(0, 0, description.contentSize.width, description.contentSize.height)
+                    styleMask:NSWindowStyleMaskTitled |
+                              (description.closable ? NSWindowStyleMaskClosable : NSWindowStyleMask{})backing
+                             :NSBackingStoreBuffered
+                        defer:NO]),
+      closing_([[WindowCloseObserver alloc] initWithLoop:&loop]),
+      labels_([[WindowLabels alloc] init]) {
+  // ARC owns it; a window made in code is released by its own closing otherwise.
+  native_.releasedWhenClosed = NO;
+  native_.title = drawnText(description.title);
+  native_.level = static_cast<NSWindowLevel>(description.level);
+  // It is shown again where the user is, which may be another space than before.
+  native_.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace;
+  // Whoever likes windows in tabs would get the terms as a tab of the About window.
+  native_.tabbingMode = NSWindowTabbingModeDisallowed;
+  native_.delegate = closing_;
+  NSView* content = native_.contentView;
+  if (content != nil) fillWindow(content, description, labels_);
+  [native_ center];
+}
+
+// May be called inside the action of one of its buttons, which AppKit goes on with afterwards.
+MacPlainWindow::~MacPlainWindow() {
+  native_.delegate = nil;
+  [native_ close];
+  NSWindow* kept = native_;
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+    (void)kept;
+  });
+}
+
+// Key at once where this program is active, else as soon as it is. Becoming active takes a while and may be
+// declined; until then only the second call gets the window before those of other applications.
+void MacPlainWindow::makeKeyAndOrderFront() {
+  [native_ makeKeyAndOrderFront:nil];
+  [native_ orderFrontRegardless];
+}
+
+void MacPlainWindow::close() {
+  [native_ close];
+}
+
+bool MacPlainWindow::isVisible() const {
+  return native_.visible;
+}
+
+void MacPlainWindow::setText(const std::string& id, const std::string& text) {
+  labels_[toNSString(id)].stringValue = head(toNSString(text), longestRow);
+}
+
+Subscription MacPlainWindow::onClosed(std::function<void()> callback) {
+  const auto kept = std::make_shared<std::function<void()>>(std::move(callback));
+  [closing_ add:kept];
+  WindowCloseObserver* closing = closing_;
+  return Subscription([closing, kept] { [closing remove:kept]; });
+}
+
+}  // namespace pellar

@@ -1,0 +1,161 @@
+#import "platform/mac/panel/HostedView.h"
+
+#include <utility>
+
+#include "platform/mac/drawing/MacCanvas.h"
+#include "platform/mac/system/Conversions.h"
+
+using pellar::MouseEvent;
+
+@implementation HostedView {
+  BOOL _pointerInside;
+}
+
+- (instancetype)initWithFrame:(NSRect)frame {
+  self = [super initWithFrame:frame];
+  if (self != nil) {
+    // Since macOS 14 views do not clip by themselves, and a long text would be drawn over its neighbours.
+    self.clipsToBounds = YES;
+  }
+  return self;
+}
+
+- (BOOL)isFlipped {
+  return YES;
+}
+
+- (BOOL)acceptsFirstResponder {
+  return NO;
+}
+
+// The panel is practically never key; without this its first click would only choose it.
+- (BOOL)acceptsFirstMouse:(NSEvent*)event {
+  return YES;
+}
+
+- (BOOL)mouseDownCanMoveWindow {
+  return NO;
+}
+
+- (void)setView:(pellar::View*)view {
+  if (_view != view) _pointerInside = NO;
+  _view = view;
+  self.needsLayout = YES;
+  self.needsDisplay = YES;
+}
+
+- (void)layout {
+  [super layout];
+  if (_view != nullptr) _view->layout();
+}
+
+- (void)setFrameSize:(NSSize)size {
+  [super setFrameSize:size];
+  self.needsLayout = YES;
+}
+
+- (void)drawRect:(NSRect)dirtyRect {
+  if (_view == nullptr) return;
+  // Since macOS 14 the dirty rectangle may reach beyond the view.
+  const NSRect dirty = NSIntersectionRect(dirtyRect, self.bounds);
+  if (NSIsEmptyRect(dirty)) return;
+  pellar::MacCanvas canvas;
+  _view->draw(canvas, pellar::fromNSRect<pellar::ViewSpace>(dirty));
+}
+
+- (void)updateTrackingAreas {
+  [super updateTrackingAreas];
+  for (NSTrackingArea* area in [self.trackingAreas copy]) [self removeTrackingArea:area];
+  const NSTrackingAreaOptions options =
+      NSTrackingMouseEnteredAndExited | NSTrackingMouseMoved | NSTrackingActiveAlways;
+  [self addTrackingArea:[[NSTrackingArea alloc] initWithRect:self.bounds
+                                                     options:options
+                                                       owner:self
+                                                    userInfo:nil]];
+}
+
+- (MouseEvent)mouseEventOf:(NSEvent*)event {
+  MouseEvent mouse;
+  mouse.location = pellar::fromNSPoint<pellar::ViewSpace>([self convertPoint:event.locationInWindow
+                                                                    fromView:nil]);
+  mouse.screenLocation =
+      pellar::fromNSPoint<pellar::ScreenSpace>([self.window convertPointToScreen:event.locationInWindow]);
+  mouse.control = (event.modifierFlags & NSEventModifierFlagControl) != 0;
+  return mouse;
+}
+
+// Asking a moving mouse for its click count raises an exception.
+- (MouseEvent)pressEventOf:(NSEvent*)event {
+  MouseEvent mouse = [self mouseEventOf:event];
+  mouse.clickCount = static_cast<int>(event.clickCount);
+  return mouse;
+}
+
+// A drag may move the window, which then knows its place better than the event does: taken from both, the
+// pointer's would tremble. The event alone knows where on the screen it was.
+- (MouseEvent)dragEventOf:(NSEvent*)event {
+  MouseEvent mouse = [self pressEventOf:event];
+  const CGEventRef native = event.CGEvent;
+  if (native == nullptr) return mouse;
+  const CGPoint place = CGEventGetUnflippedLocation(native);
+  mouse.screenLocation = {place.x, place.y};
+  return mouse;
+}
+
+// AppKit says so when the pointer crosses the edge, not when the view comes up under it.
+- (void)pointerComesIn {
+  if (_view != nullptr && !std::exchange(_pointerInside, YES)) _view->mouseEntered();
+}
+
+// Nor does it say that the pointer left when the window did.
+- (void)leaveScreen {
+  __weak HostedView* gone = self;
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+    HostedView* view = gone;
+    if (!view.window.visible) [view pointerLeaves];
+  });
+  CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+- (void)pointerLeaves {
+  if (std::exchange(_pointerInside, NO) && _view != nullptr) _view->mouseExited();
+}
+
+- (void)mouseDown:(NSEvent*)event {
+  [self pointerComesIn];
+  if (_view != nullptr) _view->mouseDown([self pressEventOf:event]);
+}
+
+- (void)mouseDragged:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseDragged([self dragEventOf:event]);
+}
+
+- (void)mouseUp:(NSEvent*)event {
+  if (_view != nullptr) _view->mouseUp([self dragEventOf:event]);
+}
+
+- (void)rightMouseDown:(NSEvent*)event {
+  [self pointerComesIn];
+  if (_view != nullptr) _view->rightMouseDown([self pressEventOf:event]);
+}
+
+// Every button but the first two; the port speaks of the middle one.
+- (void)otherMouseDown:(NSEvent*)event {
+  [self pointerComesIn];
+  if (_view != nullptr && event.buttonNumber == 2) _view->otherMouseDown([self pressEventOf:event]);
+}
+
+- (void)mouseEntered:(NSEvent*)event {
+  [self pointerComesIn];
+}
+
+- (void)mouseMoved:(NSEvent*)event {
+  [self pointerComesIn];
+  if (_view != nullptr) _view->mouseMoved([self mouseEventOf:event]);
+}
+
+- (void)mouseExited:(NSEvent*)event {
+  [self pointerLeaves];
+}
+
+@end

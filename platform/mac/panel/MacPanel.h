@@ -1,0 +1,43 @@
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+#include "platform/Panel.h"
+#include "platform/mac/panel/MacViewHost.h"
+
+namespace pellar {
+
+// An NSPanel with a `GlassView` and our view in it.
+class MacPanel final : public Panel {
+ public:
+  MacPanel(const PanelStyle& style, std::shared_ptr<ListFocus> listFocus,
+           std::function<void(const MacPanel&)> onDestroyed);
+  ~MacPanel() override;
+  MacPanel(const MacPanel&) = delete;
+  MacPanel& operator=(const MacPanel&) = delete;
+
+  [[nodiscard]] NSPanel* native() const { return native_; }
+
+  [[nodiscard]] ViewHost& host() override { return host_; }
+  void setView(View* view) override;
+  void setFrame(const ScreenRect& frame, bool display) override;
+  [[nodiscard]] ScreenRect frame() const override;
+  [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
+  void orderFrontRegardless() override;
+  void orderOut() override;
+  [[nodiscard]] bool isVisible() const override;
+  void makeKeyAndOrderFront() override;
+  void resignKey() override;
+  [[nodiscard]] bool isKey() const override;
+  void clearFirstResponder() override;
+  [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
+
+ private:
+  NSPanel* native_;
+  std::shared_ptr<ListFocus> listFocus_;
+  MacViewHost host_;
+  bool shown_ = false;  // the program wants it on the screen
+  std::function<void(const MacPanel&)> onDestroyed_;
+};
+
+}  // namespace pellar

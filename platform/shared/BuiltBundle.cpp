@@ -1,9 +1,0 @@
-#include "platform/shared/BuiltBundle.h"
-
-namespace pellar {
-
-BundleInfo builtBundle() {
-  return {.shortVersion = PELLAR_VERSION, .version = PELLAR_VERSION, .webSite = PELLAR_WEB_SITE};
-}
-
-}  // namespace pellar

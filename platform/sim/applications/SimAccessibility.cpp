@@ -1,0 +1,232 @@
+#include "platform/sim/applications/SimAccessibility.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace pellar {
+
+namespace {
+
+const SimElement& simulated(const Element& element) {
+  return dynamic_cast<const SimElement&>(element.handle());
+}
+
+// A value that is not of the type the attribute usually has.
+AttributeValue mistyped(const AttributeValue& value) {
+  if (std::holds_alternative<std::string>(value)) return true;
+  return std::string("unexpected");
+}
+
+// What is read in place of the sound value.
+template <class Quirks>
+std::optional<AttributeValue> withQuirks(const Quirks& quirks, std::string_view name,
+                                         std::optional<AttributeValue> sound) {
+  if (!sound || quirks.refusedAttributes.contains(name)) return std::nullopt;
+  if (quirks.mistypedAttributes.contains(name)) return mistyped(*sound);
+  return sound;
+}
+
+class SimObserver final : public ElementObserver {
+ public:
+  SimObserver(SimDesktop& desktop, SimApplicationPointer application, std::function<void()> onNotification,
+              RoundTrips& roundTrips, std::shared_ptr<int> live)
+      : application_(std::move(application)), roundTrips_(roundTrips), live_(std::move(live)) {
+    ++*live_;
+    // The callback may drop this observer, so it holds on to nothing of it.
+    subscription_ = desktop.notifications().add(
+        [registered = registered_, pid = application_->description.pid,
+         callback = std::move(onNotification)](const SimNotification& notification) {
+          if (notification.pid != pid) return;
+          if (registered->contains({0, notification.name}) ||
+              registered->contains({notification.window, notification.name})) {
+            callback();
+          }
+        });
+  }
+  ~SimObserver() override { --*live_; }
+  SimObserver(const SimObserver&) = delete;
+  SimObserver& operator=(const SimObserver&) = delete;
+
+  void add(const Element& element, std::string_view notification) override {
+    const SimElement& target = simulated(element);
+    ++roundTrips_.registrations;
+    if (target.pid() != application_->description.pid) return;
+    if (application_->quirks.refusedNotifications.contains(notification)) return;
+    const bool whole = target.kind() == SimElement::Kind::application;
+    registered_->insert({whole ? 0 : target.window()->serial, std::string(notification)});
+  }
+
+ private:
+  using Registered = std::set<std::pair<std::uint64_t, std::string>>;
+
+  SimApplicationPointer application_;
+  RoundTrips& roundTrips_;
+  std::shared_ptr<int> live_;
+  std::shared_ptr<Registered> registered_ = std::make_shared<Registered>();
+  Subscription subscription_;
+};
+
+}  // namespace
+
+bool SimAccessibility::isTrustedPromptingUser() {
+  if (!trusted_) ++prompts_;
+  return trusted_;
+}
+
+Element SimAccessibility::applicationElement(ProcessId pid) {
+  return SimElement::ofApplication(pid);
+}
+
+bool SimAccessibility::roundTrip(const SimElement& element, int& count) {
+  if (!trusted_) return false;
+  ++count;
+  const auto owner = desktop_.application(element.pid());
+  if (!owner) return false;
+  loop_.holdUp(owner->quirks.hung ? std::chrono::milliseconds(messagingTimeout) : owner->quirks.answerTime);
+  return !owner->quirks.hung;
+}
+
+std::optional<AttributeValue> SimAccessibility::attribute(const Element& element, std::string_view name) {
+  const SimElement& target = simulated(element);
+  if (fetchedIsFresh()) {
+    const auto found = fetched_.find(std::pair(target.hash(), std::string(name)));
+    if (found != fetched_.end()) return found->second;
+  }
+  if (!roundTrip(target, roundTrips_.reads)) return std::nullopt;
+  return value(target, name);
+}
+
+void SimAccessibility::willRead(std::span<const Element> elements,
+                                std::span<const std::string_view> attributes) {
+  if (!fetchedIsFresh()) fetched_.clear();
+  for (const Element& element : elements) {
+    const SimElement& target = simulated(element);
+    const bool answered = roundTrip(target, roundTrips_.batches);
+    for (const std::string_view name : attributes) {
+      fetched_.insert_or_assign(std::pair(target.hash(), std::string(name)),
+                                answered ? value(target, name) : std::nullopt);
+    }
+  }
+  fetchedTurn_ = loop_.turns();
+  fetchedRevision_ = desktop_.revision();
+}
+
+std::optional<AttributeValue> SimAccessibility::value(const SimElement& element,
+                                                      std::string_view name) const {
+  const auto owner = desktop_.application(element.pid());
+  if (!owner) return std::nullopt;
+  if (element.kind() == SimElement::Kind::application) return applicationValue(*owner, name);
+  if (element.kind() == SimElement::Kind::menu) {
+    const SimMenuElement& menu = *element.menu();
+    if (!menu.exists) return std::nullopt;
+    return withQuirks(menu, name, menuValue(menu, name));
+  }
+  if (element.kind() != SimElement::Kind::window || !element.window()->exists) return std::nullopt;
+  return withQuirks(element.window()->quirks, name, windowValue(element.window(), *owner, name));
+}
+
+std::optional<AttributeValue> SimAccessibility::applicationValue(const SimApplicationState& application,
+                                                                 std::string_view name) const {
+  if (name == "AXWindows") {
+    std::vector<Element> windows;
+    for (const auto& window :
+         application.quirks.listsWindowsByCreation ? application.byCreation : application.frontToBack) {
+      if (!window->listed) continue;
+      windows.push_back(SimElement::ofWindow(window));
+      if (window->quirks.listedTwice) windows.push_back(SimElement::ofWindow(window));
+    }
+    return windows;
+  }
+  if (name == "AXFocusedWindow") {
+    if (!application.focused || application.quirks.namesNoFocusedWindow) return std::nullopt;
+    return SimElement::ofWindow(application.focused);
+  }
+  if (name == "AXTitle" && application.description.localizedName)
+    return *application.description.localizedName;
+  if (name == "AXHidden") return application.hidden;
+  if (name == "AXMenuBar" && application.menuBar) return SimElement::ofMenu(application.menuBar);
+  return std::nullopt;
+}
+
+std::optional<AttributeValue> SimAccessibility::windowValue(const SimWindowPointer& window,
+                                                            const SimApplicationState& owner,
+                                                            std::string_view name) {
+  if (name == "AXTitle") return window->title;
+  if (name == "AXSubrole") return window->subrole;
+  if (name == "AXPosition") return window->frame.origin();
+  if (name == "AXSize") return window->frame.size();
+  if (name == "AXMinimized") return window->minimised;
+  if (name == "AXFullScreen") return window->fullScreen;
+  if (name == "AXMain") return owner.focused == window;
+  if (name == "AXDocument" && window->document) return *window->document;
+  if (name == "AXCloseButton" && window->quirks.hasCloseButton) return SimElement::ofCloseButton(window);
+  return std::nullopt;
+}
+
+std::optional<AttributeValue> SimAccessibility::menuValue(const SimMenuElement& menu, std::string_view name) {
+  if (name == "AXTitle" && menu.title) return *menu.title;
+  if (name == "AXEnabled") return menu.enabled;
+  if (name == "AXChildren") {
+    std::vector<Element> children;
+    for (const auto& child : menu.children) children.push_back(SimElement::ofMenu(child));
+    return children;
+  }
+  return std::nullopt;
+}
+
+void SimAccessibility::set(const Element& element, std::string_view name, const AttributeValue& value) {
+  const SimElement& target = simulated(element);
+  fetched_.clear();
+  if (!roundTrip(target, roundTrips_.writes)) return;
+  if (target.kind() != SimElement::Kind::window || !target.window()->exists) return;
+  const auto& window = target.window();
+  if (const auto* position = std::get_if<AxPoint>(&value); position && name == "AXPosition") {
+    desktop_.requestPosition(window, *position);
+  } else if (const auto* size = std::get_if<Size>(&value); size && name == "AXSize") {
+    desktop_.requestSize(window, *size);
+  } else if (const auto* flag = std::get_if<bool>(&value)) {
+    if (name == "AXMinimized" && !window->quirks.refusesMinimise) desktop_.setMinimised(window, *flag);
+    if (name == "AXMain" && *flag) desktop_.focus(window);
+  }
+}
+
+bool SimAccessibility::perform(const Element& element, std::string_view action) {
+  const SimElement& target = simulated(element);
+  fetched_.clear();
+  if (!roundTrip(target, roundTrips_.actions)) return false;
+  if (target.menu()) return action == "AXPress" && press(target.menu());
+  if (!target.window() || !target.window()->exists) return false;
+  const auto& window = target.window();
+  if (target.kind() == SimElement::Kind::window && action == "AXRaise") {
+    ++window->raises;
+    desktop_.focus(window);
+    return true;
+  }
+  if (target.kind() == SimElement::Kind::closeButton && action == "AXPress") {
+    ++window->closePresses;
+    if (!window->quirks.asksBeforeClosing) desktop_.destroy(window);
+    return true;
+  }
+  return false;
+}
+
+bool SimAccessibility::press(const SimMenuPointer& menu) {
+  if (!menu->exists || menu->role != SimMenuElement::Role::item) return false;
+  ++menu->presses;
+  if (!menu->enabled || menu->refusesPress) return false;
+  // The application may do anything, even change its menus.
+  const auto handler = menu->onPress;
+  if (handler) handler();
+  return true;
+}
+
+std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,
+                                                           std::function<void()> onNotification) {
+  const auto application = desktop_.application(pid);
+  if (!trusted_ || !application || application->quirks.refusesObservers) return nullptr;
+  return std::make_unique<SimObserver>(desktop_, application, std::move(onNotification), roundTrips_,
+                                       liveObservers_);
+}
+
+}  // namespace pellar

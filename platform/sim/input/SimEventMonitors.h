@@ -1,0 +1,32 @@
+#pragma once
+
+#include <functional>
+#include <utility>
+
+#include "platform/EventMonitors.h"
+#include "platform/sim/system/CallbackList.h"
+
+namespace pellar {
+
+// The monitors of the simulated pointer's presses.
+class SimEventMonitors final : public EventMonitors {
+ public:
+  [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override {
+    return global_.add(std::move(callback));
+  }
+  [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override {
+    return local_.add(std::move(callback));
+  }
+
+  [[nodiscard]] bool watched() const { return !global_.empty() || !local_.empty(); }
+
+  // For SimPointer.
+  void pressedElsewhere() const { global_.call(); }
+  void pressedHere(const ObservedClick& click) const { local_.call(click); }
+
+ private:
+  CallbackList<> global_;
+  CallbackList<ObservedClick> local_;
+};
+
+}  // namespace pellar

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "core/OfficeApp.h"
+#include "platform/sim/applications/SimDesktop.h"
+#include "platform/sim/applications/SimWindow.h"
+#include "platform/sim/system/SimMainLoop.h"
+#include "platform/sim/system/SimScreens.h"
+
+namespace pellar {
+
+// A document that is open in a simulated Office application.
+struct SimDocument {
+  std::string name = {};  // as the application calls it, extension included
+  std::string path = {};  // POSIX, absolute; empty when it was never saved
+  bool saved = true;      // there are no unsaved changes
+  bool raises = false;    // any script that touches it fails
+  std::string content = "as opened";
+  int saves = 0;
+  // Closes the document when it is closed, and is named after it.
+  std::optional<SimWindow> window = std::nullopt;
+};
+using SimDocumentPointer = std::shared_ptr<SimDocument>;
+
+// The documents of the simulated Office applications, and how these behave when a script addresses them.
+// Files below the home folder are real; any others are only thought of, and nothing is ever written there.
+class SimOffice {
+ public:
+  // How long a script waits for an application that does not answer.
+  static constexpr std::chrono::seconds eventTimeout{120};
+
+  SimOffice(SimDesktop& desktop, const SimScreens& screens, SimMainLoop& loop, std::filesystem::path home)
+      : desktop_(desktop), screens_(screens), loop_(loop), home_(std::move(home)) {}
+
+  // The user opens a document without a window. Its file is on the disk then. A document with a path and no
+  // name is called after its file.
+  SimDocumentPointer open(const SimApplication& application, SimDocument document);
+  // The same in a window of its own.
+  SimDocumentPointer openInWindow(const SimApplication& application, SimDocument document);
+  // The user closes a document, or types into it.
+  void close(const SimDocumentPointer& document);
+  static void edit(SimDocument& document, std::string content);
+
+  // The open documents in the order they were opened.
+  [[nodiscard]] std::vector<SimDocumentPointer> documents(const SimApplication& application) const {
+    return documents(application.pid());
+  }
+  [[nodiscard]] std::vector<SimDocumentPointer> documents(ProcessId pid) const;
+  // Panels that asked the user where to save. A script should never bring one about.
+  [[nodiscard]] int saveDialogs() const { return saveDialogs_; }
+  // What scripts did, an event each: "get every document", "get path", "save", ...
+  [[nodiscard]] const std::vector<std::string>& events() const { return events_; }
+
+  // Whether the user lets this program control other applications.
+  bool allowsControl = true;
+  // What happens just before and just after an event is handled. A ScriptError thrown makes the event fail.
+  std::function<void(const std::string& event)> beforeEvent;
+  std::function<void(const std::string& event)> afterEvent;
+  // The same when a file is half written.
+  std::function<void(const std::string& path)> duringWrite;
+
+  // For scripts.
+
+  // The process of the application, when it is running.
+  [[nodiscard]] std::optional<ProcessId> process(OfficeApp app) const;
+  // Has a process handle an event: waits until it answers, which runs the main loop nested. Throws a
+  // ScriptError when it fails.
+  void send(ProcessId pid, const std::string& event, const std::function<void()>& handle);
+  // The rest is for handlers of events.
+  void activate(ProcessId pid) { desktop_.activate(pid); }
+  SimDocumentPointer create(ProcessId pid, const std::string& name);
+  void showInWindow(ProcessId pid, const SimDocumentPointer& document);
+  [[nodiscard]] bool isOpen(ProcessId pid, const SimDocumentPointer& document) const;
+  void save(ProcessId pid, SimDocument& document);
+  void saveAs(ProcessId pid, SimDocument& document, const std::string& path);
+
+ private:
+  void awaitAnswer(ProcessId pid);
+  void write(ProcessId pid, const SimDocument& document, const std::string& path);
+  [[nodiscard]] bool isBelowHome(const std::filesystem::path& path) const;
+
+  SimDesktop& desktop_;
+  const SimScreens& screens_;
+  SimMainLoop& loop_;
+  std::filesystem::path home_;
+  std::map<ProcessId, std::vector<SimDocumentPointer>> documents_;
+  std::vector<std::string> events_;
+  int saveDialogs_ = 0;
+};
+
+}  // namespace pellar

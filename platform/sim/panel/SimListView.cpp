@@ -1,0 +1,73 @@
+#include "platform/sim/panel/SimListView.h"
+
+#include <algorithm>
+
+namespace pellar {
+
+SimListView::SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style)
+    : fields_(std::move(fields)), list_(style) {
+  fields_->lists.push_back(this);
+}
+
+SimListView::~SimListView() {
+  std::erase(fields_->lists, this);
+  if (hasFocus()) fields_->listFocus->list = nullptr;
+}
+
+void SimListView::needsDisplay() {
+  // Everything, since rows reach out of the frame.
+  if (fields_->needsDisplay) fields_->needsDisplay();
+}
+
+void SimListView::reload(std::size_t rowCount, RowProvider row) {
+  list_.reload(rowCount, std::move(row));
+  needsDisplay();
+}
+
+void SimListView::selectRow(std::size_t row) {
+  list_.selectRow(row);
+  needsDisplay();
+}
+
+void SimListView::setFrame(const ViewRect& frame) {
+  list_.setFrame(frame);
+  needsDisplay();
+}
+
+void SimListView::focus() {
+  fields_->listFocus->list = this;
+  needsDisplay();
+}
+
+void SimListView::loseFocus() {
+  if (!hasFocus()) return;
+  fields_->listFocus->list = nullptr;
+  needsDisplay();
+}
+
+void SimListView::press(ViewPoint location, int clickCount) {
+  list_.press(location, clickCount);
+  focus();
+}
+
+void SimListView::drag(ViewPoint location) {
+  if (list_.drag(location)) needsDisplay();
+}
+
+void SimListView::release() {
+  if (!list_.release()) return;
+  if (const auto callback = onDoubleClick_) callback();
+}
+
+void SimListView::scroll(int notches) {
+  if (list_.scroll(notches)) needsDisplay();
+}
+
+bool SimListView::keyDown(std::uint16_t keyCode) {
+  if (const auto handler = onKeyDown_; handler && handler(keyCode)) return true;
+  if (!list_.takeKey(keyCode)) return false;
+  needsDisplay();
+  return true;
+}
+
+}  // namespace pellar

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "platform/ListView.h"
+#include "platform/shared/panel/DrawnList.h"
+#include "platform/sim/panel/SimViewHost.h"
+
+namespace pellar {
+
+// A list that a test can see in its panel's drawing, click, scroll and work with keys.
+class SimListView final : public ListView {
+ public:
+  SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style);
+  ~SimListView() override;
+  SimListView(const SimListView&) = delete;
+  SimListView& operator=(const SimListView&) = delete;
+
+  void reload(std::size_t rowCount, RowProvider row) override;
+  [[nodiscard]] std::optional<std::size_t> selectedRow() const override { return list_.selectedRow(); }
+  void selectRow(std::size_t row) override;
+  void setFrame(const ViewRect& frame) override;
+  [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
+  void focus() override;
+  [[nodiscard]] bool hasFocus() const override { return fields_->listFocus->list == this; }
+  void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
+  void setOnKeyDown(KeyHandler handler) override { onKeyDown_ = std::move(handler); }
+
+  // The user's mouse and keys. The program may delete the list in answer to any of them.
+  void press(ViewPoint location, int clickCount);
+  void drag(ViewPoint location);
+  void release();
+  void scroll(int notches);
+  // False for a key that the list has no use for.
+  bool keyDown(std::uint16_t keyCode);
+
+  void draw(Canvas& canvas) const { list_.draw(canvas, hasFocus()); }
+  void loseFocus();
+
+ private:
+  void needsDisplay();
+
+  std::shared_ptr<SimFields> fields_;
+  DrawnList list_;
+  std::function<void()> onDoubleClick_;
+  KeyHandler onKeyDown_;
+};
+
+}  // namespace pellar

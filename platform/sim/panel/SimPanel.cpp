@@ -1,0 +1,86 @@
+#include "platform/sim/panel/SimPanel.h"
+
+#include <utility>
+
+#include "platform/sim/panel/SimListView.h"
+#include "platform/sim/panel/SimPanels.h"
+
+namespace pellar {
+
+SimPanel::SimPanel(SimPanels& owner, const PanelStyle& style)
+    : owner_(owner),
+      style_(style),
+      frame_{0, 0, style.contentSize.width, style.contentSize.height},
+      host_(*this, owner.listFocus()) {
+  owner_.join(*this);
+}
+
+SimPanel::~SimPanel() {
+  owner_.leave(*this);
+}
+
+void SimPanel::setFrame(const ScreenRect& frame, bool display) {
+  const ScreenRect before = std::exchange(frame_, frame);
+  if (before != frame) ++frameChanges_;
+  if (before.size() != frame.size()) {
+    host_.setNeedsLayout();
+    host_.setNeedsDisplay();
+  }
+  if (display) host_.display();
+}
+
+std::optional<ScreenRect> SimPanel::screenVisibleFrame() const {
+  const Screen* best = nullptr;
+  double bestArea = 0;
+  const auto screens = owner_.screens();
+  for (const Screen& screen : screens) {
+    const auto common = screen.frame.intersection(frame_);
+    if (!common || common->area() <= bestArea) continue;
+    best = &screen;
+    bestArea = common->area();
+  }
+  if (best == nullptr) return std::nullopt;
+  return best->visibleFrame;
+}
+
+void SimPanel::orderFrontRegardless() {
+  owner_.bringForward(*this);
+  if (std::exchange(visible_, true)) return;
+  host_.setNeedsDisplay();
+}
+
+void SimPanel::orderOut() {
+  visible_ = false;
+  if (auto* const list = owner_.listFocus()->list; host_.contains(list)) list->loseFocus();
+  if (isKey()) owner_.setKey(nullptr);
+}
+
+void SimPanel::makeKeyAndOrderFront() {
+  orderFrontRegardless();
+  if (style_.canBecomeKey) owner_.setKey(this);
+}
+
+void SimPanel::resignKey() {
+  if (!isKey()) return;
+  owner_.clearKeySilently();
+  resignedKey_.call();
+}
+
+bool SimPanel::isKey() const {
+  return owner_.key() == this;
+}
+
+void SimPanel::clearFirstResponder() {
+  host_.fields().focused = nullptr;
+  if (isKey()) owner_.endListFocus();
+}
+
+Subscription SimPanel::onDidResignKey(std::function<void()> callback) {
+  return resignedKey_.add(std::move(callback));
+}
+
+void SimPanel::lostKey() {
+  resignedKey_.post(owner_.loop());
+}
+
+}  // namespace pellar

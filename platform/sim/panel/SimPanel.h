@@ -1,0 +1,56 @@
+#pragma once
+
+#include <functional>
+
+#include "platform/Panel.h"
+#include "platform/sim/panel/SimViewHost.h"
+#include "platform/sim/system/CallbackList.h"
+
+namespace pellar {
+
+class SimPanels;
+
+// A panel that a test can look at. Clicks and keys reach it through SimPointer and SimKeyboard.
+class SimPanel final : public Panel {
+ public:
+  SimPanel(SimPanels& owner, const PanelStyle& style);
+  ~SimPanel() override;
+  SimPanel(const SimPanel&) = delete;
+  SimPanel& operator=(const SimPanel&) = delete;
+
+  [[nodiscard]] ViewHost& host() override { return host_; }
+  void setView(View* view) override { host_.setView(view); }
+  void setFrame(const ScreenRect& frame, bool display) override;
+  [[nodiscard]] ScreenRect frame() const override { return frame_; }
+  [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
+  void orderFrontRegardless() override;
+  void orderOut() override;
+  [[nodiscard]] bool isVisible() const override { return visible_; }
+  void makeKeyAndOrderFront() override;
+  void resignKey() override;
+  [[nodiscard]] bool isKey() const override;
+  void clearFirstResponder() override;
+  [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
+
+  [[nodiscard]] const PanelStyle& style() const { return style_; }
+  [[nodiscard]] SimPanels& owner() const { return owner_; }
+  [[nodiscard]] SimViewHost& simHost() { return host_; }
+  [[nodiscard]] const SimViewHost& simHost() const { return host_; }
+  [[nodiscard]] const Drawing& drawing() const { return host_.drawing(); }
+  // How often the panel was moved or resized to another frame.
+  [[nodiscard]] int frameChanges() const { return frameChanges_; }
+
+  // The panel lost the keyboard to something else; told from the main loop.
+  void lostKey();
+
+ private:
+  SimPanels& owner_;
+  PanelStyle style_;
+  ScreenRect frame_;
+  bool visible_ = false;
+  int frameChanges_ = 0;
+  CallbackList<> resignedKey_;
+  SimViewHost host_;
+};
+
+}  // namespace pellar

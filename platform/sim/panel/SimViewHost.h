@@ -1,0 +1,80 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "platform/View.h"
+#include "platform/sim/drawing/Drawing.h"
+#include "platform/sim/drawing/SimTextMeasure.h"
+
+namespace pellar {
+
+class SimPanel;
+class SimListView;
+class SimSearchField;
+
+// The list of any panel that has the keys of the key panel; null when the key panel's own field has them.
+struct SimListFocus {
+  SimListView* list = nullptr;
+};
+
+// The native controls of one view, in order of creation. Shared, since a control may outlive its panel.
+struct SimFields {
+  std::vector<SimSearchField*> all;
+  SimSearchField* focused = nullptr;  // the one that receives the keys
+  std::vector<SimListView*> lists;
+  std::shared_ptr<SimListFocus> listFocus;  // the same in all panels
+  std::function<void()> needsDisplay;       // absent once the panel is gone
+};
+
+// What a simulated panel gives its view. Repaints happen on a later turn, all requests of a turn together.
+class SimViewHost final : public ViewHost {
+ public:
+  SimViewHost(SimPanel& panel, std::shared_ptr<SimListFocus> listFocus);
+  ~SimViewHost() override;
+  SimViewHost(const SimViewHost&) = delete;
+  SimViewHost& operator=(const SimViewHost&) = delete;
+
+  [[nodiscard]] ViewRect bounds() const override;
+  void setNeedsLayout() override;
+  void setNeedsDisplay() override;
+  void setNeedsDisplay(const ViewRect& rect) override;
+  [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override;
+  [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
+  [[nodiscard]] const TextMeasure& textMeasure() const override { return measure_; }
+  [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override;
+  [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
+
+  void setView(View* view);
+  [[nodiscard]] View* view() const { return view_; }
+  // Lays out and paints at once what was asked for.
+  void display();
+  // Has display() run on the next turn, unless nothing is asked for.
+  void scheduleDisplay();
+
+  [[nodiscard]] const Drawing& drawing() const { return drawing_; }
+  // Every repaint: what was painted anew of the view.
+  [[nodiscard]] const std::vector<ViewRect>& repaints() const { return repaints_; }
+  [[nodiscard]] SimFields& fields() const { return *fields_; }
+  // The visible field under a point; null when there is none.
+  [[nodiscard]] SimSearchField* fieldAt(ViewPoint point) const;
+  // The list under a point; null when there is none.
+  [[nodiscard]] SimListView* listAt(ViewPoint point) const;
+  [[nodiscard]] bool contains(const SimListView* list) const;
+
+ private:
+  SimPanel& panel_;
+  View* view_ = nullptr;
+  bool layoutNeeded_ = true;
+  bool displayScheduled_ = false;
+  std::optional<ViewRect> dirty_;
+  SimTextMeasure measure_;
+  Drawing drawing_;
+  std::vector<ViewRect> repaints_;
+  std::shared_ptr<SimFields> fields_ = std::make_shared<SimFields>();
+  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+};
+
+}  // namespace pellar

@@ -1,0 +1,74 @@
+#include "platform/sim/user/SimKeyboard.h"
+
+#include <optional>
+
+#include "platform/sim/drawing/SimTextMeasure.h"
+#include "platform/sim/panel/SimListView.h"
+#include "platform/sim/panel/SimSearchField.h"
+
+namespace pellar {
+
+namespace {
+
+// The virtual code of the key that gives a command.
+std::optional<std::uint16_t> keyCodeOf(const std::string& selector) {
+  if (selector == "insertNewline:") return 36;
+  if (selector == "deleteBackward:") return 51;
+  if (selector == "cancelOperation:") return 53;
+  if (selector == "pageUp:") return DrawnList::pageUpKey;
+  if (selector == "pageDown:") return DrawnList::pageDownKey;
+  if (selector == "moveDown:") return DrawnList::downKey;
+  if (selector == "moveUp:") return DrawnList::upKey;
+  return std::nullopt;
+}
+
+}  // namespace
+
+SimSearchField* SimKeyboard::target() const {
+  const SimPanel* const panel = panels_.key();
+  return panel == nullptr ? nullptr : panel->simHost().fields().focused;
+}
+
+void SimKeyboard::type(std::string_view text) {
+  while (!text.empty()) {
+    std::string key = SimTextMeasure::prefix(text, 1);
+    text.remove_prefix(key.size());
+    loop_.post([this, key = std::move(key)] {
+      if (panels_.key() != nullptr) panels_.endListFocus();
+      if (auto* const field = target()) {
+        field->type(key);
+      } else if (const auto application = desktop_.frontApplication();
+                 application && panels_.key() == nullptr) {
+        application->typed += key;
+      }
+    });
+    loop_.runUntilIdle();
+  }
+}
+
+void SimKeyboard::command(const std::string& selector) {
+  if (auto* const window = windows_.key()) {
+    if (selector == "insertNewline:") window->pressReturn();
+    return;
+  }
+  loop_.post([this, selector] {
+    if (auto* const list = panels_.keyList()) {
+      const auto code = keyCodeOf(selector);
+      if (code && list->keyDown(*code)) return;
+      panels_.endListFocus();
+    }
+    if (auto* const field = target()) field->command(selector);
+  });
+  loop_.runUntilIdle();
+}
+
+void SimKeyboard::keyDown(std::uint16_t keyCode, std::uint64_t flags) {
+  loop_.post([this, keyCode, flags] {
+    if (taps_.keyDown(keyCode, flags) || panels_.key() != nullptr) return;
+    if (const auto application = desktop_.frontApplication())
+      application->keysDown.push_back({keyCode, flags});
+  });
+  loop_.runUntilIdle();
+}
+
+}  // namespace pellar

@@ -1,0 +1,164 @@
+#include "platform/sim/user/SimPointer.h"
+
+#include <utility>
+
+#include "platform/sim/panel/SimListView.h"
+#include "platform/sim/panel/SimSearchField.h"
+
+namespace pellar {
+
+void SimPointer::moveTo(ScreenPoint point) {
+  location_ = point;
+  loop_.post([this] { leftHeld_ ? dragged() : hover(); });
+  loop_.runUntilIdle();
+}
+
+void SimPointer::hover() {
+  SimPanel* const panel = panels_.at(location_);
+  SimPanel* const before = std::exchange(hovered_, panel);
+  if (before != panel && panels_.contains(before) && before->simHost().view() != nullptr) {
+    before->simHost().view()->mouseExited();
+  }
+  const auto isThere = [&] { return panels_.contains(panel) && panel->simHost().view() != nullptr; };
+  if (before != panel && isThere()) panel->simHost().view()->mouseEntered();
+  if (isThere()) panel->simHost().view()->mouseMoved(eventIn(*panel, 1, false));
+}
+
+void SimPointer::dragged() {
+  if (!panels_.contains(pressed_) || pressed_->simHost().view() == nullptr) return;
+  if (pressedList_ != nullptr) {
+    if (pressed_->simHost().contains(pressedList_))
+      pressedList_->drag(pressed_->simHost().fromScreen(location_));
+    return;
+  }
+  pressed_->simHost().view()->mouseDragged(eventIn(*pressed_, clickCount_, false));
+}
+
+void SimPointer::press(ScreenPoint point, int clickCount, Control control) {
+  moveTo(point);
+  leftHeld_ = true;
+  clickCount_ = clickCount;
+  loop_.post(
+      [this, clickCount, control] { deliverPress(Button::left, clickCount, control == Control::held); });
+  loop_.runUntilIdle();
+}
+
+void SimPointer::release() {
+  leftHeld_ = false;
+  loop_.post([this] {
+    SimPanel* const panel = std::exchange(pressed_, nullptr);
+    SimListView* const list = std::exchange(pressedList_, nullptr);
+    if (!panels_.contains(panel) || panel->simHost().view() == nullptr) return;
+    if (list != nullptr) {
+      if (panel->simHost().contains(list)) list->release();
+      return;
+    }
+    panel->simHost().view()->mouseUp(eventIn(*panel, clickCount_, false));
+  });
+  loop_.runUntilIdle();
+}
+
+void SimPointer::deliverPress(Button button, int clickCount, bool control) {
+  SimPanel* const panel = panels_.at(location_);
+  if (panel != nullptr) {
+    if (button != Button::middle) monitors_.pressedHere({panel, location_});
+    // A monitor may have put the panel away.
+    if (panels_.contains(panel) && panel->isVisible()) {
+      pressInPanel(*panel, button, eventIn(*panel, clickCount, control));
+    }
+    return;
+  }
+  if (button != Button::middle) monitors_.pressedElsewhere();
+  panels_.setKey(nullptr);
+  if (const auto window = desktop_.windowAt(screens_.toAccessibility(location_))) {
+    desktop_.focus(window);
+    desktop_.activate(window->pid);
+  }
+}
+
+void SimPointer::pressInPanel(SimPanel& panel, Button button, const MouseEvent& event) {
+  SimSearchField* const field = panel.simHost().fieldAt(event.location);
+  if (field != nullptr) {
+    if (button != Button::left || !panel.style().canBecomeKey) return;
+    panels_.setKey(&panel);
+    if (keyPanelMakesPellarFrontmost) desktop_.activatePellar();
+    field->click();
+    return;
+  }
+  View* const view = panel.simHost().view();
+  if (view == nullptr) return;
+  if (SimListView* const list = panel.simHost().listAt(event.location)) {
+    if (button != Button::left) return;
+    pressed_ = &panel;
+    pressedList_ = list;
+    list->press(event.location, event.clickCount);
+    return;
+  }
+  switch (button) {
+    case Button::left:
+      pressed_ = &panel;
+      view->mouseDown(event);
+      break;
+    case Button::right:
+      view->rightMouseDown(event);
+      break;
+    case Button::middle:
+      view->otherMouseDown(event);
+      break;
+  }
+}
+
+MouseEvent SimPointer::eventIn(const SimPanel& panel, int clickCount, bool control) const {
+  return {panel.simHost().fromScreen(location_), location_, control, clickCount};
+}
+
+void SimPointer::click(ScreenPoint point) {
+  press(point);
+  release();
+}
+
+void SimPointer::doubleClick(ScreenPoint point) {
+  click(point);
+  press(point, 2);
+  release();
+}
+
+void SimPointer::controlClick(ScreenPoint point) {
+  press(point, 1, Control::held);
+  release();
+}
+
+void SimPointer::rightClick(ScreenPoint point) {
+  moveTo(point);
+  loop_.post([this] { deliverPress(Button::right, 1, false); });
+  loop_.runUntilIdle();
+}
+
+void SimPointer::middleClick(ScreenPoint point) {
+  moveTo(point);
+  loop_.post([this] { deliverPress(Button::middle, 1, false); });
+  loop_.runUntilIdle();
+}
+
+void SimPointer::drag(ScreenPoint from, ScreenPoint to) {
+  constexpr int steps = 4;
+  press(from);
+  for (int step = 1; step <= steps; ++step) {
+    const double part = static_cast<double>(step) / steps;
+    moveTo({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});
+  }
+  release();
+}
+
+void SimPointer::scroll(ScreenPoint point, int notches) {
+  moveTo(point);
+  loop_.post([this, notches] {
+    SimPanel* const panel = panels_.at(location_);
+    if (panel == nullptr) return;
+    if (auto* const list = panel->simHost().listAt(panel->simHost().fromScreen(location_)))
+      list->scroll(notches);
+  });
+  loop_.runUntilIdle();
+}
+
+}  // namespace pellar

@@ -1,0 +1,90 @@
+#include "app/automation/FileMenu.h"
+#include "tests/app/automation/AutomationStory.h"
+
+namespace pellar {
+namespace {
+
+class SaveWindows : public AutomationStory {
+ protected:
+  SaveWindows() {
+    // Like a real application's, the menu acts on the main window.
+    editor.setMenuBar(
+        {{"Apple", {}}, {"File", {{"Save", [this] { saved.push_back(editor.focusedWindow()->title()); }}}}});
+  }
+  // The record of a new window; with a file behind it unless said otherwise.
+  std::shared_ptr<OfficeWindow> open(const std::string& title, bool withPath = true) {
+    auto opened = editor.open(title);
+    auto window = std::make_shared<OfficeWindow>(mac.accessibility(), opened.element(),
+                                                 TrackedApp{"org.example.editor", "Editor", std::nullopt},
+                                                 editor.pid());
+    if (withPath) window->path = "/d/" + title;
+    return window;
+  }
+  void saveAll(const WindowList& windows, const std::shared_ptr<OfficeWindow>& front) {
+    Generic::saveAll(mac.accessibility(), windows, front);
+  }
+
+  SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
+  std::vector<std::string> saved;
+};
+
+TEST_F(SaveWindows, SavesEachAndGivesTheFrontOneItsPlaceBack) {
+  const auto a = open("a");
+  const auto b = open("b");
+  const auto c = open("c");
+  saveAll({a, b, c}, b);
+  EXPECT_EQ(saved, (std::vector<std::string>{"a", "b", "c"}));
+  EXPECT_EQ(editor.focusedWindow()->title(), "b");
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 3 of 3 windows"});
+}
+
+TEST_F(SaveWindows, WithoutAFrontOneTheLastStaysMain) {
+  const auto a = open("a");
+  open("b");
+  saveAll({a}, nullptr);
+  EXPECT_EQ(editor.focusedWindow()->title(), "a");
+}
+
+TEST_F(SaveWindows, AnEmptyListIsLoggedToo) {
+  saveAll({}, nullptr);
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 0 of 0 windows"});
+}
+
+TEST_F(SaveWindows, MinimisedOnesAndThoseWithoutAFileAreCountedButNeverPressed) {
+  const auto plain = open("plain");
+  const auto untitled = open("untitled", false);
+  const auto minimised = open("minimised");
+  minimised->minimized = true;
+  mac.accessibility().forgetRoundTrips();
+  saveAll({untitled, plain, minimised}, untitled);
+  EXPECT_EQ(saved, std::vector<std::string>{"plain"});
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 3 windows"});
+  EXPECT_EQ(mac.accessibility().roundTrips().writes, 2) << "plain is made the main one, then the front one";
+}
+
+TEST_F(SaveWindows, ADisabledSaveIsNotCounted) {
+  const auto a = open("a");
+  const auto b = open("b");
+  editor.menu({"File", "Save"}).onPress = [this] { editor.menu({"File", "Save"}).enabled = false; };
+  saveAll({a, b}, a);
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 2 windows"});
+}
+
+TEST_F(SaveWindows, OfAnApplicationThatQuitsInTheMiddleAreNotCounted) {
+  const auto a = open("a");
+  const auto b = open("b");
+  editor.menu({"File", "Save"}).onPress = [this] { mac.terminate(editor); };
+  saveAll({a, b}, b);
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 2 windows"});
+}
+
+TEST_F(SaveWindows, OfAFrozenApplicationAreNotCounted) {
+  const auto a = open("a");
+  editor.freeze();
+  saveAll({a}, a);
+  EXPECT_TRUE(saved.empty());
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 0 of 1 windows"});
+}
+
+}  // namespace
+}  // namespace pellar

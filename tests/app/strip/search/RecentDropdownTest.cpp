@@ -1,0 +1,389 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/MenuStory.h"
+
+namespace pellar {
+namespace {
+
+class RecentDropdownStory : public StripStory {
+ protected:
+  // One wide window: the strip shows the search field.
+  SimWindow startWithField(const AxRect& frame = {100, 200, 1200, 600}) {
+    auto plan = open("Plan", frame);
+    start();
+    return plan;
+  }
+  [[nodiscard]] bool isOpen() { return dropdown().isVisible(); }
+  [[nodiscard]] ScreenRect field() {
+    const auto rect = strip().panel().host().toScreen(strip().searchField()->frame());
+    return rect.value();
+  }
+  void expectClosed() {
+    EXPECT_FALSE(isOpen());
+    EXPECT_FALSE(mac.eventMonitors().watched());
+    EXPECT_FALSE(strip().panel().isKey());
+  }
+};
+
+TEST_F(RecentDropdownStory, ClickingTheFieldOpensItUnderTheField) {
+  startWithField();
+  EXPECT_FALSE(isOpen());
+  strip().clickSearchField();
+  EXPECT_TRUE(isOpen());
+  EXPECT_TRUE(strip().panel().isKey());
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  EXPECT_EQ(dropdown().frame().size(), (Size{480, 300}));
+  EXPECT_EQ(mac.frontWindow()->title(), "Plan");
+}
+
+TEST_F(RecentDropdownStory, TypingOpensItAgain) {
+  startWithField();
+  strip().clickSearchField();
+  auto* const search = strip().searchField();
+  pellar.strip()->closeRecent();
+  mac.settle();
+  expectClosed();
+  search->type("p");
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(search->text(), "p");
+}
+
+TEST_F(RecentDropdownStory, OpenedWhileItIsOpenTheFieldHasTheKeysBackFromTheList) {
+  startWithField();
+  strip().clickSearchField();
+  mac.pressKey("moveDown:");
+  EXPECT_NE(mac.panels().keyList(), nullptr);
+  pellar.strip()->openRecent();
+  EXPECT_EQ(mac.panels().keyList(), nullptr);
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_TRUE(strip().panel().isKey());
+}
+
+TEST_F(RecentDropdownStory, ClosingItEmptiesTheFieldAndGivesTheKeyboardBack) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  pellar.strip()->closeRecent();
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(strip().searchField()->text(), "");
+  EXPECT_FALSE(strip().searchField()->isFocused());
+  EXPECT_EQ(mac.workspace().requestedActivations().back(), editor.pid());
+  mac.type("x");
+  EXPECT_EQ(editor.typed(), "x");
+}
+
+TEST_F(RecentDropdownStory, EscapeClosesItAndOtherKeysAreTheFields) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  mac.pressKey("deleteBackward:");
+  EXPECT_TRUE(isOpen());
+  mac.pressKey("cancelOperation:");
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(strip().searchField()->text(), "");
+  EXPECT_EQ(mac.frontWindow()->title(), "Plan");
+}
+
+TEST_F(RecentDropdownStory, AClickElsewhereClosesIt) {
+  const auto plan = startWithField();
+  strip().clickSearchField();
+  mac.click(plan);
+  expectClosed();
+
+  strip().clickSearchField();
+  mac.pointer().click({5, 5});
+  expectClosed();
+
+  strip().clickSearchField();
+  mac.pointer().rightClick(strip().emptyPoint());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, AClickWithTheMiddleButtonLeavesItOpen) {
+  startWithField();
+  strip().clickSearchField();
+  mac.pointer().middleClick(strip().emptyPoint());
+  EXPECT_TRUE(isOpen());
+}
+
+TEST_F(RecentDropdownStory, AClickIntoAnotherProgramClosesItAndGoesThere) {
+  startWithField({100, 200, 1200, 300});
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  const auto picture = viewer.open("Picture", {100, 600, 600, 250});
+  mac.settle();
+  strip().clickSearchField();
+  ASSERT_TRUE(isOpen());
+  mac.click(picture);
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(mac.frontWindow(), picture);
+  expectStripOver(picture);
+  mac.type("x");
+  EXPECT_EQ(viewer.typed(), "x");
+}
+
+TEST_F(RecentDropdownStory, AnotherProgramThatComesToTheFrontStaysThere) {
+  startWithField();
+  auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
+  const auto picture = viewer.open("Picture", {100, 300, 600, 250});
+  mac.settle();
+  strip().clickSearchField();
+  mac.activate(viewer);
+  mac.settle();
+  EXPECT_FALSE(isOpen());
+  EXPECT_EQ(mac.frontWindow(), picture);
+  expectStripOver(picture);
+}
+
+TEST_F(RecentDropdownStory, TermsThatAreNoLongerAcceptedCloseIt) {
+  startWithField();
+  strip().clickSearchField();
+  pellar.strip()->locked = true;
+  pellar.tracker().refresh();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, ClicksIntoItAndIntoTheFieldLeaveItOpen) {
+  startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  strip().clickSearchField();
+  EXPECT_TRUE(isOpen());
+  mac.pointer().click({dropdown().frame().midX(), dropdown().frame().midY()});
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ATabClosesIt) {
+  open("Report");
+  startWithField();
+  strip().clickSearchField();
+  strip().clickTab("Report");
+  expectClosed();
+  EXPECT_EQ(mac.frontWindow()->title(), "Report");
+}
+
+TEST_F(RecentDropdownStory, LosingTheKeyboardClosesIt) {
+  startWithField();
+  strip().clickSearchField();
+  mac.panels().setKey(nullptr);
+  mac.settle();
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, AnotherFocusedWindowClosesIt) {
+  const auto report = open("Report");
+  startWithField();
+  strip().clickSearchField();
+  editor.focus(report);
+  mac.settle();
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, HidingTheStripClosesIt) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  plan.minimise();
+  pellar.tracker().refresh();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, ItStaysWhenTheClickBringsPellarToTheFront) {
+  const auto plan = startWithField();
+  mac.pointer().keyPanelMakesPellarFrontmost = true;
+  strip().clickSearchField();
+  expectStripOver(plan);
+  EXPECT_TRUE(isOpen());
+  mac.type("bud");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  // The same window again, though with a new record.
+  mac.activate(editor);
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ItFollowsADragOfTheStripAtOnce) {
+  startWithField();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x + 10, from.y});
+  pellar.strip()->openRecent();
+  mac.pointer().moveTo({from.x + 60, from.y - 20});
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  mac.pointer().release();
+}
+
+TEST_F(RecentDropdownStory, ItFollowsTheStrip) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  plan.setFrame({50, 300, 1300, 400});
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+}
+
+TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreen) {
+  auto plan = startWithField({-700, 200, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), 8);
+  plan.moveTo({900, 200});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().maxX(), 1432);
+}
+
+TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreenItsStripIsOn) {
+  mac.screens().add({-1200, -300, 1200, 1000}, 0, 0);
+  auto plan = startWithField({-1500, 300, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), -1200 + 8);
+  plan.moveTo({-800, 300});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  plan.moveTo({-500, 300});
+  mac.settle();
+  EXPECT_EQ(dropdown().frame().minX(), 8) << "the screen that holds most of the strip decides";
+}
+
+TEST_F(RecentDropdownStory, OnAScreenTooNarrowForItItsLeftEdgeIsInside) {
+  mac.screens().set({SimScreens::screen({0, 0, 480, 900}, 25, 0)});
+  startWithField({0, 200, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().minX(), 8);
+}
+
+TEST_F(RecentDropdownStory, AStripOnNoScreenHasItOnTheFirst) {
+  startWithField({5000, 200, 1200, 600});
+  pellar.strip()->openRecent();
+  EXPECT_EQ(dropdown().frame().maxX(), 1432);
+}
+
+TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
+  for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
+  start();
+  ASSERT_TRUE(strip().searchToolShown());
+  ASSERT_EQ(strip().searchField(), nullptr);
+  strip().clickSearchTool();
+  EXPECT_TRUE(isOpen());
+  ASSERT_NE(strip().searchField(), nullptr);
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  pellar.strip()->closeRecent();
+  mac.settle();
+  EXPECT_TRUE(strip().searchToolShown());
+  EXPECT_EQ(strip().searchField(), nullptr);
+}
+
+// Tabs so many that the strip shows the search as a tool: the unfolded field takes its room from them.
+class UnfoldedSearch : public RecentDropdownStory {
+ protected:
+  UnfoldedSearch() {
+    for (const auto* title : {"A", "B", "C", "D", "E"}) windows.push_back(open(title));
+    start();
+  }
+  void unfold() {
+    strip().clickSearchTool();
+    ASSERT_NE(strip().searchField(), nullptr);
+  }
+  void expectFolded() {
+    expectClosed();
+    EXPECT_EQ(strip().searchField(), nullptr);
+    EXPECT_TRUE(strip().searchToolShown());
+  }
+
+  std::vector<SimWindow> windows;
+};
+
+TEST_F(UnfoldedSearch, ATabClickedBesideItIsTheOneThatComes) {
+  for (const auto& window : windows) {
+    unfold();
+    strip().clickTab(window.title());
+    EXPECT_EQ(mac.frontWindow(), window) << window.title();
+    expectFolded();
+  }
+}
+
+TEST_F(UnfoldedSearch, ACloseMarkClickedBesideItClosesItsOwnWindow) {
+  unfold();
+  strip().closeTab("C");
+  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "D", "E"}));
+  expectClosed();
+}
+
+TEST_F(UnfoldedSearch, ATabClickedRightBesideItHasItsOwnMenu) {
+  unfold();
+  mac.menus().nextChoose({"Close"});
+  strip().rightClickTab("D");
+  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "C", "E"}));
+  expectClosed();
+}
+
+TEST_F(UnfoldedSearch, ATabDraggedBesideItIsTheOneThatMoves) {
+  unfold();
+  strip().dragTab("E").to(0);
+  EXPECT_EQ(strip().tabs(), (Labels{"E", "A", "B", "C", "D"}));
+  expectFolded();
+}
+
+using RecentDropdownInWord = WordStory;
+
+TEST_F(RecentDropdownInWord, AQuestionAskedFromBesideItStaysInFront) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  strip().clickSearchField();
+  mac.alerts().next([&](const TextAlert&) {
+    mac.settle();
+    EXPECT_FALSE(dropdown().isVisible());
+    EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
+    return TextAlertAnswer{};
+  });
+  strip().clickTool("Rename");
+}
+
+TEST_F(RecentDropdownStory, TabsThatComeMeanwhileLeaveTheFieldToWhatIsTyped) {
+  const auto plan = startWithField();
+  strip().clickSearchField();
+  mac.type("bu");
+  for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
+  editor.focus(plan);
+  mac.settle();
+  ASSERT_TRUE(isOpen());
+  ASSERT_NE(strip().searchField(), nullptr);
+  mac.type("d");
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+  mac.pressKey("cancelOperation:");
+  EXPECT_EQ(strip().searchField(), nullptr) << "only now there is no room for it any more";
+  EXPECT_TRUE(strip().searchToolShown());
+}
+
+TEST_F(RecentDropdownStory, AReportOfTheSameWindowLeavesWhatIsTyped) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  mac.type("bud");
+  plan.retitle("Plan, edited");
+  mac.settle();
+  EXPECT_TRUE(isOpen());
+  EXPECT_TRUE(strip().searchField()->isFocused());
+  EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ClosingWhatIsNotOpenDoesNothing) {
+  startWithField();
+  const auto before = mac.workspace().requestedActivations().size();
+  pellar.strip()->closeRecent();
+  EXPECT_EQ(mac.workspace().requestedActivations().size(), before);
+}
+
+}  // namespace
+}  // namespace pellar

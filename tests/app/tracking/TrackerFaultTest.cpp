@@ -1,0 +1,171 @@
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <utility>
+
+#include "platform/sim/faults/FaultyAccessibility.h"
+#include "tests/app/tracking/TrackerFixture.h"
+#include "tests/support/ForwardingAccessibility.h"
+
+namespace pellar {
+namespace {
+
+class TrackerFaultTest : public TrackerTest {
+ protected:
+  TrackerFaultTest() {
+    tracker = WindowTracker::create(faulty, workspace, loop);
+    tracker->delegate = delegate;
+  }
+  // Lets something happen just before the n-th read from now, once.
+  void interrupt(int read, std::function<void()> event) {
+    interrupted = false;
+    faulty.beforeRead(
+        [this, left = read, event = std::move(event)](const Element&, std::string_view) mutable {
+          if (interrupted || --left > 0) return;
+          interrupted = true;
+          event();
+        });
+  }
+
+  FaultyAccessibility faulty{accessibility};
+  bool interrupted = false;
+};
+
+TEST_F(TrackerFaultTest, AWindowMayVanishAtAnyPointOfARefresh) {
+  start();
+  for (int read = 1;; ++read) {
+    while (!editor->byCreation.empty()) desktop.destroy(editor->byCreation.front());
+    open("A");
+    const auto victim = open("B");
+    open("C");
+    settle();
+    ASSERT_EQ(tabs(), (Titles{"A", "B", "C"}));
+
+    interrupt(read, [&] { desktop.destroy(victim); });
+    tracker->refresh();
+    for (const auto& window : delegate->windows) ASSERT_NE(window, nullptr);
+    if (!interrupted) break;  // past the last read
+    settle();
+    EXPECT_EQ(tabs(), (Titles{"A", "C"})) << "read " << read;
+    EXPECT_EQ(frontTitle(), "C") << "read " << read;
+  }
+  EXPECT_TRUE(log.messages().empty());
+}
+
+TEST_F(TrackerFaultTest, AnApplicationMayEndAtAnyPointOfARefresh) {
+  for (int read = 1;; ++read) {
+    const auto victim = launch("org.example.victim", "Victim");
+    desktop.open(*victim, "A", {0, 100, 400, 300}, "AXStandardWindow");
+    bringToFront(victim);
+    settle();
+    tracker->start();
+    settle();
+    ASSERT_EQ(tabs(), Titles{"A"});
+
+    interrupt(read, [&] { desktop.terminate(*victim); });
+    tracker->refresh();
+    if (!interrupted) break;
+    settle();
+    EXPECT_EQ(tracker->app()->id, "org.example.editor");
+    EXPECT_TRUE(tabs().empty());
+  }
+}
+
+TEST_F(TrackerFaultTest, ARequestInTheMiddleOfARefreshIsAnsweredAfterwards) {
+  open("A");
+  start();
+  for (int read = 1;; ++read) {
+    const int before = delegate->reports;
+    interrupt(read, [&] {
+      tracker->refresh();
+      EXPECT_EQ(delegate->reports, before);
+    });
+    tracker->refresh();
+    EXPECT_EQ(delegate->reports, before + 1);
+    if (!interrupted) break;
+    settle();
+    EXPECT_EQ(delegate->reports, before + 2);
+  }
+}
+
+TEST_F(TrackerFaultTest, ATabMovedInTheMiddleOfARefreshStaysMoved) {
+  open("A");
+  open("B");
+  start();
+  const auto b = tab("B")->id();
+  interrupt(5, [&] { tracker->move(b, 0); });
+  tracker->refresh();
+  EXPECT_EQ(tabs(), (Titles{"B", "A"}));
+}
+
+TEST_F(TrackerFaultTest, TheReceiverMayAskForTheNextPictureFromWithinOne) {
+  open("A");
+  open("B");
+  start();
+  int nested = 0;
+  delegate->onReport = [&] {
+    if (++nested < 3) tracker->refresh();
+    if (nested == 3 && delegate->windows.size() == 2) tracker->move(delegate->windows[1]->id(), 0);
+  };
+  tracker->refresh();
+  delegate->onReport = nullptr;
+  EXPECT_EQ(nested, 4);
+  EXPECT_EQ(tabs(), (Titles{"B", "A"}));
+}
+
+TEST_F(TrackerFaultTest, TheReceiverMayEndTheTracker) {
+  open("A");
+  start();
+  delegate->onReport = [&] { tracker.reset(); };
+  auto* raw = tracker.get();
+  raw->refresh();
+  EXPECT_EQ(tracker, nullptr);
+  settle();
+}
+
+// A new window under the number of an old one, as happens where numbers are reused.
+class Renumbered final : public ElementHandle {
+ public:
+  explicit Renumbered(Element real) : real_(std::move(real)) {}
+  [[nodiscard]] WindowId hash() const override { return 7; }
+  [[nodiscard]] bool equals(const ElementHandle& other) const override {
+    return real_ == dynamic_cast<const Renumbered&>(other).real_;
+  }
+  [[nodiscard]] const Element& real() const { return real_; }
+
+ private:
+  Element real_;
+};
+
+class ReusedNumbers final : public ForwardingAccessibility {
+ public:
+  using ForwardingAccessibility::ForwardingAccessibility;
+  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
+                                                        std::string_view name) override {
+    const auto* renumbered = dynamic_cast<const Renumbered*>(&element.handle());
+    auto value = ForwardingAccessibility::attribute(renumbered ? renumbered->real() : element, name);
+    if (!value) return value;
+    if (auto* list = std::get_if<std::vector<Element>>(&*value))
+      for (auto& each : *list) each = Element(std::make_shared<Renumbered>(each));
+    if (name == "AXFocusedWindow") return Element(std::make_shared<Renumbered>(std::get<Element>(*value)));
+    return value;
+  }
+  void willRead(std::span<const Element>, std::span<const std::string_view>) override {}
+};
+
+TEST_F(TrackerFaultTest, AWindowUnderTheNumberOfAnOldOneIsReadAnew) {
+  ReusedNumbers reused(accessibility);
+  tracker = WindowTracker::create(reused, workspace, loop);
+  tracker->delegate = delegate;
+  const auto old = open("Old");
+  start();
+  ASSERT_EQ(tabs(), Titles{"Old"});
+  desktop.destroy(old);
+  open("New");
+  settle();
+  EXPECT_EQ(tabs(), Titles{"New"});
+  EXPECT_EQ(frontTitle(), "New");
+}
+
+}  // namespace
+}  // namespace pellar

@@ -1,0 +1,40 @@
+#include <gtest/gtest.h>
+
+#include "core/FileUrl.h"
+
+namespace pellar {
+namespace {
+
+TEST(FileUrl, GivesTheDecodedPath) {
+  EXPECT_EQ(pathOfFileUrl("file:///Users/ann/My%20Plan.txt"), "/Users/ann/My Plan.txt");
+  EXPECT_EQ(pathOfFileUrl("file:///Users/ann/caf%C3%A9"), "/Users/ann/caf\xC3\xA9");
+  EXPECT_EQ(pathOfFileUrl("file:///a%3Fb%23c"), "/a?b#c");
+}
+
+TEST(FileUrl, TakesAnyCaseAndAnyHost) {
+  EXPECT_EQ(pathOfFileUrl("FILE:///a"), "/a");
+  EXPECT_EQ(pathOfFileUrl("file://localhost/a"), "/a");
+  EXPECT_EQ(pathOfFileUrl("file:/a"), "/a");
+}
+
+TEST(FileUrl, LeavesOutTrailingSlashesQueriesAndFragments) {
+  EXPECT_EQ(pathOfFileUrl("file:///folder/"), "/folder");
+  EXPECT_EQ(pathOfFileUrl("file:///"), "/");
+  EXPECT_EQ(pathOfFileUrl("file:///a?version=2"), "/a");
+  EXPECT_EQ(pathOfFileUrl("file:///a#page"), "/a");
+}
+
+TEST(FileUrl, OtherSchemesHaveNoPath) {
+  EXPECT_EQ(pathOfFileUrl("https://example.org/a"), std::nullopt);
+  EXPECT_EQ(pathOfFileUrl("/Users/ann/a"), std::nullopt);
+  EXPECT_EQ(pathOfFileUrl("files:///a"), std::nullopt);
+}
+
+TEST(FileUrl, TextThatIsNoUrlHasNoPath) {
+  for (const auto* text : {"", "file", "file:", "file://", "file://host", "file:a", "file:///a%",
+                           "file:///a%4", "file:///a%zz", "file:///a%00b", "file:///a\nb"})
+    EXPECT_EQ(pathOfFileUrl(text), std::nullopt) << text;
+}
+
+}  // namespace
+}  // namespace pellar

@@ -1,0 +1,88 @@
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "platform/linux/desktop/AutostartEntry.h"
+#include "platform/sim/system/TemporaryFolder.h"
+
+namespace pellar {
+namespace {
+
+class Autostart : public testing::Test {
+ protected:
+  [[nodiscard]] std::filesystem::path file() const {
+    return folder / "config" / "autostart" / "app.pellar.Pellar.desktop";
+  }
+  [[nodiscard]] std::string content() const {
+    std::ifstream stream(file());
+    return {std::istreambuf_iterator<char>(stream), {}};
+  }
+  void write(const std::string& text) const {
+    std::filesystem::create_directories(file().parent_path());
+    std::ofstream(file()) << text;
+  }
+  [[nodiscard]] AutostartEntry entryOf(const std::string& program) const {
+    return AutostartEntry(folder / "config", program);
+  }
+
+  TemporaryFolder folder;
+};
+
+TEST_F(Autostart, IsWrittenAndTakenAway) {
+  auto entry = entryOf("/usr/bin/pellar");
+  EXPECT_FALSE(entry.isEnabled());
+  EXPECT_EQ(entry.setEnabled(true), std::nullopt);
+  EXPECT_TRUE(entry.isEnabled());
+  EXPECT_EQ(content(),
+            "[Desktop Entry]\nType=Application\nName=Pellar\nComment=Tabs for every window\n"
+            "Exec=\"/usr/bin/pellar\"\nTerminal=false\n");
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+  EXPECT_FALSE(entry.isEnabled());
+  EXPECT_FALSE(std::filesystem::exists(file()));
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt) << "what is not there is gone";
+}
+
+TEST_F(Autostart, OddPathsAreQuotedAsDesktopEntriesAskForIt) {
+  EXPECT_EQ(entryOf("/opt/My Apps/100% \"p\" $x `y` \\z").setEnabled(true), std::nullopt);
+  EXPECT_NE(content().find("Exec=\"/opt/My Apps/100%% \\\\\"p\\\\\" \\\\$x \\\\`y\\\\` \\\\\\\\z\"\n"),
+            std::string::npos)
+      << content();
+}
+
+TEST_F(Autostart, APathWithALineBreakIsRefused) {
+  auto entry = entryOf("/opt/a\nHidden=true");
+  EXPECT_NE(entry.setEnabled(true), std::nullopt);
+  EXPECT_FALSE(std::filesystem::exists(file()));
+}
+
+TEST_F(Autostart, AProgramThatDoesNotKnowWhereItIsIsNotEntered) {
+  auto entry = entryOf("");
+  const auto failure = entry.setEnabled(true);
+  ASSERT_TRUE(failure.has_value());
+  EXPECT_FALSE(failure->empty());
+  EXPECT_FALSE(std::filesystem::exists(file()));
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+}
+
+TEST_F(Autostart, WhatTheDesktopSwitchedOffDoesNotCount) {
+  for (const auto* off : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
+    write(std::string("[Desktop Entry]\nType=Application\nExec=pellar\n") + off + "\n");
+    EXPECT_FALSE(entryOf("/usr/bin/pellar").isEnabled()) << off;
+  }
+  EXPECT_EQ(entryOf("/usr/bin/pellar").setEnabled(true), std::nullopt);
+  EXPECT_TRUE(entryOf("/usr/bin/pellar").isEnabled());
+}
+
+TEST_F(Autostart, AFailureIsSaidAndChangesNothing) {
+  std::ofstream(folder / "config") << "in the way";
+  auto entry = entryOf("/usr/bin/pellar");
+  const auto failure = entry.setEnabled(true);
+  ASSERT_TRUE(failure.has_value());
+  EXPECT_FALSE(failure->empty());
+  EXPECT_FALSE(entry.isEnabled());
+}
+
+}  // namespace
+}  // namespace pellar

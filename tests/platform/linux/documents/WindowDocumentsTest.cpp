@@ -1,0 +1,158 @@
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QTimer>
+#include <chrono>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "platform/linux/documents/WindowDocuments.h"
+#include "platform/linux/system/QtMainLoop.h"
+#include "tests/platform/linux/SharedDesktop.h"
+
+namespace pellar::contract {
+namespace {
+
+using namespace std::chrono_literals;
+
+// A file system with a document for each title that begins with "/", which can be made to hang.
+class Files {
+ public:
+  std::optional<std::string> lookUp(const std::string& title) {
+    std::unique_lock lock(mutex_);
+    ++lookUps_;
+    changed_.wait(lock, [this] { return !away_; });
+    return title.starts_with('/') ? std::optional(title) : std::nullopt;
+  }
+  void goAway() {
+    const std::lock_guard lock(mutex_);
+    away_ = true;
+  }
+  void comeBack() {
+    const std::lock_guard lock(mutex_);
+    away_ = false;
+    changed_.notify_all();
+  }
+  int lookUps() {
+    const std::lock_guard lock(mutex_);
+    return lookUps_;
+  }
+
+ private:
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  bool away_ = false;
+  int lookUps_ = 0;
+};
+
+class WindowDocumentsTest : public ::testing::Test {
+ protected:
+  WindowDocumentsTest() {
+    SharedDesktop::get();
+    loop = std::make_unique<QtMainLoop>();
+    documents = std::make_unique<WindowDocuments>(
+        *loop, [files = files](const std::string& title, auto) { return files->lookUp(title); },
+        [this](xcb_window_t window) { found.push_back(window); });
+  }
+  ~WindowDocumentsTest() override { files->comeBack(); }
+
+  // Runs the toolkit's loop until then.
+  static bool wait(const std::function<bool()>& condition) {
+    const auto end = std::chrono::steady_clock::now() + 10s;
+    QTimer look;
+    look.start(5ms);
+    while (!condition()) {
+      if (std::chrono::steady_clock::now() > end) return false;
+      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    }
+    return true;
+  }
+  std::optional<std::string> document(xcb_window_t window, const std::string& title) {
+    return documents->document(window, title, 4711);
+  }
+  std::chrono::nanoseconds timeOf(const std::function<void()>& deed) {
+    const auto start = std::chrono::steady_clock::now();
+    deed();
+    return std::chrono::steady_clock::now() - start;
+  }
+
+  std::shared_ptr<Files> files = std::make_shared<Files>();
+  std::unique_ptr<QtMainLoop> loop;
+  std::unique_ptr<WindowDocuments> documents;
+  std::vector<xcb_window_t> found;
+};
+
+TEST_F(WindowDocumentsTest, AWindowIsLookedUpOnceForEachTitle) {
+  wait([&] { return document(1, "/a").has_value(); });
+  const int before = files->lookUps();
+  for (int read = 0; read < 100; ++read) EXPECT_EQ(document(1, "/a"), "file:///a");
+  EXPECT_EQ(files->lookUps(), before);
+  EXPECT_TRUE(wait([&] { return document(1, "/b c") == "file:///b%20c"; }));
+  EXPECT_EQ(files->lookUps(), before + 1);
+  EXPECT_TRUE(wait([&] { return !document(1, "none").has_value() && files->lookUps() == before + 2; }));
+  for (int read = 0; read < 100; ++read) EXPECT_EQ(document(1, "none"), std::nullopt);
+  EXPECT_EQ(files->lookUps(), before + 2);
+}
+
+TEST_F(WindowDocumentsTest, FilesThatAreAwayHoldUpNobodyAndAreToldWhenTheyAreBack) {
+  files->goAway();
+  EXPECT_LT(timeOf([&] { EXPECT_EQ(document(1, "/a"), std::nullopt); }), 500ms);
+  EXPECT_LT(timeOf([&] {
+              for (xcb_window_t window = 2; window < 40; ++window)
+                EXPECT_EQ(document(window, "/" + std::to_string(window)), std::nullopt);
+            }),
+            500ms);
+  EXPECT_TRUE(found.empty());
+  files->comeBack();
+  EXPECT_TRUE(wait([this] { return found.size() == 39; }));
+  EXPECT_EQ(document(1, "/a"), "file:///a");
+  EXPECT_EQ(document(39, "/39"), "file:///39");
+}
+
+TEST_F(WindowDocumentsTest, AnAnswerForAnOldTitleIsNotGiven) {
+  document(1, "first");
+  files->goAway();
+  document(1, "/old");
+  EXPECT_TRUE(wait([this] { return files->lookUps() >= 2; }));
+  document(1, "none");
+  files->comeBack();
+  EXPECT_TRUE(wait([this] { return files->lookUps() >= 3; }));
+  EXPECT_EQ(document(1, "none"), std::nullopt);
+  EXPECT_TRUE(found.empty());
+}
+
+TEST_F(WindowDocumentsTest, ATitleThatChangesWithoutPauseIsLookedUpNowAndThen) {
+  int changes = 0;
+  wait([&] {
+    document(1, "title " + std::to_string(++changes));
+    return changes == 200;
+  });
+  EXPECT_TRUE(wait([&] { return document(1, "/last") == "file:///last"; }));
+  EXPECT_LT(files->lookUps(), 30);
+}
+
+TEST_F(WindowDocumentsTest, WindowsThatAreGoneAreForgotten) {
+  for (xcb_window_t window = 1; window <= 200; ++window) document(window, "/a");
+  documents->tidy([](xcb_window_t window) { return window > 190; });
+  EXPECT_TRUE(wait([&] { return document(200, "/a").has_value(); }));
+  const int before = files->lookUps();
+  document(200, "/a");
+  EXPECT_EQ(files->lookUps(), before);
+  EXPECT_TRUE(wait([&] { return document(1, "/a").has_value(); }));
+  EXPECT_EQ(files->lookUps(), before + 1);
+}
+
+TEST_F(WindowDocumentsTest, MayEndWhileFilesAreAway) {
+  files->goAway();
+  document(1, "/a");
+  document(2, "/b");
+  documents.reset();
+  files->comeBack();
+  EXPECT_TRUE(found.empty());
+}
+
+}  // namespace
+}  // namespace pellar::contract

@@ -1,0 +1,378 @@
+// The menus of real programs through the port.
+
+#include <unistd.h>
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusReply>
+#include <QDBusVariant>
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <string>
+
+#include "tests/platform/linux/X11WorldTest.h"
+
+namespace pellar::contract {
+namespace {
+
+using namespace std::chrono_literals;
+using Elements = std::vector<Element>;
+
+// A world on a desktop with a session bus; the adapter, which is part of this process, is told of it.
+class SessionBusVariable {
+ public:
+  SessionBusVariable() {
+    e2e::Desktop& desktop = SharedDesktop::get();
+    desktop.openSessionBus();
+    setenv(variable, desktop.environment().at(variable).c_str(), 1);
+  }
+  ~SessionBusVariable() { setenv(variable, "disabled:", 1); }
+  SessionBusVariable(const SessionBusVariable&) = delete;
+  SessionBusVariable& operator=(const SessionBusVariable&) = delete;
+
+ private:
+  static constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
+};
+
+class AtSpiMenusTest : private SessionBusVariable, public X11WorldTest {
+ protected:
+  std::filesystem::path document(const std::string& name) {
+    auto file = desktop().folders().home() / name;
+    desktop().folders().write(file, "Some text in " + name + ".\n");
+    return file;
+  }
+  void startGtkEditor(const std::vector<std::string>& names) {
+    std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
+    for (const auto& name : names) command.push_back(document(name));
+    editor = desktop().start(command, "mousepad");
+    for (const auto& name : names) desktop().waitForWindow(name);
+    known(names.back());
+  }
+  void startQtEditor(const std::string& name) {
+    editor = desktop().start({"featherpad", "--standalone", document(name)}, "featherpad");
+    desktop().waitForWindow(name);
+    known(name);
+  }
+  // Returns when the adapter knows the window.
+  Element known(const std::string& titlePart) {
+    const auto find = [&]() -> std::optional<Element> {
+      for (const Element& each : windowsOf(editor->pid())) {
+        const auto title = read<std::string>(each, "AXTitle");
+        if (title && title->find(titlePart) != std::string::npos) return each;
+      }
+      return std::nullopt;
+    };
+    if (!wait([&] { return find().has_value(); })) throw std::runtime_error("no window " + titlePart);
+    return *find();
+  }
+
+  [[nodiscard]] std::optional<Element> menuBar() {
+    return read<Element>(accessibility().applicationElement(editor->pid()), "AXMenuBar");
+  }
+  // An element's children with their titles.
+  Element child(const Element& parent, const std::string& title) {
+    const auto all = read<Elements>(parent, "AXChildren");
+    if (!all) throw std::runtime_error("no children");
+    for (const Element& each : *all)
+      if (read<std::string>(each, "AXTitle") == title) return each;
+    throw std::runtime_error("nothing titled " + title);
+  }
+  Element fileMenuItem(const std::string& title) {
+    const auto bar = menuBar();
+    if (!bar) throw std::runtime_error("no menu bar");
+    const auto menus = read<Elements>(child(*bar, "File"), "AXChildren");
+    if (!menus || menus->size() != 1) throw std::runtime_error("no menu below File");
+    return child(menus->front(), title);
+  }
+  [[nodiscard]] bool canSave() { return read<bool>(fileMenuItem("Save"), "AXEnabled").value_or(false); }
+  // A program may still be setting its menus up when its window is there already.
+  bool hasMenuBar() {
+    return wait([this] { return menuBar().has_value(); });
+  }
+
+  void typeInto(const std::string& title, const std::string& text) {
+    desktop().activate(desktop().waitForWindow(title));
+    world().type(text);
+  }
+  std::string contents(const std::string& name) {
+    return desktop().folders().read(desktop().folders().home() / name);
+  }
+  bool isOnScreenAsChanged(const std::string& name) {
+    return desktop().observer().clientTitled("*").has_value() &&
+           desktop().observer().text(*desktop().observer().clientTitled("*"), "_NET_WM_NAME").find(name) !=
+               std::string::npos;
+  }
+
+  static std::chrono::milliseconds timeOf(const std::function<void()>& deed) {
+    const auto start = std::chrono::steady_clock::now();
+    deed();
+    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
+  }
+
+  std::unique_ptr<e2e::Process> editor;
+};
+
+// An editor of a toolkit whose menus can be had in two ways.
+class GtkMenusTest : public AtSpiMenusTest, public ::testing::WithParamInterface<bool> {
+ protected:
+  void startGtkEditor(const std::vector<std::string>& names) {
+    AtSpiMenusTest::startGtkEditor(names);
+    if (GetParam()) return;
+    // As of a program that keeps its menus to itself.
+    e2e::XObserver& observer = desktop().observer();
+    for (const xcb_window_t window : observer.clients())
+      xcb_delete_property(observer.connection(), window, observer.atom("_GTK_MENUBAR_OBJECT_PATH"));
+    observer.fence();
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, GtkMenusTest, ::testing::Bool(),
+                         [](const auto& way) { return way.param ? "exported" : "accessibilityBus"; });
+
+// Longer than any walk may take, and much shorter than what waits for an answer without end.
+constexpr auto wholeWalk = 2500ms;
+// Far less than what is waited for an answer, and more than a busy machine takes.
+constexpr auto noWait = 700ms;
+
+TEST_P(GtkMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const auto items = read<Elements>(*menuBar(), "AXChildren");
+  ASSERT_TRUE(items.has_value());
+  ASSERT_GE(items->size(), 3U);
+  EXPECT_EQ(read<std::string>((*items)[0], "AXTitle"), "");
+  EXPECT_EQ(read<Elements>((*items)[0], "AXChildren"), std::nullopt);
+  EXPECT_EQ(read<std::string>((*items)[1], "AXTitle"), "File");
+  EXPECT_EQ(read<std::string>((*items)[2], "AXTitle"), "Edit");
+  EXPECT_NE((*items)[0], (*items)[1]);
+  EXPECT_EQ((*items)[1], child(*menuBar(), "File"));
+  EXPECT_EQ((*items)[1].hash(), child(*menuBar(), "File").hash());
+}
+
+TEST_P(GtkMenusTest, AGtkEditorsSaveIsEnabledWhenThereIsSomethingToSaveAndSaves) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  EXPECT_FALSE(canSave());
+  typeInto("report.txt", "x");
+  ASSERT_TRUE(wait([this] { return canSave(); }));
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("report.txt") == "xSome text in report.txt.\n"; }));
+  EXPECT_TRUE(wait([this] { return !canSave(); }));
+}
+
+TEST_P(GtkMenusTest, TheMainWindowIsTheOneWhoseMenuActs) {
+  startGtkEditor({"report.txt", "plan.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  typeInto("report.txt", "x");
+  desktop().activate(desktop().waitForWindow("plan.txt"));
+  const Element report = known("report.txt");
+  const Element plan = known("plan.txt");
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), plan); }));
+  EXPECT_TRUE(wait([this] { return !canSave(); })) << "the window in front is the main one";
+  EXPECT_EQ(read<bool>(plan, "AXMain"), true);
+  accessibility().set(report, "AXMain", true);
+  EXPECT_EQ(read<bool>(report, "AXMain"), true);
+  EXPECT_EQ(read<bool>(plan, "AXMain"), false);
+  EXPECT_TRUE(canSave());
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("report.txt").starts_with('x'); }));
+  EXPECT_TRUE(isFocused(editor->pid(), plan)) << "nothing changed on the screen";
+  // Another window that the user goes to is the main one again.
+  desktop().activate(desktop().waitForWindow("report.txt"));
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), report); }));
+  desktop().activate(desktop().waitForWindow("plan.txt"));
+  EXPECT_TRUE(wait([&] { return read<bool>(plan, "AXMain") == true; }));
+}
+
+TEST_F(AtSpiMenusTest, TheMenuMeantForAWindowThatIsGoneIsNotAnothers) {
+  startGtkEditor({"report.txt", "plan.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element report = known("report.txt");
+  desktop().close(desktop().waitForWindow("report.txt"));
+  const Element plan = known("plan.txt");
+  ASSERT_TRUE(wait([&] { return isFocused(editor->pid(), plan) && windowsOf(editor->pid()).size() == 1; }));
+  accessibility().set(report, "AXMain", true);
+  EXPECT_FALSE(menuBar().has_value());
+  EXPECT_TRUE(hasMenuBar()) << "the next one is the remaining window's again";
+}
+
+TEST_F(AtSpiMenusTest, AQtEditorSaves) {
+  startQtEditor("letter.txt");
+  ASSERT_TRUE(hasMenuBar());
+  EXPECT_FALSE(canSave());
+  typeInto("letter.txt", "x");
+  ASSERT_TRUE(wait([this] { return canSave(); }));
+  EXPECT_TRUE(accessibility().perform(fileMenuItem("Save"), "AXPress"));
+  EXPECT_TRUE(wait([this] { return contents("letter.txt") == "xSome text in letter.txt.\n"; }));
+}
+
+// Whether the session's programs are asked to come to the accessibility bus.
+bool isInviting(QDBusConnection bus) {
+  auto call = QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
+                                             QStringLiteral("org.freedesktop.DBus.Properties"),
+                                             QStringLiteral("Get"));
+  call << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
+  return QDBusReply<QDBusVariant>(bus.call(call)).value().variant().toBool();
+}
+
+// Programs of this toolkit look when they start whether they are wanted.
+TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPellarRuns) {
+  const SessionBusVariable variable;
+  e2e::Desktop& desktop = SharedDesktop::get();
+  auto bus = QDBusConnection::connectToBus(
+      QString::fromStdString(desktop.environment().at("DBUS_SESSION_BUS_ADDRESS")),
+      QStringLiteral("observer"));
+  const auto startProgram = [&desktop](const std::string& name) {
+    const auto file = desktop.folders().home() / name;
+    desktop.folders().write(file, "");
+    auto program = desktop.start({e2e::builtProgram("qt_program"), file.string()}, "qt_program");
+    desktop.waitForWindow(name);
+    return program;
+  };
+  std::unique_ptr<e2e::Process> early;
+  std::unique_ptr<e2e::Process> late;
+  {
+    LinuxWorld world;
+    auto& accessibility = world.platform().accessibility;
+    const auto menuBar = [&accessibility](const e2e::Process& program) {
+      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXMenuBar");
+    };
+    const auto children = [&accessibility](const Element& parent) {
+      return std::get<Elements>(accessibility.attribute(parent, "AXChildren").value());
+    };
+    const auto isKnown = [&](const e2e::Process& program) {
+      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXWindows")
+          .has_value();
+    };
+    early = startProgram("early.txt");
+    ASSERT_TRUE(world.wait([&] { return isKnown(*early); }));
+    EXPECT_FALSE(isInviting(bus));
+    static_cast<void>(menuBar(*early));
+    EXPECT_TRUE(isInviting(bus));
+    early->end();
+
+    late = startProgram("letter.txt");
+    ASSERT_TRUE(world.wait([&] { return isKnown(*late) && menuBar(*late).has_value(); }));
+    const auto items = children(std::get<Element>(*menuBar(*late)));
+    ASSERT_EQ(items.size(), 2U);
+    EXPECT_EQ(accessibility.attribute(items[1], "AXTitle"), AttributeValue("File"));
+    const auto menu = children(children(items[1]).front());
+    ASSERT_EQ(menu.size(), 3U);
+    EXPECT_EQ(accessibility.attribute(menu[1], "AXTitle"), AttributeValue("Save"));
+    EXPECT_EQ(accessibility.attribute(menu[1], "AXEnabled"), AttributeValue(true));
+    EXPECT_TRUE(accessibility.perform(menu[1], "AXPress"));
+    EXPECT_TRUE(
+        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "saved\n"; }));
+    EXPECT_EQ(accessibility.attribute(menu[2], "AXTitle"), AttributeValue("New Kind"));
+    EXPECT_TRUE(accessibility.perform(menu[2], "AXPress")) << "the usual one behind it is chosen";
+    EXPECT_TRUE(
+        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "letter"; }));
+    late->end();
+  }
+  EXPECT_FALSE(isInviting(bus)) << "the setting is the user's again";
+  QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
+}
+
+TEST_F(AtSpiMenusTest, AProgramWithoutAccessibilityHasNoMenuBarAndCostsNoWait) {
+  const auto pid = world().launch("Plain");
+  world().open(pid, "Plain", {200, 200, 400, 300});
+  elementOf(pid, "Plain");
+  const auto bar = [&] { return read<Element>(accessibility().applicationElement(pid), "AXMenuBar"); };
+  EXPECT_FALSE(bar().has_value());  // connects
+  EXPECT_LT(timeOf([&] { EXPECT_FALSE(bar().has_value()); }), noWait);
+}
+
+TEST_P(GtkMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element save = fileMenuItem("Save");
+  editor->signal(SIGSTOP);
+  int ticks = 0;
+  auto timer = world().platform().mainLoop.every(20ms, [&] {
+    ++ticks;
+    EXPECT_FALSE(menuBar().has_value()) << "nothing is asked while something is";
+  });
+  EXPECT_LT(timeOf([this] { EXPECT_FALSE(menuBar().has_value()); }), wholeWalk);
+  EXPECT_GT(ticks, 5) << "everything else goes on meanwhile";
+  timer.cancel();
+  EXPECT_LT(timeOf([this] {
+              for (int window = 0; window < 10; ++window) EXPECT_FALSE(menuBar().has_value());
+            }),
+            noWait);
+  EXPECT_LT(timeOf([&] { EXPECT_EQ(read<bool>(save, "AXEnabled"), std::nullopt); }), wholeWalk);
+  EXPECT_LT(timeOf([&] { EXPECT_FALSE(accessibility().perform(save, "AXPress")); }), wholeWalk);
+  editor->signal(SIGCONT);
+  EXPECT_TRUE(hasMenuBar()) << "it is asked again when it is back";
+}
+
+TEST_P(GtkMenusTest, AProgramThatEndedMeanwhileHasNothing) {
+  startGtkEditor({"report.txt"});
+  ASSERT_TRUE(hasMenuBar());
+  const Element bar = *menuBar();
+  const Element save = fileMenuItem("Save");
+  editor->signal(SIGKILL);
+  editor->waitForEnd();
+  EXPECT_EQ(read<Elements>(bar, "AXChildren"), std::nullopt);
+  EXPECT_EQ(read<bool>(save, "AXEnabled"), std::nullopt);
+  EXPECT_FALSE(accessibility().perform(save, "AXPress"));
+  EXPECT_FALSE(menuBar().has_value());
+}
+
+TEST_F(AtSpiMenusTest, ReadingWindowsConnectsToNoBus) {
+  startGtkEditor({"report.txt"});
+  auto bus = QDBusConnection::connectToBus(QString::fromUtf8(getenv("DBUS_SESSION_BUS_ADDRESS")),
+                                           QStringLiteral("observer"));
+  // This process's own: the editor may still be making some.
+  const auto connections = [&] {
+    const QStringList names = bus.interface()->registeredServiceNames().value();
+    return std::ranges::count_if(names, [&](const QString& name) {
+      return name.startsWith(QLatin1Char(':')) &&
+             bus.interface()->servicePid(name).value() == static_cast<uint>(getpid());
+    });
+  };
+  const auto before = connections();
+  const Element window = known("report.txt");
+  for (const auto* name : {"AXTitle", "AXDocument", "AXPosition", "AXSize", "AXMain", "AXSubrole"})
+    EXPECT_TRUE(accessibility().attribute(window, name).has_value()) << name;
+  EXPECT_EQ(connections(), before);
+  static_cast<void>(menuBar());
+  EXPECT_GT(connections(), before) << "this would have been seen";
+  QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
+}
+
+class DeadBusTest : public X11WorldTest {
+ protected:
+  // The time until it is clear that a window has no menu bar.
+  std::chrono::milliseconds timeWithBus(const std::string& address) {
+    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+    const auto pid = world().launch("Plain");
+    world().open(pid, "Plain", {200, 200, 400, 300});
+    elementOf(pid, "Plain");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_FALSE(read<Element>(accessibility().applicationElement(pid), "AXMenuBar").has_value());
+    const auto end = std::chrono::steady_clock::now();
+    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
+    return std::chrono::duration_cast<std::chrono::milliseconds>(end - start);
+  }
+};
+
+TEST_F(DeadBusTest, ABusThatIsNotThereIsNoMenuBar) {
+  EXPECT_LT(timeWithBus("unix:path=/nowhere/at/all"), wholeWalk);
+}
+
+TEST_F(DeadBusTest, ABusThatHangsIsNotWaitedForAndDoesNotHoldUpTheEnd) {
+  const auto bus = desktop().start(
+      {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "stopped-bus");
+  const auto address = bus->readLine();
+  bus->signal(SIGSTOP);
+  EXPECT_LT(timeWithBus(address), wholeWalk);
+  EXPECT_LT(timeWithBus(address), noWait) << "and not tried again at once";
+  bus->signal(SIGCONT);
+}
+
+}  // namespace
+}  // namespace pellar::contract

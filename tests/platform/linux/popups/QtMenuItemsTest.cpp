@@ -1,0 +1,41 @@
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QMenu>
+#include <string>
+
+#include "platform/linux/popups/QtMenuItems.h"
+#include "tests/platform/linux/SharedDesktop.h"
+
+namespace pellar::contract {
+namespace {
+
+class QtMenuItemsTest : public ::testing::Test {
+ protected:
+  QtMenuItemsTest() { SharedDesktop::get(); }
+
+  // What stands in the row of an item with this title.
+  static QString shown(const std::string& title) {
+    QMenu menu;
+    QtMenuItems::fill(menu, {ClosureItem{title, {}}}, [](const auto& /*handler*/) {});
+    return menu.actions().first()->text();
+  }
+};
+
+TEST_F(QtMenuItemsTest, ALongTitleShowsItsBeginningAndItsEnd) {
+  const QString text = shown("Report " + std::string(10000, 'x') + " of Monday");
+  EXPECT_TRUE(text.startsWith(QLatin1String("Report xxx"))) << text.toStdString();
+  EXPECT_TRUE(text.endsWith(QLatin1String("xxx of Monday"))) << text.toStdString();
+  EXPECT_EQ(text.count(QChar(0x2026)), 1);
+  EXPECT_LT(text.size(), 200);
+}
+
+TEST_F(QtMenuItemsTest, ATitleIsOneRowWithoutMarksOfKeys) {
+  EXPECT_EQ(shown("A\nB\tC"), QLatin1String("A B C"));
+  EXPECT_EQ(shown("R&D"), QLatin1String("R&&D"));
+  EXPECT_EQ(shown("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"), QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"));
+  EXPECT_EQ(shown(""), QString());
+}
+
+}  // namespace
+}  // namespace pellar::contract

@@ -1,0 +1,60 @@
+#include <gtest/gtest.h>
+
+#include "platform/linux/x11/X11Window.h"
+
+namespace pellar {
+namespace {
+
+X11Window framed() {
+  X11Window window;
+  window.id = 1;
+  window.links = {{1, {5, 20, 600, 400, 0}}, {2, {100, 50, 610, 425, 0}}};
+  return window;
+}
+
+TEST(X11WindowTest, TheFrameWindowIsTheFrameWhileNobodySaysMore) {
+  EXPECT_EQ(framed().frame(), (AxRect{100, 50, 610, 425}));
+  EXPECT_EQ(framed().edge(), (X11Extents{5, 5, 20, 5}));
+}
+
+TEST(X11WindowTest, TheStatedDecorationWinsOverALargerFrameWindow) {
+  X11Window window = framed();
+  window.frameExtents = X11Extents{1, 1, 18, 1};
+  EXPECT_EQ(window.frame(), (AxRect{104, 52, 602, 419}));
+}
+
+TEST(X11WindowTest, AnUnframedWindowsBorderCounts) {
+  X11Window window;
+  window.links = {{1, {10, 20, 300, 200, 2}}};
+  EXPECT_EQ(window.frame(), (AxRect{10, 20, 304, 204}));
+}
+
+TEST(X11WindowTest, AShadowIsTakenOff) {
+  X11Window window;
+  window.links = {{1, {10, 20, 300, 200, 0}}};
+  window.shadow = {26, 26, 23, 29};
+  EXPECT_EQ(window.frame(), (AxRect{36, 43, 248, 148}));
+}
+
+TEST(X11WindowTest, ADecorationLeftInThePropertyIsGoneWithTheFrame) {
+  X11Window window = framed();
+  window.frameExtents = X11Extents{5, 5, 20, 5};
+  window.links = {{1, {100, 50, 600, 400, 0}}};
+  EXPECT_EQ(window.frame(), (AxRect{100, 50, 600, 400}));
+}
+
+TEST(X11WindowTest, AWindowWithoutAPlaceHasNone) {
+  EXPECT_EQ(X11Window().frame(), AxRect{});
+}
+
+TEST(X11WindowTest, TheModernTitleComesFirst) {
+  X11Window window;
+  EXPECT_EQ(window.title(), "");
+  window.wmName = "old";
+  EXPECT_EQ(window.title(), "old");
+  window.netName = "";
+  EXPECT_EQ(window.title(), "");
+}
+
+}  // namespace
+}  // namespace pellar

@@ -1,0 +1,159 @@
+#include "tests/support/RecordedPlatform.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/EventTap.h"
+#include "platform/StatusBar.h"
+#include "platform/Windows.h"
+
+namespace pellar {
+namespace {
+
+using Calls = std::vector<std::string>;
+
+class RecordedLoop final : public MainLoop {
+ public:
+  RecordedLoop(MainLoop& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  void post(Callback block) override { sound_.post(std::move(block)); }
+  Subscription after(std::chrono::milliseconds delay, Callback tick) override {
+    calls_.push_back("after " + std::to_string(delay.count()) + " ms");
+    return sound_.after(delay, std::move(tick));
+  }
+  Subscription every(std::chrono::milliseconds interval, Callback tick) override {
+    calls_.push_back("every " + std::to_string(interval.count()) + " ms");
+    return sound_.every(interval, std::move(tick));
+  }
+  [[nodiscard]] double secondsSince1970() const override { return sound_.secondsSince1970(); }
+  [[nodiscard]] std::chrono::nanoseconds uptime() const override { return sound_.uptime(); }
+
+ private:
+  MainLoop& sound_;
+  Calls& calls_;
+};
+
+class RecordedAccessibility final : public Accessibility {
+ public:
+  RecordedAccessibility(Accessibility& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  [[nodiscard]] bool isTrusted() const override {
+    calls_.emplace_back("trusted?");
+    return sound_.isTrusted();
+  }
+  bool isTrustedPromptingUser() override {
+    calls_.emplace_back("ask the user for trust");
+    return sound_.isTrustedPromptingUser();
+  }
+  [[nodiscard]] Element applicationElement(ProcessId pid) override { return sound_.applicationElement(pid); }
+  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
+                                                        std::string_view name) override {
+    return sound_.attribute(element, name);
+  }
+  void set(const Element& element, std::string_view name, const AttributeValue& value) override {
+    const auto* flag = std::get_if<bool>(&value);
+    calls_.push_back("write " + std::string(name) + (flag != nullptr && *flag ? " true" : ""));
+    sound_.set(element, name, value);
+  }
+  bool perform(const Element& element, std::string_view action) override {
+    calls_.emplace_back(action);
+    return sound_.perform(element, action);
+  }
+  void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
+    sound_.willRead(elements, attributes);
+  }
+  [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
+                                                         std::function<void()> onNotification) override {
+    calls_.emplace_back("observe the application in front");
+    return sound_.observe(pid, std::move(onNotification));
+  }
+
+ private:
+  Accessibility& sound_;
+  Calls& calls_;
+};
+
+class RecordedStatusBar final : public StatusBar {
+ public:
+  RecordedStatusBar(StatusBar& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override {
+    calls_.emplace_back("status item");
+    return sound_.addItem(look, std::move(menu));
+  }
+
+ private:
+  StatusBar& sound_;
+  Calls& calls_;
+};
+
+class RecordedWindows final : public Windows {
+ public:
+  RecordedWindows(SimMac& mac, Calls& calls) : mac_(mac), calls_(calls) {}
+  std::unique_ptr<PlainWindow> makeWindow(const WindowDescription& description) override {
+    const bool panels =
+        std::ranges::any_of(mac_.panels().all(), [](const auto* each) { return each->isVisible(); });
+    calls_.push_back("window \"" + description.title + "\"" + (panels ? " over the strip" : ""));
+    return mac_.windows().makeWindow(description);
+  }
+
+ private:
+  SimMac& mac_;
+  Calls& calls_;
+};
+
+class RecordedTaps final : public EventTaps {
+ public:
+  RecordedTaps(EventTaps& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  std::unique_ptr<EventTap> tapKeyDowns(const KeyCombination& wanted, Handler handler) override {
+    calls_.emplace_back("hotkey tap");
+    return sound_.tapKeyDowns(wanted, std::move(handler));
+  }
+
+ private:
+  EventTaps& sound_;
+  Calls& calls_;
+};
+
+}  // namespace
+
+struct RecordedPlatform::Ports {
+  RecordedLoop loop;
+  RecordedAccessibility accessibility;
+  RecordedStatusBar statusBar;
+  RecordedWindows windows;
+  RecordedTaps taps;
+};
+
+RecordedPlatform::RecordedPlatform(SimMac& mac)
+    : mac_(mac),
+      ports_(new Ports{{mac.mainLoop(), calls_},
+                       {mac.accessibility(), calls_},
+                       {mac.statusBar(), calls_},
+                       {mac, calls_},
+                       {mac.eventTaps(), calls_}}) {}
+
+RecordedPlatform::~RecordedPlatform() = default;
+
+Platform RecordedPlatform::platform() {
+  const Platform& sound = mac_.platform();
+  return {.mainLoop = ports_->loop,
+          .accessibility = ports_->accessibility,
+          .workspace = sound.workspace,
+          .screens = sound.screens,
+          .panels = sound.panels,
+          .eventMonitors = sound.eventMonitors,
+          .eventTaps = ports_->taps,
+          .menus = sound.menus,
+          .alerts = sound.alerts,
+          .pasteboard = sound.pasteboard,
+          .propertyLists = sound.propertyLists,
+          .scripts = sound.scripts,
+          .statusBar = ports_->statusBar,
+          .windows = ports_->windows,
+          .loginItem = sound.loginItem,
+          .httpClient = sound.httpClient,
+          .notifications = sound.notifications,
+          .application = sound.application,
+          .bundle = sound.bundle,
+          .folders = sound.folders};
+}
+
+}  // namespace pellar

@@ -1,0 +1,68 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/shell/AppDelegate.h"
+#include "app/strip/place/StripGeometry.h"
+#include "platform/sim/SimMac.h"
+#include "platform/sim/panel/SimSearchField.h"
+#include "tests/support/LogReader.h"
+
+namespace pellar {
+
+// The user has read the terms.
+inline void acceptTerms(AppDelegate& program) {
+  program.store().update([](AppState& state) { state.settings.acceptedEulaVersion = "1"; });
+}
+
+// A simulated Mac on which the program can be started. An editor without windows is in front.
+class StripStory : public testing::Test {
+ protected:
+  using Labels = std::vector<std::string>;
+
+  StripStory() {
+    std::filesystem::create_directories(mac.platform().folders.logFile.parent_path());
+    editor.quirks().listsWindowsByCreation = true;
+    acceptTerms(pellar);
+  }
+
+  void start() {
+    pellar.applicationDidFinishLaunching();
+    mac.settle();
+  }
+  SimWindow open(const std::string& title, const AxRect& frame = {100, 200, 1200, 600}) {
+    return editor.open(title, frame);
+  }
+  [[nodiscard]] SimApplication launchWord() {
+    auto word = mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"});
+    word.quirks().listsWindowsByCreation = true;
+    return word;
+  }
+  [[nodiscard]] StripReader strip() { return mac.strip(); }
+  [[nodiscard]] bool stripShown() { return strip().visible(); }
+  // Where the strip has to be over a window.
+  [[nodiscard]] static AxRect over(const SimWindow& window) {
+    const AxRect frame = window.frame();
+    return {frame.x, frame.y - StripGeometry::stripHeight, frame.width, StripGeometry::stripHeight};
+  }
+  void expectStripOver(const SimWindow& window) {
+    ASSERT_TRUE(stripShown());
+    EXPECT_EQ(strip().accessibilityFrame(), over(window));
+  }
+  [[nodiscard]] SimPanel& dropdown() {
+    for (auto* panel : mac.panels().all())
+      if (panel->style().contentSize == Size{480, 300}) return *panel;
+    throw std::runtime_error("there is no drop-down");
+  }
+
+  SimMac mac;
+  AppDelegate pellar{mac.platform()};  // depends-on: mac
+  LogReader log{mac.platform().folders.logFile};
+  SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
+};
+
+}  // namespace pellar
