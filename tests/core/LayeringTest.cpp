@@ -73,6 +73,24 @@ TEST(Layering, AppIncludesNoAdapterAndNoSystemHeader) {
                  "#include \"platform/Canvas.h\"\n");
 }
 
+TEST(Layering, RoomsIncludeNoRoomAboveThem) {
+  expectRefused("app/panels/A.cpp", "#include \"app/strip/tabs/A.h\"\n");
+  expectAccepted("app/panels/A.cpp", "#include \"app/strip/place/A.h\"\n");
+  expectRefused("app/strip/windows/A.cpp", "#include \"app/strip/documents/A.h\"\n");
+  expectAccepted("app/strip/documents/A.cpp", "#include \"app/strip/windows/A.h\"\n");
+  expectRefused("app/strip/tabs/A.cpp", "#include \"app/strip/StripController.h\"\n");
+  expectAccepted("app/shell/A.cpp", "#include \"app/strip/StripController.h\"\n");
+  expectRefused("app/strip/attic/A.h", "");
+  for (const std::string world : {"shared", "sim", "linux", "mac"}) {
+    const std::string tree = "platform/" + world + "/";
+    expectRefused(tree + "panel/A.cpp", "#include \"" + tree + "desktop/A.h\"\n");
+    expectAccepted(tree + "desktop/A.cpp", "#include \"" + tree + "panel/A.h\"\n");
+    expectRefused(tree + "A.mm", "#import \"platform/elsewhere/panel/A.h\"\n");
+    expectRefused(tree + "panel/A.cpp", "#include \"app/shell/AppDelegate.h\"\n");
+    expectRefused(tree + "cellar/A.h", "");
+  }
+}
+
 // Put together from parts, lest this file be a breach itself.
 const std::string now = std::string("::") + "now()";
 const std::string pause = std::string("sleep") + "_for(1s)";
