@@ -5,8 +5,7 @@
 
 namespace pellar {
 
-// A failure of a simulated script, under the system's number for it. A `try` block catches it; it never
-// leaves the interpreter.
+// A failure of a simulated script, under the system's number for it. It never leaves SimScripts.
 class ScriptError : public std::runtime_error {
  public:
   static constexpr int userCanceled = -128;
@@ -14,11 +13,8 @@ class ScriptError : public std::runtime_error {
   static constexpr int connectionInvalid = -609;
   static constexpr int timedOut = -1712;
   static constexpr int notPermitted = -1743;
-  static constexpr int cannotCoerce = -1700;
   static constexpr int noSuchObject = -1728;
-  static constexpr int numericOverflow = -2702;
   static constexpr int syntax = -2741;
-  static constexpr int undefinedVariable = -2753;
   static constexpr int handlerFailed = -10000;
 
   ScriptError(int number, const std::string& message) : std::runtime_error(message), number_(number) {}

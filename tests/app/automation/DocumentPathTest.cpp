@@ -1,5 +1,6 @@
 #include <map>
 
+#include "app/automation/OfficeScripts.h"
 #include "tests/app/automation/AutomationStory.h"
 
 namespace pellar {
@@ -183,8 +184,10 @@ TEST_F(DocumentPath, TheErrorIsLoggedAsTheSystemDescribesIt) {
 }
 
 TEST_F(DocumentPath, ARunGivesWhatTheScriptReturned) {
-  EXPECT_EQ(automation.run("return 3 + 4"), ScriptDescriptor{7});
-  EXPECT_EQ(mac.scripts().sources(), std::vector<std::string>{"return 3 + 4"});
+  const std::string script = OfficeScripts::saveAll(OfficeApp::word, false).value();
+  openInWord("Report.docx");
+  EXPECT_EQ(automation.run(script), ScriptDescriptor{1});
+  EXPECT_EQ(mac.scripts().sources(), std::vector<std::string>{script});
   EXPECT_EQ(log.messages(), std::vector<std::string>{});
 }
 

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "app/automation/Automation.h"
-#include "platform/sim/SimMac.h"
 
 namespace pellar {
 namespace {
@@ -26,23 +25,6 @@ rc::Gen<std::string> anyText() {
       rc::gen::element('"', '\\', '\n', '\r', '\t', '\0', '&', '{', '(', 'n', 't', ' ', '\xFF', '\xC3'),
       rc::gen::arbitrary<char>());
   return rc::gen::container<std::string>(letter);
-}
-
-RC_GTEST_PROP(QuotingProperty, ALiteralMeansTheTextItWasMadeFrom, ()) {
-  const std::string text = *anyText();
-  SimMac mac;
-  const auto result = mac.scripts().run("return " + Automation::quoted(text));
-  RC_ASSERT(!result.error);
-  RC_ASSERT(result.descriptor.has_value());
-  RC_ASSERT(result.descriptor->stringValue() == text);
-}
-
-RC_GTEST_PROP(QuotingProperty, NothingOfTheTextIsReadAsScript, ()) {
-  const std::string text = *anyText();
-  SimMac mac;
-  const std::string literal = Automation::quoted(text);
-  const auto result = mac.scripts().run("set x to " + literal + " & " + literal + "\nreturn \"ok\"");
-  RC_ASSERT(result.descriptor == ScriptDescriptor{"ok"});
 }
 
 RC_GTEST_PROP(QuotingProperty, OnlyBackslashesAndQuotesTakeMoreRoom, ()) {

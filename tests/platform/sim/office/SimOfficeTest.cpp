@@ -1,3 +1,4 @@
+#include "app/automation/OfficeScripts.h"
 #include "tests/app/automation/AutomationStory.h"
 
 namespace pellar {
@@ -5,49 +6,22 @@ namespace {
 
 class SimOfficeTest : public AutomationStory {
  protected:
-  bool runs(const std::string& lines) {
-    const auto result =
-        mac.scripts().interpret("tell application \"Microsoft Word\"\n" + lines + "\nend tell");
-    return !result.error;
+  // The error that a script ends with; empty for none.
+  std::string error(const std::optional<std::string>& script) {
+    return mac.scripts().interpret(script.value()).error.value_or("");
   }
-  std::optional<ScriptDescriptor> value(const std::string& expression) {
-    return mac.scripts()
-        .interpret(
-            "tell application \"Microsoft Word\"\nset d to first document whose name is "
-            "\"Plan.docx\"\nreturn " +
-            expression + "\nend tell")
-        .descriptor;
+  std::string errorOfSavingAs(const std::string& name, const std::string& path) {
+    return error(OfficeScripts::saveAs(OfficeApp::word, name, path));
   }
-  const std::string first = "set d to first document whose name is \"Plan.docx\"\n";
+  std::string errorOfSaving() { return error(OfficeScripts::saveAll(OfficeApp::word, false)); }
 };
-
-TEST_F(SimOfficeTest, ADocumentTellsOfItself) {
-  mac.office().open(word, {.path = "/Users/ann/Plan.docx"});
-  EXPECT_EQ(value("name of d"), ScriptDescriptor{"Plan.docx"});
-  EXPECT_EQ(value("path of d"), ScriptDescriptor{"Macintosh HD:Users:ann"});
-  EXPECT_EQ(value("full name of d"), ScriptDescriptor{"Macintosh HD:Users:ann:Plan.docx"});
-  EXPECT_EQ(value("saved of d"), ScriptDescriptor{"true"});
-}
-
-TEST_F(SimOfficeTest, ANeverSavedDocumentHasNoPath) {
-  mac.office().open(word, {.name = "Plan.docx", .saved = false});
-  EXPECT_EQ(value("path of d"), ScriptDescriptor{""});
-  EXPECT_EQ(value("full name of d"), ScriptDescriptor{"Plan.docx"});
-  EXPECT_EQ(value("saved of d"), ScriptDescriptor{"false"});
-}
-
-TEST_F(SimOfficeTest, SavingANeverSavedDocumentAsksTheUser) {
-  mac.office().open(word, {.name = "Plan.docx"});
-  EXPECT_FALSE(runs(first + "save d"));
-  EXPECT_EQ(mac.office().saveDialogs(), 1);
-}
 
 TEST_F(SimOfficeTest, SavesWriteRealFilesBelowHome) {
   const auto plan = openInWord("Plan.docx");
   SimOffice::edit(*plan, "changed");
-  EXPECT_TRUE(runs(first + "save d"));
+  EXPECT_EQ(errorOfSaving(), "");
   EXPECT_EQ(contentOf(inFolder("Plan.docx")), "changed");
-  EXPECT_TRUE(runs(first + "save as d file name " + Automation::quoted(inFolder("New.docx"))));
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
   EXPECT_EQ(contentOf(inFolder("New.docx")), "changed");
   EXPECT_TRUE(exists(inFolder("Plan.docx"))) << "the old file stays, as in the real applications";
   EXPECT_EQ(plan->path, inFolder("New.docx"));
@@ -58,12 +32,11 @@ TEST_F(SimOfficeTest, NothingIsWrittenOutsideHome) {
   const TemporaryFolder elsewhere;
   const auto outside = (elsewhere / "Plan.docx").string();
   const auto plan = mac.office().open(word, {.path = outside, .saved = false});
-  EXPECT_TRUE(runs(first + "save d"));
+  EXPECT_EQ(errorOfSaving(), "");
   EXPECT_TRUE(plan->saved);
   EXPECT_FALSE(exists(outside));
-  EXPECT_FALSE(runs(first + "save as d file name " + Automation::quoted((elsewhere / "New.docx").string())));
-  EXPECT_FALSE(
-      runs(first + "save as d file name " + Automation::quoted(mac.home().string() + "/../New.docx")));
+  EXPECT_NE(errorOfSavingAs("Plan.docx", (elsewhere / "New.docx").string()), "");
+  EXPECT_NE(errorOfSavingAs("Plan.docx", mac.home().string() + "/../New.docx"), "");
   EXPECT_TRUE(std::filesystem::is_empty(elsewhere.path()));
 }
 
@@ -71,7 +44,7 @@ TEST_F(SimOfficeTest, AClosedWindowClosesItsDocument) {
   const auto plan = openInWord("Plan.docx");
   plan->window->close();
   EXPECT_TRUE(mac.office().documents(word).empty());
-  EXPECT_FALSE(runs(first));
+  EXPECT_NE(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
 }
 
 TEST_F(SimOfficeTest, DocumentsGoWithTheirApplication) {
@@ -85,14 +58,14 @@ TEST_F(SimOfficeTest, DocumentsGoWithTheirApplication) {
 TEST_F(SimOfficeTest, ADocumentClosedSinceItWasFoundIsAnError) {
   const auto plan = openInWord("Plan.docx");
   mac.office().beforeEvent = [&](const std::string& event) {
-    if (event == "get name") mac.office().close(plan);
+    if (event == "save as") mac.office().close(plan);
   };
-  EXPECT_FALSE(runs(first + "name of d"));
+  EXPECT_NE(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
 }
 
 TEST_F(SimOfficeTest, NamesAreFoundWithoutRegardToCase) {
   openInWord("PLAN.DOCX");
-  EXPECT_EQ(value("name of d"), ScriptDescriptor{"PLAN.DOCX"});
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
 }
 
 TEST_F(SimOfficeTest, EveryEventRunsTheMainLoopNestedAndTakesItsTime) {
@@ -101,16 +74,42 @@ TEST_F(SimOfficeTest, EveryEventRunsTheMainLoopNestedAndTakesItsTime) {
   int turns = 0;
   mac.office().beforeEvent = [&](const std::string&) { mac.mainLoop().post([&] { ++turns; }); };
   const auto start = mac.mainLoop().uptime();
-  EXPECT_TRUE(runs(first + "name of d"));
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
   EXPECT_EQ(turns, 2);
   EXPECT_EQ(mac.mainLoop().uptime() - start, std::chrono::milliseconds(20));
+}
+
+TEST_F(SimOfficeTest, ScriptsAskForOneThingAfterTheOther) {
+  mac.office().open(word, {.name = "Document1"});
+  openInWord("Plan.docx");
+  EXPECT_EQ(error(OfficeScripts::pathsByName(OfficeApp::word)), "");
+  EXPECT_EQ(error(OfficeScripts::saveAll(OfficeApp::word, true)), "");
+  EXPECT_EQ(
+      mac.office().events(),
+      (std::vector<std::string>{"get every document", "get path", "get path", "get name", "get full name",
+                                "get every document", "get path", "get path", "get saved"}));
 }
 
 TEST_F(SimOfficeTest, WithoutPermissionEveryEventFails) {
   openInWord("Plan.docx");
   mac.office().allowsControl = false;
-  EXPECT_FALSE(runs("activate"));
-  EXPECT_FALSE(runs(first));
+  EXPECT_NE(error(OfficeScripts::newDocument(OfficeApp::word)), "");
+  EXPECT_NE(errorOfSaving(), "");
+  EXPECT_EQ(mac.office().events().size(), 2U);
+}
+
+TEST_F(SimOfficeTest, DescribesAnErrorAsTheSystemDoes) {
+  EXPECT_EQ(error(OfficeScripts::newDocument(OfficeApp::excel)),
+            "{\n"
+            "    NSAppleScriptErrorMessage = \"Microsoft Excel got an error: Application isn’t running.\";\n"
+            "    NSAppleScriptErrorNumber = \"-600\";\n"
+            "}");
+}
+
+TEST_F(SimOfficeTest, ATextThatIsNoScriptFailsBeforeAnythingRuns) {
+  EXPECT_NE(error("tell application \"Microsoft Word\"\nactivate\nend tell").find("-2741"),
+            std::string::npos);
+  EXPECT_TRUE(mac.office().events().empty());
 }
 
 TEST_F(SimOfficeTest, AnAnswerReplacesTheApplications) {
