@@ -13,7 +13,7 @@ struct ObservedClick {
   ScreenPoint location;
 };
 
-// Watches mouse presses without taking them. Costs nothing while nobody subscribes. Main thread only.
+// Watches mouse presses without taking them. Costs nothing without a subscription. Main thread only.
 class EventMonitors {
  public:
   virtual ~EventMonitors() = default;

@@ -44,9 +44,9 @@ class EventTap {
 // Installs taps. Main thread only.
 class EventTaps {
  public:
-  // Called on the main thread for each event; true swallows the key, so that no application sees it. It must
-  // return quickly: the session's input waits for it. A press that the system did not want to wait for any
-  // longer has reached its application, and the handler is not called for it.
+  // Called on the main thread for each event; true swallows the key, so that no application sees it. The
+  // handler must return quickly: the session's input waits for it. A press that the system did not want to
+  // wait for any longer has reached its application, and the handler is not called for it.
   using Handler = std::function<bool(const TapEvent&)>;
 
   virtual ~EventTaps() = default;

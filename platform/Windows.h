@@ -99,7 +99,7 @@ class PlainWindow {
 
   // Shows it in front of its level and gives it the keyboard, when this program is in front.
   virtual void makeKeyAndOrderFront() = 0;
-  // Takes it off the screen. It can be shown again.
+  // Takes the window off the screen. It can be shown again.
   virtual void close() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;
   // Changes the text of the label with that id; nothing happens where there is none.

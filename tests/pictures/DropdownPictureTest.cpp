@@ -29,7 +29,7 @@ class DropdownPicture : public testing::Test {
   SimMac mac;
   std::shared_ptr<StateStore> store =
       std::make_shared<StateStore>(StateStore::defaultURL(mac.platform().folders.applicationSupport));
-  PictureStage stage{{480, 300}, PanelGroundKind::glass};
+  PictureStage stage{{480, 300}, PanelBackgroundKind::glass};
   RecentView view{stage, store, mac.platform()};
 };
 

@@ -20,7 +20,7 @@ class CardPicture : public testing::Test {
       if (each == action) view.mouseMoved({{rect.midX(), rect.midY()}, {}, false, 1});
   }
 
-  PictureStage stage{{200, 58}, PanelGroundKind::glass};
+  PictureStage stage{{200, 58}, PanelBackgroundKind::glass};
   TabCardView view{stage, [](WindowId, StripAction) {}};
 };
 
@@ -48,7 +48,7 @@ TEST_F(CardPicture, UnderTheZoomButton) {
 
 class PickerPicture : public testing::Test {
  protected:
-  PictureStage stage{SnapView::size, PanelGroundKind::none};
+  PictureStage stage{SnapView::size, PanelBackgroundKind::none};
   SnapView view{stage, [](Tile) {}};
 };
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "tests/pictures/PictureControls.h"
 
@@ -87,7 +87,7 @@ PanelPicture PictureStage::pictureOf(View& view) {
   const QRect whole = pixels(bounds());
   picture.image = QImage(whole.size(), QImage::Format_ARGB32_Premultiplied);
   picture.image.fill(Qt::transparent);
-  if (ground_ == PanelGroundKind::glass) PanelGround::drawUnder(picture.image, whole, true);
+  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawUnder(picture.image, whole, true);
 
   view.layout();
   QtCanvas qt(picture.image, whole, fonts_, sprites_);
@@ -99,7 +99,7 @@ PanelPicture PictureStage::pictureOf(View& view) {
     TextNotingCanvas inList(qtInList, measure_, picture.texts);
     list->draw(inList);
   }
-  if (ground_ == PanelGroundKind::glass) PanelGround::drawOver(picture.image, whole, true);
+  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawOver(picture.image, whole, true);
   return picture;
 }
 

@@ -25,7 +25,7 @@ struct PanelPicture {
   std::vector<TextPlace> texts;
 };
 
-enum class PanelGroundKind { glass, none };
+enum class PanelBackgroundKind { glass, none };
 
 class PictureField;
 class PictureList;
@@ -33,7 +33,7 @@ class PictureList;
 // A view's host that takes pictures of it as the X11 edition draws them.
 class PictureStage final : public ViewHost {
  public:
-  PictureStage(Size size, PanelGroundKind ground) : size_(size), ground_(ground) {}
+  PictureStage(Size size, PanelBackgroundKind ground) : size_(size), ground_(ground) {}
 
   void resize(Size size) { size_ = size; }
   [[nodiscard]] PanelPicture pictureOf(View& view);
@@ -56,7 +56,7 @@ class PictureStage final : public ViewHost {
 
  private:
   Size size_;
-  PanelGroundKind ground_;
+  PanelBackgroundKind ground_;
   SteadyMeasure measure_;
   QtTextMeasure fonts_;
   SpriteCache sprites_;

@@ -25,7 +25,7 @@ class StripPicture : public testing::Test {
     view.mouseMoved({{rect.midX(), rect.midY()}, {}, false, 1});
   }
 
-  PictureStage stage{{1400, 32}, PanelGroundKind::glass};
+  PictureStage stage{{1400, 32}, PanelBackgroundKind::glass};
   TabStripView view{stage};
 };
 

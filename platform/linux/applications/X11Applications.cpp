@@ -262,7 +262,8 @@ void X11Applications::update() {
   if (changes.screens) {
     if (const auto front = frontmost()) changed_.insert(front->pid);
   }
-  // Between two focus changes nobody is told, so that the strip does not jump to a window that nobody chose.
+  // Between two focus changes the observers are not told, so that the strip does not jump to a window that
+  // the user did not choose.
   if (!switching_) tell();
 }
 

@@ -47,7 +47,7 @@ class X11FrameWriter {
   X11Mirror& mirror_;
   std::map<xcb_window_t, Wish> unsent_;
   std::map<xcb_window_t, Wish> unsettled_;
-  std::set<xcb_window_t> silent_;  // windows whose last write nobody answered
+  std::set<xcb_window_t> silent_;  // windows whose last write had no answer
 };
 
 }  // namespace pellar

@@ -15,7 +15,7 @@ namespace pellar {
 class MainLoop;
 
 // The desktop's notifications (org.freedesktop.Notifications on the session bus). Where there is no bus, or
-// nobody on it who shows notifications, the user has not granted any.
+// no program on it that shows notifications, the user has not granted any.
 class DesktopNotifications final : public UserNotifications {
  public:
   explicit DesktopNotifications(MainLoop& loop) : loop_(loop) {}

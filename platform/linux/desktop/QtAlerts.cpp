@@ -111,7 +111,7 @@ void QtAlerts::place(QDialog& dialog) const {
 }
 
 // The click that led here is unknown to the toolkit's connection, so that a window manager would take its
-// window for one that nobody asked for.
+// window for one that the user did not ask for.
 void QtAlerts::activate(const QDialog& dialog) {
   const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (native == nullptr) return;

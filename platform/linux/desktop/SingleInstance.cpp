@@ -13,7 +13,7 @@
 namespace pellar {
 namespace {
 
-// A program that works is much faster, and nobody waits longer for one that does not.
+// A program that works is much faster, and a user does not wait longer for one that does not.
 constexpr std::chrono::seconds answerTime{5};
 
 xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
@@ -67,7 +67,7 @@ bool SingleInstance::own() {
 
 // The window of the copy that owns the display already, else none.
 xcb_window_t SingleInstance::takeUnlessOwned() const {
-  // Two copies started at the same moment must not both find nobody.
+  // Two copies started at the same moment must not both find the display free.
   xcb_grab_server(connection_);
   const xcb_window_t owner = ownerOf(connection_, selection_);
   if (owner == XCB_WINDOW_NONE) xcb_set_selection_owner(connection_, window_, selection_, XCB_CURRENT_TIME);
@@ -110,7 +110,7 @@ void SingleInstance::send(xcb_window_t to) const {
   message.window = to;
   message.type = request_;
   message.data.data32[0] = window_;
-  // Nobody has to have asked for it: it goes to whoever made the window.
+  // With no mask of events it goes to the client that made the window, whatever that has asked for.
   xcb_send_event(connection_, 0, to, XCB_EVENT_MASK_NO_EVENT, reinterpret_cast<const char*>(&message));
   xcb_flush(connection_);
 }
@@ -122,7 +122,7 @@ void SingleInstance::take() {
     const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
     if (message->type == request_) asking.push_back(message->data.data32[0]);
   }
-  // The connection is the display's: whoever watches that says what happened.
+  // The connection is the display's: LostServer says what happened.
   if (xcb_connection_has_error(connection_) != 0) notifier_->setEnabled(false);
   if (asking.empty()) return;
   if (onAsked) onAsked();

@@ -8,16 +8,16 @@
 namespace pellar {
 
 // What becomes of one key press that the session's input waits for. One thread asks and waits, the main
-// thread answers. Whoever is first decides: a question that nobody waits for any longer is not put at all, so
-// that no key is both acted on and delivered.
+// thread answers. The first of the two decides: a question that the asking thread has given up is not put at
+// all, so that no key is both acted on and delivered.
 class KeyDecision {
  public:
   // Main thread: puts the question and hands over the answer (true: swallow).
   void answer(const std::function<bool()>& question);
   // The waiting thread, once: true when the key is to be swallowed; false when it is to be delivered, also
-  // when nobody began to answer within `patience`.
+  // when the main thread did not begin to answer within `patience`.
   [[nodiscard]] bool wait(std::chrono::milliseconds patience);
-  // Any thread: there will be no answer; whoever waits delivers the key.
+  // Any thread: there will be no answer; the waiting thread delivers the key.
   void abandon();
 
  private:

@@ -20,8 +20,8 @@ class X11EventMonitors final : public EventMonitors {
   [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
   [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
 
-  // For whoever delivers the presses in our own windows: to be called before each left or right one is
-  // delivered, from the main loop.
+  // For the panels, which deliver the presses in our own windows: to be called before each left or right one
+  // is delivered, from the main loop.
   void localMouseDown(const ObservedClick& click);
 
  private:

@@ -54,7 +54,7 @@ class KeyTap final : public EventTap {
   KeyTap(const KeyTap&) = delete;
   KeyTap& operator=(const KeyTap&) = delete;
 
-  // Nobody disables a grab.
+  // The server never disables a grab.
   void enable() override {}
 
  private:

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/PixelRect.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtListView.h"
@@ -114,7 +114,7 @@ SearchEdit::~SearchEdit() {
 void SearchEdit::paintEvent(QPaintEvent* event) {
   X11PanelServices& services = panel_.services();
   QImage ground(size(), QImage::Format_ARGB32_Premultiplied);
-  PanelGround::drawUnder(ground, rect(), services.compositor.blends());
+  PanelBackground::drawUnder(ground, rect(), services.compositor.blends());
   QtCanvas canvas(ground, rect(), services.measure, services.sprites);
   SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
   {

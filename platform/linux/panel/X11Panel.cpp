@@ -5,7 +5,7 @@
 #include <iterator>
 #include <utility>
 
-#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/QtSearchField.h"
@@ -243,7 +243,7 @@ void X11Panel::paint() {
 void X11Panel::paintPart(const QRect& part) {
   const bool blends = services_.compositor.blends();
   if (style_.glass) {
-    PanelGround::drawUnder(picture_, part, blends);
+    PanelBackground::drawUnder(picture_, part, blends);
   } else {
     fill(picture_, part, 0);
   }
@@ -255,7 +255,7 @@ void X11Panel::paintPart(const QRect& part) {
                      services_.sprites);
     list->draw(clipped, viewRect(part));
   }
-  if (style_.glass) PanelGround::drawOver(picture_, part, blends);
+  if (style_.glass) PanelBackground::drawOver(picture_, part, blends);
   window_.put(picture_, part);
 }
 
@@ -266,8 +266,8 @@ void X11Panel::blendingChanged() {
   window_.flush();
 }
 
-bool X11Panel::comesIn() {
-  if (!mouse_.comesIn() || view_ == nullptr) return true;
+bool X11Panel::noteInside() {
+  if (!mouse_.noteInside() || view_ == nullptr) return true;
   const std::weak_ptr alive(alive_);
   view_->mouseEntered();
   return !alive.expired();
@@ -315,16 +315,16 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
       return;
     case XCB_BUTTON_PRESS:
-      if (comesIn()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      if (noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
       return;
     case XCB_BUTTON_RELEASE:
       return release(reinterpret_cast<const xcb_button_release_event_t&>(event));
     case XCB_MOTION_NOTIFY:
-      if (!comesIn()) return;
+      if (!noteInside()) return;
       return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
                            services_.firstScreenHeight());
     case XCB_ENTER_NOTIFY:
-      if (!comesIn()) return;
+      if (!noteInside()) return;
       return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), mouseTarget(),
                           services_.firstScreenHeight());
     case XCB_LEAVE_NOTIFY:

@@ -72,7 +72,7 @@ class X11Panel final : public Panel, public ViewHost {
 
  private:
   // Tells the view when the pointer was not inside before. Whether the panel is still there.
-  bool comesIn();
+  bool noteInside();
   void press(const xcb_button_press_event_t& event);
   void release(const xcb_button_release_event_t& event);
   [[nodiscard]] View* mouseTarget();

@@ -22,7 +22,7 @@ MouseEvent mouseEvent(const Event& event, double firstScreenHeight) {
 
 }  // namespace
 
-bool X11PanelMouse::comesIn() {
+bool X11PanelMouse::noteInside() {
   return !std::exchange(inside_, true);
 }
 

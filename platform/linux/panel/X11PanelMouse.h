@@ -10,11 +10,11 @@ namespace pellar {
 
 // Turns the pointer events of one panel's window into a view's: presses and drags of the left button, the
 // other buttons, hovering, double clicks. Every call makes at most one call of the view and then touches
-// nothing more, for the view may do away with the panel. What an event says is passed on after `comesIn`.
+// nothing more, for the view may do away with the panel. What an event says is passed on after `noteInside`.
 class X11PanelMouse {
  public:
   // The pointer is inside. Whether it was not so far, which the view is to be told before anything else.
-  [[nodiscard]] bool comesIn();
+  [[nodiscard]] bool noteInside();
 
   // `view` may be null. The screen's height turns the server's coordinates into y-up ones.
   void press(const xcb_button_press_event_t& event, View* view, double firstScreenHeight);

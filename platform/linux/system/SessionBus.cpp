@@ -99,7 +99,7 @@ bool greets(const std::string& name, Clock::time_point deadline) {
 
 std::optional<QString> address() {
   if (const QByteArray given = qgetenv("DBUS_SESSION_BUS_ADDRESS"); !given.isEmpty()) {
-    // Whoever connects to such an address starts a bus.
+    // Connecting to such an address starts a bus.
     if (given.startsWith("autolaunch:")) return std::nullopt;
     return QString::fromLocal8Bit(given);
   }

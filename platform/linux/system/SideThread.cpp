@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 constexpr std::size_t mostWaiting = 64;
 constexpr auto farewell = 500ms;
-// What nobody notices waiting for.
+// A wait that the user does not notice.
 constexpr auto moment = 20ms;
 
 }  // namespace

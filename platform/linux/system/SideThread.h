@@ -14,7 +14,7 @@ namespace pellar {
 class MainLoop;
 
 // A thread for what may hang: another program that does not answer, a file system that is away. It runs one
-// task after another, and whoever asks waits no longer than he says. It starts with its first task and sleeps
+// task after another, and a caller waits no longer than he says. It starts with its first task and sleeps
 // between tasks. Asked from one thread only.
 class SideThread {
  public:

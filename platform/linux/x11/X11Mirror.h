@@ -18,7 +18,7 @@
 namespace pellar {
 
 // A copy of what the X server and the window manager say of the desktop and its client windows, kept by
-// events, so that reading it asks nobody. Main thread only.
+// events, so that reading it is no round trip. Main thread only.
 class X11Mirror {
  public:
   // What became different since it was last taken.
@@ -45,7 +45,8 @@ class X11Mirror {
   [[nodiscard]] xcb_window_t activeWindow() const { return activeWindow_; }
   // The desktop shown, of those that _NET_WORKAREA counts.
   [[nodiscard]] std::uint32_t currentDesktop() const { return currentDesktop_; }
-  // The area of a desktop outside its panels, one rectangle for all monitors; absent when nobody says.
+  // The area of a desktop outside its panels, one rectangle for all monitors; absent when the window
+  // manager does not say.
   [[nodiscard]] std::optional<AxRect> workArea() const { return workArea_; }
 
   // Reads all that events have made stale, in a few round trips whatever its amount. Whether there was any.

@@ -29,7 +29,7 @@ NSURL* fileUrl(const std::string& path) {
   return [NSURL fileURLWithPath:toNSString(path)];
 }
 
-// Not -openURL:, which tells nobody of a failure; this shows the user the system's own message.
+// Not -openURL:, which keeps a failure from the user; this shows the system's own message.
 void openWithOwner(NSURL* url) {
   [NSWorkspace.sharedWorkspace openURL:url
                          configuration:[NSWorkspaceOpenConfiguration configuration]

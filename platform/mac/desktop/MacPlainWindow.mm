@@ -45,7 +45,7 @@ using Callback = std::shared_ptr<std::function<void()>>;
 - (BOOL)windowShouldClose:(NSWindow*)window {
   for (const auto& callback : _callbacks) {
     _loop->post([callback] {
-      // It may end its own registration.
+      // The callback may end its own registration.
       if (const auto running = *callback) running();
     });
   }
@@ -71,9 +71,9 @@ MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& descript
   native_.releasedWhenClosed = NO;
   native_.title = drawnText(description.title);
   native_.level = static_cast<NSWindowLevel>(description.level);
-  // It is shown again where the user is, which may be another space than before.
+  // A window shown again comes up where the user is, which may be another space than before.
   native_.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace;
-  // Whoever likes windows in tabs would get the terms as a tab of the About window.
+  // A user who prefers windows in tabs would get the terms as a tab of the About window.
   native_.tabbingMode = NSWindowTabbingModeDisallowed;
   native_.delegate = closing_;
   NSView* content = native_.contentView;
@@ -107,7 +107,7 @@ bool MacPlainWindow::isVisible() const {
 }
 
 void MacPlainWindow::setText(const std::string& id, const std::string& text) {
-  labels_[toNSString(id)].stringValue = head(toNSString(text), longestRow);
+  labels_[toNSString(id)].stringValue = cutAtTheEnd(toNSString(text), longestRow);
 }
 
 Subscription MacPlainWindow::onClosed(std::function<void()> callback) {

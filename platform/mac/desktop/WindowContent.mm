@@ -37,7 +37,7 @@ NSFontWeight nativeWeight(LabelWeight weight) {
 
 // Plain text is shown as it is, line breaks too.
 NSTextField* makeLabel(const WindowLabel& label, WindowLabels* labels) {
-  NSString* text = head(toNSString(label.text), longestRow);
+  NSString* text = cutAtTheEnd(toNSString(label.text), longestRow);
   const bool wraps = label.wrapWidth > 0 || label.frame.has_value();
   NSTextField* native =
       wraps ? [NSTextField wrappingLabelWithString:text] : [NSTextField labelWithString:text];

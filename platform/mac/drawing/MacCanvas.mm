@@ -61,19 +61,19 @@ void MacCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color
 }
 
 void MacCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
-  [head(drawnText(text), longestLine)
+  [cutAtTheEnd(drawnText(text), longestLine)
          drawAtPoint:toNSPoint(origin)
       withAttributes:attributes(font, color, NSParagraphStyle.defaultParagraphStyle)];
 }
 
 void MacCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                   const Color& color) {
-  drawLine(head(drawnText(text), longestLine), rect, NSLineBreakByTruncatingTail, font, color);
+  drawLine(cutAtTheEnd(drawnText(text), longestLine), rect, NSLineBreakByTruncatingTail, font, color);
 }
 
 void MacCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                         const Color& color) {
-  drawLine(bothEnds(drawnText(text), longestLine), rect, NSLineBreakByTruncatingMiddle, font, color);
+  drawLine(cutInTheMiddle(drawnText(text), longestLine), rect, NSLineBreakByTruncatingMiddle, font, color);
 }
 
 void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
@@ -86,7 +86,7 @@ void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int
   NSRect place = toNSRect(rect);
   // Room for the lines whatever their heights add up to in floating point, and for none more.
   place.size.height += 0.5;
-  [head(drawnText(text), longestLine)
+  [cutAtTheEnd(drawnText(text), longestLine)
       drawWithRect:place
            options:NSStringDrawingUsesLineFragmentOrigin | NSStringDrawingTruncatesLastVisibleLine
         attributes:attributes(font, color, style)
@@ -95,7 +95,7 @@ void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int
 
 void MacCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                                  const Color& color) {
-  NSString* shown = head(drawnText(text), longestLine);
+  NSString* shown = cutAtTheEnd(drawnText(text), longestLine);
   TextAttributes* look = attributes(font, color, NSParagraphStyle.defaultParagraphStyle);
   const NSSize size = [shown sizeWithAttributes:look];
   [shown drawAtPoint:NSMakePoint(rect.midX() - size.width / 2, rect.midY() - size.height / 2)

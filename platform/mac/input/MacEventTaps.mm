@@ -59,7 +59,8 @@ class MacEventTap final : public EventTap {
 
   ~MacEventTap() override {
     if (!port_) return;
-    // In this order: a tap that is still enabled while nobody reads its port holds up the session's keys.
+    // In this order: a tap that is still enabled while the loop does not read its port holds up the session's
+    // keys.
     CGEventTapEnable(port_.get(), false);
     if (source_) CFRunLoopRemoveSource(CFRunLoopGetMain(), source_.get(), kCFRunLoopCommonModes);
     CFMachPortInvalidate(port_.get());

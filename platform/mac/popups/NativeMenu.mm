@@ -27,7 +27,7 @@
 namespace {
 
 NSString* shownTitle(const std::string& title) {
-  return pellar::bothEnds(pellar::drawnText(title), pellar::longestRow);
+  return pellar::cutInTheMiddle(pellar::drawnText(title), pellar::longestRow);
 }
 
 NSImage* swatch(NSColor* color) {

@@ -21,10 +21,9 @@ namespace pellar {
 
 // More UTF-16 units than any row of a menu or window shows. The text system lays out all that it is given.
 constexpr NSUInteger longestRow = 1000;
-// A text of more than about `length` units without its end, or without its middle, which an ellipsis stands
-// for.
-[[nodiscard]] NSString* head(NSString* text, NSUInteger length);
-[[nodiscard]] NSString* bothEnds(NSString* text, NSUInteger length);
+// A text of more than about `length` units, cut down to so many, with an ellipsis for what is gone.
+[[nodiscard]] NSString* cutAtTheEnd(NSString* text, NSUInteger length);
+[[nodiscard]] NSString* cutInTheMiddle(NSString* text, NSUInteger length);
 
 [[nodiscard]] NSColor* toNSColor(const Color& color);
 [[nodiscard]] NSFont* toNSFont(const Font& font);

@@ -90,14 +90,14 @@ NSString* drawnText(std::string_view utf8) {
   return changed ? [NSString stringWithCharacters:characters.data() length:characters.size()] : text;
 }
 
-NSString* head(NSString* text, NSUInteger length) {
+NSString* cutAtTheEnd(NSString* text, NSUInteger length) {
   if (text.length <= length) return text;
   // A range of whole characters: never half a surrogate pair, nor a letter without its accent.
   const NSRange range = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, length)];
   return [[text substringWithRange:range] stringByAppendingString:@"…"];
 }
 
-NSString* bothEnds(NSString* text, NSUInteger length) {
+NSString* cutInTheMiddle(NSString* text, NSUInteger length) {
   if (text.length <= length) return text;
   const NSUInteger half = length / 2;
   const NSRange first = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, half)];

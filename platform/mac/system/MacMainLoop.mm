@@ -8,7 +8,7 @@
 namespace pellar {
 namespace {
 
-Subscription schedule(std::chrono::milliseconds interval, bool repeats, MainLoop::Callback tick) {
+Subscription startTimer(std::chrono::milliseconds interval, bool repeats, MainLoop::Callback tick) {
   const auto kept = std::make_shared<const MainLoop::Callback>(std::move(tick));
   const NSTimeInterval seconds = std::chrono::duration<double>(interval).count();
   NSTimer* timer = [NSTimer timerWithTimeInterval:seconds
@@ -78,11 +78,11 @@ void MacMainLoop::runPosted() {
 }
 
 Subscription MacMainLoop::after(std::chrono::milliseconds delay, Callback tick) {
-  return schedule(delay, false, std::move(tick));
+  return startTimer(delay, false, std::move(tick));
 }
 
 Subscription MacMainLoop::every(std::chrono::milliseconds interval, Callback tick) {
-  return schedule(interval, true, std::move(tick));
+  return startTimer(interval, true, std::move(tick));
 }
 
 double MacMainLoop::secondsSince1970() const {

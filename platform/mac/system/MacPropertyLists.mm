@@ -8,6 +8,7 @@
 
 #include "platform/mac/system/Conversions.h"
 #include "platform/shared/documents/BinaryPropertyList.h"
+#include "platform/shared/documents/XmlPropertyList.h"
 
 namespace pellar {
 namespace {
@@ -26,22 +27,15 @@ NSData* contentOf(const std::filesystem::path& file) {
   return data.length <= MacPropertyLists::largestFile ? data : nil;
 }
 
-bool hasModestXml(std::string_view text) {
-  std::size_t containers = 0;
-  for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
-    const auto tag = text.substr(at + 1);
-    if (tag.starts_with("array") || tag.starts_with("dict")) ++containers;
-  }
-  return containers <= MacPropertyLists::mostXmlContainers;
-}
-
 // Neither the old text format nor XML in UTF-16 is read: nothing writes them any more, and they would have to
 // be looked through in their own way.
-bool isModest(std::string_view text) {
-  if (text.starts_with("bplist")) return isModestBinaryPropertyList(text, MacPropertyLists::deepestNesting);
+bool isSafeToParse(std::string_view text) {
+  if (text.starts_with("bplist"))
+    return BinaryPropertyList::isSafeToParse(text, MacPropertyLists::deepestNesting);
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
   const auto first = text.find_first_not_of(" \t\r\n");
-  return first != std::string_view::npos && text[first] == '<' && hasModestXml(text);
+  return first != std::string_view::npos && text[first] == '<' &&
+         XmlPropertyList::isSafeToParse(text, MacPropertyLists::mostXmlContainers);
 }
 
 std::optional<PropertyListValue> valueOf(id object, int deepest);
@@ -111,7 +105,8 @@ std::optional<PropertyListValue> valueOf(id object, int deepest) {
 std::optional<PropertyListValue::Dictionary> MacPropertyLists::read(const std::filesystem::path& file) {
   @autoreleasepool {
     NSData* data = contentOf(file);
-    if (data == nil || !isModest({static_cast<const char*>(data.bytes), data.length})) return std::nullopt;
+    if (data == nil || !isSafeToParse({static_cast<const char*>(data.bytes), data.length}))
+      return std::nullopt;
     const id root = [NSPropertyListSerialization propertyListWithData:data
                                                               options:NSPropertyListImmutable
                                                                format:nil

@@ -171,7 +171,7 @@ std::optional<Outline::Extent> Outline::extent(std::uint64_t index, int deepest)
 
 }  // namespace
 
-bool isModestBinaryPropertyList(std::string_view text, int deepest) {
+bool BinaryPropertyList::isSafeToParse(std::string_view text, int deepest) {
   auto outline = Outline::of(text);
   return outline && outline->extent(outline->root(), deepest).has_value();
 }

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/shared/documents/BinaryPropertyList.h"
+#include "platform/shared/documents/XmlPropertyList.h"
 
 namespace pellar {
 namespace {
@@ -46,22 +47,13 @@ std::optional<std::string> contentOf(const std::filesystem::path& file) {
   return content;
 }
 
-bool hasModestXml(std::string_view text) {
-  std::size_t containers = 0;
-  for (auto at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
-    const auto tag = text.substr(at + 1);
-    if (tag.starts_with("array") || tag.starts_with("dict")) ++containers;
-  }
-  return containers <= PlistPropertyLists::mostXmlContainers;
-}
-
 Node parsed(const std::string& text) {
   plist_t node = nullptr;
   const auto length = static_cast<std::uint32_t>(text.size());
   if (text.starts_with("bplist")) {
-    if (isModestBinaryPropertyList(text, PlistPropertyLists::deepestNesting))
+    if (BinaryPropertyList::isSafeToParse(text, PlistPropertyLists::deepestNesting))
       plist_from_bin(text.data(), length, &node);
-  } else if (hasModestXml(text)) {
+  } else if (XmlPropertyList::isSafeToParse(text, PlistPropertyLists::mostXmlContainers)) {
     plist_from_xml(text.data(), length, &node);
   }
   return Node(node);

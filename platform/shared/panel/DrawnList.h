@@ -11,7 +11,7 @@
 namespace pellar {
 
 // The content, look and behaviour of a list where the system has none of its own: drawn with a canvas, worked
-// with the mouse and a few keys. Whoever owns it hands it events, in the coordinates of the view that holds
+// with the mouse and a few keys. Its owner hands it events, in the coordinates of the view that holds
 // the list, and draws it anew after each call that returns true or that changes it.
 class DrawnList {
  public:

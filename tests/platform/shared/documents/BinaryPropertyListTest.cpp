@@ -20,8 +20,8 @@ std::string nested(int levels) {
 }
 
 TEST(BinaryPropertyList, TheDepthThatIsAllowedIsAllowed) {
-  EXPECT_TRUE(isModestBinaryPropertyList(nested(deep), deep));
-  EXPECT_FALSE(isModestBinaryPropertyList(nested(deep + 1), deep));
+  EXPECT_TRUE(BinaryPropertyList::isSafeToParse(nested(deep), deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse(nested(deep + 1), deep));
 }
 
 TEST(BinaryPropertyList, AValueReachedFirstNearTheTopCountsWhereItIsDeepest) {
@@ -30,8 +30,8 @@ TEST(BinaryPropertyList, AValueReachedFirstNearTheTopCountsWhereItIsDeepest) {
   for (int i = 1; i < deep - 1; ++i) inner = list.array({inner});
   const auto wrapped = list.array({inner});
   const auto shallow = list.bytes(list.array({inner}));
-  EXPECT_TRUE(isModestBinaryPropertyList(shallow, deep));
-  EXPECT_FALSE(isModestBinaryPropertyList(list.bytes(list.array({inner, wrapped})), deep));
+  EXPECT_TRUE(BinaryPropertyList::isSafeToParse(shallow, deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse(list.bytes(list.array({inner, wrapped})), deep));
 }
 
 TEST(BinaryPropertyList, EveryKindOfValueIsKnown) {
@@ -48,17 +48,17 @@ TEST(BinaryPropertyList, EveryKindOfValueIsKnown) {
                                    list.add(BinaryList::marker(0x6, 2) + std::string(4, '\x20'))};
   items.push_back(list.array({}));
   items.push_back(list.dictionary({7, 0}));
-  EXPECT_TRUE(isModestBinaryPropertyList(list.bytes(list.array(items)), deep));
+  EXPECT_TRUE(BinaryPropertyList::isSafeToParse(list.bytes(list.array(items)), deep));
 }
 
 TEST(BinaryPropertyList, NumbersThatPointOutsideAreRefused) {
   BinaryList list;
   const auto good = list.bytes(list.array({list.add("\x08")}));
-  ASSERT_TRUE(isModestBinaryPropertyList(good, deep));
+  ASSERT_TRUE(BinaryPropertyList::isSafeToParse(good, deep));
   const auto with = [&](std::size_t place, std::uint64_t number, int width) {
     auto text = good;
     text.replace(good.size() - 32 + place, static_cast<std::size_t>(width), bigEndian(number, width));
-    return isModestBinaryPropertyList(text, deep);
+    return BinaryPropertyList::isSafeToParse(text, deep);
   };
   constexpr auto huge = ~std::uint64_t{0};
   for (const auto width : {0U, 9U, 255U}) {
@@ -78,19 +78,20 @@ TEST(BinaryPropertyList, CountsBeyondTheFileAreRefused) {
   for (const unsigned kind : {0x4U, 0x5U, 0x6U, 0xAU, 0xCU, 0xDU}) {
     for (const std::uint64_t count : {std::uint64_t{5'000}, ~std::uint64_t{0}, std::uint64_t{1} << 63U}) {
       BinaryList list;
-      EXPECT_FALSE(isModestBinaryPropertyList(list.bytes(list.add(BinaryList::marker(kind, count))), deep))
+      EXPECT_FALSE(
+          BinaryPropertyList::isSafeToParse(list.bytes(list.add(BinaryList::marker(kind, count))), deep))
           << "kind " << kind << ", count " << count;
     }
   }
   BinaryList list;
-  EXPECT_FALSE(isModestBinaryPropertyList(list.bytes(list.add("\xAF")), deep)) << "no count at all";
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse(list.bytes(list.add("\xAF")), deep)) << "no count at all";
 }
 
 TEST(BinaryPropertyList, OtherTextIsRefused) {
-  EXPECT_FALSE(isModestBinaryPropertyList("", deep));
-  EXPECT_FALSE(isModestBinaryPropertyList("bplist00", deep));
-  EXPECT_FALSE(isModestBinaryPropertyList("bplist16" + std::string(100, '\0'), deep));
-  EXPECT_FALSE(isModestBinaryPropertyList(std::string(100, 'x'), deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse("", deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse("bplist00", deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse("bplist16" + std::string(100, '\0'), deep));
+  EXPECT_FALSE(BinaryPropertyList::isSafeToParse(std::string(100, 'x'), deep));
 }
 
 }  // namespace

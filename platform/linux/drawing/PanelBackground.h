@@ -6,7 +6,7 @@
 #include "platform/Canvas.h"
 
 // The dark, rounded, bordered ground of every panel.
-namespace pellar::PanelGround {
+namespace pellar::PanelBackground {
 
 inline constexpr int cornerRadius = 12;
 
@@ -19,4 +19,4 @@ void drawUnder(QImage& picture, const QRect& part, bool blends);
 // corners.
 void drawOver(QImage& picture, const QRect& part, bool blends);
 
-}  // namespace pellar::PanelGround
+}  // namespace pellar::PanelBackground

@@ -1,11 +1,11 @@
-#include "platform/linux/drawing/PanelGround.h"
+#include "platform/linux/drawing/PanelBackground.h"
 
 #include <QPainter>
 #include <array>
 
 #include "platform/linux/drawing/Sprite.h"
 
-namespace pellar::PanelGround {
+namespace pellar::PanelBackground {
 namespace {
 
 constexpr Color opaque{0x2b / 255.0, 0x2b / 255.0, 0x2e / 255.0, 1, std::nullopt};
@@ -85,4 +85,4 @@ void drawOver(QImage& picture, const QRect& part, bool blends) {
   }
 }
 
-}  // namespace pellar::PanelGround
+}  // namespace pellar::PanelBackground
