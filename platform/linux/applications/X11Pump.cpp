@@ -14,12 +14,6 @@ namespace {
 // A window that changes without pause must not keep the rest of the program waiting.
 constexpr int roundsPerPump = 4;
 
-// A notification's callback posts the refresh it asks for: both turns are run before the pump ends.
-constexpr int turnsPerPump = 2;
-
-// The press itself is delivered after them. What arrived behind it counts later.
-constexpr int turnsWithPress = turnsPerPump + 1;
-
 }  // namespace
 
 X11Pump::X11Pump(X11Connection& connection, X11Mirror& mirror, X11Applications& applications,
@@ -45,7 +39,8 @@ void X11Pump::pump() {
     const auto arrived = connection_.dispatchArrivedUpToPress();
     const bool reads = mirror_.readStale();
     if (arrived == X11Connection::Arrived::press) {
-      report(turnsWithPress);
+      // The press is delivered after these reports. What arrived behind it counts later.
+      report();
     } else if (arrived == X11Connection::Arrived::nothing && !reads) {
       break;
     }
@@ -55,23 +50,23 @@ void X11Pump::pump() {
     if (!std::exchange(reportedLoss_, true)) onLost_();
     return;
   }
-  report(turnsPerPump);
+  report();
   connection_.flush();
 }
 
-void X11Pump::report(int turns) {
+// A notification's callback posts the refresh it asks for, which belongs to the same turn of the loop.
+void X11Pump::report() {
   applications_.update();
-  loop_.runPosted(turns);
+  loop_.runUntilQuiet();
 }
 
 void X11Pump::beforeSleep() {
   connection_.flush();
   // Writes and replies read events too; nothing on the socket would announce those.
   const bool lost = connection_.lost() && !reportedLoss_;
-  if ((lost || connection_.hasUnseenEvents() || mirror_.hasNews()) && !std::exchange(pumpPosted_, true)) {
-    loop_.post([this, alive = std::weak_ptr(alive_)] {
-      if (alive.expired()) return;
-      pumpPosted_ = false;
+  if ((lost || connection_.hasUnseenEvents() || mirror_.hasNews()) && !pumpAgain_.active()) {
+    pumpAgain_ = loop_.whenQuiet([this] {
+      pumpAgain_.cancel();
       pump();
     });
   }

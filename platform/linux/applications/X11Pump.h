@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 
+#include "platform/Subscription.h"
+
 class QSocketNotifier;
 
 namespace pellar {
@@ -12,7 +14,7 @@ class X11Applications;
 class X11Connection;
 class X11Mirror;
 
-// Moves what the X server says into the mirror and on to whoever listens, all in the turn of the main loop in
+// Moves what the X server says into the mirror and on to the observers, all in the turn of the main loop in
 // which it arrives: events, then one batch of reads, then notifications and what they post, then one flush.
 class X11Pump {
  public:
@@ -25,7 +27,7 @@ class X11Pump {
 
  private:
   void pump();
-  void report(int turns);
+  void report();
   void beforeSleep();
 
   X11Connection& connection_;
@@ -34,9 +36,8 @@ class X11Pump {
   QtMainLoop& loop_;
   std::function<void()> onLost_;
   bool reportedLoss_ = false;
-  bool pumpPosted_ = false;
   std::unique_ptr<QSocketNotifier> notifier_;
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Subscription pumpAgain_;
 };
 
 }  // namespace pellar

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "platform/linux/panel/X11Panel.h"
+#include "platform/linux/system/QtMainLoop.h"
 
 namespace pellar {
 namespace {
@@ -34,20 +35,17 @@ const xcb_screen_t& screenOf(const X11Connection& connection) {
   return *screen.data;
 }
 
-// What other windows did before the user's press is known before it counts: their notification takes a turn
-// of the loop, and so does the refresh that it asks for.
-constexpr int turnsOfReports = 2;
-
 bool isMotion(const xcb_generic_event_t& event) {
   return (event.response_type & 0x7fU) == XCB_MOTION_NOTIFY;
 }
 
 }  // namespace
 
-X11PanelFactory::X11PanelFactory(X11Connection& connection, MainLoop& loop, const ScreenList& screens,
+X11PanelFactory::X11PanelFactory(X11Connection& connection, QtMainLoop& loop, const ScreenList& screens,
                                  EventMonitors& monitors,
                                  std::function<void(const ObservedClick&)> reportPress)
-    : services_{connection, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
+    : loop_(loop),
+      services_{connection, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
       subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {}
 
 X11PanelFactory::~X11PanelFactory() = default;
@@ -79,22 +77,13 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
   if (isMotion(event) && !events_.empty() && isMotion(events_.back()) && windowOf(events_.back()) == window)
     events_.pop_back();
   events_.push_back(event);
-  if (!std::exchange(deliveryPosted_, true)) postDelivery(turnsOfReports);
-}
-
-void X11PanelFactory::postDelivery(int turns) {
-  services_.loop.post([this, turns, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
-    if (turns > 0) {
-      postDelivery(turns - 1);
-    } else {
-      deliver();
-    }
-  });
+  // What other windows did before the user's press is known before the press counts: their notification, and
+  // the refresh that it asks for.
+  if (!delivery_.active()) delivery_ = loop_.whenQuiet([this] { deliver(); });
 }
 
 void X11PanelFactory::deliver() {
-  deliveryPosted_ = false;
+  delivery_.cancel();
   // A callback may open a menu, whose loop delivers what comes next.
   while (!events_.empty()) {
     const xcb_generic_event_t event = events_.front();

@@ -14,11 +14,13 @@
 
 namespace pellar {
 
+class QtMainLoop;
+
 // Makes panels and hands each the events of its window.
 class X11PanelFactory final : public PanelFactory {
  public:
   // `reportPress` is told of every press in a panel before the press is delivered.
-  X11PanelFactory(X11Connection& connection, MainLoop& loop, const ScreenList& screens,
+  X11PanelFactory(X11Connection& connection, QtMainLoop& loop, const ScreenList& screens,
                   EventMonitors& monitors, std::function<void(const ObservedClick&)> reportPress);
   ~X11PanelFactory() override;
   X11PanelFactory(const X11PanelFactory&) = delete;
@@ -31,15 +33,14 @@ class X11PanelFactory final : public PanelFactory {
 
  private:
   void take(const xcb_generic_event_t& event);
-  void postDelivery(int turns);
   void deliver();
 
+  QtMainLoop& loop_;
   X11PanelServices services_;
   std::map<xcb_window_t, X11Panel*> panels_;
   std::deque<xcb_generic_event_t> events_;
-  bool deliveryPosted_ = false;
   Subscription subscription_;
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Subscription delivery_;
 };
 
 }  // namespace pellar

@@ -29,8 +29,7 @@ class QtMainLoop::State final : public QObject {
     QObject::connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this,
                      [this] {
                        if (beforeSleep) beforeSleep();
-                       const std::lock_guard lock(mutex_);
-                       if (!queue_.empty()) wake();
+                       wakeForRest();
                      });
   }
 
@@ -39,6 +38,34 @@ class QtMainLoop::State final : public QObject {
     queue_.push_back(std::move(block));
     if (turns == 0 || std::this_thread::get_id() != mainThread_) wake();
   }
+
+  int waitForQuiet(Callback block) {
+    waiting_.push_back({++lastKey_, 0, std::move(block)});
+    if (turns == 0) {
+      const std::lock_guard lock(mutex_);
+      wake();
+    }
+    return waiting_.back().key;
+  }
+
+  void dropWaiting(int key) {
+    const auto found = std::find_if(waiting_.begin(), waiting_.end(),
+                                    [key](const Waiting& waiting) { return waiting.key == key; });
+    if (found != waiting_.end()) waiting_.erase(found);
+  }
+
+  // One turn of the queue, and what may run after it.
+  void runTurn() {
+    runPosted();
+    for (Waiting& waiting : waiting_) ++waiting.turns;
+    while (!waiting_.empty() && (size() == 0 || waiting_.front().turns >= mostTurns)) {
+      const Callback block = std::move(waiting_.front().block);
+      waiting_.pop_front();
+      block();
+    }
+  }
+
+  [[nodiscard]] bool isQuiet() { return waiting_.empty() && size() == 0; }
 
   void runPosted() {
     for (std::size_t count = size(); count > 0; --count) {
@@ -56,7 +83,7 @@ class QtMainLoop::State final : public QObject {
 
   void wakeForRest() {
     const std::lock_guard lock(mutex_);
-    if (!queue_.empty()) wake();
+    if (!queue_.empty() || !waiting_.empty()) wake();
   }
 
   int start(std::chrono::milliseconds interval, bool repeats, Callback tick) {
@@ -88,7 +115,7 @@ class QtMainLoop::State final : public QObject {
       const std::lock_guard lock(mutex_);
       woken_ = false;
     }
-    runPosted();
+    runTurn();
     wakeForRest();
     return true;
   }
@@ -111,6 +138,11 @@ class QtMainLoop::State final : public QObject {
   }
 
  private:
+  struct Waiting {
+    int key;
+    int turns;  // of the queue, since it began to wait
+    Callback block;
+  };
   struct Timer {
     std::chrono::milliseconds interval{};
     std::chrono::milliseconds remaining{};
@@ -145,6 +177,7 @@ class QtMainLoop::State final : public QObject {
   std::mutex mutex_;
   std::deque<Callback> queue_;  // guarded by mutex_, as woken_
   bool woken_ = false;
+  std::deque<Waiting> waiting_;  // for quiet
   int lastKey_ = 0;
   std::map<int, std::shared_ptr<Timer>> timers_;
   std::map<int, int> keys_;  // by the toolkit's identifier
@@ -180,8 +213,15 @@ std::chrono::nanoseconds QtMainLoop::uptime() const {
   return std::chrono::steady_clock::now().time_since_epoch();
 }
 
-void QtMainLoop::runPosted(int turns) {
-  for (; turns > 0; --turns) state_->runPosted();
+Subscription QtMainLoop::whenQuiet(Callback block) {
+  const int key = state_->waitForQuiet(std::move(block));
+  return Subscription([state = std::weak_ptr(state_), key] {
+    if (const auto alive = state.lock()) alive->dropWaiting(key);
+  });
+}
+
+void QtMainLoop::runUntilQuiet() {
+  for (int turn = 0; turn < mostTurns && !state_->isQuiet(); ++turn) state_->runTurn();
 }
 
 void QtMainLoop::setBeforeSleep(Callback prepare) {

@@ -21,8 +21,14 @@ class QtMainLoop final : public MainLoop {
   [[nodiscard]] double secondsSince1970() const override;
   [[nodiscard]] std::chrono::nanoseconds uptime() const override;
 
-  // While one lives, a block posted from the main thread costs no event of the toolkit: whoever made the turn
-  // calls runPosted. What is left at its end, or when a nested loop goes to sleep, is run by the toolkit
+  // Runs `block` once what was posted so far has run, and what that posted, and so on: at the latest after
+  // `mostTurns` turns of the queue, for a block that posts itself again must not hold it up for ever. Main
+  // thread only; dropping the subscription is silence.
+  [[nodiscard]] Subscription whenQuiet(Callback block);
+  static constexpr int mostTurns = 8;
+
+  // While one lives, a block posted from the main thread costs no event of the toolkit: the owner of the turn
+  // calls runUntilQuiet. What is left at its end, or when a nested loop goes to sleep, is run by the toolkit
   // after all.
   class Turn {
    public:
@@ -35,9 +41,9 @@ class QtMainLoop final : public MainLoop {
     QtMainLoop& loop_;
   };
 
-  // Runs the blocks of the next `turns` turns of the queue now: those posted so far, then those that they
-  // posted, and so on. From the loop only.
-  void runPosted(int turns);
+  // Runs now what was posted, what that posts, and so on, and what waits for quiet: until nothing is left, or
+  // `mostTurns` turns of the queue. From the loop only.
+  void runUntilQuiet();
 
   // Calls `prepare` each time before the loop may sleep.
   void setBeforeSleep(Callback prepare);

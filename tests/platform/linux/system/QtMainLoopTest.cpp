@@ -2,6 +2,7 @@
 #include <QTimer>
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,23 +30,94 @@ class QtMainLoopTest : public ::testing::Test {
   }
 };
 
-TEST_F(QtMainLoopTest, RunsTheTurnsThatItIsAskedForAndLeavesTheRestToTheLoop) {
+// Posts itself again on every turn, and counts how often it ran.
+struct Restless {
+  explicit Restless(QtMainLoop& loop) : loop_(loop) { run(); }
+  int runs = 0;
+  bool resting = false;
+
+ private:
+  void run() {
+    loop_.post([this] {
+      ++runs;
+      if (!resting) run();
+    });
+  }
+  QtMainLoop& loop_;
+};
+
+TEST_F(QtMainLoopTest, ATurnRunsWhatWasPostedAndWhatThatPostsUntilNothingIsLeft) {
   QtMainLoop loop;
   std::string order;
+  const QtMainLoop::Turn turn(loop);
+  loop.post([&] {
+    order += 'a';
+    loop.post([&] {
+      order += 'c';
+      loop.post([&] { order += 'd'; });
+    });
+  });
+  loop.post([&] { order += 'b'; });
+  loop.runUntilQuiet();
+  EXPECT_EQ(order, "abcd");
+}
+
+TEST_F(QtMainLoopTest, ATurnEndsThoughABlockPostsItselfAgainAndTheLoopGoesOnWithIt) {
+  QtMainLoop loop;
+  Restless block(loop);
   {
     const QtMainLoop::Turn turn(loop);
-    loop.post([&] {
-      order += 'a';
-      loop.post([&] {
-        order += 'c';
-        loop.post([&] { order += 'd'; });
-      });
-    });
-    loop.post([&] { order += 'b'; });
-    loop.runPosted(2);
-    EXPECT_EQ(order, "abc");
+    loop.runUntilQuiet();
+    EXPECT_EQ(block.runs, QtMainLoop::mostTurns);
   }
-  EXPECT_TRUE(run([&] { return order == "abcd"; }));
+  EXPECT_TRUE(run([&block] { return block.runs > QtMainLoop::mostTurns; }));
+  block.resting = true;
+}
+
+TEST_F(QtMainLoopTest, APressWaitsForTheReportAndForTheRefreshThatTheReportAsksFor) {
+  QtMainLoop loop;
+  std::string order;
+  const Subscription press = loop.whenQuiet([&] { order += "press "; });
+  loop.post([&] {
+    order += "report ";
+    loop.post([&] {
+      order += "refresh ";
+      loop.post([&] { order += "place "; });
+    });
+  });
+  EXPECT_TRUE(run([&] { return order == "report refresh place press "; })) << order;
+}
+
+TEST_F(QtMainLoopTest, APressComesThroughThoughTheLoopNeverRests) {
+  QtMainLoop loop;
+  Restless block(loop);
+  std::optional<int> pressed;
+  const Subscription press = loop.whenQuiet([&] { pressed = block.runs; });
+  EXPECT_TRUE(run([&pressed] { return pressed.has_value(); }));
+  EXPECT_EQ(pressed, QtMainLoop::mostTurns);
+  block.resting = true;
+}
+
+TEST_F(QtMainLoopTest, WhatWaitsForQuietRunsOnceInItsOrderAndNotAfterItIsDropped) {
+  QtMainLoop loop;
+  std::string order;
+  const Subscription first = loop.whenQuiet([&] { order += 'a'; });
+  Subscription dropped = loop.whenQuiet([&] { order += 'x'; });
+  const Subscription second = loop.whenQuiet([&] { order += 'b'; });
+  dropped.cancel();
+  bool over = false;
+  EXPECT_EQ(order, "") << "never inside the call";
+  const Subscription fence = loop.after(20ms, [&over] { over = true; });
+  EXPECT_TRUE(run([&over] { return over; }));
+  EXPECT_EQ(order, "ab");
+}
+
+TEST_F(QtMainLoopTest, ANestedLoopInsideATurnRunsWhatWaitsForQuiet) {
+  QtMainLoop loop;
+  bool ran = false;
+  const QtMainLoop::Turn turn(loop);
+  const Subscription waiting = loop.whenQuiet([&ran] { ran = true; });
+  EXPECT_TRUE(run([&ran] { return ran; }));
 }
 
 TEST_F(QtMainLoopTest, ANestedLoopInsideABlockRunsTheOthers) {
