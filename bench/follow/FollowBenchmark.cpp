@@ -86,11 +86,8 @@ void FollowBenchmark::measure(const Subject& subject) {
   measureTitles(subject, window);
   measureFocus(subject, window, Quantity::focusSameApp, {documents_[3], documents_[0]});
   measureFocus(subject, window, Quantity::focusOtherApp, {shell_, documents_[0]});
-  const PrivateMemory memory = privateMemory(process->pid());
   begin(subject, Quantity::writtenMemory);
-  add(subject, Quantity::writtenMemory, memory.written);
-  begin(subject, Quantity::privateMemory);
-  add(subject, Quantity::privateMemory, memory.all);
+  add(subject, Quantity::writtenMemory, writtenMemory(process->pid()));
   process->end();
   reactions_.forget();
   rest();

@@ -22,8 +22,7 @@ enum class Quantity {
   focusOtherApp,
   mapped,         // from fork and exec to the window's MapNotify
   drawn,          // to more than a plain ground in it
-  writtenMemory,  // megabytes, private and written
-  privateMemory,  // megabytes, after everything else
+  writtenMemory,  // megabytes, after everything else
 };
 
 // How much is measured.

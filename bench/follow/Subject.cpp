@@ -27,18 +27,16 @@ bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t t
   return place && frame && place->x == frame->x && place->y + place->height == frame->y;
 }
 
-PrivateMemory privateMemory(pid_t pid) {
+double writtenMemory(pid_t pid) {
   constexpr double kilobytesPerMegabyte = 1024;
   std::ifstream file("/proc/" + std::to_string(pid) + "/smaps_rollup");
-  PrivateMemory result;
+  double written = 0;
   std::string word;
   double kilobytes = 0;
   while (file >> word) {
-    if (!word.starts_with("Private_") || !(file >> kilobytes)) continue;
-    result.all += kilobytes / kilobytesPerMegabyte;
-    if (word == "Private_Dirty:") result.written += kilobytes / kilobytesPerMegabyte;
+    if (word == "Private_Dirty:" && file >> kilobytes) written += kilobytes / kilobytesPerMegabyte;
   }
-  return result;
+  return written;
 }
 
 }  // namespace pellar::bench

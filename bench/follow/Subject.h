@@ -24,12 +24,8 @@ std::optional<xcb_window_t> shownWindow(e2e::XObserver& observer, const Subject&
 // Whether its window stands on the top edge of a window's frame.
 bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t target);
 
-// Memory in megabytes (smaps_rollup).
-struct PrivateMemory {
-  double all =
-      0;  // pages that no other process has mapped now; program text counts as long as nobody shares it
-  double written = 0;  // of these the ones that were written, which nobody can ever share
-};
-PrivateMemory privateMemory(pid_t pid);
+// The process's own pages that are anonymous or were written (smaps_rollup), in megabytes. Pages that are as
+// in their file do not count: the kernel shares them with other programs and drops them when it wants.
+double writtenMemory(pid_t pid);
 
 }  // namespace pellar::bench

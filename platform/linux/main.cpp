@@ -1,6 +1,5 @@
 #include <QApplication>
 #include <QThreadPool>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -12,7 +11,6 @@
 #include "app/shell/AppDelegate.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/desktop/SingleInstance.h"
-#include "platform/linux/system/StartUpMemory.h"
 #include "platform/linux/system/TemporaryVariable.h"
 #include "platform/linux/system/TerminationSignals.h"
 #include "platform/linux/x11/LostServer.h"
@@ -83,8 +81,6 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
   instance.onAsked = [&platform] { platform.openStatusMenu(); };
   AppDelegate delegate(platform.platform());
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
-  const pellar::Subscription settled =
-      platform.platform().mainLoop.after(std::chrono::seconds(2), [] { pellar::StartUpMemory::release(); });
   // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
   // strip has nothing to tell there yet.
   return QCoreApplication::exec();

@@ -6,16 +6,12 @@
 #include <QNetworkRequest>
 #include <QTimer>
 #include <QUrl>
-#include <chrono>
 #include <utility>
-
-#include "platform/linux/system/StartUpMemory.h"
 
 namespace pellar {
 namespace {
 
 constexpr int mostRedirects = 5;
-constexpr std::chrono::milliseconds releaseDelay{2000};
 // Longer than a resolver tries.
 constexpr qint64 longestLookUp = 60'000;
 
@@ -36,10 +32,8 @@ bool hasPromisedLength(const QNetworkReply& reply, qsizetype length) {
 }
 
 void takeAway(QNetworkAccessManager* network) {
-  // Exchanges end inside a signal of it.
+  // Exchanges end inside one of its signals.
   network->deleteLater();
-  // A request is made a few times a day, and what it took is more than the rest of the program.
-  QTimer::singleShot(releaseDelay, qApp, &StartUpMemory::release);
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <QDialog>
 #include <QGuiApplication>
 #include <QHBoxLayout>
-#include <QHideEvent>
 #include <QLabel>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -15,17 +14,13 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <chrono>
 #include <memory>
 #include <utility>
 
 #include "platform/linux/desktop/MenuBarIcon.h"
-#include "platform/linux/system/StartUpMemory.h"
 
 namespace pellar {
 namespace {
-
-constexpr std::chrono::milliseconds releaseDelay{2000};
 
 int pixels(double points) {
   return static_cast<int>(points);
@@ -129,11 +124,6 @@ class QtPlainWindow::Dialog : public QDialog {
   // Escape.
   void reject() override {
     if (closable_) close();
-  }
-  void hideEvent(QHideEvent* event) override {
-    QDialog::hideEvent(event);
-    // Such windows are seldom, and what showing one took is much against what the strip needs.
-    QTimer::singleShot(releaseDelay, qApp, &StartUpMemory::release);
   }
   void closeEvent(QCloseEvent* event) override {
     event->setAccepted(closable_);
