@@ -1,13 +1,11 @@
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
-#include <filesystem>
 #include <string>
-#include <system_error>
 
 #include "core/AppState.h"
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
+#include "platform/sim/system/TemporaryFolder.h"
 
 namespace pellar {
 namespace {
@@ -53,18 +51,10 @@ BENCHMARK(decode);
 // Everything a change costs: the text, the temporary file, its way to the disk, the renaming. The clock on
 // the wall counts, since the program waits for the disk.
 void save(benchmark::State& state) {
-  std::string pattern = (std::filesystem::temp_directory_path() / "pellar-bench-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) {
-    state.SkipWithError("no temporary folder");
-    return;
-  }
-  {
-    StateStore store(std::filesystem::path(pattern) / "state.json");
-    store.update([](AppState& live) { live = fullState(); });
-    for (auto _ : state) store.save();
-  }
-  std::error_code ignored;  // a leftover in the temporary folder harms nobody
-  std::filesystem::remove_all(pattern, ignored);
+  const TemporaryFolder folder;
+  StateStore store(folder / "state.json");
+  store.update([](AppState& live) { live = fullState(); });
+  for (auto _ : state) store.save();
 }
 BENCHMARK(save)->UseRealTime()->Unit(benchmark::kMicrosecond);
 

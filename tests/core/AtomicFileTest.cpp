@@ -2,8 +2,9 @@
 #include <unistd.h>
 
 #include "core/AtomicFile.h"
-#include "tests/core/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/BrokenFileOperations.h"
+#include "tests/support/Files.h"
 
 namespace pellar {
 namespace {
@@ -14,7 +15,6 @@ using test::content;
 using test::mode;
 using test::names;
 using test::put;
-using test::TemporaryFolder;
 using Names = std::vector<std::string>;
 
 TEST(AtomicFile, CreatesTheFileAndItsFoldersForTheOwnerOnly) {

@@ -2,13 +2,13 @@
 #include <sys/stat.h>
 
 #include "core/FileOperations.h"
-#include "tests/core/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
+#include "tests/support/Files.h"
 
 namespace pellar {
 namespace {
 
 using test::put;
-using test::TemporaryFolder;
 
 TEST(FileOperations, FlushesAFileThatSomebodyElseWrote) {
   const TemporaryFolder folder;

@@ -4,14 +4,14 @@
 #include <cstdio>
 #include <string>
 
-#include "tests/core/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
+#include "tests/support/Files.h"
 
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
 using test::put;
-using test::TemporaryFolder;
 
 struct Verdict {
   bool passed = false;

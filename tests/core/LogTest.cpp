@@ -16,16 +16,15 @@
 #include <vector>
 
 #include "core/Log.h"
-#include "tests/core/TemporaryFolder.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogReader.h"
 
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
-using test::CapturedLog;
 using test::content;
 using test::put;
-using test::TemporaryFolder;
 
 class LogTest : public ::testing::Test {
  protected:
@@ -34,9 +33,9 @@ class LogTest : public ::testing::Test {
   }
   ~LogTest() override { Log::setClock({}); }
 
-  TemporaryFolder folder;
-  fs::path file = folder / "Pellar.log";
-  CapturedLog log{file};
+  LogReader log;
+  fs::path file = log.path();
+  fs::path folder = file.parent_path();
 };
 
 TEST_F(LogTest, TheFirstLineCreatesTheFile) {
@@ -168,7 +167,7 @@ TEST_F(LogTest, AFileThatMayNotGrowKeepsWhatItHas) {
 TEST_F(LogTest, AReadOnlyFileIsLeftAlone) {
   put(file, "precious\n");
   fs::permissions(file, fs::perms(0444));
-  fs::permissions(folder.path(), fs::perms(0777));
+  fs::permissions(folder, fs::perms(0777));
   const pid_t child = ::fork();
   if (child == 0) {
     if (::geteuid() == 0 && ::setuid(65534) != 0) ::_exit(2);

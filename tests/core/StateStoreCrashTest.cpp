@@ -7,18 +7,18 @@
 
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
-#include "tests/core/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/BrokenFileOperations.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogReader.h"
 
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
 using test::BrokenFileOperations;
-using test::CapturedLog;
 using test::content;
 using test::names;
-using test::TemporaryFolder;
 
 AppState stateWith(int paths) {
   AppState state;
@@ -52,7 +52,7 @@ TEST(StateStoreCrash, AtEveryStepTheOldStateOrTheNewIsWhole) {
   const AppState before = stateWith(3);
   const AppState after = stateWith(200);
   const TemporaryFolder folder;
-  const CapturedLog log(folder / "log");
+  const LogReader log;
   const fs::path file = folder / "Pellar/state.json";
   int oldSeen = 0;
   int newSeen = 0;
@@ -75,7 +75,7 @@ TEST(StateStoreCrash, TheFirstSaveLeavesNothingOrTheWholeFile) {
   bool crashed = true;
   for (int step = 0; crashed; ++step) {
     const TemporaryFolder folder;
-    const CapturedLog log(folder / "log");
+    const LogReader log;
     const fs::path file = folder / "Pellar/state.json";
     crashed = crashesWhileSaving(file, after, step, /*longestWrite=*/512);
     if (fs::exists(file)) {
@@ -92,7 +92,7 @@ TEST(StateStoreCrash, KilledAtAnyInstantTheFileIsWhole) {
   const AppState large = stateWith(300);
   const std::set<std::string> whole{encodeState(small), encodeState(large)};
   const TemporaryFolder folder;
-  const CapturedLog log(folder / "log");
+  const LogReader log;
   const fs::path file = folder / "Pellar/state.json";
   for (int round = 0; round < 30; ++round) {
     int ends[2];

@@ -8,20 +8,20 @@
 #include "core/Log.h"
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
-#include "tests/core/TemporaryFolder.h"
+#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/BrokenFileOperations.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogReader.h"
 
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
 using test::BrokenFileOperations;
-using test::CapturedLog;
 using test::content;
 using test::mode;
 using test::names;
 using test::put;
-using test::TemporaryFolder;
 
 class StateStoreTest : public ::testing::Test {
  protected:
@@ -30,7 +30,7 @@ class StateStoreTest : public ::testing::Test {
 
   TemporaryFolder folder;
   fs::path file = folder / "Pellar/state.json";
-  CapturedLog log{folder / "log"};
+  LogReader log;
 };
 
 TEST_F(StateStoreTest, StartsFromDefaultsWithoutAFileAndCreatesNone) {
@@ -122,7 +122,7 @@ TEST_F(StateStoreTest, AFolderInPlaceOfTheFileYieldsDefaultsAndALoggedSave) {
   EXPECT_EQ(log.text(), "");
   store.update(hideEditor);
   EXPECT_EQ(store.state().settings.hiddenApps.size(), 1U) << "the change stays in memory";
-  EXPECT_EQ(log.lines(), 1);
+  EXPECT_EQ(log.messages().size(), 1U);
   EXPECT_NE(log.text().find(" state save failed: "), std::string::npos);
   EXPECT_TRUE(fs::is_directory(file / "inside"));
 }
@@ -166,16 +166,16 @@ TEST_F(StateStoreTest, OnAFullOrReadOnlyDiskTheOldFileStaysAndTheNextSaveTriesAg
     std::error_code error = std::make_error_code(trouble);
     operations.before = [&](std::string_view step) { return step == "write" ? error : std::error_code{}; };
     StateStore store(file, operations);
-    const int logged = log.lines();
+    const auto logged = log.messages().size();
     store.update(hideEditor);
-    EXPECT_EQ(log.lines(), logged + 1);
+    EXPECT_EQ(log.messages().size(), logged + 1);
     EXPECT_NE(log.text().find(error.message()), std::string::npos);
     EXPECT_EQ(content(file), before);
     EXPECT_EQ(store.state().settings.hiddenApps.size(), 1U);
     error = {};
     store.save();
     EXPECT_EQ(loaded(), store.state());
-    EXPECT_EQ(log.lines(), logged + 1);
+    EXPECT_EQ(log.messages().size(), logged + 1);
   }
 }
 
@@ -216,7 +216,7 @@ class DefaultUrlTest : public ::testing::Test {
   TemporaryFolder folder;
   fs::path file = folder / "Pellar/state.json";
   fs::path legacy = folder / "Fennick/state.json";
-  CapturedLog log{folder / "log"};
+  LogReader log;
 };
 
 TEST_F(DefaultUrlTest, IsUnderTheFolderForApplicationData) {
@@ -248,7 +248,7 @@ TEST_F(DefaultUrlTest, AFailedMoveIsLoggedAndLeavesTheOldFile) {
   put(folder / "Pellar", "a file where the folder should be");
   EXPECT_EQ(StateStore::defaultURL(folder.path()), file);
   EXPECT_EQ(content(legacy), "old");
-  EXPECT_EQ(log.lines(), 1);
+  EXPECT_EQ(log.messages().size(), 1U);
   EXPECT_NE(log.text().find(" state migration failed: "), std::string::npos);
   EXPECT_EQ(StateStore(file).state(), AppState{});
 }

@@ -4,15 +4,10 @@
 
 #include <fstream>
 #include <sstream>
-#include <stdexcept>
-#include <system_error>
 
 namespace pellar::e2e {
 
 Folders::Folders() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "pellar-e2e-XXXXXX").string();
-  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-  root_ = pattern;
   for (const char* name : {"home", "config", "data", "state", "cache", "run"}) {
     std::filesystem::create_directory(root_ / name);
   }
@@ -21,11 +16,6 @@ Folders::Folders() {
   write(config() / "Mousepad" / "settings.conf",
         "[org/xfce/mousepad/preferences/file]\nsession-restore='never'\n");
   settleIn();
-}
-
-Folders::~Folders() {
-  std::error_code ignored;  // a leftover in the temporary folder harms no test
-  std::filesystem::remove_all(root_, ignored);
 }
 
 Environment Folders::environment(const std::string& display) const {

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <string>
 
+#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/e2e/Process.h"
 
 namespace pellar::e2e {
@@ -12,11 +13,8 @@ namespace pellar::e2e {
 class Folders {
  public:
   Folders();
-  ~Folders();
-  Folders(const Folders&) = delete;
-  Folders& operator=(const Folders&) = delete;
 
-  [[nodiscard]] const std::filesystem::path& root() const { return root_; }
+  [[nodiscard]] const std::filesystem::path& root() const { return root_.path(); }
   [[nodiscard]] std::filesystem::path home() const { return root_ / "home"; }
   [[nodiscard]] std::filesystem::path config() const { return root_ / "config"; }
   [[nodiscard]] std::filesystem::path dataHome() const { return root_ / "data"; }
@@ -43,7 +41,7 @@ class Folders {
  private:
   void setOpener(const std::string& kind, const std::string& name, const std::string& command) const;
 
-  std::filesystem::path root_;
+  TemporaryFolder root_;
 };
 
 }  // namespace pellar::e2e

@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "tests/support/ForwardingAccessibility.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/support/StripStory.h"
 
 namespace pellar {

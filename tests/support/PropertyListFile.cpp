@@ -2,15 +2,9 @@
 
 #include <plist/plist.h>
 
-#include <fstream>
 #include <stdexcept>
 
 namespace pellar::test {
-
-void write(const std::filesystem::path& file, std::string_view content) {
-  std::filesystem::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::binary) << content;
-}
 
 std::string xmlList(std::string_view value) {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"

@@ -1,16 +1,12 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <string_view>
 #include <vector>
 
 // Property lists as other programs write them, and as nobody should.
 namespace pellar::test {
-
-// Writes a file with all folders above it.
-void write(const std::filesystem::path& file, std::string_view content);
 
 // An XML property list around the XML of its value.
 std::string xmlList(std::string_view value);

@@ -6,6 +6,7 @@
 #include "platform/EventTap.h"
 #include "platform/StatusBar.h"
 #include "platform/Windows.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 
 namespace pellar {
 namespace {
@@ -32,42 +33,33 @@ class RecordedLoop final : public MainLoop {
   Calls& calls_;
 };
 
-class RecordedAccessibility final : public Accessibility {
+class RecordedAccessibility final : public ForwardingAccessibility {
  public:
-  RecordedAccessibility(Accessibility& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  RecordedAccessibility(Accessibility& sound, Calls& calls) : ForwardingAccessibility(sound), calls_(calls) {}
   [[nodiscard]] bool isTrusted() const override {
     calls_.emplace_back("trusted?");
-    return sound_.isTrusted();
+    return ForwardingAccessibility::isTrusted();
   }
   bool isTrustedPromptingUser() override {
     calls_.emplace_back("ask the user for trust");
-    return sound_.isTrustedPromptingUser();
-  }
-  [[nodiscard]] Element applicationElement(ProcessId pid) override { return sound_.applicationElement(pid); }
-  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
-                                                        std::string_view name) override {
-    return sound_.attribute(element, name);
+    return ForwardingAccessibility::isTrustedPromptingUser();
   }
   void set(const Element& element, std::string_view name, const AttributeValue& value) override {
     const auto* flag = std::get_if<bool>(&value);
     calls_.push_back("write " + std::string(name) + (flag != nullptr && *flag ? " true" : ""));
-    sound_.set(element, name, value);
+    ForwardingAccessibility::set(element, name, value);
   }
   bool perform(const Element& element, std::string_view action) override {
     calls_.emplace_back(action);
-    return sound_.perform(element, action);
-  }
-  void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
-    sound_.willRead(elements, attributes);
+    return ForwardingAccessibility::perform(element, action);
   }
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override {
     calls_.emplace_back("observe the application in front");
-    return sound_.observe(pid, std::move(onNotification));
+    return ForwardingAccessibility::observe(pid, std::move(onNotification));
   }
 
  private:
-  Accessibility& sound_;
   Calls& calls_;
 };
 

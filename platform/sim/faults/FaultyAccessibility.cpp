@@ -19,20 +19,20 @@ std::optional<AttributeValue> FaultyAccessibility::attribute(const Element& elem
   if (refused_.contains(name) || refusedOf_.contains({element.hash(), std::string(name)}))
     return std::nullopt;
   if (const auto found = answers_.find(name); found != answers_.end()) return found->second;
-  return sound_.attribute(element, name);
+  return ForwardingAccessibility::attribute(element, name);
 }
 
 void FaultyAccessibility::set(const Element& element, std::string_view name, const AttributeValue& value) {
-  if (!writesIgnored_) sound_.set(element, name, value);
+  if (!writesIgnored_) ForwardingAccessibility::set(element, name, value);
 }
 
 bool FaultyAccessibility::perform(const Element& element, std::string_view action) {
-  return !actionsIgnored_ && sound_.perform(element, action);
+  return !actionsIgnored_ && ForwardingAccessibility::perform(element, action);
 }
 
 std::unique_ptr<ElementObserver> FaultyAccessibility::observe(ProcessId pid,
                                                               std::function<void()> onNotification) {
-  if (!observersRefused_) return sound_.observe(pid, std::move(onNotification));
+  if (!observersRefused_) return ForwardingAccessibility::observe(pid, std::move(onNotification));
   ++refusedObservers_;
   return nullptr;
 }

@@ -5,19 +5,18 @@
 #include <memory>
 #include <optional>
 #include <set>
-#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "platform/Accessibility.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 
 namespace pellar {
 
 // Forwards to another Accessibility and breaks what it is told to. Works over any adapter.
-class FaultyAccessibility final : public Accessibility {
+class FaultyAccessibility final : public ForwardingAccessibility {
  public:
-  explicit FaultyAccessibility(Accessibility& sound) : sound_(sound) {}
+  using ForwardingAccessibility::ForwardingAccessibility;
 
   // From now on reads of the attribute are absent, of one element or of all.
   void refuse(std::string_view attribute) { refused_.emplace(attribute); }
@@ -37,21 +36,14 @@ class FaultyAccessibility final : public Accessibility {
   }
   [[nodiscard]] int refusedObservers() const { return refusedObservers_; }
 
-  [[nodiscard]] bool isTrusted() const override { return sound_.isTrusted(); }
-  bool isTrustedPromptingUser() override { return sound_.isTrustedPromptingUser(); }
-  [[nodiscard]] Element applicationElement(ProcessId pid) override { return sound_.applicationElement(pid); }
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
   bool perform(const Element& element, std::string_view action) override;
-  void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
-    sound_.willRead(elements, attributes);
-  }
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
 
  private:
-  Accessibility& sound_;
   std::set<std::string, std::less<>> refused_;
   std::set<std::pair<WindowId, std::string>> refusedOf_;
   std::map<std::string, AttributeValue, std::less<>> answers_;

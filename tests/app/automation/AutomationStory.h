@@ -3,8 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -13,7 +11,8 @@
 #include "app/automation/Automation.h"
 #include "app/tracking/OfficeWindow.h"
 #include "platform/sim/SimMac.h"
-#include "tests/support/LogFile.h"
+#include "tests/support/Files.h"
+#include "tests/support/LogReader.h"
 
 namespace pellar {
 
@@ -37,13 +36,12 @@ class AutomationStory : public testing::Test {
                                           TrackedApp::of(OfficeApp::word), word.pid());
   }
   [[nodiscard]] static bool exists(const std::string& path) { return std::filesystem::exists(path); }
-  [[nodiscard]] static std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+  [[nodiscard]] static std::string contentOf(const std::string& path) { return test::content(path); }
+  [[nodiscard]] std::size_t scriptErrors() const {
+    return static_cast<std::size_t>(log.countStarting("applescript error: "));
   }
-  [[nodiscard]] std::size_t scriptErrors() const { return log.count("applescript error: "); }
 
-  LogFile log;
+  LogReader log;
   SimMac mac;
   SimApplication word = launch(OfficeApp::word);
   Automation automation{mac.platform().scripts};  // depends-on: mac

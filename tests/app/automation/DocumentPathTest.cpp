@@ -165,7 +165,7 @@ TEST_F(DocumentPath, AMessageOfOutlookHasNone) {
 TEST_F(DocumentPath, AFailedLookUpLeavesOneLineInTheLog) {
   EXPECT_EQ(automation.pathsByName(OfficeApp::excel), Paths{});
   EXPECT_EQ(scriptErrors(), 1U);
-  EXPECT_TRUE(log.contains("applescript error: {"));
+  EXPECT_TRUE(log.has("applescript error: {"));
 }
 
 TEST_F(DocumentPath, WithoutTheUsersPermissionNothingIsFound) {

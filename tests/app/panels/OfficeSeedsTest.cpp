@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "tests/support/Files.h"
 #include "tests/support/PropertyListFile.h"
 #include "tests/support/RecentStory.h"
 
@@ -20,7 +21,7 @@ class OfficeSeeds : public RecentStory {
     return mac.home() / "Library/Containers" / ("com.microsoft." + word) / "Data/Library/Preferences" /
            ("com.microsoft." + word + ".securebookmarks.plist");
   }
-  void remember(const std::string& word, const std::string& list) { test::write(bookmarks(word), list); }
+  void remember(const std::string& word, const std::string& list) { test::put(bookmarks(word), list); }
   std::string url(const std::string& name) { return "file://" + file(name); }
 
   void openDropdownOverWord() {

@@ -1,8 +1,6 @@
 // A week of somebody's work with the program, from its first start on.
 
-#include <fstream>
-#include <iterator>
-
+#include "tests/support/Files.h"
 #include "tests/support/ShellStory.h"
 
 namespace pellar {
@@ -31,10 +29,7 @@ class WorkingWeek : public ShellStory {
     mac.settle();
     return document;
   }
-  [[nodiscard]] static std::string contentOf(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  [[nodiscard]] static std::string contentOf(const std::string& path) { return test::content(path); }
   [[nodiscard]] AppState savedState() const {
     return StateStore(StateStore::defaultURL(mac.home() / "Library" / "Application Support")).state();
   }

@@ -9,7 +9,7 @@
 
 #include "platform/sim/faults/FaultyAccessibility.h"
 #include "platform/sim/faults/FaultyWorkspace.h"
-#include "tests/support/ForwardingAccessibility.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/support/StripStory.h"
 
 namespace pellar {

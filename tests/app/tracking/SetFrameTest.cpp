@@ -3,8 +3,8 @@
 #include <limits>
 
 #include "platform/sim/faults/FaultyAccessibility.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/app/tracking/TrackerFixture.h"
-#include "tests/support/ForwardingAccessibility.h"
 
 namespace pellar {
 namespace {

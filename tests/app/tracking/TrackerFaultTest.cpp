@@ -4,8 +4,8 @@
 #include <utility>
 
 #include "platform/sim/faults/FaultyAccessibility.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/app/tracking/TrackerFixture.h"
-#include "tests/support/ForwardingAccessibility.h"
 
 namespace pellar {
 namespace {

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "FakeViewHost.h"
-#include "RecordingCanvas.h"
 #include "app/strip/tabs/TabStripView.h"
+#include "tests/app/strip/tabs/DrawnItems.h"
+#include "tests/app/strip/tabs/FakeViewHost.h"
 
 namespace pellar {
 
@@ -65,12 +65,8 @@ class StripTest : public ::testing::Test {
   // What happened since the last call.
   std::vector<std::string> happened() { return std::exchange(events, {}); }
 
-  [[nodiscard]] std::vector<Painted> painted() { return painted(host.bounds()); }
-  [[nodiscard]] std::vector<Painted> painted(const ViewRect& dirty) {
-    RecordingCanvas canvas;
-    view.draw(canvas, dirty);
-    return canvas.painted;
-  }
+  [[nodiscard]] std::vector<DrawnItem> painted() { return painted(host.bounds()); }
+  [[nodiscard]] std::vector<DrawnItem> painted(const ViewRect& dirty) { return pellar::painted(view, dirty); }
 
   template <class... Parts>
   static std::string words(const Parts&... parts) {

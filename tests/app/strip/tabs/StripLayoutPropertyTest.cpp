@@ -3,9 +3,9 @@
 
 #include <cmath>
 
-#include "FakeViewHost.h"
-#include "RecordingCanvas.h"
 #include "app/strip/tabs/StripLayout.h"
+#include "tests/app/strip/tabs/DrawnItems.h"
+#include "tests/app/strip/tabs/FakeViewHost.h"
 
 namespace pellar {
 namespace {

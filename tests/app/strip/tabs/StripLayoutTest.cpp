@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "FakeViewHost.h"
-#include "RecordingCanvas.h"
 #include "app/strip/tabs/StripLayout.h"
+#include "tests/app/strip/tabs/DrawnItems.h"
+#include "tests/app/strip/tabs/FakeViewHost.h"
 
 namespace pellar {
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "StripFixture.h"
+#include "tests/app/strip/tabs/StripFixture.h"
 
 namespace pellar {
 namespace {
@@ -11,15 +11,15 @@ constexpr Color faint = Color::white(0.75);
 class StripDrawing : public StripTest {
  protected:
   // What is painted of the first tab when it stands at 6...`6 + width` and has no background and no tag.
-  static std::vector<Painted> plainTab(const std::string& label, double x, double width) {
+  static std::vector<DrawnItem> plainTab(const std::string& label, double x, double width) {
     return {roundedRect({x + 9, 11.5, 9, 9}, 2, blue),
             truncatedText(label, {x + 24, 8, width - 46, 16}, 12.5, Color::white(0.78)),
             plainText("×", {x + width - 17, 7}, 13, Color::white(0.5))};
   }
-  static void append(std::vector<Painted>& all, const std::vector<Painted>& more) {
+  static void append(std::vector<DrawnItem>& all, const std::vector<DrawnItem>& more) {
     all.insert(all.end(), more.begin(), more.end());
   }
-  static std::vector<Painted> officeTools() {
+  static std::vector<DrawnItem> officeTools() {
     return {centeredText("Rename", {738, 4, 52, 24}, 12, faint),
             centeredText("○ Auto-save", {792, 4, 82, 24}, 12, faint),
             centeredText("Save all", {876, 4, 64, 24}, 12, faint),
@@ -31,11 +31,11 @@ class StripDrawing : public StripTest {
             centeredText("✕", {1164, 4, 30, 24}, 12, Color::white(0.9))};
   }
   // The things painted of one tab only, among those of the strip.
-  std::vector<Painted> paintedOfTab(std::size_t index) { return painted(view.geometry().tabRect(index)); }
+  std::vector<DrawnItem> paintedOfTab(std::size_t index) { return painted(view.geometry().tabRect(index)); }
 };
 
 TEST_F(StripDrawing, PaintsTabsInOrderThenTools) {
-  std::vector<Painted> expected;
+  std::vector<DrawnItem> expected;
   append(expected, plainTab("Plan", 6, 164));
   append(expected, plainTab("Report", 174, 164));
   append(expected, plainTab("Notes", 342, 164));
@@ -45,10 +45,10 @@ TEST_F(StripDrawing, PaintsTabsInOrderThenTools) {
 
 TEST_F(StripDrawing, TheActiveTabIsLitAndItsLabelWhite) {
   view.setTabs({tab(101, "Plan"), tab(102, "Report", true), tab(103, "Notes")});
-  const std::vector<Painted> expected = {roundedRect({174, 3, 164, 26}, 8, Color::white(0.2)),
-                                         roundedRect({183, 11.5, 9, 9}, 2, blue),
-                                         truncatedText("Report", {198, 8, 118, 16}, 12.5, Color::white()),
-                                         plainText("×", {321, 7}, 13, Color::white(0.5))};
+  const std::vector<DrawnItem> expected = {roundedRect({174, 3, 164, 26}, 8, Color::white(0.2)),
+                                           roundedRect({183, 11.5, 9, 9}, 2, blue),
+                                           truncatedText("Report", {198, 8, 118, 16}, 12.5, Color::white()),
+                                           plainText("×", {321, 7}, 13, Color::white(0.5))};
   EXPECT_EQ(paintedOfTab(1), expected);
 }
 
@@ -68,7 +68,7 @@ TEST_F(StripDrawing, HoveringTheActiveTabLeavesItAsLitAsBefore) {
 TEST_F(StripDrawing, ATaggedTabHasABarAtItsFoot) {
   const Color red = Color::of(SystemColor::red);
   view.setTabs({{101, "Plan", red, false}, tab(102, "Report"), tab(103, "Notes")});
-  std::vector<Painted> expected = plainTab("Plan", 6, 164);
+  std::vector<DrawnItem> expected = plainTab("Plan", 6, 164);
   expected.insert(expected.begin() + 1, roundedRect({12, 26, 152, 2}, 1, red));
   EXPECT_EQ(paintedOfTab(0), expected);
 }
@@ -82,7 +82,7 @@ TEST_F(StripDrawing, TheMarkerHasTheApplicationsColour) {
 TEST_F(StripDrawing, AutoSaveIsGreenWhileItRuns) {
   view.setAutoSaveOn(true);
   EXPECT_EQ(painted(*view.geometry().toolRect(StripAction::autoSave)),
-            (std::vector<Painted>{
+            (std::vector<DrawnItem>{
                 centeredText("● Auto-save", {792, 4, 82, 24}, 12, Color::of(SystemColor::green))}));
 }
 
@@ -90,19 +90,19 @@ TEST_F(StripDrawing, TheSearchButtonIsASymbolInAFourteenPointSquare) {
   view.setTabs(numberedTabs(5));
   ASSERT_TRUE(view.geometry().searchCompact());
   EXPECT_EQ(painted(*view.geometry().toolRect(StripAction::search)),
-            (std::vector<Painted>{symbol({716, 9, 14, 14}, faint)}));
+            (std::vector<DrawnItem>{symbol({716, 9, 14, 14}, faint)}));
 }
 
 TEST_F(StripDrawing, ACrowdedStripShowsTheMoreTool) {
   host.size.width = 900;
   view.setTabs(numberedTabs(12));
   const auto all = painted();
-  const std::vector<Painted> tools(all.end() - 5, all.end());
-  EXPECT_EQ(tools, (std::vector<Painted>{symbol({742, 9, 14, 14}, faint),
-                                         centeredText("⋯", {764, 4, 26, 24}, 12, faint),
-                                         centeredText("–", {800, 4, 30, 24}, 12, faint),
-                                         centeredText("□", {832, 4, 30, 24}, 12, faint),
-                                         centeredText("✕", {864, 4, 30, 24}, 12, Color::white(0.9))}));
+  const std::vector<DrawnItem> tools(all.end() - 5, all.end());
+  EXPECT_EQ(tools, (std::vector<DrawnItem>{symbol({742, 9, 14, 14}, faint),
+                                           centeredText("⋯", {764, 4, 26, 24}, 12, faint),
+                                           centeredText("–", {800, 4, 30, 24}, 12, faint),
+                                           centeredText("□", {832, 4, 30, 24}, 12, faint),
+                                           centeredText("✕", {864, 4, 30, 24}, 12, Color::white(0.9))}));
 }
 
 TEST_F(StripDrawing, NarrowTabsShowTheirMarkerInTheMiddleAndNothingElse) {
@@ -114,8 +114,8 @@ TEST_F(StripDrawing, NarrowTabsShowTheirMarkerInTheMiddleAndNothingElse) {
     return tabs;
   }());
   EXPECT_EQ(paintedOfTab(0),
-            (std::vector<Painted>{roundedRect({14.5, 11.5, 9, 9}, 2, blue),
-                                  roundedRect({12, 26, 14, 2}, 1, Color::of(SystemColor::purple))}));
+            (std::vector<DrawnItem>{roundedRect({14.5, 11.5, 9, 9}, 2, blue),
+                                    roundedRect({12, 26, 14, 2}, 1, Color::of(SystemColor::purple))}));
 }
 
 // Crowded, without document tools, ten tabs: the tools take 132 from the right, margins 20 and the gaps 36.
@@ -128,13 +128,13 @@ TEST_F(StripDrawing, LabelAndCloseMarkAreShownFrom64On) {
 
   host.size.width = 192 + 10 * 63;
   ASSERT_DOUBLE_EQ(view.geometry().tabWidth(), 63);
-  EXPECT_EQ(paintedOfTab(0), (std::vector<Painted>{roundedRect({6 + 31.5 - 4.5, 11.5, 9, 9}, 2, blue)}));
+  EXPECT_EQ(paintedOfTab(0), (std::vector<DrawnItem>{roundedRect({6 + 31.5 - 4.5, 11.5, 9, 9}, 2, blue)}));
 }
 
 TEST_F(StripDrawing, ADraggedTabFollowsThePointerAndAMarkShowsWhereItWillLand) {
   press(at(50));
   dragTo(300);
-  std::vector<Painted> expected = {roundedRect({218, 3, 164, 26}, 8, Color::white(0.1))};
+  std::vector<DrawnItem> expected = {roundedRect({218, 3, 164, 26}, 8, Color::white(0.1))};
   append(expected, plainTab("Plan", 218, 164));
   append(expected, plainTab("Report", 174, 164));
   append(expected, plainTab("Notes", 342, 164));
@@ -179,7 +179,7 @@ TEST_F(StripDrawing, AfterTheDropTheTabsStandInTheirSlotsAgain) {
 TEST_F(StripDrawing, PaintsOnlyWhatIsDirty) {
   EXPECT_EQ(painted({174, 3, 164, 26}), plainTab("Report", 174, 164));
   EXPECT_EQ(painted({1164, 4, 30, 24}),
-            (std::vector<Painted>{centeredText("✕", {1164, 4, 30, 24}, 12, Color::white(0.9))}));
+            (std::vector<DrawnItem>{centeredText("✕", {1164, 4, 30, 24}, 12, Color::white(0.9))}));
   EXPECT_TRUE(painted({510, 0, 200, 32}).empty());
 }
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "StripFixture.h"
+#include "tests/app/strip/tabs/StripFixture.h"
 
 namespace pellar {
 namespace {
@@ -103,7 +103,7 @@ TEST_F(StripHover, ATabThatVanishesUnderTheRestingPointerIsLeftAtTheNextMove) {
   moveTo(400);
   happened();
   view.setTabs({tab(101, "Plan"), tab(102, "Report")});
-  for (const Painted& thing : painted()) EXPECT_NE(thing.color, Color::white(0.1));
+  for (const DrawnItem& thing : painted()) EXPECT_NE(thing.color, Color::white(0.1));
   EXPECT_EQ(happened(), Words{});
   moveTo(400);
   EXPECT_EQ(happened(), (Words{"hover none"}));

@@ -1,40 +1,16 @@
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
-
-#include "StripFixture.h"
-#include "core/Log.h"
+#include "tests/app/strip/tabs/StripFixture.h"
+#include "tests/support/LogReader.h"
 
 namespace pellar {
 namespace {
 
 using Words = std::vector<std::string>;
 
-// Keeps the log of one test in a file of its own.
 class StripPress : public StripTest {
  protected:
-  StripPress() {
-    const auto* test = ::testing::UnitTest::GetInstance()->current_test_info();
-    logFile_ = std::filesystem::temp_directory_path() /
-               words("strip-press-", test->name(), "-", static_cast<const void*>(this), ".log");
-    Log::setUrl(logFile_);
-  }
-  ~StripPress() override {
-    Log::setUrl("/nonexistent/strip-press.log");
-    std::filesystem::remove(logFile_);
-  }
-
-  // The messages logged so far, without their time stamps.
-  [[nodiscard]] Words logged() const {
-    Words lines;
-    std::ifstream file(logFile_);
-    for (std::string line; std::getline(file, line);) lines.push_back(line.substr(line.find(' ') + 1));
-    return lines;
-  }
-
- private:
-  std::filesystem::path logFile_;
+  LogReader log;
 };
 
 TEST_F(StripPress, ATabIsSelectedOnRelease) {
@@ -223,7 +199,7 @@ TEST_F(StripPress, WithoutAPressNeitherDragNorReleaseDoesAnything) {
   dragTo(50);
   release(50);
   EXPECT_EQ(happened(), Words{});
-  EXPECT_EQ(logged(), Words{});
+  EXPECT_EQ(log.messages(), Words{});
 }
 
 TEST_F(StripPress, GesturesWithoutAListenerAreSkipped) {
@@ -259,20 +235,20 @@ TEST_F(StripPress, DragEventsAreLoggedUntilTheDragBegins) {
   dragTo(410);
   dragTo(420);
   release(420);
-  EXPECT_EQ(logged(), (Words(3, "strip mouseDragged tab=2")));
+  EXPECT_EQ(log.messages(), (Words(3, "strip mouseDragged tab=2")));
 }
 
 TEST_F(StripPress, DragEventsOnTheEmptyStripAreLoggedWithoutATab) {
   press(at(515));
   dragTo(540);
   dragTo(560);
-  EXPECT_EQ(logged(), (Words{"strip mouseDragged tab=nil"}));
+  EXPECT_EQ(log.messages(), (Words{"strip mouseDragged tab=nil"}));
 }
 
 TEST_F(StripPress, AClickLogsNothing) {
   press(at(50));
   release(50);
-  EXPECT_EQ(logged(), Words{});
+  EXPECT_EQ(log.messages(), Words{});
 }
 
 // Reports go on arriving while a button is down.

@@ -3,28 +3,22 @@
 
 #include <algorithm>
 
-#include "FakeViewHost.h"
-#include "RecordingCanvas.h"
 #include "app/strip/tabs/TabStripView.h"
 #include "core/Log.h"
+#include "tests/app/strip/tabs/DrawnItems.h"
+#include "tests/app/strip/tabs/FakeViewHost.h"
 
 namespace pellar {
 namespace {
 
-std::vector<Painted> paint(TabStripView& view, const ViewRect& dirty) {
-  RecordingCanvas canvas;
-  view.draw(canvas, dirty);
-  return canvas.painted;
-}
-
 // A rectangle that every thing of this kind stays in; a close mark's text is inside its 14-point square.
-ViewRect extent(const Painted& thing) {
-  if (thing.kind != Painted::Kind::text) return thing.rect;
+ViewRect extent(const DrawnItem& thing) {
+  if (thing.kind != DrawnItem::Kind::text) return thing.rect;
   return {thing.rect.x - 3, thing.rect.y + 2, 14, 14};
 }
 
-std::vector<Painted> without(std::vector<Painted> things, const std::vector<Painted>& taken) {
-  for (const Painted& thing : taken) {
+std::vector<DrawnItem> without(std::vector<DrawnItem> things, const std::vector<DrawnItem>& taken) {
+  for (const DrawnItem& thing : taken) {
     const auto found = std::find(things.begin(), things.end(), thing);
     if (found != things.end()) things.erase(found);
   }
@@ -110,15 +104,15 @@ RC_GTEST_PROP(StripRedraw, WhateverChangesIsAskedToBeRedrawn, ()) {
   const int steps = *rc::gen::inRange(1, 30);
   for (int step = 0; step < steps; ++step) {
     host.forgetRequests();
-    const auto before = paint(view, host.bounds());
+    const auto before = painted(view, host.bounds());
     anyStep(view, host);
-    const auto after = paint(view, host.bounds());
+    const auto after = painted(view, host.bounds());
     if (host.fullRedraws > 0) continue;
 
     auto changed = without(before, after);
     const auto appeared = without(after, before);
     changed.insert(changed.end(), appeared.begin(), appeared.end());
-    for (const Painted& thing : changed) {
+    for (const DrawnItem& thing : changed) {
       const auto visible = extent(thing).intersection(host.bounds());
       if (!visible) continue;
       const bool asked = std::ranges::any_of(host.redrawn, [&](const ViewRect& dirty) {
@@ -138,15 +132,15 @@ RC_GTEST_PROP(StripRedraw, APartPaintedAloneHasEverythingThatLiesInIt, ()) {
 
   const ViewRect dirty{*rc::gen::inRange(0, 1600) * 1.0, *rc::gen::inRange(0, 32) * 1.0,
                        *rc::gen::inRange(1, 300) * 1.0, *rc::gen::inRange(1, 32) * 1.0};
-  std::vector<Painted> expected;
-  const auto all = paint(view, host.bounds().grown(5000));
-  const auto part = paint(view, dirty);
-  for (const Painted& thing : all) {
+  std::vector<DrawnItem> expected;
+  const auto all = painted(view, host.bounds().grown(5000));
+  const auto part = painted(view, dirty);
+  for (const DrawnItem& thing : all) {
     if (extent(thing).intersects(dirty)) expected.push_back(thing);
   }
   // In order, nothing that shows is left out; what is painted besides belongs to a tab that is touched.
   auto rest = part.begin();
-  for (const Painted& thing : expected) {
+  for (const DrawnItem& thing : expected) {
     rest = std::find(rest, part.end(), thing);
     RC_ASSERT(rest != part.end());
     ++rest;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "StripFixture.h"
+#include "tests/app/strip/tabs/StripFixture.h"
 
 namespace pellar {
 namespace {

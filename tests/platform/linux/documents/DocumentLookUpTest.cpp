@@ -1,6 +1,4 @@
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -11,6 +9,7 @@
 
 #include "platform/linux/documents/DocumentLookUp.h"
 #include "platform/linux/system/FileUrls.h"
+#include "platform/sim/system/TemporaryFolder.h"
 
 namespace pellar {
 namespace {
@@ -21,15 +20,8 @@ namespace fs = std::filesystem;
 class DocumentLookUpTest : public ::testing::Test {
  protected:
   DocumentLookUpTest() {
-    std::string pattern = (fs::temp_directory_path() / "pellar-documents-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    root = pattern;
     fs::create_directories(home());
     startProcess({"/usr/bin/editor"}, home());
-  }
-  ~DocumentLookUpTest() override {
-    std::error_code ignored;
-    fs::remove_all(root, ignored);
   }
 
   [[nodiscard]] fs::path home() const { return root / "home" / "ann"; }
@@ -54,7 +46,8 @@ class DocumentLookUpTest : public ::testing::Test {
   }
 
   static constexpr ProcessId pid = 4711;
-  fs::path root;
+  TemporaryFolder folder;
+  fs::path root = folder.path();
   int lastDescriptor = 2;
 };
 

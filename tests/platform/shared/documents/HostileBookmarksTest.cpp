@@ -5,6 +5,7 @@
 
 #include "platform/shared/documents/PlistPropertyLists.h"
 #include "platform/sim/system/TemporaryFolder.h"
+#include "tests/support/Files.h"
 #include "tests/support/PropertyListFile.h"
 
 namespace pellar {
@@ -20,7 +21,7 @@ class HostileBookmarks : public testing::Test {
  protected:
   std::optional<Dictionary> read(const std::string& content) {
     const auto file = folder / "bookmarks.plist";
-    test::write(file, content);
+    test::put(file, content);
     return lists.read(file);
   }
   static std::string repeated(const std::string& text, std::size_t count) {
@@ -153,7 +154,7 @@ TEST_F(HostileBookmarks, AHugeFileIsNotRead) {
   EXPECT_EQ(read(xmlList(good()) + padding), std::nullopt);
   // One that takes no room on the disk at all.
   const auto sparse = folder / "sparse.plist";
-  test::write(sparse, xmlList(good()));
+  test::put(sparse, xmlList(good()));
   std::filesystem::resize_file(sparse, std::uintmax_t{1} << 40U);
   EXPECT_EQ(lists.read(sparse), std::nullopt);
 }
