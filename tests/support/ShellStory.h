@@ -13,6 +13,7 @@
 #include "core/StateStore.h"
 #include "platform/sim/SimMac.h"
 #include "tests/support/LogReader.h"
+#include "tests/support/StripTools.h"
 
 namespace pellar {
 
@@ -51,7 +52,10 @@ class ShellStory : public testing::Test {
     mac.activate(application);
     mac.settle();
   }
-  [[nodiscard]] bool stripShown() { return pellar->strip() != nullptr && mac.strip().visible(); }
+  [[nodiscard]] bool stripShown() {
+    mac.settle();
+    return pellar->strip() != nullptr && mac.strip().visible();
+  }
   [[nodiscard]] SimPlainWindow& window(const std::string& title) { return mac.windows().titled(title); }
 
   SimMac mac;

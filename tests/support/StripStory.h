@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -11,6 +12,8 @@
 #include "platform/sim/SimMac.h"
 #include "platform/sim/panel/SimSearchField.h"
 #include "tests/support/LogReader.h"
+#include "tests/support/PanelReader.h"
+#include "tests/support/StripTools.h"
 
 namespace pellar {
 
@@ -42,7 +45,11 @@ class StripStory : public testing::Test {
     word.quirks().listsWindowsByCreation = true;
     return word;
   }
-  [[nodiscard]] StripReader strip() { return mac.strip(); }
+  // The strip as it stands once the program has heard of everything that happened.
+  [[nodiscard]] StripReader strip() {
+    catchUp();
+    return mac.strip();
+  }
   [[nodiscard]] bool stripShown() { return strip().visible(); }
   // Where the strip has to be over a window.
   [[nodiscard]] static AxRect over(const SimWindow& window) {
@@ -54,8 +61,8 @@ class StripStory : public testing::Test {
     EXPECT_EQ(strip().accessibilityFrame(), over(window));
   }
   [[nodiscard]] SimPanel& dropdown() {
-    for (auto* panel : mac.panels().all())
-      if (panel->style().contentSize == Size{480, 300}) return *panel;
+    catchUp();
+    if (auto* const panel = PanelReader(mac).dropdown()) return *panel;
     throw std::runtime_error("there is no drop-down");
   }
 
@@ -63,6 +70,12 @@ class StripStory : public testing::Test {
   AppDelegate pellar{mac.platform()};  // depends-on: mac
   LogReader log{mac.platform().folders.logFile};
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
+
+ private:
+  // A look at what a move of the mouse did (SimPointer::moveTo) does not wait for what is reported of it.
+  void catchUp() {
+    if (!mac.pointer().isLooking()) mac.settle();
+  }
 };
 
 }  // namespace pellar

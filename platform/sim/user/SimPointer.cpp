@@ -7,9 +7,15 @@
 
 namespace pellar {
 
-void SimPointer::moveTo(ScreenPoint point) {
+void SimPointer::moveTo(ScreenPoint point, const std::function<void()>& look) {
   location_ = point;
-  loop_.post([this] { leftHeld_ ? dragged() : hover(); });
+  loop_.post([this, look] {
+    leftHeld_ ? dragged() : hover();
+    if (!look) return;
+    looking_ = true;
+    look();
+    looking_ = false;
+  });
   loop_.runUntilIdle();
 }
 

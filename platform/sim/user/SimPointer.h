@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 
 #include "platform/View.h"
 #include "platform/sim/applications/SimDesktop.h"
@@ -22,8 +23,9 @@ class SimPointer {
              SimEventMonitors& monitors)
       : loop_(loop), desktop_(desktop), screens_(screens), panels_(panels), monitors_(monitors) {}
 
-  // With no button held: hovers. With the left one held: drags.
-  void moveTo(ScreenPoint point);
+  // With no button held: hovers. With the left one held: drags. `look` sees what the event itself did, before
+  // anything that it brought about is reported.
+  void moveTo(ScreenPoint point, const std::function<void()>& look = {});
   void press(ScreenPoint point, int clickCount = 1, Control control = Control::up);
   void release();
 
@@ -37,6 +39,8 @@ class SimPointer {
   // Turns the wheel there, downward when positive.
   void scroll(ScreenPoint point, int notches);
 
+  // Whether a look of a move is being taken.
+  [[nodiscard]] bool isLooking() const { return looking_; }
   [[nodiscard]] ScreenPoint location() const { return location_; }
 
   // A click into a control that takes the keyboard makes this program the frontmost application.
@@ -57,6 +61,7 @@ class SimPointer {
   SimPanels& panels_;
   SimEventMonitors& monitors_;
   ScreenPoint location_;
+  bool looking_ = false;
   bool leftHeld_ = false;
   int clickCount_ = 1;
   SimPanel* pressed_ = nullptr;         // the panel that took the left press; may be gone

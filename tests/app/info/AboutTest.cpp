@@ -142,7 +142,6 @@ TEST_F(About, TheStripStaysAsItWasMeanwhile) {
   start();
   ASSERT_TRUE(stripShown());
   show();
-  mac.settle();
   EXPECT_TRUE(stripShown());
   EXPECT_EQ(mac.strip().tabs(), Rows{"Plan"});
 }

@@ -59,7 +59,6 @@ TEST_F(OfficeSeeds, WithoutAnApplicationEveryOwnFileIsOfferedAndNoneOfTheirs) {
   mac.leaveNobodyInFront();
   start();
   pellar.strip()->openRecent();
-  mac.settle();
   EXPECT_EQ(titles(), (Names{"Drawing.svg", "Plan.txt"}));
 }
 

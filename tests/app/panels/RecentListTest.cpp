@@ -88,7 +88,6 @@ TEST_F(RecentList, EmptyingTheFieldFromCodeDoesNotOpenIt) {
   openDropdown();
   mac.type("pl");
   pellar.strip()->closeRecent();
-  mac.settle();
   EXPECT_EQ(strip().searchField()->text(), "");
   EXPECT_FALSE(isOpen());
 }
@@ -113,7 +112,6 @@ TEST_F(RecentList, FollowsTheApplicationInFront) {
   mac.pressKey("cancelOperation:");
   auto painter = mac.launch({.bundleId = "org.example.painter", .name = "Painter"});
   painter.open("Canvas", {100, 200, 1200, 600});
-  mac.settle();
   strip().clickSearchField();
   EXPECT_EQ(titles(), Names{"Drawing.svg"});
 }

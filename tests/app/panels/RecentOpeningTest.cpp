@@ -72,7 +72,6 @@ TEST_F(RecentOpening, ItsWindowGetsATab) {
   };
   openDropdown();
   mac.pressKey("insertNewline:");
-  mac.settle();
   EXPECT_EQ(strip().tabs(), (Labels{"Plan", "Report.txt"}));
   EXPECT_EQ(strip().activeTab(), "Report.txt");
   EXPECT_FALSE(isOpen());

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/panels/SnapPicker.h"
-#include "tests/support/PanelStory.h"
+#include "tests/support/PanelReader.h"
 
 namespace pellar {
 namespace {
@@ -15,12 +15,12 @@ class Picker : public testing::Test {
   [[nodiscard]] ScreenRect frame() const { return hover.picker()->frame(); }
   [[nodiscard]] ScreenPoint middleOf(Tile tile) const {
     for (const auto& [rect, each] : SnapView::cellRects())
-      if (each == tile) return HoverReader::onScreen(*hover.picker(), {rect.midX(), rect.midY()});
+      if (each == tile) return PanelReader::onScreen(*hover.picker(), {rect.midX(), rect.midY()});
     throw std::runtime_error("no such cell");
   }
 
   SimMac mac;
-  HoverReader hover{mac};
+  PanelReader hover{mac};
   std::vector<Tile> picked;
   SnapPicker picker{mac.platform().panels, mac.platform().mainLoop, mac.platform().screens,
                     [this](Tile tile) { picked.push_back(tile); }};
@@ -107,8 +107,8 @@ TEST_F(Picker, GoesAtOnceWithAPick) {
 
 TEST_F(Picker, StaysWhenAGapIsClicked) {
   picker.show(button);
-  mac.pointer().click(HoverReader::onScreen(*hover.picker(), {60, 40}));
-  mac.pointer().click(HoverReader::onScreen(*hover.picker(), {3, 3}));
+  mac.pointer().click(PanelReader::onScreen(*hover.picker(), {60, 40}));
+  mac.pointer().click(PanelReader::onScreen(*hover.picker(), {3, 3}));
   EXPECT_TRUE(picked.empty());
   EXPECT_TRUE(hover.pickerShown());
 }

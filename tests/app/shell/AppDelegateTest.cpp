@@ -38,7 +38,6 @@ TEST_F(Launch, WithoutThePermissionTheUserIsAskedAndTheStripComesOnceItIsGiven) 
   mac.advance(1ms);
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
   mac.activate(editor);
-  mac.settle();
   expectStripOver(plan);
   mac.advance(10s);
   EXPECT_EQ(log.count("tracking started"), 1);
@@ -49,7 +48,6 @@ TEST_F(Launch, TakingThePermissionAwayLaterHidesTheStripQuietly) {
   start();
   mac.accessibility().setTrusted(false);
   plan.retitle("Plan 2");
-  mac.settle();
   EXPECT_FALSE(stripShown());
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
 }

@@ -137,11 +137,11 @@ TEST_F(AutoSaving, TheStripsToolSaysAtOnceWhetherItIsOn) {
   setMinutes(0);
   editor.open("Plan", {100, 200, 1300, 600});
   start();
-  mac.strip().clickTool("○ Auto-save");
-  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("● Auto-save")));
+  mac.strip().clickTool(tool::autoSaveOff);
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint(tool::autoSaveOn)));
   EXPECT_EQ(menu("Auto-save changed files"), (Rows{"Off", "✓ Every 1 min", "Every 5 min", "Every 10 min"}));
-  mac.strip().clickTool("● Auto-save");
-  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("○ Auto-save")));
+  mac.strip().clickTool(tool::autoSaveOn);
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint(tool::autoSaveOff)));
 }
 
 TEST_F(AutoSaving, AFailedScriptLeavesNoOtherTraceThanItsOwnLine) {

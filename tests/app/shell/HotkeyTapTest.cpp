@@ -75,7 +75,6 @@ TEST_F(Shortcut, WhileTheStripIsHiddenTheApplicationGetsTheKey) {
   auto b = open("B");
   start();
   b.enterFullScreen();
-  mac.settle();
   ASSERT_FALSE(stripShown());
   mac.pressKey(tabKey, control);
   EXPECT_EQ(received(), (std::vector<SimKey>{{tabKey, control}}));

@@ -73,10 +73,10 @@ TEST_F(StatusMenuChoice, AnAutoSaveIntervalIsShownOnTheStripAtOnce) {
   start();
   choose({"Auto-save changed files", "Every 5 min"});
   EXPECT_EQ(saved().autoSaveMinutes, 5);
-  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("● Auto-save")));
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint(tool::autoSaveOn)));
   choose({"Auto-save changed files", "Off"});
   EXPECT_EQ(saved().autoSaveMinutes, 0);
-  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint("○ Auto-save")));
+  EXPECT_NO_THROW(static_cast<void>(mac.strip().toolPoint(tool::autoSaveOff)));
 }
 
 TEST_F(StatusMenuChoice, StartAtLoginTurnsTheLoginItemOnAndOff) {

@@ -94,7 +94,7 @@ TEST_F(WorkingWeek, FromTheFirstStartToTheNextMonday) {
   // He turns auto-save on by the strip; a minute later what changed is on the disk.
   mac.activate(word);
   mac.settle();
-  mac.strip().clickTool("○ Auto-save");
+  mac.strip().clickTool(tool::autoSaveOff);
   EXPECT_EQ(savedState().settings.autoSaveMinutes, 1);
   SimOffice::edit(*report, "the report");
   mac.advance(59s);

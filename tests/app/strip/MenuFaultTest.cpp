@@ -64,7 +64,6 @@ TEST_F(WordMenuFault, TheApplicationMayQuitUnderItsMenu) {
       mac.terminate(word);
       mac.terminate(again);
       mac.activate(editor);
-      mac.settle();
       EXPECT_EQ(strip().tabs(), Labels{"Text"});
       chooseOne(menu, item);
     });

@@ -66,9 +66,9 @@ TEST_F(StripFault, ReportsThatArriveInsideAWriteAreTakenOver) {
   expectStripOver(plan);
   strip().clickTab("Report");
   expectStripOver(report);
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   expectStripOver(report);
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(report.frame(), (AxRect{100, 200, 1200, 600}));
   strip().dragEmptyStrip(30, -40);
   EXPECT_EQ(report.frame().origin(), (AxPoint{130, 240}));
@@ -103,7 +103,6 @@ TEST_F(StripFault, TheApplicationMayEndWhileItsWindowIsPushedDown) {
     faulted->tracker().refresh();
   };
   high.moveTo({100, 30});
-  mac.settle();
   EXPECT_FALSE(stripShown());
 }
 
@@ -179,7 +178,6 @@ TEST_F(StripFault, EveryWindowMayCloseUnderADragOfTheStrip) {
   mac.pointer().release();
   EXPECT_FALSE(stripShown());
   const auto notes = open("Notes", {50, 300, 1200, 400});
-  mac.settle();
   expectStripOver(notes);
   strip().dragEmptyStrip(30, 0);
   EXPECT_EQ(notes.frame().x, 80);
@@ -212,7 +210,6 @@ TEST_F(StripFault, AWindowThatIsGoneButStillListedDoesNotMoveTheStripAway) {
   start();
   report.vanishUnannounced();
   plan.retitle("Plan 2");
-  mac.settle();
   EXPECT_EQ(strip().tabs(), Labels{"Plan 2"});
   expectStripOver(plan);
 }
@@ -233,12 +230,10 @@ TEST_F(StripFault, AFrozenApplicationHidesTheStripAndHasItBackAfterwards) {
   start();
   editor.freeze();
   pellar.tracker().refresh();
-  mac.settle();
   EXPECT_FALSE(stripShown());
   plan.retitle("Plan 2");
   mac.settle();
   editor.resume();
-  mac.settle();
   expectStripOver(plan);
   EXPECT_EQ(strip().tabs(), Labels{"Plan 2"});
   EXPECT_EQ(log.messages(), Labels{"tracking started"});
@@ -253,7 +248,6 @@ TEST_F(StripFault, AnApplicationThatFreezesUnderAClickHasItsStripBackWithItsNext
   EXPECT_FALSE(stripShown());
   editor.resume();
   plan.retitle("Plan 2");
-  mac.settle();
   expectStripOver(report);
   EXPECT_EQ(plan.raises(), 0);
 }
@@ -267,14 +261,12 @@ TEST_F(StripFault, AWindowThatTellsAPlaceOrSizeThatIsNoNumberKeepsItsStripAndIts
     for (const AxPoint position : {AxPoint{strange, 200}, AxPoint{100, strange}}) {
       faulty.answer("AXPosition", position);
       faulted->tracker().refresh();
-      mac.settle();
       expectStripOver(plan);
     }
     faulty.repair();
     for (const Size size : {Size{strange, 600}, Size{1200, strange}}) {
       faulty.answer("AXSize", size);
       faulted->tracker().refresh();
-      mac.settle();
       expectStripOver(plan);
     }
     faulty.repair();
@@ -324,7 +316,6 @@ TEST_F(StripFault, ATitleThatNeverRestsCostsOneRedrawATurn) {
   start();
   const auto repaints = strip().panel().simHost().repaints().size();
   for (int i = 1; i <= 1000; ++i) plan.retitle("Plan " + std::to_string(i));
-  mac.settle();
   EXPECT_EQ(strip().tabs(), Labels{"Plan 1000"});
   EXPECT_LE(strip().panel().simHost().repaints().size(), repaints + 2);
 }
@@ -347,7 +338,6 @@ TEST_F(StripFault, ATerminationThatDoesNotSayWhoseStillRefreshes) {
   const auto faulted = startOn(mac.platformWith(faulty));
   ASSERT_TRUE(stripShown());
   mac.terminate(editor);
-  mac.settle();
   EXPECT_FALSE(stripShown());
 }
 
@@ -359,9 +349,9 @@ TEST_F(StripFault, ActionsThatReachNobodyChangeNothing) {
   const auto report = open("Report");
   const auto faulted = startOn(mac.platformWith(faulty));
   strip().clickTab("Plan");
-  strip().clickTool("\u25A1");
-  strip().clickTool("\u2013");
-  strip().clickTool("\u2715");
+  strip().clickTool(tool::zoom);
+  strip().clickTool(tool::minimize);
+  strip().clickTool(tool::closeWindow);
   EXPECT_EQ(strip().tabs(), (Labels{"Plan", "Report"}));
   expectStripOver(report);
 }

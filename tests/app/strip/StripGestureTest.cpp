@@ -68,7 +68,7 @@ TEST_F(StripGesture, AWindowWithoutCloseButtonStays) {
   plan.quirks().hasCloseButton = false;
   start();
   strip().closeTab("Plan");
-  strip().clickTool("\u2715");
+  strip().clickTool(tool::closeWindow);
   strip().clickTool("Close all");
   EXPECT_EQ(strip().tabs(), Labels{"Plan"});
 }
@@ -82,7 +82,6 @@ TEST_F(StripGesture, ADraggedTabStaysWhereItWasDropped) {
   EXPECT_EQ(strip().tabs(), (Labels{"C", "A", "B"}));
   EXPECT_TRUE(log.has(R"(tabs reordered: ["C", "A", "B"])"));
   open("D");
-  mac.settle();
   EXPECT_EQ(strip().tabs(), (Labels{"C", "A", "B", "D"}));
   strip().dragTab("C").to(3);
   EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "D", "C"}));
@@ -92,11 +91,11 @@ TEST_F(StripGesture, TheWindowToolsActOnTheFocusedWindow) {
   auto plan = open("Plan");
   auto report = open("Report");
   start();
-  strip().clickTool("\u2013");
+  strip().clickTool(tool::minimize);
   EXPECT_TRUE(report.isMinimised());
   EXPECT_FALSE(plan.isMinimised());
   expectStripOver(plan);
-  strip().clickTool("\u2715");
+  strip().clickTool(tool::closeWindow);
   EXPECT_FALSE(plan.exists());
   EXPECT_TRUE(report.exists());
 }
@@ -114,7 +113,7 @@ TEST_F(StripGesture, CloseAllClosesEveryWindow) {
 TEST_F(StripGesture, ZoomingTwiceGivesTheFrameBackExactly) {
   const auto plan = open("Plan", {101.5, 203.25, 1200, 601});
   start();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), zoomed);
   expectStripOver(plan);
   strip().doubleClickEmptyStrip();
@@ -124,21 +123,20 @@ TEST_F(StripGesture, ZoomingTwiceGivesTheFrameBackExactly) {
 TEST_F(StripGesture, AZoomedWindowThatWasMovedIsZoomedAnew) {
   auto plan = open("Plan");
   start();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   plan.setFrame({50, 100, 1000, 500});
-  mac.settle();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), zoomed);
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), (AxRect{50, 100, 1000, 500}));
 }
 
 TEST_F(StripGesture, AWindowThatFillsTheAreaOfItselfStaysAndHasThatToReturnTo) {
   auto plan = open("Plan", {1, 58, 1439, 842});
   start();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_NEAR(plan.frame().x, 0, 1.999);
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), (AxRect{1, 58, 1439, 842}));
 }
 
@@ -147,16 +145,15 @@ TEST_F(StripGesture, AWindowThatGrowsInStepsReturnsFromBeingZoomed) {
   terminal.quirks().minimumSize = {24, 34};
   terminal.quirks().sizeIncrement = {10, 20};
   start();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "as much as whole lines and columns fill";
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(terminal.frame(), (AxRect{100, 200, 804, 374}));
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   terminal.moveTo({50, 80});
-  mac.settle();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "once moved it is zoomed anew";
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(terminal.frame(), (AxRect{50, 80, 1434, 834}));
 }
 
@@ -165,24 +162,23 @@ TEST_F(StripGesture, AWindowThatCouldNotBeZoomedIsZoomedTheNextTime) {
   plan.quirks().refusesMoves = true;
   plan.quirks().refusesSizes = true;
   start();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
   plan.quirks().refusesMoves = false;
   plan.quirks().refusesSizes = false;
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), zoomed);
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
 }
 
 TEST_F(StripGesture, AFrameOnceReturnedToIsForgotten) {
   auto plan = open("Plan");
   start();
-  strip().clickTool("\u25A1");
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
+  strip().clickTool(tool::zoom);
   plan.setFrame(zoomed);
-  mac.settle();
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(plan.frame(), zoomed);
 }
 
@@ -317,24 +313,22 @@ TEST_F(StripGesture, TheAutoSaveToolMeansOneMinuteOrOff) {
   const auto minutesAfterClick = [&](std::int64_t minutes, const char* tool) {
     pellar.store().update([&](AppState& state) { state.settings.autoSaveMinutes = minutes; });
     pellar.tracker().refresh();
-    mac.settle();
     strip().clickTool(tool);
     const StateStore reread(pellar.store().url());
     return reread.state().settings.autoSaveMinutes;
   };
-  EXPECT_EQ(minutesAfterClick(0, "\u25CB Auto-save"), 1);
-  EXPECT_EQ(minutesAfterClick(-5, "\u25CB Auto-save"), 1);
-  EXPECT_EQ(minutesAfterClick(15, "\u25CF Auto-save"), 0);
-  EXPECT_EQ(minutesAfterClick(1, "\u25CF Auto-save"), 0);
-  EXPECT_EQ(strip().tools().front(), "\u25CB Auto-save");
+  EXPECT_EQ(minutesAfterClick(0, tool::autoSaveOff), 1);
+  EXPECT_EQ(minutesAfterClick(-5, tool::autoSaveOff), 1);
+  EXPECT_EQ(minutesAfterClick(15, tool::autoSaveOn), 0);
+  EXPECT_EQ(minutesAfterClick(1, tool::autoSaveOn), 0);
+  EXPECT_EQ(strip().tools().front(), tool::autoSaveOff);
 }
 
 TEST_F(StripGesture, ToolsDoNothingOnceTheApplicationIsGone) {
   open("Plan");
   start();
-  const auto tool = strip().toolPoint("\u2715");
+  const auto tool = strip().toolPoint(tool::closeWindow);
   mac.terminate(editor);
-  mac.settle();
   EXPECT_FALSE(stripShown());
   mac.pointer().click(tool);
   EXPECT_FALSE(stripShown());
@@ -348,9 +342,8 @@ TEST_F(StripGesture, APressThatArrivesAfterTheApplicationWentDoesNothing) {
     const ScreenPoint point = strip().toolPoint(tool);
     return MouseEvent{strip().panel().host().fromScreen(point), point, false, 1};
   };
-  const std::vector<MouseEvent> presses{pressOn("\u25CB Auto-save"), pressOn("Groups")};
+  const std::vector<MouseEvent> presses{pressOn(tool::autoSaveOff), pressOn("Groups")};
   mac.terminate(editor);
-  mac.settle();
   ASSERT_FALSE(stripShown());
   mac.menus().next([](SimOpenMenu&) { ADD_FAILURE() << "a menu of no application's windows"; });
   for (const auto& press : presses) view.mouseDown(press);
@@ -365,7 +358,6 @@ TEST_F(StripGesture, GesturesStillReachWindowsWhilePellarIsInFront) {
   open("Report");
   start();
   mac.activatePellar();
-  mac.settle();
   strip().clickTab("Plan");
   EXPECT_EQ(mac.frontWindow(), plan);
   expectStripOver(plan);
@@ -391,11 +383,10 @@ TEST_F(QuietApplication, ItsWindowsAreLookedAtAgainAfterEveryAction) {
   strip().clickTab("A");
   EXPECT_EQ(strip().activeTab(), "A");
   pellar.strip()->cycle(true);
-  mac.settle();
   EXPECT_EQ(strip().activeTab(), "B");
-  strip().clickTool("\u25A1");
+  strip().clickTool(tool::zoom);
   expectStripOver(b);
-  strip().clickTool("\u2013");
+  strip().clickTool(tool::minimize);
   EXPECT_NE(strip().activeTab(), "B");
   strip().closeTab("A");
   EXPECT_EQ(strip().tabs(), (Labels{"B", "C"}));

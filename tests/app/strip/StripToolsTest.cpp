@@ -15,24 +15,24 @@ TEST_F(WordTools, MoreHoldsWhatANarrowStripHasNoRoomFor) {
   const auto plan = openInWord("Plan.docx");
   plan->window->setFrame(narrow);
   start();
-  EXPECT_EQ(toolMenu("⋯"),
+  EXPECT_EQ(toolMenu(tool::overflow),
             (Rows{"Rename…", "Auto-save: off", "Save all", "New document", "---", "Groups…", "Close all"}));
-  EXPECT_EQ(mac.menus().places().back(), strip().toolPoint("⋯"));
+  EXPECT_EQ(mac.menus().places().back(), strip().toolPoint(tool::overflow));
 }
 
 TEST_F(EditorTools, MoreHoldsLessForOtherApplications) {
   open("Plan", narrow);
   start();
-  EXPECT_EQ(toolMenu("⋯"), (Rows{"Groups…", "Close all"}));
+  EXPECT_EQ(toolMenu(tool::overflow), (Rows{"Groups…", "Close all"}));
 }
 
 TEST_F(WordTools, MoreTogglesAutoSave) {
   const auto plan = openInWord("Plan.docx");
   plan->window->setFrame(narrow);
   start();
-  chooseInTool("⋯", {"Auto-save: off"});
+  chooseInTool(tool::overflow, {"Auto-save: off"});
   EXPECT_EQ(saved().settings.autoSaveMinutes, 1);
-  chooseInTool("⋯", {"Auto-save: on"});
+  chooseInTool(tool::overflow, {"Auto-save: on"});
   EXPECT_EQ(saved().settings.autoSaveMinutes, 0);
 }
 
@@ -42,7 +42,7 @@ TEST_F(WordTools, MoreSaysWhetherAutoSaveIsOn) {
   start();
   const auto rowFor = [&](std::int64_t minutes) {
     pellar.store().update([&](AppState& state) { state.settings.autoSaveMinutes = minutes; });
-    return toolMenu("⋯").at(1);
+    return toolMenu(tool::overflow).at(1);
   };
   EXPECT_EQ(rowFor(-3), "Auto-save: off");
   EXPECT_EQ(rowFor(0), "Auto-save: off");
@@ -55,9 +55,9 @@ TEST_F(WordTools, MoreOfOutlookHasTheSameRowsAndRenamesNothing) {
   auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
   outlook.open("Inbox", narrow);
   mac.settle();
-  EXPECT_EQ(toolMenu("⋯"),
+  EXPECT_EQ(toolMenu(tool::overflow),
             (Rows{"Rename…", "Auto-save: off", "Save all", "New document", "---", "Groups…", "Close all"}));
-  chooseInTool("⋯", {"Rename…"});
+  chooseInTool(tool::overflow, {"Rename…"});
   EXPECT_TRUE(mac.alerts().shown().empty());
   EXPECT_TRUE(mac.scripts().sources().empty());
 }
@@ -66,15 +66,15 @@ TEST_F(WordTools, MoreRenamesTheFocusedDocument) {
   const auto fresh = newInWord("Letter");
   fresh->window->setFrame(narrow);
   start();
-  chooseInTool("⋯", {"Rename…"});
+  chooseInTool(tool::overflow, {"Rename…"});
   EXPECT_TRUE(mac.alerts().shown().empty());
   fresh->name = "Letter.docx";
   fresh->path = pathOf("Letter.docx");
   SimOffice::edit(*fresh, "Dear Ann");
-  chooseInTool("⋯", {"Save all"});
+  chooseInTool(tool::overflow, {"Save all"});
   EXPECT_TRUE(fresh->saved);
   mac.alerts().nextType("Answer");
-  chooseInTool("⋯", {"Rename…"});
+  chooseInTool(tool::overflow, {"Rename…"});
   EXPECT_EQ(strip().tabs(), Labels{"Answer"});
   EXPECT_EQ(fresh->path, pathOf("Answer.docx"));
 }
@@ -90,7 +90,7 @@ TEST_F(WordTools, MoreRenamesTheDocumentItWasOpenedOver) {
     menu.choose({"Rename…"});
   });
   mac.alerts().nextCancel();
-  strip().clickTool("⋯");
+  strip().clickTool(tool::overflow);
   EXPECT_EQ(mac.alerts().shown().back().fieldText, "Notes");
 }
 
@@ -98,7 +98,7 @@ TEST_F(WordTools, MoreMakesANewDocument) {
   const auto plan = openInWord("Plan.docx");
   plan->window->setFrame(narrow);
   start();
-  chooseInTool("⋯", {"New document"});
+  chooseInTool(tool::overflow, {"New document"});
   EXPECT_EQ(mac.office().documents(word).size(), 2U);
 }
 
@@ -109,7 +109,7 @@ TEST_F(WordTools, MoreLeadsToTheGroupsAtTheSamePlace) {
   mac.menus().nextChoose({"Groups…"});
   mac.menus().nextChoose({"Save open tabs as group…"});
   mac.alerts().nextType("Monday");
-  strip().clickTool("⋯");
+  strip().clickTool(tool::overflow);
   ASSERT_EQ(mac.menus().places().size(), 2U);
   EXPECT_EQ(mac.menus().places().at(0), mac.menus().places().at(1));
   EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Plan.docx")});
@@ -119,7 +119,7 @@ TEST_F(EditorTools, MoreClosesAllWindows) {
   open("Plan", narrow);
   open("Report", narrow);
   start();
-  chooseInTool("⋯", {"Close all"});
+  chooseInTool(tool::overflow, {"Close all"});
   EXPECT_TRUE(editor.windowsFrontToBack().empty());
   EXPECT_FALSE(stripShown());
 }
@@ -137,7 +137,7 @@ TEST_F(WordTools, SaveAllSavesTheDocumentsOfWord) {
 TEST_F(WordTools, NewMakesADocumentOfWord) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
-  strip().clickTool("+");
+  strip().clickTool(tool::newDocument);
   EXPECT_EQ(mac.office().documents(word).size(), 2U);
 }
 
@@ -167,7 +167,7 @@ TEST_F(EditorTools, NewPressesTheFirstOfTheUsualItems) {
     std::vector<SimMenuItem> items;
     for (const auto& title : titles) items.push_back(item(title));
     editor.setMenuBar({{"Apple", {}}, {"File", items}});
-    strip().clickTool("+");
+    strip().clickTool(tool::newDocument);
     return pressed;
   };
   start();
@@ -182,7 +182,7 @@ TEST_F(EditorTools, NewPressesTheFirstOfTheUsualItems) {
 TEST_F(EditorTools, WithoutAMenuBarTheyDoNothing) {
   open("Plan", {100, 200, 1300, 600}).setDocument("file:///Users/ann/Plan.txt");
   start();
-  strip().clickTool("+");
+  strip().clickTool(tool::newDocument);
   strip().clickTool("Save all");
   EXPECT_TRUE(log.has("save all: 0 of 1 windows"));
   EXPECT_TRUE(stripShown());
@@ -192,10 +192,9 @@ TEST_F(WordTools, OutlookMakesANewMessage) {
   start();
   auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
   outlook.open("Inbox", {100, 200, 1300, 600});
-  mac.settle();
   strip().clickTool("Save all");
   EXPECT_TRUE(mac.scripts().sources().empty());
-  strip().clickTool("+");
+  strip().clickTool(tool::newDocument);
   ASSERT_EQ(mac.scripts().sources().size(), 1U);
   EXPECT_NE(mac.scripts().sources().front().find("outgoing message"), std::string::npos);
   EXPECT_EQ(log.messages(), Labels{"tracking started"});

@@ -94,7 +94,6 @@ TEST_F(WordTags, AColourBelongsToTheFileAndNotToItsTitle) {
   choose("Plan", {"Colour tag", "Purple"});
   EXPECT_EQ(saved().tags, (Tags{{pathOf("Plan.docx"), "purple"}}));
   plan->window->retitle("Plan.docx - Saved to my Mac");
-  mac.settle();
   EXPECT_EQ(strip().tagOf("Plan"), Color::of(SystemColor::purple));
 }
 
@@ -129,7 +128,7 @@ TEST(Restart, KeepsTagsGroupsAndSettings) {
   mac.menus().nextChoose({"Save open tabs as group…"});
   mac.alerts().nextType("Monday");
   mac.strip().clickTool("Groups");
-  mac.strip().clickTool("○ Auto-save");
+  mac.strip().clickTool(tool::autoSaveOff);
   const AppState before = pellar->store().state();
 
   pellar.reset();
@@ -139,7 +138,7 @@ TEST(Restart, KeepsTagsGroupsAndSettings) {
   pellar->applicationDidFinishLaunching();
   mac.settle();
   EXPECT_EQ(mac.strip().tagOf("Plan.txt"), Color::of(SystemColor::yellow));
-  EXPECT_EQ(mac.strip().tools().front(), "● Auto-save");
+  EXPECT_EQ(mac.strip().tools().front(), tool::autoSaveOn);
   mac.menus().nextChoose({"Monday", "Open 1 files"});
   mac.strip().clickTool("Groups");
   EXPECT_EQ(mac.workspace().opened(), std::vector<std::string>{"/Users/ann/Plan.txt"});

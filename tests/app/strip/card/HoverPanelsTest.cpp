@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/strip/card/HoverPanels.h"
-#include "tests/support/PanelStory.h"
+#include "tests/support/PanelReader.h"
 
 namespace pellar {
 namespace {
@@ -27,7 +27,7 @@ class Hovering : public testing::Test {
   }
 
   SimMac mac;
-  HoverReader hover{mac};
+  PanelReader hover{mac};
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
   std::shared_ptr<TrackedPicture> picture = std::make_shared<TrackedPicture>();
   std::shared_ptr<WindowTracker> tracker =
@@ -66,7 +66,8 @@ TEST_F(Hovering, NamesFoldersNearTheRootInFull) {
 
 TEST_F(Hovering, NamesOnlyTheWindowWithoutAFile) {
   restOn(*add("Untitled 3"));
-  EXPECT_EQ(hover.cardTexts(), (std::vector<std::string>{"Untitled 3", "\u2013", "\u25a1", "\u2715"}));
+  EXPECT_EQ(hover.cardTexts(),
+            (std::vector<std::string>{"Untitled 3", tool::minimize, tool::zoom, tool::closeWindow}));
   EXPECT_EQ(hover.card()->frame().height, 58);
 }
 
@@ -87,7 +88,7 @@ TEST_F(Hovering, ATabThatIsNotKnownOrHasNoPlaceEndsTheCard) {
 TEST_F(Hovering, AButtonOfAWindowThatIsGoneDoesNothing) {
   restOn(*add("Report"));
   picture->windows.clear();
-  mac.pointer().click(hover.cardButton("\u2715"));
+  mac.pointer().click(hover.cardButton(tool::closeWindow));
   EXPECT_FALSE(hover.cardShown());
   EXPECT_EQ(editor.windowsFrontToBack().size(), 1U);
 }
@@ -95,7 +96,7 @@ TEST_F(Hovering, AButtonOfAWindowThatIsGoneDoesNothing) {
 TEST_F(Hovering, ATilePickedWithoutAFocusedWindowDoesNothing) {
   const auto window = add("Report");
   panels.zoomHovered(tab);
-  mac.pointer().click(HoverReader::onScreen(*hover.picker(), {30, 40}));
+  mac.pointer().click(PanelReader::onScreen(*hover.picker(), {30, 40}));
   EXPECT_FALSE(hover.pickerShown());
   EXPECT_EQ(editor.windowsFrontToBack().front().frame(), (AxRect{100, 200, 900, 600}));
 }

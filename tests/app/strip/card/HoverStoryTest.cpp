@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "core/Tile.h"
-#include "tests/support/PanelStory.h"
+#include "tests/support/PanelReader.h"
 #include "tests/support/StripStory.h"
 
 namespace pellar {
@@ -16,16 +16,16 @@ class HoverStory : public StripStory {
     mac.advance(cardDelay);
   }
   void pressOnCard(const std::string& button) { mac.pointer().click(hover.cardButton(button)); }
-  void restOnZoom() { strip().hoverTool("\u25a1"); }
+  void restOnZoom() { strip().hoverTool(tool::zoom); }
   void pick(double unitX, double unitY, ViewRect miniature) {
-    mac.pointer().click(HoverReader::onScreen(
+    mac.pointer().click(PanelReader::onScreen(
         *hover.picker(), {miniature.x + unitX * miniature.width, miniature.y + unitY * miniature.height}));
   }
   [[nodiscard]] ScreenRect tabOnScreen(double index) {
     return {strip().frame().x + 6 + index * 184, strip().frame().y + 3, 180, 26};
   }
 
-  HoverReader hover{mac};
+  PanelReader hover{mac};
   // What the strip leaves of the simulated screen.
   static constexpr AxRect area{0, 57, 1440, 843};
 };
@@ -39,7 +39,8 @@ TEST_F(HoverStory, RestingOnATabShowsItsCardUnderIt) {
   mac.advance(cardDelay - 1ms);
   EXPECT_FALSE(hover.cardShown());
   mac.advance(1ms);
-  EXPECT_EQ(hover.cardTexts(), (Labels{"Report.docx", "\u2026/Team/Q3", "\u2013", "\u25a1", "\u2715"}));
+  EXPECT_EQ(hover.cardTexts(),
+            (Labels{"Report.docx", "\u2026/Team/Q3", tool::minimize, tool::zoom, tool::closeWindow}));
   EXPECT_EQ(hover.card()->frame().minX(), tabOnScreen(0).minX());
   EXPECT_EQ(hover.card()->frame().maxY(), tabOnScreen(0).minY() - 4);
   EXPECT_EQ(mac.frontWindow()->title(), "Plan");
@@ -50,19 +51,19 @@ TEST_F(HoverStory, TheCardsButtonsActOnItsTabsWindowAndPutTheCardAway) {
   auto plan = open("Plan");
   start();
   restOnTab("Report");
-  pressOnCard("\u25a1");
+  pressOnCard(tool::zoom);
   EXPECT_EQ(report.frame(), area);
   EXPECT_FALSE(hover.cardShown());
   EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
 
   restOnTab("Report");
-  pressOnCard("\u2013");
+  pressOnCard(tool::minimize);
   EXPECT_TRUE(report.isMinimised());
   EXPECT_FALSE(plan.isMinimised());
   EXPECT_FALSE(hover.cardShown());
 
   restOnTab("Report");
-  pressOnCard("\u2715");
+  pressOnCard(tool::closeWindow);
   EXPECT_FALSE(report.exists());
   EXPECT_TRUE(plan.exists());
   EXPECT_FALSE(hover.cardShown());
@@ -103,7 +104,7 @@ TEST_F(HoverStory, ACardKeepsItsTabWhileThePointerIsOnItsWayOverAnother) {
   strip().hoverTab("B");
   mac.advance(100ms);
   EXPECT_EQ(hover.cardTexts().front(), "A");
-  pressOnCard("\u2715");
+  pressOnCard(tool::closeWindow);
   EXPECT_FALSE(a.exists());
   EXPECT_TRUE(b.exists());
   mac.advance(60s);
@@ -129,7 +130,6 @@ TEST_F(HoverStory, TheCardGoesAtOnceWithTheStrip) {
   restOnTab("Report");
   ASSERT_TRUE(hover.cardShown());
   report.minimise();
-  mac.settle();
   ASSERT_FALSE(stripShown());
   EXPECT_FALSE(hover.cardShown());
 }
@@ -209,7 +209,7 @@ TEST_F(HoverStory, AWindowThatClosesBeforeItsCardComesHasACardWithoutEffect) {
   mac.advance(cardDelay - 1ms);
   report.close();
   mac.advance(1ms);
-  for (const char* button : {"\u2715", "\u2013", "\u25a1"}) {
+  for (const char* button : {tool::closeWindow, tool::minimize, tool::zoom}) {
     if (hover.cardShown()) pressOnCard(button);
     EXPECT_TRUE(plan.exists());
     EXPECT_FALSE(plan.isMinimised());
@@ -226,7 +226,7 @@ TEST_F(HoverStory, ACardOfATabOfAnotherApplicationHasNoEffect) {
   mac.activate(viewer);
   mac.settle();
   ASSERT_TRUE(hover.cardShown());
-  pressOnCard("\u2715");
+  pressOnCard(tool::closeWindow);
   EXPECT_TRUE(report.exists());
   EXPECT_TRUE(picture.exists());
   EXPECT_FALSE(hover.cardShown());
@@ -277,7 +277,7 @@ TEST_F(HoverStory, AWindowThatClosesUnderItsCardLeavesACardWithoutEffect) {
   restOnTab("Report");
   report.close();
   mac.settle();
-  pressOnCard("\u2715");
+  pressOnCard(tool::closeWindow);
   EXPECT_TRUE(plan.exists());
   EXPECT_FALSE(hover.cardShown());
 }
@@ -344,7 +344,7 @@ TEST_F(HoverStory, EachCellTilesTheFocusedWindow) {
     ASSERT_TRUE(hover.pickerShown()) << rawValue(tile);
     for (const auto& [rect, each] : SnapView::cellRects()) {
       if (each != tile) continue;
-      mac.pointer().click(HoverReader::onScreen(*hover.picker(), {rect.midX(), rect.midY()}));
+      mac.pointer().click(PanelReader::onScreen(*hover.picker(), {rect.midX(), rect.midY()}));
     }
     mac.settle();
     EXPECT_EQ(report.frame(), tileFrame(tile, area)) << rawValue(tile);
@@ -360,7 +360,7 @@ TEST_F(HoverStory, APickRaisesTheWindow) {
   start();
   const int before = report.raises();
   restOnZoom();
-  mac.pointer().click(HoverReader::onScreen(*hover.picker(), {30, 40}));
+  mac.pointer().click(PanelReader::onScreen(*hover.picker(), {30, 40}));
   EXPECT_EQ(report.raises(), before + 1);
   EXPECT_EQ(mac.workspace().requestedActivations().back(), editor.pid());
 }
@@ -369,7 +369,7 @@ TEST_F(HoverStory, AClickIntoAGapOfThePickerLeavesItOpen) {
   auto report = open("Report");
   start();
   restOnZoom();
-  mac.pointer().click(HoverReader::onScreen(*hover.picker(), {120, 40}));
+  mac.pointer().click(PanelReader::onScreen(*hover.picker(), {120, 40}));
   mac.advance(60s);
   EXPECT_TRUE(hover.pickerShown());
   EXPECT_EQ(report.frame(), (AxRect{100, 200, 1200, 600}));
@@ -379,7 +379,7 @@ TEST_F(HoverStory, ClickingTheZoomToolStillZoomsWhileThePickerShows) {
   auto report = open("Report");
   start();
   restOnZoom();
-  strip().clickTool("\u25a1");
+  strip().clickTool(tool::zoom);
   EXPECT_EQ(report.frame(), area);
 }
 

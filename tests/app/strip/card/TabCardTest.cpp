@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "app/strip/card/TabCard.h"
-#include "tests/support/PanelStory.h"
+#include "tests/support/PanelReader.h"
 
 namespace pellar {
 namespace {
@@ -25,7 +25,7 @@ class Card : public testing::Test {
   void leaveCard() { hover.card()->simHost().view()->mouseExited(); }
 
   SimMac mac;
-  HoverReader hover{mac};
+  PanelReader hover{mac};
   std::vector<std::pair<WindowId, StripAction>> acted;
   TabCard card{mac.platform().panels, mac.platform().mainLoop, mac.platform().screens,
                [this](WindowId id, StripAction action) { acted.emplace_back(id, action); }};
@@ -42,7 +42,8 @@ TEST_F(Card, ComesThreeTenthsOfASecondAfterThePointer) {
   EXPECT_FALSE(hover.cardShown());
   mac.advance(1ms);
   EXPECT_TRUE(hover.cardShown());
-  EXPECT_EQ(hover.cardTexts(), (Texts{"Report.docx", "~/Documents", "\u2013", "\u25a1", "\u2715"}));
+  EXPECT_EQ(hover.cardTexts(),
+            (Texts{"Report.docx", "~/Documents", tool::minimize, tool::zoom, tool::closeWindow}));
 }
 
 TEST_F(Card, StandsFourPointsUnderTheTabAtItsLeftEdge) {
@@ -152,7 +153,7 @@ TEST_F(Card, KeepsItsTabWhileAnotherOneWaits) {
   card.show(2, "Plan.docx", std::nullopt, {500, 600, 160, 26});
   mac.advance(cardDelay - 1ms);
   EXPECT_EQ(hover.cardTexts().front(), "Report.docx");
-  mac.pointer().click(hover.cardButton("\u2013"));
+  mac.pointer().click(hover.cardButton(tool::minimize));
   EXPECT_EQ(acted, (std::vector<std::pair<WindowId, StripAction>>{{1, StripAction::minimize}}));
 }
 
@@ -167,7 +168,7 @@ TEST_F(Card, BecomesTheNextTabsInPlace) {
 
 TEST_F(Card, GoesAtOnceWhenAButtonIsPressed) {
   showCard();
-  mac.pointer().click(hover.cardButton("\u2715"));
+  mac.pointer().click(hover.cardButton(tool::closeWindow));
   EXPECT_FALSE(hover.cardShown());
   EXPECT_EQ(acted, (std::vector<std::pair<WindowId, StripAction>>{{1, StripAction::closeWindow}}));
   // It closed under the pointer, and comes again as before.

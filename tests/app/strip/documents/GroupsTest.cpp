@@ -231,7 +231,6 @@ TEST_F(Groups, TheApplicationMayChangeWhileTheNameIsTyped) {
   chooseInTool("Groups", {"Save open tabs as group…"});
   EXPECT_EQ(saved().groups.at("Monday").size(), 3U);
   mac.activate(editor);
-  mac.settle();
   EXPECT_FALSE(stripShown());
 }
 

@@ -178,7 +178,6 @@ TEST_F(OfficePaths, AWindowThatHasAnotherDocumentWhenItComesBackLosesThePathOfTh
   document->path = "/Users/ann/Budget.docx";
   window.retitle("Budget.docx - Word");
   mac.activate(word);
-  mac.settle();
   EXPECT_EQ(strip().tabs(), Labels{"Budget"});
   EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
   mac.advance(31s);
@@ -254,7 +253,6 @@ TEST(OfficePathsOfAFaultyWord, AnEmptyPathIsNone) {
 TEST_F(OfficePaths, OutlookIsNotAskedForDocuments) {
   auto outlook = mac.launch({.bundleId = "com.microsoft.Outlook", .name = "Microsoft Outlook"});
   outlook.open("Inbox - Outlook");
-  mac.settle();
   EXPECT_EQ(strip().tabs(), Labels{"Inbox"});
   EXPECT_EQ(asked(), 0U);
 }
@@ -274,7 +272,6 @@ TEST_F(OfficePaths, ApplicationsSwitchedWhileTheyAreAskedLeaveTheStripToTheOneIn
     mac.activate(editor);
     mac.settle();
   };
-  mac.settle();
   EXPECT_EQ(strip().tabs(), Labels{"Plan"});
   expectStripOver(plan);
 }

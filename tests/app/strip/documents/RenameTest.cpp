@@ -161,7 +161,6 @@ TEST_F(Renaming, PellarIsInFrontWhileItAsksAndWordAfterwards) {
   answerAfter(
       [&] {
         EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
-        mac.settle();
         EXPECT_EQ(strip().tabs(), Labels{"Plan"});
         expectStripOver(*plan->window);
       },

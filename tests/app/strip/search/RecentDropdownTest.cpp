@@ -46,7 +46,6 @@ TEST_F(RecentDropdownStory, TypingOpensItAgain) {
   mac.settle();
   expectClosed();
   search->type("p");
-  mac.settle();
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(search->text(), "p");
 }
@@ -116,7 +115,6 @@ TEST_F(RecentDropdownStory, AClickIntoAnotherProgramClosesItAndGoesThere) {
   startWithField({100, 200, 1200, 300});
   auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
   const auto picture = viewer.open("Picture", {100, 600, 600, 250});
-  mac.settle();
   strip().clickSearchField();
   ASSERT_TRUE(isOpen());
   mac.click(picture);
@@ -131,10 +129,8 @@ TEST_F(RecentDropdownStory, AnotherProgramThatComesToTheFrontStaysThere) {
   startWithField();
   auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer", .inFront = false});
   const auto picture = viewer.open("Picture", {100, 300, 600, 250});
-  mac.settle();
   strip().clickSearchField();
   mac.activate(viewer);
-  mac.settle();
   EXPECT_FALSE(isOpen());
   EXPECT_EQ(mac.frontWindow(), picture);
   expectStripOver(picture);
@@ -205,7 +201,6 @@ TEST_F(RecentDropdownStory, ItStaysWhenTheClickBringsPellarToTheFront) {
   EXPECT_EQ(strip().searchField()->text(), "bud");
   // The same window again, though with a new record.
   mac.activate(editor);
-  mac.settle();
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(strip().searchField()->text(), "bud");
 }
@@ -227,7 +222,6 @@ TEST_F(RecentDropdownStory, ItFollowsTheStrip) {
   auto plan = startWithField();
   strip().clickSearchField();
   plan.setFrame({50, 300, 1300, 400});
-  mac.settle();
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
   EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
@@ -238,7 +232,6 @@ TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreen) {
   pellar.strip()->openRecent();
   EXPECT_EQ(dropdown().frame().minX(), 8);
   plan.moveTo({900, 200});
-  mac.settle();
   EXPECT_EQ(dropdown().frame().maxX(), 1432);
 }
 
@@ -248,10 +241,8 @@ TEST_F(RecentDropdownStory, ItStaysEightPointsInsideTheScreenItsStripIsOn) {
   pellar.strip()->openRecent();
   EXPECT_EQ(dropdown().frame().minX(), -1200 + 8);
   plan.moveTo({-800, 300});
-  mac.settle();
   EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
   plan.moveTo({-500, 300});
-  mac.settle();
   EXPECT_EQ(dropdown().frame().minX(), 8) << "the screen that holds most of the strip decides";
 }
 
@@ -279,7 +270,6 @@ TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
   EXPECT_TRUE(strip().searchField()->isFocused());
   EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
   pellar.strip()->closeRecent();
-  mac.settle();
   EXPECT_TRUE(strip().searchToolShown());
   EXPECT_EQ(strip().searchField(), nullptr);
 }
@@ -342,7 +332,6 @@ TEST_F(RecentDropdownInWord, AQuestionAskedFromBesideItStaysInFront) {
   start();
   strip().clickSearchField();
   mac.alerts().next([&](const TextAlert&) {
-    mac.settle();
     EXPECT_FALSE(dropdown().isVisible());
     EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
     return TextAlertAnswer{};
@@ -356,7 +345,6 @@ TEST_F(RecentDropdownStory, TabsThatComeMeanwhileLeaveTheFieldToWhatIsTyped) {
   mac.type("bu");
   for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
   editor.focus(plan);
-  mac.settle();
   ASSERT_TRUE(isOpen());
   ASSERT_NE(strip().searchField(), nullptr);
   mac.type("d");
@@ -372,7 +360,6 @@ TEST_F(RecentDropdownStory, AReportOfTheSameWindowLeavesWhatIsTyped) {
   strip().clickSearchField();
   mac.type("bud");
   plan.retitle("Plan, edited");
-  mac.settle();
   EXPECT_TRUE(isOpen());
   EXPECT_TRUE(strip().searchField()->isFocused());
   EXPECT_EQ(strip().searchField()->text(), "bud");

@@ -2,26 +2,32 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <chrono>
 #include <string>
 #include <vector>
 
 #include "platform/sim/SimMac.h"
+#include "tests/support/StripTools.h"
 
 namespace pellar {
 
 inline constexpr std::chrono::milliseconds cardDelay{300};
 inline constexpr std::chrono::milliseconds closeDelay{350};
 
-// The panels that hovering makes, as a user sees them.
-class HoverReader {
+// The panels that come up beside the strip, told apart as a user does.
+class PanelReader {
  public:
-  explicit HoverReader(SimMac& mac) : mac_(mac) {}
+  explicit PanelReader(SimMac& mac) : mac_(mac) {}
 
   // Null until it is made.
-  [[nodiscard]] SimPanel* card() const { return panel({200, 58}); }
-  [[nodiscard]] SimPanel* picker() const { return panel({372, 150}); }
+  [[nodiscard]] SimPanel* dropdown() const { return panel(hasList); }
+  // It alone is not of glass.
+  [[nodiscard]] SimPanel* picker() const {
+    return panel([](const SimPanel& each) { return !each.style().glass; });
+  }
+  [[nodiscard]] SimPanel* card() const {
+    return panel([](const SimPanel& each) { return each.style().glass && !hasList(each); });
+  }
   [[nodiscard]] bool cardShown() const { return card() != nullptr && card()->isVisible(); }
   [[nodiscard]] bool pickerShown() const { return picker() != nullptr && picker()->isVisible(); }
 
@@ -46,11 +52,14 @@ class HoverReader {
   }
 
  private:
-  [[nodiscard]] SimPanel* panel(Size contentSize) const {
-    const auto all = mac_.panels().all();
-    const auto found = std::ranges::find_if(
-        all, [&](const SimPanel* each) { return each->style().contentSize == contentSize; });
-    return found == all.end() ? nullptr : *found;
+  static bool hasList(const SimPanel& panel) { return !panel.simHost().fields().lists.empty(); }
+
+  // The strip floats below menus, the others among them.
+  template <class Test>
+  [[nodiscard]] SimPanel* panel(const Test& isWanted) const {
+    for (auto* const each : mac_.panels().all())
+      if (each->style().level == PanelLevel::popUpMenu && isWanted(*each)) return each;
+    return nullptr;
   }
 
   SimMac& mac_;
