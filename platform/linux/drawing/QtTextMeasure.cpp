@@ -44,9 +44,7 @@ const QtFace& QtTextMeasure::face(const Font& font) const {
   if (found != faces_.end()) return *found;
   const QFont native = nativeFont(font);
   const QFontMetricsF metrics(native);
-  faces_.push_back({font, native, metrics.ascent(), metrics.descent(),
-                    metrics.horizontalAdvance(QChar(static_cast<char16_t>(0x2026))),
-                    std::make_unique<GlyphSheet>(native)});
+  faces_.push_back({font, native, metrics.ascent(), metrics.descent()});
   return faces_.back();
 }
 

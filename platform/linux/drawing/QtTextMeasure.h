@@ -2,13 +2,11 @@
 
 #include <QFont>
 #include <deque>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
 #include "platform/Canvas.h"
-#include "platform/linux/drawing/GlyphSheet.h"
 
 namespace pellar {
 
@@ -18,8 +16,6 @@ struct QtFace {
   QFont native;
   double ascent = 0;
   double descent = 0;
-  double ellipsisWidth = 0;
-  std::unique_ptr<GlyphSheet> sheet;
 };
 
 // Measures text with the fonts it is drawn with. Remembers short texts: the strip asks for the same few
