@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -51,16 +52,34 @@ class StripTest : public ::testing::Test {
     EXPECT_TRUE(rect.has_value());
     return rect ? at(rect->midX(), rect->midY()) : at(-1);
   }
+  // In the middle of the tab with that label.
+  [[nodiscard]] MouseEvent onTab(const std::string& label) const {
+    const auto found = std::ranges::find(view.tabs(), label, &TabItem::label);
+    if (found == view.tabs().end()) {
+      ADD_FAILURE() << "no tab " << label;
+      return at(-1);
+    }
+    const auto rect = view.geometry().tabRect(static_cast<std::size_t>(found - view.tabs().begin()));
+    return at(rect.midX(), rect.midY());
+  }
+  // Between the last tab and the search field.
+  [[nodiscard]] MouseEvent onEmptyStrip() const {
+    const double from = view.geometry().tabRect(view.tabs().size() - 1).maxX();
+    return at((from + view.geometry().searchFrame().minX()) / 2);
+  }
   // On the close mark of a tab.
   [[nodiscard]] MouseEvent onClose(std::size_t index) const {
     const ViewRect square = StripLayout::closeSquare(view.geometry().tabRect(index));
     return at(square.midX(), square.midY());
   }
 
-  void press(const MouseEvent& event) { view.mouseDown(event); }
-  void dragTo(double x, double y = 16) { view.mouseDragged(at(x, y)); }
+  void press(const MouseEvent& event) { view.mouseDown(pointer = event); }
+  void dragTo(double x, double y = 16) { view.mouseDragged(pointer = at(x, y)); }
   void release(double x, double y = 16) { view.mouseUp(at(x, y)); }
-  void moveTo(double x, double y = 16) { view.mouseMoved(at(x, y)); }
+  // Where the pointer is.
+  void release() { view.mouseUp(pointer); }
+  void moveTo(const MouseEvent& event) { view.mouseMoved(event); }
+  void moveTo(double x, double y = 16) { moveTo(at(x, y)); }
 
   // What happened since the last call.
   std::vector<std::string> happened() { return std::exchange(events, {}); }
@@ -79,11 +98,10 @@ class StripTest : public ::testing::Test {
     view.onSelect = [this](WindowId id) { events.push_back(words("select ", id)); };
     view.onClose = [this](WindowId id) { events.push_back(words("close ", id)); };
     view.onMenu = [this](WindowId id, const MouseEvent& event) {
-      events.push_back(words("menu ", id, " at ", event.location.x, ',', event.location.y));
+      events.push_back(words("menu ", id, " at ", place(event)));
     };
     view.onAction = [this](StripAction action, const MouseEvent& event) {
-      events.push_back(
-          words("action ", static_cast<int>(action), " at ", event.location.x, ',', event.location.y));
+      events.push_back(words("action ", static_cast<int>(action), " at ", place(event)));
     };
     view.onZoomHover = [this](std::optional<ScreenRect> rect) {
       events.push_back(rect ? words("zoom hover ", describe(*rect)) : "zoom hover none");
@@ -99,6 +117,7 @@ class StripTest : public ::testing::Test {
     };
   }
 
+  static std::string place(const MouseEvent& event) { return words(event.location.x, ',', event.location.y); }
   static std::string describe(const ScreenRect& rect) {
     return words(rect.x, ',', rect.y, ' ', rect.width, 'x', rect.height);
   }
@@ -106,6 +125,7 @@ class StripTest : public ::testing::Test {
   FakeViewHost host{Size{1200, 32}};
   TabStripView view{host};
   std::vector<std::string> events;
+  MouseEvent pointer = at(-1);  // the last press or drag
 };
 
 }  // namespace pellar

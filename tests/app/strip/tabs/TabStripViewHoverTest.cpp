@@ -10,30 +10,30 @@ using Words = std::vector<std::string>;
 class StripHover : public StripTest {};
 
 TEST_F(StripHover, ATabIsReportedOnceWithItsPlaceOnTheScreen) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   moveTo(60);
   EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26"}));
   EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{{6, 3, 164, 26}}));
 }
 
 TEST_F(StripHover, MovingFromTabToTabReportsTheNewOne) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   moveTo(180);
   EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26", "hover 102 274,503 164x26"}));
 }
 
 TEST_F(StripHover, LeavingTheTabsReportsNone) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   happened();
   host.forgetRequests();
   moveTo(172);
-  moveTo(515);
+  moveTo(onEmptyStrip());
   EXPECT_EQ(happened(), (Words{"hover none"}));
   EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{{6, 3, 164, 26}}));
 }
 
 TEST_F(StripHover, TheEmptyStripAndTheToolsReportNothing) {
-  moveTo(515);
+  moveTo(onEmptyStrip());
   moveTo(760);
   EXPECT_EQ(happened(), Words{});
   EXPECT_TRUE(host.redrawn.empty());
@@ -41,9 +41,9 @@ TEST_F(StripHover, TheEmptyStripAndTheToolsReportNothing) {
 
 TEST_F(StripHover, AViewInNoWindowReportsNone) {
   host.inWindow = false;
-  moveTo(50);
+  moveTo(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"hover none"}));
-  moveTo(1140);
+  moveTo(on(StripAction::zoom));
   EXPECT_EQ(happened(), (Words{"hover none", "zoom hover none"}));
 }
 
@@ -56,20 +56,20 @@ TEST_F(StripHover, TheZoomToolIsReportedWhenEnteredAndLeft) {
 }
 
 TEST_F(StripHover, GoingFromATabToTheZoomToolReportsBoth) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   happened();
-  moveTo(1140);
+  moveTo(on(StripAction::zoom));
   EXPECT_EQ(happened(), (Words{"hover none", "zoom hover 1232,504 30x24"}));
-  moveTo(50);
+  moveTo(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26", "zoom hover none"}));
 }
 
 TEST_F(StripHover, LeavingTheStripEndsWhatWasHovered) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   happened();
   view.mouseExited();
   EXPECT_EQ(happened(), (Words{"hover none"}));
-  moveTo(1140);
+  moveTo(on(StripAction::zoom));
   happened();
   view.mouseExited();
   EXPECT_EQ(happened(), (Words{"zoom hover none"}));
@@ -78,16 +78,16 @@ TEST_F(StripHover, LeavingTheStripEndsWhatWasHovered) {
 }
 
 TEST_F(StripHover, APressEndsTheCardButNotTheHighlight) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   const auto highlighted = painted();
   happened();
-  press(at(50));
+  press(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"hover none"}));
   EXPECT_EQ(painted(), highlighted);
 }
 
 TEST_F(StripHover, TheHighlightStaysWithATabThatMoves) {
-  moveTo(50);
+  moveTo(onTab("Plan"));
   host.forgetRequests();
   view.setTabs({tab(102, "Plan"), tab(101, "Report"), tab(103, "Notes")});
   EXPECT_EQ(painted({174, 3, 164, 26}).front(), roundedRect({174, 3, 164, 26}, 8, Color::white(0.1)));
@@ -100,25 +100,26 @@ TEST_F(StripHover, TheHighlightStaysWithATabThatMoves) {
 }
 
 TEST_F(StripHover, ATabThatVanishesUnderTheRestingPointerIsLeftAtTheNextMove) {
-  moveTo(400);
+  const MouseEvent resting = onTab("Notes");
+  moveTo(resting);
   happened();
   view.setTabs({tab(101, "Plan"), tab(102, "Report")});
   for (const DrawnItem& thing : painted()) EXPECT_NE(thing.color, Color::white(0.1));
   EXPECT_EQ(happened(), Words{});
-  moveTo(400);
+  moveTo(resting);
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
 TEST_F(StripHover, ATabThatTakesAVanishedOnesPlaceIsReportedAtTheNextMove) {
-  moveTo(200);
+  moveTo(onTab("Report"));
   happened();
   view.setTabs({tab(101, "Plan"), tab(104, "Report"), tab(103, "Notes")});
-  moveTo(200);
+  moveTo(onTab("Report"));
   EXPECT_EQ(happened(), (Words{"hover 104 274,503 164x26"}));
 }
 
 TEST_F(StripHover, LeavingAfterTheHoveredTabVanishedStillReportsNone) {
-  moveTo(200);
+  moveTo(onTab("Report"));
   happened();
   view.setTabs({});
   view.mouseExited();
@@ -127,9 +128,9 @@ TEST_F(StripHover, LeavingAfterTheHoveredTabVanishedStillReportsNone) {
 
 TEST_F(StripHover, AListenerMayReplaceTheTabsWhileItIsCalled) {
   view.onTabHover = [this](auto, auto) { view.setTabs({}); };
-  moveTo(50);
+  moveTo(onTab("Plan"));
   EXPECT_TRUE(view.tabs().empty());
-  moveTo(1140);
+  moveTo(on(StripAction::zoom));
   EXPECT_EQ(happened(), (Words{"zoom hover 1232,504 30x24"}));
 }
 

@@ -14,14 +14,14 @@ class StripPress : public StripTest {
 };
 
 TEST_F(StripPress, ATabIsSelectedOnRelease) {
-  press(at(200));
+  press(onTab("Report"));
   EXPECT_EQ(happened(), (Words{"hover none"}));
-  release(200);
+  release();
   EXPECT_EQ(happened(), (Words{"select 102"}));
 }
 
 TEST_F(StripPress, AReleaseElsewhereStillSelectsWhatWasPressed) {
-  press(at(200));
+  press(onTab("Report"));
   release(600);
   EXPECT_EQ(happened(), (Words{"hover none", "select 102"}));
 }
@@ -39,7 +39,7 @@ TEST_F(StripPress, MovingFurtherNeverSelects) {
   press(at(200, 16));
   dragTo(203, 19);  // 4.24 points away
   dragTo(200, 16);
-  release(200);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "reorder 102 to 1"}));
 }
 
@@ -54,7 +54,7 @@ TEST_F(StripPress, ADragFromACloseMarkDoesNothing) {
   press(onClose(1));
   dragTo(100);
   dragTo(400);
-  release(400);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
@@ -68,9 +68,9 @@ TEST_F(StripPress, ADragWithinTheThresholdFromACloseMarkCloses) {
 
 TEST_F(StripPress, ATabIsDraggedToEveryPlace) {
   const auto dragPlanTo = [this](double x) {
-    press(at(50));
+    press(onTab("Plan"));
     dragTo(x);
-    release(x);
+    release();
     return happened().back();
   };
   EXPECT_EQ(dragPlanTo(60), "reorder 101 to 0");
@@ -82,7 +82,7 @@ TEST_F(StripPress, ATabIsDraggedToEveryPlace) {
 }
 
 TEST_F(StripPress, TheLastPlaceOfThePointerDecidesNotTheRelease) {
-  press(at(400));
+  press(onTab("Notes"));
   dragTo(300);
   dragTo(20);
   release(400);
@@ -91,9 +91,9 @@ TEST_F(StripPress, TheLastPlaceOfThePointerDecidesNotTheRelease) {
 
 TEST_F(StripPress, ALoneTabIsDroppedWhereItWas) {
   view.setTabs({tab(101, "Plan")});
-  press(at(50));
+  press(onTab("Plan"));
   dragTo(700);
-  release(700);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 0"}));
 }
 
@@ -107,35 +107,35 @@ TEST_F(StripPress, ADragOfTheEmptyStripReportsOffsetsFromThePressUpwards) {
 }
 
 TEST_F(StripPress, AClickOnTheEmptyStripDoesNothing) {
-  press(at(515));
+  press(onEmptyStrip());
   dragTo(517);
-  release(517);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
 TEST_F(StripPress, ADoubleClickOnTheEmptyStripZooms) {
-  press(at(515));
-  release(515);
+  press(onEmptyStrip());
+  release();
   happened();
-  press(secondClick(at(515)));
-  EXPECT_EQ(happened(), (Words{"action 9 at 515,16"}));
+  press(secondClick(onEmptyStrip()));
+  EXPECT_EQ(happened(), (Words{"action 9 at " + place(onEmptyStrip())}));
   dragTo(560);
-  release(560);
+  release();
   EXPECT_EQ(happened(), Words{});
 }
 
 TEST_F(StripPress, AThirdClickOnTheEmptyStripIsAPressAgain) {
-  MouseEvent event = at(515);
+  MouseEvent event = onEmptyStrip();
   event.clickCount = 3;
   press(event);
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
 TEST_F(StripPress, ADoubleClickOnATabSelectsTwice) {
-  press(at(50));
-  release(50);
-  press(secondClick(at(50)));
-  release(50);
+  press(onTab("Plan"));
+  release();
+  press(secondClick(onTab("Plan")));
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "select 101", "hover none", "select 101"}));
 }
 
@@ -148,7 +148,7 @@ TEST_F(StripPress, EveryToolActsWhenPressed) {
     EXPECT_EQ(happened(),
               (Words{words("action ", static_cast<int>(action), " at ", event.location.x, ",16")}));
     dragTo(515);
-    release(515);
+    release();
     EXPECT_EQ(happened(), Words{});
   }
 }
@@ -168,36 +168,36 @@ TEST_F(StripPress, ADoubleClickOnAToolPressesItTwice) {
 }
 
 TEST_F(StripPress, ControlClickIsARightClick) {
-  press(withControl(at(200)));
-  EXPECT_EQ(happened(), (Words{"menu 102 at 200,16"}));
+  press(withControl(onTab("Report")));
+  EXPECT_EQ(happened(), (Words{"menu 102 at " + place(onTab("Report"))}));
   dragTo(300);
-  release(300);
+  release();
   EXPECT_EQ(happened(), Words{});
   press(withControl(on(StripAction::zoom)));
-  press(withControl(secondClick(at(515))));
+  press(withControl(secondClick(onEmptyStrip())));
   EXPECT_EQ(happened(), Words{});
 }
 
 TEST_F(StripPress, ARightClickOpensTheMenuOfATabOnly) {
-  view.rightMouseDown(at(50));
+  view.rightMouseDown(onTab("Plan"));
   view.rightMouseDown(onClose(2));
-  EXPECT_EQ(happened(), (Words{"menu 101 at 50,16", "menu 103 at 493,16"}));
-  view.rightMouseDown(at(515));
+  EXPECT_EQ(happened(), (Words{"menu 101 at " + place(onTab("Plan")), "menu 103 at " + place(onClose(2))}));
+  view.rightMouseDown(onEmptyStrip());
   view.rightMouseDown(on(StripAction::rename));
   EXPECT_EQ(happened(), Words{});
 }
 
 TEST_F(StripPress, AMiddleClickClosesATabOnly) {
-  view.otherMouseDown(at(50));
+  view.otherMouseDown(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"close 101"}));
-  view.otherMouseDown(at(515));
+  view.otherMouseDown(onEmptyStrip());
   view.otherMouseDown(on(StripAction::closeWindow));
   EXPECT_EQ(happened(), Words{});
 }
 
 TEST_F(StripPress, WithoutAPressNeitherDragNorReleaseDoesAnything) {
   dragTo(50);
-  release(50);
+  release();
   EXPECT_EQ(happened(), Words{});
   EXPECT_EQ(log.messages(), Words{});
 }
@@ -215,12 +215,12 @@ TEST_F(StripPress, GesturesWithoutAListenerAreSkipped) {
   for (const double x : {50.0, 158.0, 515.0, 1140.0}) {
     moveTo(x);
     press(at(x));
-    release(x);
+    release();
     press(at(x));
     dragTo(x + 60);
     release(x + 60);
     press(secondClick(at(x)));
-    release(x);
+    release();
     view.rightMouseDown(at(x));
     view.otherMouseDown(at(x));
     view.mouseExited();
@@ -239,31 +239,31 @@ TEST_F(StripPress, DragEventsAreLoggedUntilTheDragBegins) {
 }
 
 TEST_F(StripPress, DragEventsOnTheEmptyStripAreLoggedWithoutATab) {
-  press(at(515));
+  press(onEmptyStrip());
   dragTo(540);
   dragTo(560);
   EXPECT_EQ(log.messages(), (Words{"strip mouseDragged tab=nil"}));
 }
 
 TEST_F(StripPress, AClickLogsNothing) {
-  press(at(50));
-  release(50);
+  press(onTab("Plan"));
+  release();
   EXPECT_EQ(log.messages(), Words{});
 }
 
 // Reports go on arriving while a button is down.
 
 TEST_F(StripPress, ATabThatMovedUnderThePressIsStillTheOneSelected) {
-  press(at(200));
+  press(onTab("Report"));
   view.setTabs({tab(102, "Report"), tab(101, "Plan"), tab(103, "Notes"), tab(104, "New")});
-  release(200);
+  release();
   EXPECT_EQ(happened().back(), "select 102");
 }
 
 TEST_F(StripPress, ATabThatVanishedUnderThePressIsNotSelected) {
-  press(at(200));
+  press(onTab("Report"));
   view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
-  release(200);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
@@ -275,53 +275,53 @@ TEST_F(StripPress, ATabThatVanishedUnderItsCloseMarkIsNotClosed) {
 }
 
 TEST_F(StripPress, ATabThatVanishedBeforeTheDragNeitherReordersNorMovesTheStrip) {
-  press(at(200));
+  press(onTab("Report"));
   view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
   dragTo(300);
   dragTo(400);
-  release(400);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
 TEST_F(StripPress, ADraggedTabThatVanishesEndsNowhere) {
-  press(at(200));
+  press(onTab("Report"));
   dragTo(300);
   view.setTabs({tab(101, "Plan"), tab(103, "Notes")});
   const auto without = painted();
   dragTo(400);
   EXPECT_EQ(painted(), without);
-  release(400);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none"}));
 }
 
 TEST_F(StripPress, ADragGoesOnWhenTheTabsChangeAroundIt) {
-  press(at(50));
+  press(onTab("Plan"));
   dragTo(430);
   view.setTabs({tab(104, "New"), tab(101, "Plan"), tab(102, "Report")});
-  release(430);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 2"}));
 
-  press(at(50));  // New, now first
+  press(onTab("New"));
   dragTo(430);
   view.setTabs({tab(104, "New"), tab(101, "Plan")});
-  release(430);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "reorder 104 to 1"}));
 }
 
 TEST_F(StripPress, ATitleChangeDuringADragLeavesItAlone) {
-  press(at(50));
+  press(onTab("Plan"));
   dragTo(300);
   view.setTabs({tab(101, "Plan 2"), tab(102, "Report"), tab(103, "Notes")});
   dragTo(430);
-  release(430);
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", "reorder 101 to 2"}));
 }
 
 TEST_F(StripPress, AListenerMayReplaceTheTabsWhileItIsCalled) {
   const auto takeAway = [this] { view.setTabs({}); };
   view.onTabHover = [&](auto, auto) { takeAway(); };
-  press(at(200));
-  release(200);
+  press(onTab("Report"));
+  release();
   EXPECT_EQ(happened(), Words{});
 
   listen();
@@ -331,9 +331,9 @@ TEST_F(StripPress, AListenerMayReplaceTheTabsWhileItIsCalled) {
     takeAway();
     events.push_back(words("reorder ", id, " to ", index));
   };
-  press(at(200));
+  press(onTab("2"));
   dragTo(450);
-  release(450);
+  release();
   EXPECT_EQ(happened(), (Words{"reorder 2 to 2"}));
 }
 
@@ -343,25 +343,25 @@ TEST_F(StripPress, AListenerMayTakeItselfAway) {
     view.onSelect = nullptr;
     events.push_back(kept);
   };
-  press(at(50));
-  release(50);
-  press(at(50));
-  release(50);
+  press(onTab("Plan"));
+  release();
+  press(onTab("Plan"));
+  release();
   EXPECT_EQ(happened(), (Words{"hover none", kept, "hover none"}));
 }
 
 TEST_F(StripPress, ADragOfTheStripWhoseReleaseWasLostEndsAtTheNextPress) {
-  press(at(515));
+  press(onEmptyStrip());
   dragTo(560);
   happened();
-  press(at(50));
+  press(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"drag end", "hover none"}));
-  release(50);
+  release();
   EXPECT_EQ(happened(), (Words{"select 101"}));
 }
 
 TEST_F(StripPress, ADragOfATabWhoseReleaseWasLostIsForgotten) {
-  press(at(50));
+  press(onTab("Plan"));
   dragTo(430);
   happened();
   press(on(StripAction::newDoc));
