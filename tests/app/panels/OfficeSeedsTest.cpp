@@ -74,6 +74,16 @@ TEST_F(OfficeSeeds, ADamagedListHidesNothingElse) {
   EXPECT_EQ(titles(), (Names{"Found.docx", "Own.docx"}));
 }
 
+// Excel's list is read after Word's, and knows the document from earlier.
+TEST_F(OfficeSeeds, ADocumentInTwoListsCountsAsUsedWhenItWasUsedLast) {
+  const auto letter = url("Letter.docx");
+  remember("Word", binaryList("<dict>" + bookmark(letter, "2024-05-03T12:00:00Z") +
+                              bookmark(url("Report.docx"), "2024-05-02T12:00:00Z") + "</dict>"));
+  remember("Excel", binaryList("<dict>" + bookmark(letter, "2024-05-01T12:00:00Z") + "</dict>"));
+  openDropdownOverWord();
+  EXPECT_EQ(titles(), (Names{"Letter.docx", "Report.docx"}));
+}
+
 TEST_F(OfficeSeeds, OverWordOnlyItsOwnKindsOfDocumentsAreOffered) {
   remember("Word", binaryList("<dict>" + bookmark(url("Letter.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
   remember("Excel", binaryList("<dict>" + bookmark(url("Sums.xlsx"), "2024-05-02T12:00:00Z") +
