@@ -117,6 +117,7 @@ StripLayout::StripLayout(const ViewRect& bounds, const StripContent& content, co
 }
 
 void StripLayout::collectBaseTools(const TextMeasure& measure) {
+  static_assert(everyBaseTool.size() + 2 <= maximumTools, "beside these: the search and the more tool");
   for (const StripAction action : everyBaseTool) {
     if (isOffered(action, content_)) base_[baseCount_++] = makeTool(action, content_.autoSaveOn, measure);
   }
