@@ -65,14 +65,22 @@ void QtCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color&
     paintRoundedRect(painter, {rect.x, rect.y, rect.width, rect.height}, radius, color);
     return;
   }
-  const QRectF inside = inSprite(rect);
   SpriteKey key;
-  key.with('r').with(inside).with(radius).with(premultiplied(color));
+  key.with('r').with(radius).with(premultiplied(color));
+  drawShape(key, rect, [&](QPainter& painter, const QRectF& inside) {
+    paintRoundedRect(painter, inside, radius, color);
+  });
+}
+
+void QtCanvas::drawShape(SpriteKey& key, const ViewRect& rect,
+                         const std::function<void(QPainter& painter, const QRectF& inside)>& paint) {
+  const QRectF inside = inSprite(rect);
+  key.with(inside);
   const Sprite* sprite = sprites_.find(key.view());
   if (sprite == nullptr) {
     Sprite fresh = spriteAround(rect);
     QPainter painter(&fresh.pixels);
-    paintRoundedRect(painter, inside, radius, color);
+    paint(painter, inside);
     painter.end();
     sprite = &sprites_.add(key.view(), std::move(fresh));
   }
@@ -120,22 +128,15 @@ void QtCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, con
 
 void QtCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
   if (!(rect.width > 0) || !(rect.height > 0)) return;
-  const QRectF inside = inSprite(rect);
   SpriteKey key;
-  key.with('s').with(symbol).with(inside).with(premultiplied(color));
-  const Sprite* sprite = sprites_.find(key.view());
-  if (sprite == nullptr) {
-    Sprite fresh = spriteAround(rect);
-    QPainter painter(&fresh.pixels);
+  key.with('s').with(symbol).with(premultiplied(color));
+  drawShape(key, rect, [&](QPainter& painter, const QRectF& inside) {
     switch (symbol) {
       case Symbol::magnifyingGlass:
         paintMagnifyingGlass(painter, inside, color);
         break;
     }
-    painter.end();
-    sprite = &sprites_.add(key.view(), std::move(fresh));
-  }
-  blend(*sprite, static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)), picture_, clip_);
+  });
 }
 
 }  // namespace pellar

@@ -2,11 +2,15 @@
 
 #include <QImage>
 #include <QRect>
+#include <QRectF>
+#include <functional>
 
 #include "platform/Canvas.h"
 #include "platform/linux/drawing/QtTextMeasure.h"
 #include "platform/linux/drawing/Sprite.h"
 #include "platform/linux/drawing/SpriteCache.h"
+
+class QPainter;
 
 namespace pellar {
 
@@ -30,6 +34,9 @@ class QtCanvas final : public Canvas {
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
 
  private:
+  // Draws the sprite of a shape in `rect`, which `paint` paints when it is not kept; `key` without the place.
+  void drawShape(SpriteKey& key, const ViewRect& rect,
+                 const std::function<void(QPainter& painter, const QRectF& inside)>& paint);
   // Draws a text with its line box's top left corner at `origin`. The baseline stands on a whole pixel, or it
   // would blur.
   void place(const Sprite& text, ViewPoint origin, const Font& font);

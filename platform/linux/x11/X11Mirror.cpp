@@ -1,7 +1,6 @@
 #include "platform/linux/x11/X11Mirror.h"
 
 #include <algorithm>
-#include <cstring>
 #include <unordered_set>
 
 #include "core/Log.h"
@@ -22,15 +21,6 @@ bool reservesRoom(X11Property property) {
 bool sameToTheUser(const X11Window& a, const X11Window& b) {
   return a.title() == b.title() && a.frame() == b.frame() && a.minimized() == b.minimized() &&
          a.fullscreen == b.fullscreen && a.standard() == b.standard() && a.kind == b.kind;
-}
-
-std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
-  if (reply == nullptr || reply->format != 32) return {};
-  std::vector<std::uint32_t> values(reply->value_len);
-  if (!values.empty()) {
-    std::memcpy(values.data(), xcb_get_property_value(reply), values.size() * sizeof(std::uint32_t));
-  }
-  return values;
 }
 
 }  // namespace

@@ -6,6 +6,16 @@
 #include <vector>
 
 namespace pellar {
+
+std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
+  if (reply == nullptr || reply->format != 32) return {};
+  std::vector<std::uint32_t> values(reply->value_len);
+  if (!values.empty()) {
+    std::memcpy(values.data(), xcb_get_property_value(reply), values.size() * sizeof(std::uint32_t));
+  }
+  return values;
+}
+
 namespace {
 
 // In units of four bytes.
@@ -48,15 +58,6 @@ xcb_atom_t atomOf(X11Property property, const X11Atoms& atoms) {
       return atoms.netWmStrutPartial;
   }
   return XCB_ATOM_NONE;
-}
-
-std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
-  if (reply == nullptr || reply->format != 32) return {};
-  std::vector<std::uint32_t> values(reply->value_len);
-  if (!values.empty()) {
-    std::memcpy(values.data(), xcb_get_property_value(reply), values.size() * sizeof(std::uint32_t));
-  }
-  return values;
 }
 
 std::optional<std::uint32_t> number(const xcb_get_property_reply_t* reply) {

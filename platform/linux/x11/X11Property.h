@@ -3,7 +3,9 @@
 #include <xcb/xcb.h>
 
 #include <array>
+#include <cstdint>
 #include <optional>
+#include <vector>
 
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Window.h"
@@ -37,6 +39,9 @@ inline constexpr std::array allX11Properties{
 
 // The property that an atom names; absent when the mirror does not follow it.
 [[nodiscard]] std::optional<X11Property> x11PropertyOf(xcb_atom_t atom, const X11Atoms& atoms);
+
+// The numbers of a property's value; none when the reply is null or no list of 32-bit numbers.
+[[nodiscard]] std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply);
 
 // Asks for a property, at most 64 kB of it.
 xcb_get_property_cookie_t requestX11Property(X11Connection& connection, xcb_window_t window,
