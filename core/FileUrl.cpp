@@ -20,6 +20,29 @@ bool takePrefix(std::string_view& text, std::string_view lowerCasePrefix) {
   return true;
 }
 
+bool isPlain(char byte) {
+  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+         std::string_view("/-._~").find(byte) != std::string_view::npos;
+}
+
+}  // namespace
+
+std::string fileUrlOf(std::string_view path) {
+  constexpr auto digits = std::string_view("0123456789ABCDEF");
+  std::string url("file://");
+  for (const char byte : path) {
+    if (isPlain(byte)) {
+      url += byte;
+      continue;
+    }
+    const auto value = static_cast<unsigned char>(byte);
+    url += '%';
+    url += digits[value >> 4U];
+    url += digits[value & 15U];
+  }
+  return url;
+}
+
 std::optional<std::string> percentDecoded(std::string_view text) {
   std::string decoded;
   decoded.reserve(text.size());
@@ -39,8 +62,6 @@ std::optional<std::string> percentDecoded(std::string_view text) {
   }
   return decoded;
 }
-
-}  // namespace
 
 std::optional<std::string> pathOfFileUrl(std::string_view url) {
   if (!takePrefix(url, "file:")) return std::nullopt;

@@ -1,7 +1,6 @@
 #include "core/QuotedList.h"
 
 #include <array>
-#include <cstdint>
 #include <cstdio>
 #include <string_view>
 
@@ -9,20 +8,6 @@
 
 namespace pellar {
 namespace {
-
-// The code point of a valid character's bytes.
-std::uint32_t codePoint(std::string_view character) {
-  const auto lead = static_cast<unsigned char>(character.front());
-  if (character.size() == 1) return lead;
-  std::uint32_t value = lead & (0xFFU >> (character.size() + 1));
-  for (const char c : character.substr(1)) value = (value << 6U) | (static_cast<unsigned char>(c) & 0x3FU);
-  return value;
-}
-
-bool breaksTheLine(std::uint32_t character) {
-  return character < 0x20 || (character >= 0x7F && character <= 0x9F) || character == 0x2028 ||
-         character == 0x2029;
-}
 
 void appendFormatted(std::string& out, const char* format, unsigned value) {
   std::array<char, 16> buffer{};
@@ -39,7 +24,7 @@ void appendQuoted(std::string& out, std::string_view text) {
       text.remove_prefix(1);
       continue;
     }
-    const std::uint32_t character = codePoint(text.substr(0, length));
+    const char32_t character = Utf8::codePoint(text.substr(0, length));
     switch (character) {
       case '"':
         out += "\\\"";
@@ -57,7 +42,7 @@ void appendQuoted(std::string& out, std::string_view text) {
         out += "\\t";
         break;
       default:
-        if (breaksTheLine(character))
+        if (Utf8::isControlOrLineBreak(character))
           appendFormatted(out, "\\u{%X}", character);
         else
           out += text.substr(0, length);

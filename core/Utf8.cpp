@@ -75,6 +75,17 @@ std::size_t validPrefix(std::string_view text) {
   return length;
 }
 
+char32_t codePoint(std::string_view character) {
+  utf8proc_int32_t decoded = 0;
+  decode(character, decoded);
+  return static_cast<char32_t>(decoded);
+}
+
+bool isControlOrLineBreak(char32_t character) {
+  return character < 0x20 || (character >= 0x7F && character <= 0x9F) || character == 0x2028 ||
+         character == 0x2029;
+}
+
 bool isValid(std::string_view text) {
   while (!text.empty()) {
     const std::size_t length = validPrefix(text);

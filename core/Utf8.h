@@ -11,6 +11,12 @@ namespace pellar::Utf8 {
 // surrogates and code points above U+10FFFF are not valid.
 std::size_t validPrefix(std::string_view text);
 
+// The code point of one character. Needs exactly the bytes that `validPrefix` counts.
+char32_t codePoint(std::string_view character);
+
+// Controls, which include the line breaks of ASCII, and the line and the paragraph separator.
+bool isControlOrLineBreak(char32_t character);
+
 bool isValid(std::string_view text);
 
 // The same text with each byte that is part of no valid character replaced by U+FFFD.

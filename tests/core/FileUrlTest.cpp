@@ -14,7 +14,15 @@ TEST(FileUrl, GivesTheDecodedPath) {
 TEST(FileUrl, TakesAnyCaseAndAnyHost) {
   EXPECT_EQ(pathOfFileUrl("FILE:///a"), "/a");
   EXPECT_EQ(pathOfFileUrl("file://localhost/a"), "/a");
+  EXPECT_EQ(pathOfFileUrl("file://ann-pc/a"), "/a");
   EXPECT_EQ(pathOfFileUrl("file:/a"), "/a");
+}
+
+TEST(FileUrl, AnyPathComesBackFromItsUrl) {
+  for (const std::string path :
+       {"/", "/a/b.txt", "/a b/100%.txt", "/caf\xe9", "/d\xc3\xa9j\xc3\xa0", "/a?b#c\n\x7f"})
+    EXPECT_EQ(pathOfFileUrl(fileUrlOf(path)), path);
+  EXPECT_EQ(fileUrlOf("/a b/100%.txt"), "file:///a%20b/100%25.txt");
 }
 
 TEST(FileUrl, LeavesOutTrailingSlashesQueriesAndFragments) {

@@ -10,7 +10,7 @@
 
 #include "core/Log.h"
 #include "platform/MainLoop.h"
-#include "platform/linux/system/FileUrls.h"
+#include "core/FileUrl.h"
 
 namespace pellar {
 namespace {

@@ -8,7 +8,7 @@
 #include <set>
 #include <system_error>
 
-#include "platform/linux/system/FileUrls.h"
+#include "core/FileUrl.h"
 
 namespace pellar::DocumentLookUp {
 namespace {
@@ -169,7 +169,7 @@ std::set<std::string> arguments(const fs::path& process, const std::vector<std::
     const std::string argument = line.substr(at, end - at);
     at = end + 1;
     if (std::exchange(isProgram, false)) continue;
-    fs::path path = pathOfUrl(argument).value_or(argument);
+    fs::path path = pathOfFileUrl(argument).value_or(argument);
     if (!isNamed(path, names)) continue;
     if (path.is_relative()) {
       std::error_code error;

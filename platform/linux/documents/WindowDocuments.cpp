@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "platform/MainLoop.h"
-#include "platform/linux/system/FileUrls.h"
+#include "core/FileUrl.h"
 
 namespace pellar {
 namespace {

@@ -7,11 +7,12 @@
 
 #include <QFileInfo>
 #include <algorithm>
-#include <cerrno>
 #include <cstddef>
 #include <cstring>
 #include <string>
 #include <string_view>
+
+#include "core/FileUrl.h"
 
 namespace pellar::SessionBus {
 namespace {
@@ -52,29 +53,6 @@ class Socket {
   int descriptor_;
 };
 
-int hexDigit(char each) {
-  if (each >= '0' && each <= '9') return each - '0';
-  if (each >= 'a' && each <= 'f') return each - 'a' + 10;
-  if (each >= 'A' && each <= 'F') return each - 'A' + 10;
-  return -1;
-}
-
-// A value of an address, in which all but plain characters are percent-encoded.
-std::string decoded(std::string_view text) {
-  std::string result;
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const int high = text[at] == '%' && at + 2 < text.size() ? hexDigit(text[at + 1]) : -1;
-    const int low = high >= 0 ? hexDigit(text[at + 2]) : -1;
-    if (low < 0) {
-      result += text[at];
-      continue;
-    }
-    result += static_cast<char>(high * 16 + low);
-    at += 2;
-  }
-  return result;
-}
-
 // The name of the local socket that one address means; absent for another kind.
 std::optional<std::string> socketName(std::string_view address) {
   constexpr auto local = "unix:"sv;
@@ -83,8 +61,11 @@ std::optional<std::string> socketName(std::string_view address) {
   while (!address.empty()) {
     const auto pair = address.substr(0, address.find(','));
     address.remove_prefix(std::min(address.size(), pair.size() + 1));
-    if (pair.starts_with("path="sv)) return decoded(pair.substr(5));
-    if (pair.starts_with("abstract="sv)) return '\0' + decoded(pair.substr(9));
+    if (pair.starts_with("path="sv)) return percentDecoded(pair.substr(5));
+    if (pair.starts_with("abstract="sv)) {
+      const auto name = percentDecoded(pair.substr(9));
+      return name ? std::optional('\0' + *name) : std::nullopt;
+    }
   }
   return std::nullopt;
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Utf8.h"
+
 namespace pellar {
 
 namespace {
@@ -10,28 +12,6 @@ namespace {
 constexpr double widthPerSize = 0.55;
 constexpr std::string_view ellipsis = "\u2026";
 constexpr std::string_view replacement = "\uFFFD";
-
-bool isContinuation(char byte) {
-  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
-}
-
-// Bytes of the well-formed code point at the start of `text`; 0 when there is none.
-std::size_t codePointLength(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text.front());
-  std::size_t length = 0;
-  if (lead < 0x80) {
-    length = 1;
-  } else if (lead >= 0xC2 && lead < 0xE0) {
-    length = 2;
-  } else if (lead >= 0xE0 && lead < 0xF0) {
-    length = 3;
-  } else if (lead >= 0xF0 && lead < 0xF5) {
-    length = 4;
-  }
-  if (length == 0 || length > text.size()) return 0;
-  const auto tail = text.substr(1, length - 1);
-  return std::all_of(tail.begin(), tail.end(), isContinuation) ? length : 0;
-}
 
 // How many code points fit into a width.
 double fitting(double width, const Font& font) {
@@ -43,7 +23,7 @@ double fitting(double width, const Font& font) {
 std::size_t SimTextMeasure::codePoints(std::string_view text) {
   std::size_t count = 0;
   while (!text.empty()) {
-    text.remove_prefix(std::max<std::size_t>(codePointLength(text), 1));
+    text.remove_prefix(std::max<std::size_t>(Utf8::validPrefix(text), 1));
     ++count;
   }
   return count;
@@ -52,7 +32,7 @@ std::size_t SimTextMeasure::codePoints(std::string_view text) {
 std::string SimTextMeasure::prefix(std::string_view text, std::size_t count) {
   std::string result;
   for (; count > 0 && !text.empty(); --count) {
-    const std::size_t length = codePointLength(text);
+    const std::size_t length = Utf8::validPrefix(text);
     result += length == 0 ? replacement : text.substr(0, length);
     text.remove_prefix(std::max<std::size_t>(length, 1));
   }

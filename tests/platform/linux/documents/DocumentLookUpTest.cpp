@@ -7,8 +7,8 @@
 #include <system_error>
 #include <vector>
 
+#include "core/FileUrl.h"
 #include "platform/linux/documents/DocumentLookUp.h"
-#include "platform/linux/system/FileUrls.h"
 #include "platform/sim/system/TemporaryFolder.h"
 
 namespace pellar {
@@ -168,18 +168,6 @@ TEST_F(DocumentLookUpTest, ThisVeryProcessCanBeLookedUp) {
   const auto report = file(home() / "kept open.txt");
   std::ifstream stream(report);
   EXPECT_EQ(DocumentLookUp::find("kept open.txt - Editor", getpid(), {.home = home()}), report);
-}
-
-TEST(FileUrlsTest, AnyPathComesBackFromItsUrl) {
-  for (const std::string path :
-       {"/", "/a/b.txt", "/a b/100%.txt", "/caf\xe9", "/d\xc3\xa9j\xc3\xa0", "/a?b#c\n\x7f"}) {
-    EXPECT_EQ(pathOfUrl(fileUrlOf(path)), path);
-  }
-  EXPECT_EQ(fileUrlOf("/a b/100%.txt"), "file:///a%20b/100%25.txt");
-  EXPECT_EQ(pathOfUrl("file://localhost/a%20b"), "/a b");
-  for (const char* other :
-       {"", "/a", "file:", "file://elsewhere/a", "http://a/b", "file:///a%2", "file:///%00", "file:///%zz"})
-    EXPECT_EQ(pathOfUrl(other), std::nullopt) << other;
 }
 
 }  // namespace
