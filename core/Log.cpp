@@ -1,7 +1,6 @@
 #include "core/Log.h"
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -17,6 +16,7 @@
 #include <string>
 #include <utility>
 
+#include "core/HomeFolder.h"
 #include "core/Utf8.h"
 
 namespace pellar::Log {
@@ -34,15 +34,6 @@ struct Shared {
 Shared& shared() {
   static auto* const value = new Shared;
   return *value;
-}
-
-std::filesystem::path homeFolder() {
-  if (const char* home = std::getenv("HOME"); home != nullptr && home[0] == '/') return home;
-  std::array<char, 16384> buffer{};
-  passwd entry{};
-  passwd* found = nullptr;
-  if (getpwuid_r(getuid(), &entry, buffer.data(), buffer.size(), &found) != 0) return {};
-  return found == nullptr || entry.pw_dir == nullptr ? std::filesystem::path{} : entry.pw_dir;
 }
 
 std::int64_t now() {

@@ -1,23 +1,15 @@
 #include "platform/linux/system/PlatformFolders.h"
 
-#include <pwd.h>
-#include <unistd.h>
-
 #include <cstdlib>
 #include <string_view>
-#include <system_error>
+
+#include "core/FileOperations.h"
+#include "core/HomeFolder.h"
 
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path homeFolder() {
-  if (const char* home = std::getenv("HOME"); home != nullptr && *home == '/') return home;
-  const passwd* user = getpwuid(getuid());
-  return user != nullptr && user->pw_dir != nullptr && *user->pw_dir == '/' ? fs::path(user->pw_dir)
-                                                                            : fs::path("/");
-}
 
 fs::path folder(const char* variable, const fs::path& otherwise) {
   const char* value = std::getenv(variable);
@@ -32,8 +24,7 @@ UserFolders platformFolders() {
   folders.applicationSupport = folder("XDG_DATA_HOME", folders.home / ".local/share");
   folders.logFile = folder("XDG_STATE_HOME", folders.home / ".local/state") / "Pellar/Pellar.log";
   // Without the folder there is no log, which is no reason not to run.
-  std::error_code ignored;
-  fs::create_directories(folders.logFile.parent_path(), ignored);
+  static_cast<void>(systemFileOperations().createFolders(folders.logFile.parent_path()));
   return folders;
 }
 

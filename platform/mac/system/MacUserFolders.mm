@@ -1,7 +1,6 @@
 #include "platform/mac/system/MacUserFolders.h"
 
-#include <system_error>
-
+#include "core/FileOperations.h"
 #include "platform/mac/system/Conversions.h"
 
 namespace pellar {
@@ -15,8 +14,7 @@ UserFolders macUserFolders() {
                                               : folders.home / "Library/Application Support";
   folders.logFile = folders.home / "Library/Logs/Pellar.log";
   // Without the folder there is no log, which is no reason not to run.
-  std::error_code ignored;
-  std::filesystem::create_directories(folders.logFile.parent_path(), ignored);
+  static_cast<void>(systemFileOperations().createFolders(folders.logFile.parent_path()));
   return folders;
 }
 

@@ -5,14 +5,15 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
+
+#include "core/FileOperations.h"
 
 namespace pellar {
 namespace {
 
 int opened(const std::filesystem::path& folder) {
-  std::error_code ignored;  // then it cannot be opened either
-  std::filesystem::create_directories(folder, ignored);
+  // A folder that cannot be made cannot be opened either.
+  static_cast<void>(systemFileOperations().createFolders(folder));
   return open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 

@@ -31,6 +31,12 @@ TEST_F(AFolder, BelongsToTheFirstWhoAsks) {
   EXPECT_FALSE(FolderLock(folder).isAnothers());
 }
 
+TEST_F(AFolder, ThatIsMadeForTheStateIsItsOwnersAlone) {
+  const FolderLock lock(folder);
+  for (const auto& made : {folder, folder.parent_path()})
+    EXPECT_EQ(std::filesystem::status(made).permissions(), std::filesystem::perms::owner_all) << made;
+}
+
 TEST_F(AFolder, BelongsToExactlyOneOfManyWhoAskTogether) {
   std::vector<std::unique_ptr<FolderLock>> locks(8);
   std::promise<void> start;
