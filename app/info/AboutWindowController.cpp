@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "app/info/WebAddress.h"
+#include "core/Notify.h"
 
 namespace pellar {
 namespace {
@@ -48,8 +49,7 @@ void AboutWindowController::setStatus(const std::string& status) {
 
 void AboutWindowController::check() {
   setStatus("Checking…");
-  const auto onCheck = onCheck_;
-  onCheck();
+  notify(onCheck_);
 }
 
 }  // namespace pellar

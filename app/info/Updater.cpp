@@ -2,10 +2,10 @@
 
 #include <chrono>
 #include <cstddef>
-#include <utility>
 
 #include "app/info/WebAddress.h"
 #include "core/Log.h"
+#include "core/Notify.h"
 #include "core/SemVer.h"
 #include "platform/HttpClient.h"
 #include "platform/UserNotifications.h"
@@ -50,12 +50,12 @@ void Updater::check(bool notify) {
 }
 
 void Updater::take(const Info& info, bool notify) {
-  if (const auto tell = onEula; info.eula && tell) tell(info.eula->version, info.eula->url);
+  if (info.eula) pellar::notify(onEula, info.eula->version, info.eula->url);
   if (!SemVer::isNewer(info.latest, currentVersion_)) return;
   Log::write("update available: " + info.latest + " (running " + currentVersion_ +
              "), notify=" + word(notify));
   available_ = info;
-  if (const auto tell = onUpdate) tell(info);
+  pellar::notify(onUpdate, info);
   if (notify) notifyOf(info.latest);
 }
 

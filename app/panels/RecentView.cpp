@@ -8,6 +8,7 @@
 
 #include "app/panels/OfficeSeeds.h"
 #include "core/AppState.h"
+#include "core/Notify.h"
 #include "core/PathExtension.h"
 #include "core/Recent.h"
 #include "platform/MainLoop.h"
@@ -115,7 +116,7 @@ void RecentView::openSelected() {
 }
 
 void RecentView::close() {
-  if (const auto callback = onClose) callback();
+  notify(onClose);
 }
 
 }  // namespace pellar

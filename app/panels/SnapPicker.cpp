@@ -23,7 +23,7 @@ SnapPicker::SnapPicker(PanelFactory& panels, MainLoop& loop, const ScreenList& s
       view_(panel_->host(), std::move(onPick)),
       closing_(loop, [this] { hide(); }) {
   view_.onHoverChanged = [this](bool inside) { inside ? closing_.panelEntered() : closing_.panelLeft(); };
-  view_.onPicked = [this] { hide(); };
+  view_.onChosen = [this] { hide(); };
   panel_->setView(&view_);
 }
 

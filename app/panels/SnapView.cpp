@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "core/Notify.h"
+
 namespace pellar {
 namespace {
 
@@ -16,15 +18,9 @@ constexpr double cellRadius = 4;
 constexpr Color ground{0.12, 0.13, 0.17, 0.97, std::nullopt};
 constexpr Color resting{0.55, 0.55, 0.55, 0.35, std::nullopt};
 
-std::optional<Tile> tileAt(ViewPoint point) {
-  for (const auto& [rect, tile] : SnapView::cellRects())
-    if (rect.contains(point)) return tile;
-  return std::nullopt;
-}
-
 }  // namespace
 
-SnapView::SnapView(ViewHost& host, PickHandler onPick) : host_(host), onPick_(std::move(onPick)) {}
+SnapView::SnapView(ViewHost& host, PickHandler onPick) : ChoiceView(host), onPick_(std::move(onPick)) {}
 
 std::vector<ViewRect> SnapView::groupRects() {
   std::vector<ViewRect> rects;
@@ -56,35 +52,13 @@ const std::vector<std::pair<ViewRect, Tile>>& SnapView::cellRects() {
 }
 
 void SnapView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
-  canvas.fillRoundedRect(host_.bounds(), cornerRadius, ground);
+  canvas.fillRoundedRect(host().bounds(), cornerRadius, ground);
   for (const auto& [rect, tile] : cellRects())
-    canvas.fillRoundedRect(rect, cellRadius, hover_ == tile ? Color::of(SystemColor::blue) : resting);
+    canvas.fillRoundedRect(rect, cellRadius, isLit(tile) ? Color::of(SystemColor::blue) : resting);
 }
 
-void SnapView::mouseDown(const MouseEvent& event) {
-  const auto tile = tileAt(event.location);
-  if (!tile) return;
-  const std::weak_ptr alive(alive_);
-  if (const auto pick = onPick_) pick(*tile);
-  if (alive.expired()) return;
-  if (const auto picked = onPicked) picked();
-}
-
-void SnapView::mouseEntered() {
-  if (const auto changed = onHoverChanged) changed(true);
-}
-
-void SnapView::mouseMoved(const MouseEvent& event) {
-  setHover(tileAt(event.location));
-}
-
-void SnapView::mouseExited() {
-  setHover(std::nullopt);
-  if (const auto changed = onHoverChanged) changed(false);
-}
-
-void SnapView::setHover(std::optional<Tile> tile) {
-  if (std::exchange(hover_, tile) != tile) host_.setNeedsDisplay();
+void SnapView::choose(Tile tile) {
+  notify(onPick_, tile);
 }
 
 }  // namespace pellar

@@ -1,6 +1,7 @@
 #include "app/shell/HotkeyTap.h"
 
 #include "core/Log.h"
+#include "core/Notify.h"
 
 namespace pellar {
 namespace {
@@ -26,10 +27,9 @@ bool HotkeyTap::handle(const TapEvent& event) {
   if (!shortcut.matches(event) || !isActive()) return false;
   // The session's input does not wait for what the strip has to do.
   const bool forward = (event.flags & KeyFlags::shift) == 0;
-  loop_.post([this, alive = std::weak_ptr(alive_), forward] {
-    if (alive.expired()) return;
-    const auto cycle = onCycle;
-    cycle(forward);
+  loop_.post([this, alive = alive_.watch(), forward] {
+    if (!alive) return;
+    notify(onCycle, forward);
   });
   return true;
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 
+#include "core/Alive.h"
 #include "platform/EventTap.h"
 #include "platform/MainLoop.h"
 
@@ -28,7 +29,7 @@ class HotkeyTap {
 
   EventTaps& taps_;
   MainLoop& loop_;
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Alive alive_;
   std::unique_ptr<EventTap> tap_;
 };
 

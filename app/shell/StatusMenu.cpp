@@ -5,6 +5,7 @@
 #include "app/shell/AutoSave.h"
 #include "core/AppState.h"
 #include "core/Log.h"
+#include "core/Notify.h"
 #include "platform/LoginItem.h"
 #include "platform/Workspace.h"
 
@@ -110,7 +111,7 @@ Menu StatusMenu::autoSaveChoices() {
         checkedItem(minutes == 0 ? "Off" : "Every " + std::to_string(minutes) + " min",
                     store_->state().settings.autoSaveMinutes == minutes, [minutes](StatusMenu& self) {
                       self.change([&](Settings& changed) { changed.autoSaveMinutes = minutes; });
-                      if (const auto chosen = self.onAutoSaveChosen) chosen();
+                      notify(self.onAutoSaveChosen);
                       // The strip shows whether it is on.
                       self.tracker_->refresh();
                     }));
@@ -119,18 +120,15 @@ Menu StatusMenu::autoSaveChoices() {
 }
 
 void StatusMenu::appendProgram(Menu& menu) {
-  menu.emplace_back(checkedItem("Start at login", platform_.loginItem.isEnabled(), [](StatusMenu& self) {
-    if (const auto toggle = self.onToggleLaunchAtLogin) toggle();
-  }));
+  menu.emplace_back(checkedItem("Start at login", platform_.loginItem.isEnabled(),
+                                [](StatusMenu& self) { notify(self.onToggleLaunchAtLogin); }));
   menu.emplace_back(checkedItem(
       "Automatically check for updates", store_->state().settings.autoUpdateCheck, [](StatusMenu& self) {
         self.change([](Settings& changed) { changed.autoUpdateCheck = !changed.autoUpdateCheck; });
         if (self.store_->state().settings.autoUpdateCheck) self.updater_->check(false);
       }));
   menu.emplace_back(item("Check for updates now", [](StatusMenu& self) { self.updater_->check(false); }));
-  menu.emplace_back(item("About Pellar", [](StatusMenu& self) {
-    if (const auto show = self.onShowAbout) show();
-  }));
+  menu.emplace_back(item("About Pellar", [](StatusMenu& self) { notify(self.onShowAbout); }));
   menu.emplace_back(MenuSeparator{});
   menu.emplace_back(
       item("Show log", [](StatusMenu& self) { self.platform_.workspace.open(Log::url().string()); }));

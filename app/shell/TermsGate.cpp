@@ -5,6 +5,7 @@
 #include "app/info/WebAddress.h"
 #include "core/AppState.h"
 #include "core/Log.h"
+#include "core/Notify.h"
 #include "platform/Workspace.h"
 
 namespace pellar {
@@ -52,7 +53,7 @@ void TermsGate::accept() {
   store_->update([this](AppState& state) { state.settings.acceptedEulaVersion = requiredEula_; });
   Log::write("terms accepted: v" + requiredEula_);
   eulaWindow_.reset();
-  if (const auto accepted = onAccepted) accepted();
+  notify(onAccepted);
   presentGates();
 }
 

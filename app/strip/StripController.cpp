@@ -6,6 +6,7 @@
 #include "app/strip/place/StripGeometry.h"
 #include "app/strip/tabs/TagColors.h"
 #include "core/AppState.h"
+#include "core/Notify.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"
 #include "platform/Workspace.h"
@@ -220,7 +221,7 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
 }
 
 void StripController::toggleAutoSave() {
-  if (const auto toggled = autoSaveToggled) toggled();
+  notify(autoSaveToggled);
 }
 
 void StripController::selectTab(WindowId id) {

@@ -6,6 +6,7 @@
 
 #include "app/strip/tabs/TagColors.h"
 #include "core/AppState.h"
+#include "core/Notify.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"
 #include "platform/MenuPresenter.h"
@@ -144,9 +145,8 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
       if (front) self.documents_->rename(front);
     }));
     const bool autoSave = store_->state().settings.autoSaveMinutes >= 1;
-    menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off", [](StripMenus& self) {
-      if (const auto toggle = self.onAutoSave) toggle();
-    }));
+    menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off",
+                           [](StripMenus& self) { notify(self.onAutoSave); }));
     menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
     menu.emplace_back(
         item("New document", [office](StripMenus& self) { self.documents_->newDocument(*office); }));

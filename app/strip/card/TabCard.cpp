@@ -26,7 +26,7 @@ TabCard::TabCard(PanelFactory& panels, MainLoop& loop, const ScreenList& screens
       view_(panel_->host(), std::move(onAction)),
       closing_(loop, [this] { hide(); }) {
   view_.onHoverChanged = [this](bool inside) { inside ? closing_.panelEntered() : closing_.panelLeft(); };
-  view_.onActed = [this] { hide(); };
+  view_.onChosen = [this] { hide(); };
   panel_->setView(&view_);
 }
 

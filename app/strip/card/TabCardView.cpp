@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+#include "core/Notify.h"
+
 namespace pellar {
 namespace {
 
@@ -30,17 +32,17 @@ constexpr Font buttonFont{12, FontWeight::regular};
 }  // namespace
 
 TabCardView::TabCardView(ViewHost& host, ActionHandler onAction)
-    : host_(host), onAction_(std::move(onAction)) {}
+    : ChoiceView(host), onAction_(std::move(onAction)) {}
 
 void TabCardView::set(WindowId id, std::string title, std::optional<std::string> subtitle) {
   id_ = id;
   title_ = std::move(title);
   subtitle_ = std::move(subtitle);
-  host_.setNeedsDisplay();
+  host().setNeedsDisplay();
 }
 
 double TabCardView::preferredWidth() const {
-  const TextMeasure& measure = host_.textMeasure();
+  const TextMeasure& measure = host().textMeasure();
   const double wanted = measure.width(title_, titleFont) + 2 * margin + buttonRoom;
   const double below = (subtitle_ ? measure.width(*subtitle_, subtitleFont) : 0) + 2 * margin;
   return std::clamp(std::max(wanted, below), narrowest, widest);
@@ -48,12 +50,12 @@ double TabCardView::preferredWidth() const {
 
 bool TabCardView::titleNeedsTwoLines() const {
   const double room = preferredWidth() - 2 * margin - buttonRoom;
-  return host_.textMeasure().width(title_, titleFont) > room + rounding;
+  return host().textMeasure().width(title_, titleFont) > room + rounding;
 }
 
 std::vector<std::pair<ViewRect, StripAction>> TabCardView::buttonRects() const {
   std::vector<std::pair<ViewRect, StripAction>> rects;
-  double x = host_.bounds().width - 6 - buttonRoom;
+  double x = host().bounds().width - 6 - buttonRoom;
   for (const Button& button : buttons) {
     rects.push_back({{x, 9, buttonWidth, 22}, button.action});
     x += buttonPitch;
@@ -62,7 +64,7 @@ std::vector<std::pair<ViewRect, StripAction>> TabCardView::buttonRects() const {
 }
 
 void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
-  const double width = host_.bounds().width;
+  const double width = host().bounds().width;
   const bool twoLines = titleNeedsTwoLines();
   const ViewRect title{margin, 11, width - 2 * margin - buttonRoom, twoLines ? 32.0 : 17.0};
   if (twoLines) {
@@ -78,7 +80,7 @@ void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
   const auto rects = buttonRects();
   for (std::size_t i = 0; i < buttons.size(); ++i) {
     const auto& [rect, action] = rects[i];
-    if (hover_ == action) {
+    if (isLit(action)) {
       Color ground = Color::white(0.18);
       if (action == StripAction::closeWindow) {
         ground = Color::of(SystemColor::red);
@@ -90,36 +92,8 @@ void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
   }
 }
 
-void TabCardView::mouseDown(const MouseEvent& event) {
-  const auto action = actionAt(event.location);
-  if (!action) return;
-  const std::weak_ptr alive(alive_);
-  if (const auto act = onAction_) act(id_, *action);
-  if (alive.expired()) return;
-  if (const auto acted = onActed) acted();
-}
-
-void TabCardView::mouseEntered() {
-  if (const auto changed = onHoverChanged) changed(true);
-}
-
-void TabCardView::mouseMoved(const MouseEvent& event) {
-  setHover(actionAt(event.location));
-}
-
-void TabCardView::mouseExited() {
-  setHover(std::nullopt);
-  if (const auto changed = onHoverChanged) changed(false);
-}
-
-std::optional<StripAction> TabCardView::actionAt(ViewPoint point) const {
-  for (const auto& [rect, action] : buttonRects())
-    if (rect.contains(point)) return action;
-  return std::nullopt;
-}
-
-void TabCardView::setHover(std::optional<StripAction> action) {
-  if (std::exchange(hover_, action) != action) host_.setNeedsDisplay();
+void TabCardView::choose(StripAction action) {
+  notify(onAction_, id_, action);
 }
 
 }  // namespace pellar

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <utility>
 
+#include "core/Notify.h"
+
 namespace pellar {
 namespace {
 
@@ -91,8 +93,7 @@ void RecentDropdown::clickedOutside() {
     if (!open_) view_.setSearchExpanded(false);
     folding_.cancel();
   });
-  // The handler may drop the very monitor that told of the click.
-  if (const auto handler = onOutsideClick) handler();
+  notify(onOutsideClick);
 }
 
 bool RecentDropdown::isInside(const ObservedClick& click) {

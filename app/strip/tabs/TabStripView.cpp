@@ -6,17 +6,12 @@
 
 #include "app/strip/tabs/StripDrawing.h"
 #include "core/Log.h"
+#include "core/Notify.h"
 
 namespace pellar {
 namespace {
 
 constexpr double dragThreshold = 4;
-
-// Calls through a copy: the receiver may replace the callback while it runs.
-template <class... Parameters, class... Arguments>
-void notify(const std::function<void(Parameters...)>& callback, Arguments&&... arguments) {
-  if (const auto current = callback) current(std::forward<Arguments>(arguments)...);
-}
 
 }  // namespace
 

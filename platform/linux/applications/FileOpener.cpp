@@ -8,9 +8,9 @@
 #include <system_error>
 #include <utility>
 
+#include "core/FileUrl.h"
 #include "core/Log.h"
 #include "platform/MainLoop.h"
-#include "core/FileUrl.h"
 
 namespace pellar {
 namespace {
@@ -29,12 +29,12 @@ void FileOpener::next() {
   if (!busy_) return;
   std::string path = std::move(waiting_.front());
   waiting_.pop_front();
-  thread_.post([path = std::move(path), loop = &loop_, this, weak = std::weak_ptr(alive_)] {
+  thread_.post([path = std::move(path), loop = &loop_, this, alive = alive_.watch()] {
     std::error_code error;
     const bool exists = std::filesystem::exists(path, error);
-    if (weak.expired()) return;
-    loop->post([path, exists, this, weak] {
-      if (!weak.expired()) launch(path, exists);
+    if (!alive) return;
+    loop->post([path, exists, this, alive] {
+      if (alive) launch(path, exists);
     });
   });
 }

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <deque>
-#include <memory>
 #include <string>
 
+#include "core/Alive.h"
 #include "platform/Subscription.h"
 #include "platform/linux/system/SideThread.h"
 
@@ -28,7 +28,7 @@ class FileOpener {
   std::deque<std::string> waiting_;
   bool busy_ = false;  // one is being looked at, or was launched a moment ago
   Subscription pause_;
-  std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
+  Alive alive_;
   SideThread thread_;  // a file's file system may be away
 };
 

@@ -6,11 +6,10 @@
 #include <QUrl>
 #include <chrono>
 #include <filesystem>
-#include <utility>
 
+#include "core/FileUrl.h"
 #include "core/Log.h"
 #include "platform/MainLoop.h"
-#include "core/FileUrl.h"
 #include "platform/linux/system/SessionBus.h"
 
 namespace pellar {
@@ -49,11 +48,11 @@ void openFolder(const std::string& path) {
 }  // namespace
 
 void FileViewer::select(const std::string& path) {
-  thread_.post([path, loop = &loop_, weak = std::weak_ptr(alive_)] {
+  thread_.post([path, loop = &loop_, alive = alive_.watch()] {
     const bool shown = showItem(path);
-    if (shown || weak.expired()) return;
-    loop->post([path, weak] {
-      if (!weak.expired()) openFolder(path);
+    if (shown || !alive) return;
+    loop->post([path, alive] {
+      if (alive) openFolder(path);
     });
   });
 }

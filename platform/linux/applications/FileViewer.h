@@ -1,8 +1,8 @@
 #pragma once
 
-#include <memory>
 #include <string>
 
+#include "core/Alive.h"
 #include "platform/linux/system/SideThread.h"
 
 namespace pellar {
@@ -20,7 +20,7 @@ class FileViewer {
 
  private:
   MainLoop& loop_;
-  std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
+  Alive alive_;
   SideThread thread_;
 };
 

@@ -2,8 +2,8 @@
 
 #include <utility>
 
-#include "platform/MainLoop.h"
 #include "core/FileUrl.h"
+#include "platform/MainLoop.h"
 
 namespace pellar {
 namespace {
@@ -74,16 +74,15 @@ void WindowDocuments::askWhenDue(xcb_window_t window, Known& known) {
 void WindowDocuments::ask(xcb_window_t window, Known& known) {
   known.question = ++lastQuestion_;
   known.askedAt = loop_.uptime();
-  known.refused =
-      !thread_.post([lookUp = lookUp_, title = known.title, process = known.process, window,
-                     question = known.question, this, weak = std::weak_ptr(alive_), loop = &loop_] {
-        auto path = lookUp(title, process);
-        // The loop outlives the thread's tasks unless one hangs to the end of the program.
-        if (weak.expired()) return;
-        loop->post([this, weak, window, question, path = std::move(path)]() mutable {
-          if (!weak.expired()) take(window, question, std::move(path));
-        });
-      });
+  known.refused = !thread_.post([lookUp = lookUp_, title = known.title, process = known.process, window,
+                                 question = known.question, this, alive = alive_.watch(), loop = &loop_] {
+    auto path = lookUp(title, process);
+    // The loop outlives the thread's tasks unless one hangs to the end of the program.
+    if (!alive) return;
+    loop->post([this, alive, window, question, path = std::move(path)]() mutable {
+      if (alive) take(window, question, std::move(path));
+    });
+  });
 }
 
 void WindowDocuments::take(xcb_window_t window, std::uint64_t question, std::optional<std::string> path) {

@@ -6,10 +6,10 @@
 #include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 
+#include "core/Alive.h"
 #include "platform/Accessibility.h"
 #include "platform/Subscription.h"
 #include "platform/linux/system/SideThread.h"
@@ -62,7 +62,7 @@ class WindowDocuments {
   std::function<void(xcb_window_t)> onFound_;
   std::map<xcb_window_t, Known> known_;
   std::uint64_t lastQuestion_ = 0;
-  std::shared_ptr<const bool> alive_ = std::make_shared<bool>(true);
+  Alive alive_;
   SideThread thread_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/Notify.h"
+
 namespace pellar {
 
 SimListView::SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style)
@@ -56,7 +58,7 @@ void SimListView::drag(ViewPoint location) {
 
 void SimListView::release() {
   if (!list_.release()) return;
-  if (const auto callback = onDoubleClick_) callback();
+  notify(onDoubleClick_);
 }
 
 void SimListView::scroll(int notches) {

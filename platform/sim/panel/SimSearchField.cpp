@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Notify.h"
 #include "platform/sim/drawing/SimTextMeasure.h"
 #include "platform/sim/panel/SimListView.h"
 
@@ -30,7 +31,7 @@ void SimSearchField::focus() {
 
 void SimSearchField::click() {
   const auto fields = fields_;
-  if (const auto callback = onActivate_) callback();
+  notify(onActivate_);
   const auto& all = fields->all;
   if (std::find(all.begin(), all.end(), this) != all.end()) focus();
 }
@@ -53,7 +54,7 @@ void SimSearchField::command(const std::string& selector) {
 
 void SimSearchField::change(std::string text) {
   text_ = std::move(text);
-  if (const auto callback = onChange_) callback();
+  notify(onChange_);
 }
 
 }  // namespace pellar

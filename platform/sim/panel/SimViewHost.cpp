@@ -80,8 +80,8 @@ void SimViewHost::setView(View* view) {
 void SimViewHost::scheduleDisplay() {
   if (displayScheduled_ || !panel_.isVisible() || (!dirty_ && !layoutNeeded_)) return;
   displayScheduled_ = true;
-  panel_.owner().loop().post([this, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
+  panel_.owner().loop().post([this, alive = alive_.watch()] {
+    if (!alive) return;
     displayScheduled_ = false;
     display();
   });

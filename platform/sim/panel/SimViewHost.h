@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "core/Alive.h"
 #include "platform/View.h"
 #include "platform/sim/drawing/Drawing.h"
 #include "platform/sim/drawing/SimTextMeasure.h"
@@ -74,7 +75,7 @@ class SimViewHost final : public ViewHost {
   Drawing drawing_;
   std::vector<ViewRect> repaints_;
   std::shared_ptr<SimFields> fields_ = std::make_shared<SimFields>();
-  std::shared_ptr<bool> alive_ = std::make_shared<bool>(true);
+  Alive alive_;
 };
 
 }  // namespace pellar

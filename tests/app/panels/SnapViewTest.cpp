@@ -105,7 +105,7 @@ TEST_F(PickerView, RepaintsOnlyWhenAnotherCellIsUnderThePointer) {
 }
 
 TEST_F(PickerView, EveryCellIsPickedByAClick) {
-  view.onPicked = [this] { events.emplace_back("picked"); };
+  view.onChosen = [this] { events.emplace_back("picked"); };
   for (const Tile tile : allTiles) {
     events.clear();
     view.mouseDown(on(tile));
@@ -114,7 +114,7 @@ TEST_F(PickerView, EveryCellIsPickedByAClick) {
 }
 
 TEST_F(PickerView, GapsAndTheMarginPickNothing) {
-  view.onPicked = [this] { events.emplace_back("picked"); };
+  view.onChosen = [this] { events.emplace_back("picked"); };
   // Between two halves, between two miniatures, in the margin, and where a sixth miniature would be.
   for (const ViewPoint point : {ViewPoint{60, 40}, ViewPoint{120, 40}, ViewPoint{3, 3}, ViewPoint{300, 120}})
     view.mouseDown(at(point));
@@ -132,7 +132,7 @@ TEST_F(PickerView, MayBeDoneAwayWithByAPick) {
   auto doomed = std::unique_ptr<SnapView>();
   bool picked = false;
   doomed = std::make_unique<SnapView>(panel->host(), [&](Tile) { doomed.reset(); });
-  doomed->onPicked = [&picked] { picked = true; };
+  doomed->onChosen = [&picked] { picked = true; };
   doomed->mouseDown(on(Tile::fill));
   EXPECT_FALSE(picked);
 }

@@ -191,14 +191,14 @@ TEST_F(CardView, BetweenTwoButtonsThereIsNone) {
 
 TEST_F(CardView, ReportsAPressedButtonWithItsTabAndThenThatItActed) {
   show("Report.docx", std::nullopt);
-  view.onActed = [this] { events.emplace_back("acted"); };
+  view.onChosen = [this] { events.emplace_back("acted"); };
   view.mouseDown(at(middleOf(StripAction::minimize)));
   EXPECT_EQ(events, (std::vector<std::string>{"action 8 of 7", "acted"}));
 }
 
 TEST_F(CardView, AClickBesideTheButtonsDoesNothing) {
   show("Report.docx", std::nullopt);
-  view.onActed = [this] { events.emplace_back("acted"); };
+  view.onChosen = [this] { events.emplace_back("acted"); };
   view.mouseDown(at({20, 20}));
   EXPECT_TRUE(events.empty());
 }
@@ -214,7 +214,7 @@ TEST_F(CardView, MayBeDoneAwayWithByItsOwnButton) {
   auto doomed = std::unique_ptr<TabCardView>();
   bool acted = false;
   doomed = std::make_unique<TabCardView>(panel->host(), [&](WindowId, StripAction) { doomed.reset(); });
-  doomed->onActed = [&acted] { acted = true; };
+  doomed->onChosen = [&acted] { acted = true; };
   doomed->mouseDown(at(doomed->buttonRects()[0].first.origin()));
   EXPECT_FALSE(acted);
 }
