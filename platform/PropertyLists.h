@@ -33,7 +33,7 @@ struct PropertyListValue {
   friend bool operator==(const PropertyListValue&, const PropertyListValue&) = default;
 };
 
-// Reads property lists, binary and XML.
+// Reads property lists, binary and XML. A system whose programs keep none may read none.
 class PropertyLists {
  public:
   virtual ~PropertyLists() = default;

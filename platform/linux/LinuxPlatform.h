@@ -16,6 +16,7 @@
 #include "platform/linux/desktop/QtPasteboard.h"
 #include "platform/linux/desktop/QtStatusBar.h"
 #include "platform/linux/desktop/QtWindows.h"
+#include "platform/linux/documents/NoPropertyLists.h"
 #include "platform/linux/input/X11EventMonitors.h"
 #include "platform/linux/input/X11EventTaps.h"
 #include "platform/linux/panel/X11PanelFactory.h"
@@ -25,7 +26,6 @@
 #include "platform/linux/system/X11ScreenList.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Mirror.h"
-#include "platform/shared/documents/PlistPropertyLists.h"
 
 namespace pellar {
 
@@ -60,7 +60,7 @@ class LinuxPlatform {
   QtMenus menus_;
   QtAlerts alerts_;
   QtPasteboard pasteboard_;
-  PlistPropertyLists propertyLists_;
+  NoPropertyLists propertyLists_;
   NoScripts scripts_;
   QtStatusBar statusBar_;
   QtWindows windows_;

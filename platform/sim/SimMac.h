@@ -5,10 +5,9 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/Platform.h"
-#include "platform/shared/documents/PlistPropertyLists.h"
+#include "platform/sim/documents/PlistPropertyLists.h"
 #include "platform/sim/applications/SimAccessibility.h"
 #include "platform/sim/applications/SimDesktop.h"
 #include "platform/sim/applications/SimProgram.h"

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/shared/documents/PlistPropertyLists.h"
+#include "platform/sim/documents/PlistPropertyLists.h"
 #include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/Files.h"
 #include "tests/support/PropertyListFile.h"

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/shared/documents/PlistPropertyLists.h"
+#include "platform/sim/documents/PlistPropertyLists.h"
 
 namespace {
 

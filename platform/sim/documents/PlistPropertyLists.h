@@ -7,7 +7,7 @@
 
 namespace pellar {
 
-// Property lists for systems that have none of their own.
+// The property lists of the simulated Mac, which keeps them in real files.
 class PlistPropertyLists final : public PropertyLists {
  public:
   // Larger files are not read: parsing one takes longer than somebody types, and no list of recently used

@@ -1,4 +1,4 @@
-#include "platform/shared/documents/PlistPropertyLists.h"
+#include "platform/sim/documents/PlistPropertyLists.h"
 
 #include <plist/plist.h>
 
