@@ -1,8 +1,6 @@
 #pragma once
 
 #include <memory>
-#include <optional>
-#include <string>
 
 #include "app/info/Updater.h"
 #include "app/shell/AboutPellar.h"

@@ -1,6 +1,5 @@
 #include "platform/sim/desktop/SimHttpServer.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace pellar {

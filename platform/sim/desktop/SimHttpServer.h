@@ -1,8 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <deque>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>

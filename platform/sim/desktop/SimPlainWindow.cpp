@@ -1,6 +1,5 @@
 #include "platform/sim/desktop/SimPlainWindow.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <utility>
 #include <variant>

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <initializer_list>
-#include <optional>
 #include <set>
 #include <string>
 #include <vector>

@@ -1,4 +1,3 @@
-#include <map>
 
 #include "app/automation/OfficeScripts.h"
 #include "tests/app/automation/AutomationStory.h"

@@ -1,4 +1,3 @@
-#include <functional>
 #include <tuple>
 
 #include "platform/sim/office/ScriptError.h"
