@@ -46,8 +46,8 @@ class DocumentLookUpTest : public ::testing::Test {
   }
 
   static constexpr ProcessId pid = 4711;
-  TemporaryFolder folder;
-  fs::path root = folder.path();
+  TemporaryFolder temporary;
+  fs::path root = temporary.path();
   int lastDescriptor = 2;
 };
 
