@@ -63,7 +63,8 @@ class ListView {
   // Gives the list the keys of the program's key panel, which may be another panel and stays key; so does a
   // press in the list. A key goes to the handler, else an arrow key moves the selection; any other ends this
   // and goes to the search field that had the keys. It ends too when a search field takes the focus, when the
-  // key panel's first responder is cleared and when the list's panel is ordered out.
+  // key panel's first responder is cleared, when the key panel stops being key and when the list's panel is
+  // ordered out.
   virtual void focus() = 0;
   [[nodiscard]] virtual bool hasFocus() const = 0;
 

@@ -41,7 +41,7 @@ class Panel {
   virtual void setView(View* view) = 0;
 
   // Moves and resizes; with `display` what the view asked to have redrawn is on its way to the screen on
-  // return.
+  // return. Where windows are whole pixels large, the panel is large enough for the frame.
   virtual void setFrame(const ScreenRect& frame, bool display) = 0;
   [[nodiscard]] virtual ScreenRect frame() const = 0;
   // The visible frame of the screen that holds most of the panel; absent when it is on none.
@@ -49,6 +49,10 @@ class Panel {
 
   // Shows the panel above its level's others without making it key.
   virtual void orderFrontRegardless() = 0;
+  // Takes the panel off the screen. If the pointer is in its view, also because the view is being pressed,
+  // the view hears mouseExited once, from the main loop, and before anything else that the pointer does
+  // there. Until it is shown again the panel takes no press: one that was made before, but arrives only now,
+  // reaches neither its view, nor a control in it, nor an event monitor.
   virtual void orderOut() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;
 

@@ -28,7 +28,8 @@ class SearchField {
   virtual void setHidden(bool hidden) = 0;
   [[nodiscard]] virtual bool isHidden() const = 0;
 
-  // Makes the field the one that receives the keys of its panel.
+  // Makes the field the one that receives the keys of its panel, unless it is hidden. A field that is hidden
+  // receives them no longer.
   virtual void focus() = 0;
 
   // A click in the field, before it takes the focus.

@@ -15,7 +15,7 @@ struct MouseEvent {
   ViewPoint location;
   ScreenPoint screenLocation;
   bool control = false;  // the Control key was held
-  int clickCount = 1;    // 2 for the second press of a double click
+  int clickCount = 1;    // 2 for the second press of a double click, both of which came to the view
   friend bool operator==(const MouseEvent&, const MouseEvent&) = default;
 };
 
@@ -38,6 +38,7 @@ class View {
   virtual void otherMouseDown(const MouseEvent& event) = 0;
   // The pointer came in, or the view came up under it; before anything else that it does there.
   virtual void mouseEntered() = 0;
+  // Also when the pointer goes onto a native control in the view, which may hear of it alone from then on.
   virtual void mouseMoved(const MouseEvent& event) = 0;
   virtual void mouseExited() = 0;
 };

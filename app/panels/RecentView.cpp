@@ -86,7 +86,7 @@ bool RecentView::handle(const std::string& selector) {
     return true;
   }
   if (selector == "cancelOperation:") {
-    close();
+    escape();
     return true;
   }
   return false;
@@ -94,7 +94,7 @@ bool RecentView::handle(const std::string& selector) {
 
 bool RecentView::keyDown(std::uint16_t keyCode) {
   if (keyCode == escapeKey) {
-    close();
+    escape();
     return true;
   }
   if (keyCode == returnKey) {
@@ -112,11 +112,11 @@ void RecentView::openSelected() {
   const double now = platform_.mainLoop.secondsSince1970();
   store_->update([&](AppState& state) { state.touchRecent(path, std::nullopt, now); });
   platform_.workspace.open(path);
-  close();
+  notify(onChosen);
 }
 
-void RecentView::close() {
-  notify(onClose);
+void RecentView::escape() {
+  notify(onEscape);
 }
 
 }  // namespace pellar

@@ -27,8 +27,9 @@ class RecentView final : public View {
   std::optional<OfficeApp> app;
   // The key under which files are recorded for the application.
   std::optional<std::string> appKey;
-  // Asks the owner to close the panel with this view.
-  std::function<void()> onClose;
+  // Ask the owner to close the panel with this view: a file was opened; the user pressed Escape.
+  std::function<void()> onChosen;
+  std::function<void()> onEscape;
 
   // Lists anew what fits the search text.
   void reload(const std::string& query);
@@ -54,7 +55,7 @@ class RecentView final : public View {
  private:
   [[nodiscard]] ListRow row(std::size_t index) const;
   void openSelected();
-  void close();
+  void escape();
 
   ViewHost& host_;
   std::shared_ptr<StateStore> store_;

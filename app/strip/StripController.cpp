@@ -39,7 +39,7 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
       panel_(platform.panels.makePanel(
           {.contentSize = initialSize, .canBecomeKey = true, .stationary = true, .ignoresCycle = true})),
       view_(std::make_unique<TabStripView>(panel_->host())),
-      dropdown_(platform, store_, *panel_, *view_),
+      search_(RecentSearch::create(platform, store_, *panel_, *view_, picture_)),
       actions_(std::make_shared<WindowActions>(platform_, tracker_, picture_)),
       documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, picture_, actions_)),
       menus_(StripMenus::create(platform_, store_, picture_, actions_, documents_)),
@@ -60,15 +60,6 @@ void StripController::connect() {
   };
   using Self = StripController;
 
-  resignedKey_ = panel_->onDidResignKey(weakly([](Self& self) { self.closeRecent(); }));
-  dropdown_.onOutsideClick = weakly([](Self& self) { self.closeRecent(); });
-  view_->searchField().setOnActivate(weakly([](Self& self) { self.openRecent(); }));
-  view_->searchField().setOnChange(weakly([](Self& self) { self.searchTextChanged(); }));
-  view_->searchField().setOnCommand([weak = weak_from_this()](const std::string& selector) {
-    const auto self = weak.lock();
-    return self && self->dropdown_.recentView().handle(selector);
-  });
-  dropdown_.recentView().onClose = weakly([](Self& self) { self.closeRecent(); });
   view_->onSelect = weakly([](Self& self, WindowId id) { self.selectTab(id); });
   view_->onClose = weakly([](Self& self, WindowId id) {
     if (const auto target = self.picture_->window(id)) self.actions_->close(*target);
@@ -98,7 +89,8 @@ void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& a
   // Calls to the system may deliver a newer picture before they return; whoever notices leaves the strip to
   // it.
   const auto before = reports_;
-  if (front && picture_->front && picture_->front->id() != front->id()) closeRecent();
+  if (front && picture_->front && picture_->front->id() != front->id())
+    search_->end(SearchEnd::windowChanged);
   if (reports_ != before) return;
   if (!app && ownApplicationIsFrontmost()) return;
 
@@ -135,7 +127,7 @@ void StripController::hide() {
   // under it.
   view_->mouseExited();
   hoverPanels_.hide();
-  closeRecent();
+  search_->end(SearchEnd::stripHidden);
   panel_->orderOut();
 }
 
@@ -147,7 +139,7 @@ void StripController::show() {
   view_->setTabs(tabItems());
   panel_->setFrame(StripGeometry::stripFrame(picture_->front->frame, platform_.screens.screens()), true);
   panel_->orderFrontRegardless();
-  if (dropdown_.isOpen()) dropdown_.position();
+  search_->followStrip();
 }
 
 std::vector<TabItem> StripController::tabItems() const {
@@ -185,7 +177,7 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
   const auto front = picture_->front;
   switch (action) {
     case StripAction::search:
-      openRecent();
+      search_->open();
       break;
     case StripAction::more:
       menus_->showMoreMenu(event);
@@ -227,7 +219,7 @@ void StripController::toggleAutoSave() {
 void StripController::selectTab(WindowId id) {
   const auto target = picture_->window(id);
   if (!target) return;
-  closeRecent();
+  search_->end(SearchEnd::windowChanged);
   actions_->raise(*target);
 }
 
@@ -251,39 +243,12 @@ void StripController::dragGroup(ScreenPoint offset) {
   const auto dragged = drag_.front();
   if (!dragged || !picture_->front || picture_->front->id() != dragged->id()) return;
   panel_->setFrame(StripGeometry::stripFrame(dragged->frame, platform_.screens.screens()), true);
-  if (dropdown_.isOpen()) dropdown_.position();
+  search_->followStrip();
 }
 
 void StripController::endDrag() {
   drag_.end();
   tracker_->scheduleRefresh();
-}
-
-// --- the search ---
-
-void StripController::openRecent() {
-  // It brings the strip along. A click made before the terms changed may arrive after that.
-  if (locked) return;
-  dropdown_.open(picture_->app);
-}
-
-void StripController::closeRecent() {
-  if (!dropdown_.close()) return;
-  const auto front = picture_->front;
-  if (!front) return;
-  // The keyboard goes back to the window that had it, unless the user has gone to another application.
-  const auto frontmost = platform_.workspace.frontmostApplication();
-  const bool userIsElsewhere =
-      frontmost && frontmost->pid != front->pid && frontmost->bundleId != platform_.workspace.ownBundleId();
-  if (!userIsElsewhere) platform_.workspace.activate(front->pid);
-}
-
-void StripController::searchTextChanged() {
-  if (dropdown_.isOpen()) {
-    dropdown_.searchTextChanged();
-  } else {
-    openRecent();
-  }
 }
 
 }  // namespace pellar

@@ -9,7 +9,7 @@
 #include "app/strip/StripMenus.h"
 #include "app/strip/card/HoverPanels.h"
 #include "app/strip/documents/StripDocuments.h"
-#include "app/strip/search/RecentDropdown.h"
+#include "app/strip/search/RecentSearch.h"
 #include "app/strip/tabs/TabStripView.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
@@ -47,8 +47,8 @@ class StripController final : public WindowTrackerDelegate,
   // Focuses the window of the next tab, or of the previous one; wraps at both ends.
   void cycle(bool forward);
 
-  void openRecent();
-  void closeRecent();
+  // Opens the search for recently used files.
+  void openRecent() { search_->open(); }
 
   [[nodiscard]] const Panel& panel() const { return *panel_; }
 
@@ -68,23 +68,21 @@ class StripController final : public WindowTrackerDelegate,
   void selectTab(WindowId id);
   void dragGroup(ScreenPoint offset);
   void endDrag();
-  void searchTextChanged();
 
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<StateStore> store_;
   Platform platform_;
   std::unique_ptr<Panel> panel_;
   std::unique_ptr<TabStripView> view_;  // depends-on: panel_
-  RecentDropdown dropdown_;             // depends-on: panel_, view_
 
   std::shared_ptr<TrackedPicture> picture_ = std::make_shared<TrackedPicture>();
-  std::uint64_t reports_ = 0;  // pictures taken over and hidings so far
+  std::shared_ptr<RecentSearch> search_;  // depends-on: panel_, view_
+  std::uint64_t reports_ = 0;             // pictures taken over and hidings so far
   std::shared_ptr<WindowActions> actions_;
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;
   HoverPanels hoverPanels_;
   WindowGroupDrag drag_;
-  Subscription resignedKey_;
 };
 
 }  // namespace pellar

@@ -231,6 +231,15 @@ TEST_F(ListViewContract, LosesTheKeysWithThePanelsFirstResponder) {
   EXPECT_FALSE(list->hasFocus());
 }
 
+TEST_F(ListViewContract, LosesTheKeysWhenThePanelIsKeyNoMore) {
+  showList(3);
+  giveKeysToField();
+  list->focus();
+  panel->resignKey();
+  EXPECT_TRUE(wait([this] { return !panel->isKey(); }));
+  EXPECT_FALSE(list->hasFocus());
+}
+
 TEST_F(ListViewContract, LosesTheKeysWhenItIsPutAway) {
   showList(3);
   giveKeysToField();

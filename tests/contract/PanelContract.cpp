@@ -132,6 +132,65 @@ TEST_F(PanelContract, TellsOfThePointerComingInBeforeItMovesThere) {
   }
 }
 
+TEST_F(PanelContract, TellsOnceAndFromTheLoopThatItLeftTheScreenUnderThePointer) {
+  show();
+  world().movePointer(at(40, 16));
+  ASSERT_TRUE(wait([this] { return view.heard("moved"); }));
+  panel->orderOut();
+  EXPECT_FALSE(view.heard("exited")) << "not inside the call";
+  EXPECT_TRUE(wait([this] { return view.heard("exited"); }));
+  world().movePointer(at(40, 200));
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(std::ranges::count(view.calls, "exited"), 1);
+}
+
+TEST_F(PanelContract, ThatIsBackAtOnceIsLeftAndEnteredAnew) {
+  show();
+  world().movePointer(at(40, 16));
+  ASSERT_TRUE(wait([this] { return view.heard("moved"); }));
+  view.forget();
+  panel->orderOut();
+  panel->orderFrontRegardless();
+  world().movePointer(at(60, 16));
+  ASSERT_TRUE(wait([this] { return view.heard("moved") && near(view.events.back().location.x, 60); }));
+  EXPECT_EQ(view.calls.front(), "exited");
+  EXPECT_EQ(std::ranges::count(view.calls, "exited"), 1);
+  EXPECT_EQ(std::ranges::count(view.calls, "entered"), 1);
+}
+
+TEST_F(PanelContract, ThatHidesInsideItsOwnPressIsLeftByThePointer) {
+  show();
+  view.onMouseDown = [this] { panel->orderOut(); };
+  world().pressLeft(at(50, 12));
+  EXPECT_TRUE(wait([this] { return view.heard("exited"); }));
+  world().releaseLeft();
+  EXPECT_TRUE(wait([this] { return view.heard("up"); }));
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(std::ranges::count(view.calls, "exited"), 1);
+  EXPECT_EQ(std::ranges::count(view.calls, "up"), 1);
+}
+
+TEST_F(PanelContract, TakesNoPressThatArrivesOnceItIsOffTheScreen) {
+  show();
+  int observed = 0;
+  const auto monitor =
+      world().platform().eventMonitors.onLocalMouseDown([&](const ObservedClick&) { ++observed; });
+  mainLoop().post([this] { panel->orderOut(); });
+  click(at(50, 12));
+  letPass(std::chrono::milliseconds(200));
+  EXPECT_FALSE(view.heard("down"));
+  EXPECT_EQ(observed, 0);
+  EXPECT_FALSE(panel->isVisible());
+}
+
+TEST_F(PanelContract, IsLargeEnoughForAFrameOfFractions) {
+  show();
+  panel->setFrame({200, 300, 192.3, 58}, true);
+  EXPECT_GE(panel->host().bounds().width, 192.3);
+  EXPECT_LT(panel->host().bounds().width, 193.3);
+  EXPECT_EQ(panel->host().bounds().height, 58);
+}
+
 TEST_F(PanelContract, WithoutGlassShowsWhatItsViewPaints) {
   constexpr Color green{0, 1, 0, 1, std::nullopt};
   PanelStyle style;

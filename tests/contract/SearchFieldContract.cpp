@@ -89,6 +89,41 @@ TEST_F(SearchFieldContract, GivesUpTheKeysWhenThePanelsFirstResponderIsCleared) 
   EXPECT_EQ(field->text(), "");
 }
 
+TEST_F(SearchFieldContract, TheViewHearsThePointerGoOntoTheFieldThatIsBeingTypedInto) {
+  showField();
+  panel->makeKeyAndOrderFront();
+  field->focus();
+  letPass(std::chrono::milliseconds(100));
+  world().movePointer(at(20, 10));
+  ASSERT_TRUE(wait([this] { return view.heard("moved") && near(view.events.back().location.x, 20); }));
+  world().movePointer(inField());
+  EXPECT_TRUE(wait([this] { return near(view.events.back().location.x, 180); }));
+}
+
+TEST_F(SearchFieldContract, TakesNoClickThatArrivesOnceItsPanelIsOffTheScreen) {
+  showField();
+  int activations = 0;
+  field->setOnActivate([&] { ++activations; });
+  mainLoop().post([this] { panel->orderOut(); });
+  click(inField());
+  letPass(std::chrono::milliseconds(200));
+  EXPECT_EQ(activations, 0);
+  EXPECT_FALSE(panel->isVisible());
+  EXPECT_FALSE(panel->isKey());
+}
+
+TEST_F(SearchFieldContract, TakesNoKeysWhileItIsHidden) {
+  showField();
+  panel->makeKeyAndOrderFront();
+  field->focus();
+  letPass(std::chrono::milliseconds(100));
+  field->setHidden(true);
+  field->focus();
+  world().type("lost");
+  letPass(std::chrono::milliseconds(150));
+  EXPECT_EQ(field->text(), "");
+}
+
 TEST_F(SearchFieldContract, MayBeDeletedInAnswerToItsClick) {
   showField();
   bool deleted = false;

@@ -17,11 +17,15 @@ struct PixelRect {
 };
 
 // The one place where y-up screen coordinates meet the X server's. A point is a pixel; `firstScreenHeight` is
-// the height of the first screen's frame.
+// the height of the first screen's frame. A part of a pixel too many is a whole one: what just fits into the
+// rectangle must go on fitting.
 inline PixelRect toPixels(const ScreenRect& rect, double firstScreenHeight) {
   const auto rounded = [](double value) { return static_cast<int>(std::lround(value)); };
-  return {rounded(rect.x), rounded(firstScreenHeight - rect.maxY()), std::max(rounded(rect.width), 1),
-          std::max(rounded(rect.height), 1)};
+  const auto held = [](double length) {
+    constexpr double noise = 0.001;  // of sums of fractions
+    return std::max(static_cast<int>(std::ceil(length - noise)), 1);
+  };
+  return {rounded(rect.x), rounded(firstScreenHeight - rect.maxY()), held(rect.width), held(rect.height)};
 }
 
 inline ScreenPoint toScreenPoint(double x, double y, double firstScreenHeight) {

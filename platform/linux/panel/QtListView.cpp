@@ -9,7 +9,7 @@ QtListView::QtListView(X11Panel& panel, const ListStyle& style) : panel_(panel),
 }
 
 QtListView::~QtListView() {
-  if (hasFocus()) panel_.services().keyList = nullptr;
+  panel_.services().keys.listEnded(*this);
   panel_.removeList(*this);
 }
 
@@ -35,18 +35,11 @@ void QtListView::setFrame(const ViewRect& frame) {
 }
 
 void QtListView::focus() {
-  if (hasFocus()) return;
-  endFocus(panel_.services());
-  panel_.services().keyList = this;
-  needsDisplay();
+  panel_.services().keys.focus(*this, panel_);
 }
 
 bool QtListView::hasFocus() const {
-  return panel_.services().keyList == this;
-}
-
-void QtListView::endFocus(X11PanelServices& services) {
-  if (auto* const list = std::exchange(services.keyList, nullptr)) list->needsDisplay();
+  return panel_.services().keys.hasFocus(*this);
 }
 
 void QtListView::scroll(int notches) {

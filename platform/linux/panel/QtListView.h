@@ -6,16 +6,16 @@
 #include "platform/ListView.h"
 #include "platform/View.h"
 #include "platform/shared/panel/DrawnList.h"
+#include "platform/shared/panel/KeyOwner.h"
 
 namespace pellar {
 
 class QtCanvas;
 class X11Panel;
-struct X11PanelServices;
 
 // The list of a panel, drawn into the panel's picture. Its keys come from the editor of the key panel's
 // search field, which has the keyboard.
-class QtListView final : public ListView, public View {
+class QtListView final : public ListView, public View, public KeyList {
  public:
   QtListView(X11Panel& panel, const ListStyle& style);
   ~QtListView() override;
@@ -32,15 +32,12 @@ class QtListView final : public ListView, public View {
   void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
   void setOnKeyDown(KeyHandler handler) override { onKeyDown_ = std::move(handler); }
 
-  // The list that has the keys, if there is one, has them no longer.
-  static void endFocus(X11PanelServices& services);
-
   // For the panel.
   void scroll(int notches);
   void draw(Canvas& canvas, const ViewRect& dirty) override;
 
-  // For the search field. False for a key that the list has no use for. May do away with the list.
-  bool keyDown(std::uint16_t keyCode);
+  void focusChanged() override { needsDisplay(); }
+  bool keyDown(std::uint16_t keyCode) override;
 
  private:
   void layout() override {}

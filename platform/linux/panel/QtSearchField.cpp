@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/linux/drawing/QtCanvas.h"
-#include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/SearchEdit.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
@@ -19,7 +18,6 @@ QtSearchField::QtSearchField(X11Panel& panel) : panel_(panel) {
 
 QtSearchField::~QtSearchField() {
   panel_.removeField(*this);
-  if (editor_ != nullptr && editing_) editor_->releaseKeyboard();
 }
 
 void QtSearchField::setText(const std::string& text) {
@@ -40,39 +38,44 @@ void QtSearchField::setFrame(const ViewRect& frame) {
   panel_.setNeedsDisplay(frame_);
   frame_ = frame;
   panel_.setNeedsDisplay(frame_);
-  if (editing_) placeEditor();
+  if (isEdited()) placeEditor();
 }
 
 void QtSearchField::setHidden(bool hidden) {
   if (hidden == hidden_) return;
   hidden_ = hidden;
-  if (hidden) {
-    endEditing();
-  }
+  if (hidden) panel_.services().keys.fieldHidden(*this);
   panel_.setNeedsDisplay(frame_);
 }
 
 void QtSearchField::focus() {
-  panel_.makeFirstResponder(*this);
+  if (!hidden_) panel_.services().keys.focus(*this, panel_);
+}
+
+bool QtSearchField::isEdited() const {
+  return panel_.services().keys.isEdited(*this);
 }
 
 void QtSearchField::press() {
   if (onActivate_) onActivate_();
+  // What the program does about it may take the panel away.
+  if (!panel_.isVisible()) return;
   panel_.makeKeyAndOrderFront();
   focus();
 }
 
 void QtSearchField::pressedInEditor(ScreenPoint location) {
+  if (!panel_.isVisible()) return;
   panel_.reportPress(location);
-  QtListView::endFocus(panel_.services());
+  panel_.services().keys.endListFocus();
   if (onActivate_) onActivate_();
 }
 
 void QtSearchField::typed(std::string text) {
   // A key that was on its way when the keyboard was given back.
-  if (!editing_) return;
+  if (!isEdited()) return;
   // An input method writes without any key that the list could have left to the field.
-  QtListView::endFocus(panel_.services());
+  panel_.services().keys.endListFocus();
   text_ = std::move(text);
   if (onChange_) onChange_();
 }
@@ -93,8 +96,6 @@ void QtSearchField::placeEditor() {
 }
 
 void QtSearchField::beginEditing() {
-  if (editing_ || hidden_) return;
-  editing_ = true;
   // The editor's requests travel on the toolkit's connection: the panel's window must be there before them.
   auto* connection = panel_.services().connection.xcb();
   const XcbReply<xcb_get_input_focus_reply_t> fence(
@@ -109,7 +110,6 @@ void QtSearchField::beginEditing() {
 }
 
 void QtSearchField::endEditing() {
-  if (!std::exchange(editing_, false)) return;
   editor_->releaseKeyboard();
   editor_->clearFocus();
   QApplication::setActiveWindow(nullptr);
@@ -118,13 +118,13 @@ void QtSearchField::endEditing() {
 }
 
 void QtSearchField::groundChanged() {
-  if (editing_) editor_->update();
+  if (isEdited()) editor_->update();
 }
 
 void QtSearchField::drawAtRest(QtCanvas& canvas, const ViewRect& dirty) const {
   if (hidden_ || !frame_.intersects(dirty)) return;
   SearchFieldLook::drawGround(canvas, frame_);
-  if (editing_) return;
+  if (isEdited()) return;
   const bool empty = text_.empty();
   const QtFace& face = panel_.services().measure.face(SearchFieldLook::font);
   const ViewRect line{

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "platform/SearchField.h"
+#include "platform/shared/panel/KeyOwner.h"
 
 namespace pellar {
 
@@ -14,7 +15,7 @@ class X11Panel;
 // The search field of a panel. While it does not have the keyboard it is only a drawing in the panel's
 // picture; a native editor inside the panel's window takes its place for as long as it has. The editor gets
 // its keys by grabbing the keyboard: the server's focus does not move.
-class QtSearchField final : public SearchField {
+class QtSearchField final : public SearchField, public KeyField {
  public:
   explicit QtSearchField(X11Panel& panel);
   ~QtSearchField() override;
@@ -35,9 +36,9 @@ class QtSearchField final : public SearchField {
 
   // For the panel.
   [[nodiscard]] bool contains(ViewPoint point) const { return !hidden_ && frame_.contains(point); }
-  void press();         // a click while the editor is not there
-  void beginEditing();  // takes the keyboard
-  void endEditing();    // gives it back
+  void press();                  // a click while the editor is not there
+  void beginEditing() override;  // takes the keyboard
+  void endEditing() override;    // gives it back
   void drawAtRest(QtCanvas& canvas, const ViewRect& dirty) const;
   void groundChanged();
 
@@ -47,6 +48,7 @@ class QtSearchField final : public SearchField {
   [[nodiscard]] bool command(const std::string& selector);
 
  private:
+  [[nodiscard]] bool isEdited() const;
   void makeEditor();
   void placeEditor();
 
@@ -55,7 +57,6 @@ class QtSearchField final : public SearchField {
   std::string placeholder_;
   ViewRect frame_;
   bool hidden_ = false;
-  bool editing_ = false;
   std::function<void()> onActivate_;
   std::function<void()> onChange_;
   CommandHandler onCommand_;

@@ -10,10 +10,10 @@
 #include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/PixelRect.h"
 #include "platform/linux/drawing/QtCanvas.h"
-#include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
+#include "platform/shared/panel/DrawnList.h"
 
 namespace pellar {
 namespace {
@@ -143,11 +143,7 @@ void SearchEdit::keyPressEvent(QKeyEvent* event) {
 
 // False when the key is the field's, which then has the keys again.
 bool SearchEdit::offerToList(int key) {
-  QtListView* const list = panel_.services().keyList;
-  if (list == nullptr || isModifier(key)) return false;
-  if (const auto code = virtualKeyCode(key); code && list->keyDown(*code)) return true;
-  QtListView::endFocus(panel_.services());
-  return false;
+  return !isModifier(key) && panel_.services().keys.offerToList(virtualKeyCode(key));
 }
 
 void SearchEdit::mousePressEvent(QMouseEvent* event) {

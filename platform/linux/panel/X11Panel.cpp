@@ -37,10 +37,11 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       frame_(ScreenRect::of({0, 0}, style.contentSize)),
       window_(services.connection.xcb(), services.screen, services.compositor,
               toPixels(frame_, services.firstScreenHeight()),
-              static_cast<int>(std::lround(style.cornerRadius))) {}
+              static_cast<int>(std::lround(style.cornerRadius))),
+      pointer_(services.loop, [this] { return view_; }) {}
 
 X11Panel::~X11Panel() {
-  if (isKey()) services_.key = nullptr;
+  services_.keys.panelEnded(*this);
   onEnd_();
 }
 
@@ -97,43 +98,36 @@ void X11Panel::orderOut() {
   if (!std::exchange(visible_, false)) return;
   window_.unmap();
   window_.flush();
-  resignKey();
-  if (std::ranges::find(lists_, services_.keyList) != lists_.end()) QtListView::endFocus(services_);
+  services_.keys.panelLeftScreen(*this);
+  // The server lets go of the button's grab with the window.
   services_.loop.post([this, alive = std::weak_ptr(alive_)] {
-    if (!alive.expired() && !visible_) mouse_.abandon(mouseTarget());
+    if (alive.expired()) return;
+    View* const target = mouseTarget();
+    pressedList_ = nullptr;
+    mouse_.abandon(target);
   });
+  pointer_.panelLeft();
 }
 
 void X11Panel::makeKeyAndOrderFront() {
   orderFrontRegardless();
   if (!style_.canBecomeKey || isKey()) return;
-  if (services_.key != nullptr) services_.key->resignKey();
-  services_.key = this;
   outsidePress_ = services_.monitors.onGlobalMouseDown([this] { resignKey(); });
-  if (firstResponder_ != nullptr) firstResponder_->beginEditing();
+  services_.keys.makeKey(*this);
 }
 
 void X11Panel::resignKey() {
-  if (!isKey()) return;
-  services_.key = nullptr;
-  QtListView::endFocus(services_);
-  outsidePress_.cancel();
-  if (firstResponder_ != nullptr) firstResponder_->endEditing();
+  services_.keys.resign(*this);
+}
+
+void X11Panel::tellKeyEnded() {
   // A callback may drop any subscription, also its own.
   const auto callbacks = resignCallbacks_;
   for (const auto& callback : callbacks) callback();
 }
 
 void X11Panel::clearFirstResponder() {
-  if (isKey()) QtListView::endFocus(services_);
-  if (auto* field = std::exchange(firstResponder_, nullptr); field != nullptr && isKey()) field->endEditing();
-}
-
-void X11Panel::makeFirstResponder(QtSearchField& field) {
-  if (firstResponder_ != &field) clearFirstResponder();
-  firstResponder_ = &field;
-  QtListView::endFocus(services_);
-  if (isKey()) field.beginEditing();
+  services_.keys.clearFirstResponder(*this);
 }
 
 Subscription X11Panel::onDidResignKey(std::function<void()> callback) {
@@ -180,7 +174,7 @@ void X11Panel::addField(QtSearchField& field) {
 }
 
 void X11Panel::removeField(QtSearchField& field) {
-  if (firstResponder_ == &field) clearFirstResponder();
+  services_.keys.fieldEnded(field);
   fields_.erase(std::remove(fields_.begin(), fields_.end(), &field), fields_.end());
 }
 
@@ -266,13 +260,6 @@ void X11Panel::blendingChanged() {
   window_.flush();
 }
 
-bool X11Panel::noteInside() {
-  if (!mouse_.noteInside() || view_ == nullptr) return true;
-  const std::weak_ptr alive(alive_);
-  view_->mouseEntered();
-  return !alive.expired();
-}
-
 void X11Panel::press(const xcb_button_press_event_t& event) {
   const double height = services_.firstScreenHeight();
   const ViewPoint location{static_cast<double>(event.event_x), static_cast<double>(event.event_y)};
@@ -284,7 +271,7 @@ void X11Panel::press(const xcb_button_press_event_t& event) {
   if (event.detail == XCB_BUTTON_INDEX_1 || event.detail == XCB_BUTTON_INDEX_3) {
     const std::weak_ptr alive(alive_);
     reportPress(toScreenPoint(event.root_x, event.root_y, height));
-    if (alive.expired()) return;
+    if (alive.expired() || !visible_) return;
   }
   const auto field = std::find_if(fields_.begin(), fields_.end(),
                                   [&](const QtSearchField* each) { return each->contains(location); });
@@ -302,6 +289,23 @@ void X11Panel::release(const xcb_button_release_event_t& event) {
   mouse_.release(event, target, services_.firstScreenHeight());
 }
 
+// What the pointer did in a panel that has left the screen since comes too late.
+bool X11Panel::takesPointer() {
+  return visible_ && pointer_.noteInside() && visible_;
+}
+
+void X11Panel::cross(const xcb_enter_notify_event_t& event) {
+  if (takesPointer()) mouse_.cross(event, mouseTarget(), services_.firstScreenHeight());
+}
+
+void X11Panel::leave(const xcb_leave_notify_event_t& event) {
+  if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR) {
+    cross(event);
+  } else if (mouse_.leavesBy(event)) {
+    pointer_.noteOutside();
+  }
+}
+
 void X11Panel::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7fU) {
     case XCB_EXPOSE: {
@@ -315,20 +319,18 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
       return;
     case XCB_BUTTON_PRESS:
-      if (noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      if (takesPointer()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
       return;
     case XCB_BUTTON_RELEASE:
       return release(reinterpret_cast<const xcb_button_release_event_t&>(event));
     case XCB_MOTION_NOTIFY:
-      if (!noteInside()) return;
+      if (!takesPointer()) return;
       return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
                            services_.firstScreenHeight());
     case XCB_ENTER_NOTIFY:
-      if (!noteInside()) return;
-      return mouse_.enter(reinterpret_cast<const xcb_enter_notify_event_t&>(event), mouseTarget(),
-                          services_.firstScreenHeight());
+      return cross(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
     case XCB_LEAVE_NOTIFY:
-      return mouse_.leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event), view_);
+      return leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event));
     default:
       return;
   }

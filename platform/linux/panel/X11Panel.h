@@ -13,6 +13,7 @@
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
+#include "platform/shared/panel/PointerPresence.h"
 
 namespace pellar {
 
@@ -23,7 +24,7 @@ class QtSearchField;
 //
 // The keyboard of a key panel is grabbed by the search field that is its first responder; the server's focus
 // and the active window stay what they are. A press outside the program's windows ends being key.
-class X11Panel final : public Panel, public ViewHost {
+class X11Panel final : public Panel, public ViewHost, public KeyPanel {
  public:
   // `onEnd` is called by the destructor.
   X11Panel(X11PanelServices& services, const PanelStyle& style, std::function<void()> onEnd);
@@ -41,7 +42,7 @@ class X11Panel final : public Panel, public ViewHost {
   [[nodiscard]] bool isVisible() const override { return visible_; }
   void makeKeyAndOrderFront() override;
   void resignKey() override;
-  [[nodiscard]] bool isKey() const override { return services_.key == this; }
+  [[nodiscard]] bool isKey() const override { return services_.keys.isKey(*this); }
   void clearFirstResponder() override;
   [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
 
@@ -65,16 +66,20 @@ class X11Panel final : public Panel, public ViewHost {
   [[nodiscard]] X11PanelServices& services() { return services_; }
   void addField(QtSearchField& field);
   void removeField(QtSearchField& field);
-  void makeFirstResponder(QtSearchField& field);
   void addList(QtListView& list);
   void removeList(QtListView& list);
   void reportPress(ScreenPoint location);
 
  private:
-  // Tells the view when the pointer was not inside before. Whether the panel is still there.
-  bool noteInside();
+  void keyEnded() override { outsidePress_.cancel(); }
+  void tellKeyEnded() override;
+
+  // Whether an event of the pointer is still to be taken. The view has heard that the pointer came in.
+  bool takesPointer();
   void press(const xcb_button_press_event_t& event);
   void release(const xcb_button_release_event_t& event);
+  void cross(const xcb_enter_notify_event_t& event);
+  void leave(const xcb_leave_notify_event_t& event);
   [[nodiscard]] View* mouseTarget();
   [[nodiscard]] QtListView* listAt(ViewPoint point);
   void schedulePaint();
@@ -89,10 +94,10 @@ class X11Panel final : public Panel, public ViewHost {
   X11PanelWindow window_;
   View* view_ = nullptr;
   std::vector<QtSearchField*> fields_;
-  QtSearchField* firstResponder_ = nullptr;
   std::vector<QtListView*> lists_;
   QtListView* pressedList_ = nullptr;  // has the pointer until the button is released
   X11PanelMouse mouse_;
+  PointerPresence pointer_;
 
   QImage picture_;
   QRegion dirty_;

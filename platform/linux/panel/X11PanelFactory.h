@@ -15,6 +15,7 @@
 namespace pellar {
 
 class QtMainLoop;
+class X11Panel;
 
 // Makes panels and hands each the events of its window.
 class X11PanelFactory final : public PanelFactory {

@@ -22,10 +22,6 @@ MouseEvent mouseEvent(const Event& event, double firstScreenHeight) {
 
 }  // namespace
 
-bool X11PanelMouse::noteInside() {
-  return !std::exchange(inside_, true);
-}
-
 void X11PanelMouse::press(const xcb_button_press_event_t& event, View* view, double firstScreenHeight) {
   MouseEvent mouse = mouseEvent(event, firstScreenHeight);
   last_ = mouse;
@@ -54,7 +50,7 @@ void X11PanelMouse::motion(const xcb_motion_notify_event_t& event, View* view, d
   moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 
-void X11PanelMouse::enter(const xcb_enter_notify_event_t& event, View* view, double firstScreenHeight) {
+void X11PanelMouse::cross(const xcb_enter_notify_event_t& event, View* view, double firstScreenHeight) {
   moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 
@@ -73,23 +69,15 @@ void X11PanelMouse::moveTo(const MouseEvent& event, bool leftIsDown, View* view)
   }
 }
 
-void X11PanelMouse::leave(const xcb_leave_notify_event_t& event, View* view) {
-  if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return;
+bool X11PanelMouse::leavesBy(const xcb_leave_notify_event_t& event) const {
+  if (event.detail == XCB_NOTIFY_DETAIL_INFERIOR) return false;
   // The view keeps the pointer until the button is released; the server then reports the leaving once more.
-  if (leftDown_ && (event.state & XCB_BUTTON_MASK_1) != 0) return;
-  if (std::exchange(inside_, false) && view != nullptr) view->mouseExited();
+  return !leftDown_ || (event.state & XCB_BUTTON_MASK_1) == 0;
 }
 
 void X11PanelMouse::abandon(View* view) {
-  const bool released = std::exchange(leftDown_, false);
-  const bool left = std::exchange(inside_, false);
   lastPress_.reset();
-  if (view == nullptr) return;
-  if (released) {
-    view->mouseUp(last_);
-  } else if (left) {
-    view->mouseExited();
-  }
+  if (std::exchange(leftDown_, false) && view != nullptr) view->mouseUp(last_);
 }
 
 }  // namespace pellar

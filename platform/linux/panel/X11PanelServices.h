@@ -11,11 +11,9 @@
 #include "platform/linux/drawing/SpriteCache.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/shared/panel/KeyOwner.h"
 
 namespace pellar {
-
-class QtListView;
-class X11Panel;
 
 // What all panels share.
 struct X11PanelServices {
@@ -28,9 +26,7 @@ struct X11PanelServices {
   X11Compositor compositor{connection.xcb(), screen};
   QtTextMeasure measure{};
   SpriteCache sprites{};
-  X11Panel* key = nullptr;  // the panel that has the keyboard
-  // The list, of any panel, that has the keys of the key panel's search field; null when the field has them.
-  QtListView* keyList = nullptr;
+  KeyOwner keys{loop};
 
   // 0 while there is no screen.
   [[nodiscard]] double firstScreenHeight() const {

@@ -10,7 +10,8 @@
 // Not owned; null while there is none.
 @property(nonatomic) pellar::View* view;
 
-// The panel was taken off the screen: the pointer is no longer in the view, which is told from the main loop.
+// The panel was taken off the screen: the pointer is no longer in the view, which is told from the main loop,
+// but before anything else that the pointer does there.
 - (void)leaveScreen;
 
 @end

@@ -9,6 +9,8 @@ using pellar::MouseEvent;
 
 @implementation HostedView {
   BOOL _pointerInside;
+  BOOL _leftScreen;           // under the pointer, and the view has not been told
+  NSTimeInterval _lastPress;  // of the left button, since the system started
 }
 
 - (instancetype)initWithFrame:(NSRect)frame {
@@ -104,26 +106,45 @@ using pellar::MouseEvent;
 
 // AppKit says so when the pointer crosses the edge, not when the view comes up under it.
 - (void)pointerComesIn {
+  [self tellLeftScreen];
   if (_view != nullptr && !std::exchange(_pointerInside, YES)) _view->mouseEntered();
 }
 
 // Nor does it say that the pointer left when the window did.
 - (void)leaveScreen {
+  if (!_pointerInside || std::exchange(_leftScreen, YES)) return;
   __weak HostedView* gone = self;
   CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
     HostedView* view = gone;
-    if (!view.window.visible) [view pointerLeaves];
+    [view tellLeftScreen];
   });
   CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
+- (void)tellLeftScreen {
+  if (_leftScreen) [self pointerLeaves];
+}
+
 - (void)pointerLeaves {
+  _leftScreen = NO;
   if (std::exchange(_pointerInside, NO) && _view != nullptr) _view->mouseExited();
 }
 
-- (void)mouseDown:(NSEvent*)event {
+// An event that comes after the panel left the screen means nothing there any more.
+- (BOOL)takesPointer {
+  if (!self.window.visible) return NO;
   [self pointerComesIn];
-  if (_view != nullptr) _view->mouseDown([self pressEventOf:event]);
+  // The view may have taken its panel off the screen, or itself out of it.
+  return self.window.visible && _view != nullptr;
+}
+
+- (void)mouseDown:(NSEvent*)event {
+  if (![self takesPointer]) return;
+  MouseEvent mouse = [self pressEventOf:event];
+  // AppKit counts on from a press that a control in the view took.
+  if (event.timestamp - std::exchange(_lastPress, event.timestamp) > NSEvent.doubleClickInterval)
+    mouse.clickCount = 1;
+  _view->mouseDown(mouse);
 }
 
 - (void)mouseDragged:(NSEvent*)event {
@@ -135,23 +156,20 @@ using pellar::MouseEvent;
 }
 
 - (void)rightMouseDown:(NSEvent*)event {
-  [self pointerComesIn];
-  if (_view != nullptr) _view->rightMouseDown([self pressEventOf:event]);
+  if ([self takesPointer]) _view->rightMouseDown([self pressEventOf:event]);
 }
 
 // Every button but the first two; the port speaks of the middle one.
 - (void)otherMouseDown:(NSEvent*)event {
-  [self pointerComesIn];
-  if (_view != nullptr && event.buttonNumber == 2) _view->otherMouseDown([self pressEventOf:event]);
+  if ([self takesPointer] && event.buttonNumber == 2) _view->otherMouseDown([self pressEventOf:event]);
 }
 
 - (void)mouseEntered:(NSEvent*)event {
-  [self pointerComesIn];
+  [self takesPointer];
 }
 
 - (void)mouseMoved:(NSEvent*)event {
-  [self pointerComesIn];
-  if (_view != nullptr) _view->mouseMoved([self mouseEventOf:event]);
+  if ([self takesPointer]) _view->mouseMoved([self mouseEventOf:event]);
 }
 
 - (void)mouseExited:(NSEvent*)event {

@@ -7,7 +7,8 @@ namespace pellar {
 class MacListView;
 
 // Which list has the keys of the key panel, if any: a panel that cannot become key gets none by itself, and
-// the panel with the search field must stay key. One for all panels of a program.
+// the panel with the search field must stay key. One for all panels of a program. AppKit knows the rest:
+// which window is key, and which field is its first responder.
 class ListFocus {
  public:
   ListFocus() = default;

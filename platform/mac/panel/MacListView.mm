@@ -21,6 +21,8 @@
 }
 
 - (void)mouseDown:(NSEvent*)event {
+  // A press that comes after its panel left the screen.
+  if (!self.window.visible) return;
   if (self.onPress != nil) self.onPress();
   [super mouseDown:event];
 }

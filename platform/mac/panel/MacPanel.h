@@ -38,6 +38,7 @@ class MacPanel final : public Panel {
   MacViewHost host_;
   bool shown_ = false;  // the program wants it on the screen
   std::function<void(const MacPanel&)> onDestroyed_;
+  Subscription resignedKey_;
 };
 
 }  // namespace pellar

@@ -3,6 +3,7 @@
 #import <QuartzCore/QuartzCore.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #import "platform/mac/panel/GlassView.h"
@@ -61,12 +62,14 @@ HostedView* makeHostedView(NSPanel* panel, const PanelStyle& style) {
 }
 
 // The strip goes where another program says its window is. AppKit raises an exception for a frame that an int
-// cannot hold (github.com/WebKit/WebKit/pull/67714), and would make a picture of any smaller one.
+// cannot hold (github.com/WebKit/WebKit/pull/67714), and would make a picture of any smaller one. Windows are
+// whole points large, and what just fits into the frame must go on fitting.
 NSRect placeable(const ScreenRect& frame) {
   constexpr double farthest = 1'000'000;  // points; beyond any arrangement of screens
   constexpr double longest = 32'000;
   return NSMakeRect(std::clamp(frame.x, -farthest, farthest), std::clamp(frame.y, -farthest, farthest),
-                    std::clamp(frame.width, 0.0, longest), std::clamp(frame.height, 0.0, longest));
+                    std::ceil(std::clamp(frame.width, 0.0, longest)),
+                    std::ceil(std::clamp(frame.height, 0.0, longest)));
 }
 
 }  // namespace
@@ -76,7 +79,9 @@ MacPanel::MacPanel(const PanelStyle& style, std::shared_ptr<ListFocus> listFocus
     : native_(makePanel(style)),
       listFocus_(std::move(listFocus)),
       host_(makeHostedView(native_, style), listFocus_),
-      onDestroyed_(std::move(onDestroyed)) {}
+      onDestroyed_(std::move(onDestroyed)),
+      // A list has the keys of the key panel, and none without it.
+      resignedKey_(onDidResignKey([this] { listFocus_->end(); })) {}
 
 MacPanel::~MacPanel() {
   host_.native().view = nullptr;

@@ -99,6 +99,7 @@ bool MacSearchField::isHidden() const {
 }
 
 void MacSearchField::focus() {
+  if (field_.hidden) return;
   listFocus_->end();
   // A field that becomes first responder anew selects its text, and the next letter would replace it.
   if (field_.currentEditor == nil) [field_.window makeFirstResponder:field_];

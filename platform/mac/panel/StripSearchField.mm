@@ -8,6 +8,8 @@
 }
 
 - (void)mouseDown:(NSEvent*)event {
+  // A press that comes after its panel left the screen.
+  if (!self.window.visible) return;
   if (self.onActivate != nil) self.onActivate();
   [super mouseDown:event];
 }

@@ -39,7 +39,7 @@ void SimWindows::leave(SimPlainWindow& window) {
 
 void SimWindows::makeKey(SimPlainWindow& window) {
   key_ = &window;
-  panels_.setKey(nullptr);
+  panels_.keys().loseKey();
 }
 
 void SimWindows::resignKey(SimPlainWindow& window) {

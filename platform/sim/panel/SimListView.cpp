@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Notify.h"
+#include "platform/sim/panel/SimPanel.h"
 
 namespace pellar {
 
@@ -13,7 +14,7 @@ SimListView::SimListView(std::shared_ptr<SimFields> fields, const ListStyle& sty
 
 SimListView::~SimListView() {
   std::erase(fields_->lists, this);
-  if (hasFocus()) fields_->listFocus->list = nullptr;
+  fields_->keys.listEnded(*this);
 }
 
 void SimListView::needsDisplay() {
@@ -37,18 +38,12 @@ void SimListView::setFrame(const ViewRect& frame) {
 }
 
 void SimListView::focus() {
-  fields_->listFocus->list = this;
-  needsDisplay();
-}
-
-void SimListView::loseFocus() {
-  if (!hasFocus()) return;
-  fields_->listFocus->list = nullptr;
-  needsDisplay();
+  if (fields_->panel != nullptr) fields_->keys.focus(*this, *fields_->panel);
 }
 
 void SimListView::press(ViewPoint location, int clickCount) {
   list_.press(location, clickCount);
+  needsDisplay();
   focus();
 }
 

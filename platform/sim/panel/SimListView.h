@@ -11,7 +11,7 @@
 namespace pellar {
 
 // A list that a test can see in its panel's drawing, click, scroll and work with keys.
-class SimListView final : public ListView {
+class SimListView final : public ListView, public KeyList {
  public:
   SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style);
   ~SimListView() override;
@@ -24,7 +24,7 @@ class SimListView final : public ListView {
   void setFrame(const ViewRect& frame) override;
   [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
   void focus() override;
-  [[nodiscard]] bool hasFocus() const override { return fields_->listFocus->list == this; }
+  [[nodiscard]] bool hasFocus() const override { return fields_->keys.hasFocus(*this); }
   void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
   void setOnKeyDown(KeyHandler handler) override { onKeyDown_ = std::move(handler); }
 
@@ -33,11 +33,10 @@ class SimListView final : public ListView {
   void drag(ViewPoint location);
   void release();
   void scroll(int notches);
-  // False for a key that the list has no use for.
-  bool keyDown(std::uint16_t keyCode);
+  bool keyDown(std::uint16_t keyCode) override;
 
   void draw(Canvas& canvas) const { list_.draw(canvas, hasFocus()); }
-  void loseFocus();
+  void focusChanged() override { needsDisplay(); }
 
  private:
   void needsDisplay();

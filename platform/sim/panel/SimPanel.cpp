@@ -2,7 +2,6 @@
 
 #include <utility>
 
-#include "platform/sim/panel/SimListView.h"
 #include "platform/sim/panel/SimPanels.h"
 
 namespace pellar {
@@ -11,7 +10,8 @@ SimPanel::SimPanel(SimPanels& owner, const PanelStyle& style)
     : owner_(owner),
       style_(style),
       frame_{0, 0, style.contentSize.width, style.contentSize.height},
-      host_(*this, owner.listFocus()) {
+      host_(*this, owner.keys()),
+      pointer_(owner.loop(), [this] { return host_.view(); }) {
   owner_.join(*this);
 }
 
@@ -50,37 +50,30 @@ void SimPanel::orderFrontRegardless() {
 }
 
 void SimPanel::orderOut() {
-  visible_ = false;
-  if (auto* const list = owner_.listFocus()->list; host_.contains(list)) list->loseFocus();
-  if (isKey()) owner_.setKey(nullptr);
+  if (!std::exchange(visible_, false)) return;
+  pointer_.panelLeft();
+  owner_.keys().panelLeftScreen(*this);
 }
 
 void SimPanel::makeKeyAndOrderFront() {
   orderFrontRegardless();
-  if (style_.canBecomeKey) owner_.setKey(this);
+  if (style_.canBecomeKey) owner_.keys().makeKey(*this);
 }
 
 void SimPanel::resignKey() {
-  if (!isKey()) return;
-  owner_.clearKeySilently();
-  resignedKey_.call();
+  owner_.keys().resign(*this);
 }
 
 bool SimPanel::isKey() const {
-  return owner_.key() == this;
+  return owner_.keys().isKey(*this);
 }
 
 void SimPanel::clearFirstResponder() {
-  host_.fields().focused = nullptr;
-  if (isKey()) owner_.endListFocus();
+  owner_.keys().clearFirstResponder(*this);
 }
 
 Subscription SimPanel::onDidResignKey(std::function<void()> callback) {
   return resignedKey_.add(std::move(callback));
-}
-
-void SimPanel::lostKey() {
-  resignedKey_.post(owner_.loop());
 }
 
 }  // namespace pellar

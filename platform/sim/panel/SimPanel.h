@@ -3,6 +3,8 @@
 #include <functional>
 
 #include "platform/Panel.h"
+#include "platform/shared/panel/KeyOwner.h"
+#include "platform/shared/panel/PointerPresence.h"
 #include "platform/sim/panel/SimViewHost.h"
 #include "platform/sim/system/CallbackList.h"
 
@@ -11,7 +13,7 @@ namespace pellar {
 class SimPanels;
 
 // A panel that a test can look at. Clicks and keys reach it through SimPointer and SimKeyboard.
-class SimPanel final : public Panel {
+class SimPanel final : public Panel, public KeyPanel {
  public:
   SimPanel(SimPanels& owner, const PanelStyle& style);
   ~SimPanel() override;
@@ -40,8 +42,11 @@ class SimPanel final : public Panel {
   // How often the panel was moved or resized to another frame.
   [[nodiscard]] int frameChanges() const { return frameChanges_; }
 
-  // The panel lost the keyboard to something else; told from the main loop.
-  void lostKey();
+  // For SimPointer: the pointer in the panel's view.
+  [[nodiscard]] PointerPresence& pointer() { return pointer_; }
+
+  void keyEnded() override {}
+  void tellKeyEnded() override { resignedKey_.call(); }
 
  private:
   SimPanels& owner_;
@@ -51,6 +56,7 @@ class SimPanel final : public Panel {
   int frameChanges_ = 0;
   CallbackList<> resignedKey_;
   SimViewHost host_;
+  PointerPresence pointer_;
 };
 
 }  // namespace pellar

@@ -1,9 +1,6 @@
 #include "platform/sim/panel/SimPanels.h"
 
 #include <algorithm>
-#include <utility>
-
-#include "platform/sim/panel/SimListView.h"
 
 namespace pellar {
 
@@ -31,25 +28,9 @@ bool SimPanels::contains(const SimPanel* panel) const {
   return std::find(frontToBack_.begin(), frontToBack_.end(), panel) != frontToBack_.end();
 }
 
-void SimPanels::setKey(SimPanel* panel) {
-  SimPanel* const before = std::exchange(key_, panel);
-  if (before == nullptr || before == panel) return;
-  endListFocus();
-  before->lostKey();
-}
-
-void SimPanels::clearKeySilently() {
-  key_ = nullptr;
-  endListFocus();
-}
-
-void SimPanels::endListFocus() {
-  if (auto* const list = listFocus_->list) list->loseFocus();
-}
-
 void SimPanels::leave(SimPanel& panel) {
   std::erase(frontToBack_, &panel);
-  if (key_ == &panel) key_ = nullptr;
+  keys_.panelEnded(panel);
 }
 
 void SimPanels::bringForward(SimPanel& panel) {

@@ -5,7 +5,7 @@
 
 #include "core/Notify.h"
 #include "platform/sim/drawing/SimTextMeasure.h"
-#include "platform/sim/panel/SimListView.h"
+#include "platform/sim/panel/SimPanel.h"
 
 namespace pellar {
 
@@ -15,18 +15,16 @@ SimSearchField::SimSearchField(std::shared_ptr<SimFields> fields) : fields_(std:
 
 SimSearchField::~SimSearchField() {
   std::erase(fields_->all, this);
-  if (isFocused()) fields_->focused = nullptr;
+  fields_->keys.fieldEnded(*this);
 }
 
 void SimSearchField::setHidden(bool hidden) {
   hidden_ = hidden;
-  if (hidden && isFocused()) fields_->focused = nullptr;
+  if (hidden) fields_->keys.fieldHidden(*this);
 }
 
 void SimSearchField::focus() {
-  if (hidden_) return;
-  fields_->focused = this;
-  if (auto* const list = fields_->listFocus->list) list->loseFocus();
+  if (!hidden_ && fields_->panel != nullptr) fields_->keys.focus(*this, *fields_->panel);
 }
 
 void SimSearchField::click() {

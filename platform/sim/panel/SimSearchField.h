@@ -11,7 +11,7 @@
 namespace pellar {
 
 // A search field that a test can click, read and type into.
-class SimSearchField final : public SearchField {
+class SimSearchField final : public SearchField, public KeyField {
  public:
   explicit SimSearchField(std::shared_ptr<SimFields> fields);
   ~SimSearchField() override;
@@ -31,7 +31,7 @@ class SimSearchField final : public SearchField {
   void setOnCommand(CommandHandler handler) override { onCommand_ = std::move(handler); }
 
   [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
-  [[nodiscard]] bool isFocused() const { return fields_->focused == this; }
+  [[nodiscard]] bool isFocused() const { return fields_->keys.isFirstResponder(*this); }
   // The key commands that nobody took, in their order: a field does as it likes with them.
   [[nodiscard]] const std::vector<std::string>& commandsLeftToIt() const { return commandsLeftToIt_; }
 
@@ -39,6 +39,9 @@ class SimSearchField final : public SearchField {
   void click();
   void type(const std::string& codePoint);
   void command(const std::string& selector);
+
+  void beginEditing() override {}
+  void endEditing() override {}
 
  private:
   void change(std::string text);

@@ -21,13 +21,16 @@ ViewRect unite(const ViewRect& a, const ViewRect& b) {
 
 }  // namespace
 
-SimViewHost::SimViewHost(SimPanel& panel, std::shared_ptr<SimListFocus> listFocus) : panel_(panel) {
-  fields_->listFocus = std::move(listFocus);
-  fields_->needsDisplay = [this] { setNeedsDisplay(); };
-}
+SimViewHost::SimViewHost(SimPanel& panel, KeyOwner& keys)
+    : panel_(panel),
+      fields_(std::make_shared<SimFields>(
+          SimFields{.all = {}, .lists = {}, .keys = keys, .panel = &panel, .needsDisplay = [this] {
+                      setNeedsDisplay();
+                    }})) {}
 
 SimViewHost::~SimViewHost() {
   fields_->needsDisplay = nullptr;
+  fields_->panel = nullptr;
 }
 
 ViewRect SimViewHost::bounds() const {

@@ -7,6 +7,7 @@
 
 #include "core/Alive.h"
 #include "platform/View.h"
+#include "platform/shared/panel/KeyOwner.h"
 #include "platform/sim/drawing/Drawing.h"
 #include "platform/sim/drawing/SimTextMeasure.h"
 
@@ -16,24 +17,19 @@ class SimPanel;
 class SimListView;
 class SimSearchField;
 
-// The list of any panel that has the keys of the key panel; null when the key panel's own field has them.
-struct SimListFocus {
-  SimListView* list = nullptr;
-};
-
 // The native controls of one view, in order of creation. Shared, since a control may outlive its panel.
 struct SimFields {
   std::vector<SimSearchField*> all;
-  SimSearchField* focused = nullptr;  // the one that receives the keys
   std::vector<SimListView*> lists;
-  std::shared_ptr<SimListFocus> listFocus;  // the same in all panels
-  std::function<void()> needsDisplay;       // absent once the panel is gone
+  KeyOwner& keys;
+  SimPanel* panel;                     // null once it is gone
+  std::function<void()> needsDisplay;  // absent once the panel is gone
 };
 
 // What a simulated panel gives its view. Repaints happen on a later turn, all requests of a turn together.
 class SimViewHost final : public ViewHost {
  public:
-  SimViewHost(SimPanel& panel, std::shared_ptr<SimListFocus> listFocus);
+  SimViewHost(SimPanel& panel, KeyOwner& keys);
   ~SimViewHost() override;
   SimViewHost(const SimViewHost&) = delete;
   SimViewHost& operator=(const SimViewHost&) = delete;
@@ -74,7 +70,7 @@ class SimViewHost final : public ViewHost {
   SimTextMeasure measure_;
   Drawing drawing_;
   std::vector<ViewRect> repaints_;
-  std::shared_ptr<SimFields> fields_ = std::make_shared<SimFields>();
+  std::shared_ptr<SimFields> fields_;
   Alive alive_;
 };
 

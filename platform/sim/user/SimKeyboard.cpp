@@ -25,8 +25,8 @@ std::optional<std::uint16_t> keyCodeOf(const std::string& selector) {
 }  // namespace
 
 SimSearchField* SimKeyboard::target() const {
-  const SimPanel* const panel = panels_.key();
-  return panel == nullptr ? nullptr : panel->simHost().fields().focused;
+  // There are no other fields here.
+  return static_cast<SimSearchField*>(panels_.keys().editedField());
 }
 
 void SimKeyboard::type(std::string_view text) {
@@ -34,11 +34,11 @@ void SimKeyboard::type(std::string_view text) {
     std::string key = SimTextMeasure::prefix(text, 1);
     text.remove_prefix(key.size());
     loop_.post([this, key = std::move(key)] {
-      if (panels_.key() != nullptr) panels_.endListFocus();
+      static_cast<void>(panels_.keys().offerToList(std::nullopt));
       if (auto* const field = target()) {
         field->type(key);
       } else if (const auto application = desktop_.frontApplication();
-                 application && panels_.key() == nullptr) {
+                 application && panels_.keys().keyPanel() == nullptr) {
         application->typed += key;
       }
     });
@@ -52,11 +52,7 @@ void SimKeyboard::command(const std::string& selector) {
     return;
   }
   loop_.post([this, selector] {
-    if (auto* const list = panels_.keyList()) {
-      const auto code = keyCodeOf(selector);
-      if (code && list->keyDown(*code)) return;
-      panels_.endListFocus();
-    }
+    if (panels_.keys().offerToList(keyCodeOf(selector))) return;
     if (auto* const field = target()) field->command(selector);
   });
   loop_.runUntilIdle();
@@ -64,7 +60,7 @@ void SimKeyboard::command(const std::string& selector) {
 
 void SimKeyboard::keyDown(std::uint16_t keyCode, std::uint64_t flags) {
   loop_.post([this, keyCode, flags] {
-    if (taps_.keyDown(keyCode, flags) || panels_.key() != nullptr) return;
+    if (taps_.keyDown(keyCode, flags) || panels_.keys().keyPanel() != nullptr) return;
     if (const auto application = desktop_.frontApplication())
       application->keysDown.push_back({keyCode, flags});
   });

@@ -22,12 +22,9 @@ void SimPointer::moveTo(ScreenPoint point, const std::function<void()>& look) {
 void SimPointer::hover() {
   SimPanel* const panel = panels_.at(location_);
   SimPanel* const before = std::exchange(hovered_, panel);
-  if (before != panel && panels_.contains(before) && before->simHost().view() != nullptr) {
-    before->simHost().view()->mouseExited();
-  }
-  const auto isThere = [&] { return panels_.contains(panel) && panel->simHost().view() != nullptr; };
-  if (before != panel && isThere()) panel->simHost().view()->mouseEntered();
-  if (isThere()) panel->simHost().view()->mouseMoved(eventIn(*panel, 1, false));
+  if (before != panel && panels_.contains(before)) before->pointer().noteOutside();
+  if (!panels_.contains(panel) || !panel->pointer().noteInside() || !panel->isVisible()) return;
+  if (panel->simHost().view() != nullptr) panel->simHost().view()->mouseMoved(eventIn(*panel, 1, false));
 }
 
 void SimPointer::dragged() {
@@ -75,7 +72,7 @@ void SimPointer::deliverPress(Button button, int clickCount, bool control) {
     return;
   }
   if (button != Button::middle) monitors_.pressedElsewhere();
-  panels_.setKey(nullptr);
+  panels_.keys().loseKey();
   if (const auto window = desktop_.windowAt(screens_.toAccessibility(location_))) {
     desktop_.focus(window);
     desktop_.activate(window->pid);
@@ -86,7 +83,7 @@ void SimPointer::pressInPanel(SimPanel& panel, Button button, const MouseEvent& 
   SimSearchField* const field = panel.simHost().fieldAt(event.location);
   if (field != nullptr) {
     if (button != Button::left || !panel.style().canBecomeKey) return;
-    panels_.setKey(&panel);
+    panels_.keys().makeKey(panel);
     if (keyPanelMakesPellarFrontmost) desktop_.activatePellar();
     field->click();
     return;

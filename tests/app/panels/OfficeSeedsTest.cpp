@@ -56,10 +56,11 @@ TEST_F(OfficeSeeds, WithoutAnApplicationEveryOwnFileIsOfferedAndNoneOfTheirs) {
   remember("Word", binaryList("<dict>" + bookmark(url("Letter.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
   used("Plan.txt", 100);
   used("Drawing.svg", 200, "org.example.painter");
-  mac.leaveNobodyInFront();
-  start();
-  pellar.strip()->openRecent();
-  EXPECT_EQ(titles(), (Names{"Drawing.svg", "Plan.txt"}));
+  const auto panel = mac.platform().panels.makePanel({.contentSize = {480, 300}});
+  RecentView view(panel->host(), std::make_shared<StateStore>(pellar.store().url()), mac.platform());
+  view.reload("");
+  EXPECT_EQ(view.items(),
+            (Names{(mac.home() / "Drawing.svg").string(), (mac.home() / "Plan.txt").string()}));
 }
 
 TEST_F(OfficeSeeds, ADamagedListHidesNothingElse) {

@@ -87,7 +87,7 @@ TEST_F(RecentList, EmptyingTheFieldFromCodeDoesNotOpenIt) {
   used("Plan.txt", 100);
   openDropdown();
   mac.type("pl");
-  pellar.strip()->closeRecent();
+  mac.pressKey("cancelOperation:");
   EXPECT_EQ(strip().searchField()->text(), "");
   EXPECT_FALSE(isOpen());
 }

@@ -42,7 +42,7 @@ TEST_F(RecentDropdownStory, TypingOpensItAgain) {
   startWithField();
   strip().clickSearchField();
   auto* const search = strip().searchField();
-  pellar.strip()->closeRecent();
+  mac.pressKey("cancelOperation:");
   mac.settle();
   expectClosed();
   search->type("p");
@@ -54,9 +54,9 @@ TEST_F(RecentDropdownStory, OpenedWhileItIsOpenTheFieldHasTheKeysBackFromTheList
   startWithField();
   strip().clickSearchField();
   mac.pressKey("moveDown:");
-  EXPECT_NE(mac.panels().keyList(), nullptr);
+  EXPECT_TRUE(mac.panels().keys().aListHasFocus());
   pellar.strip()->openRecent();
-  EXPECT_EQ(mac.panels().keyList(), nullptr);
+  EXPECT_FALSE(mac.panels().keys().aListHasFocus());
   EXPECT_TRUE(strip().searchField()->isFocused());
   EXPECT_TRUE(strip().panel().isKey());
 }
@@ -66,7 +66,7 @@ TEST_F(RecentDropdownStory, ClosingItEmptiesTheFieldAndGivesTheKeyboardBack) {
   strip().clickSearchField();
   mac.type("bud");
   EXPECT_EQ(strip().searchField()->text(), "bud");
-  pellar.strip()->closeRecent();
+  mac.pressKey("cancelOperation:");
   mac.settle();
   expectClosed();
   EXPECT_EQ(strip().searchField()->text(), "");
@@ -168,7 +168,7 @@ TEST_F(RecentDropdownStory, ATabClosesIt) {
 TEST_F(RecentDropdownStory, LosingTheKeyboardClosesIt) {
   startWithField();
   strip().clickSearchField();
-  mac.panels().setKey(nullptr);
+  mac.panels().keys().loseKey();
   mac.settle();
   expectClosed();
 }
@@ -269,7 +269,8 @@ TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
   ASSERT_NE(strip().searchField(), nullptr);
   EXPECT_TRUE(strip().searchField()->isFocused());
   EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
-  pellar.strip()->closeRecent();
+  mac.pressKey("cancelOperation:");
+  mac.settle();
   EXPECT_TRUE(strip().searchToolShown());
   EXPECT_EQ(strip().searchField(), nullptr);
 }
@@ -365,11 +366,39 @@ TEST_F(RecentDropdownStory, AReportOfTheSameWindowLeavesWhatIsTyped) {
   EXPECT_EQ(strip().searchField()->text(), "bud");
 }
 
-TEST_F(RecentDropdownStory, ClosingWhatIsNotOpenDoesNothing) {
-  startWithField();
+TEST_F(RecentDropdownStory, AStripHiddenWithoutItGivesNoKeyboardBack) {
+  auto plan = startWithField();
   const auto before = mac.workspace().requestedActivations().size();
-  pellar.strip()->closeRecent();
+  plan.minimise();
+  mac.settle();
+  EXPECT_FALSE(stripShown());
   EXPECT_EQ(mac.workspace().requestedActivations().size(), before);
+}
+
+TEST_F(RecentDropdownStory, AClickThatArrivesAfterTheStripIsHiddenOpensNothing) {
+  auto plan = startWithField();
+  auto* const search = strip().searchField();
+  plan.minimise();
+  mac.settle();
+  ASSERT_FALSE(stripShown());
+  search->click();
+  mac.settle();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+  mac.type("x");
+  EXPECT_EQ(editor.typed(), "x") << "the keyboard stays where it is";
+}
+
+TEST_F(RecentDropdownStory, TypingThatArrivesAfterTheStripIsHiddenOpensNothing) {
+  auto plan = startWithField();
+  auto* const search = strip().searchField();
+  plan.minimise();
+  mac.settle();
+  search->type("p");
+  mac.settle();
+  EXPECT_FALSE(stripShown());
+  expectClosed();
+  EXPECT_EQ(search->text(), "");
 }
 
 }  // namespace

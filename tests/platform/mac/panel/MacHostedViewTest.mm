@@ -6,7 +6,7 @@
 
 namespace pellar::contract {
 
-// A view in a panel that is not shown, and events as AppKit would hand them to it.
+// A view in a panel, and events as AppKit would hand them to it.
 class MacHostedViewTest : public ContractTest {
  protected:
   MacHostedViewTest()
@@ -14,17 +14,18 @@ class MacHostedViewTest : public ContractTest {
         hosted(static_cast<MacViewHost&>(panel->host()).native()) {
     panel->setView(&view);
     panel->setFrame({200, 300, 400, 32}, false);
+    panel->orderFrontRegardless();
   }
   void TearDown() override { panel->setView(nullptr); }
 
   [[nodiscard]] NSPanel* nativePanel() const { return static_cast<const MacPanel&>(*panel).native(); }
   // At a place in the window, whose lower left corner is the origin.
   [[nodiscard]] NSEvent* event(NSEventType type, NSPoint place, NSInteger clickCount = 1,
-                               NSEventModifierFlags held = 0) const {
+                               NSEventModifierFlags held = 0, NSTimeInterval time = 0) const {
     return [NSEvent mouseEventWithType:type
                               location:place
                          modifierFlags:held
-                             timestamp:0
+                             timestamp:time
                           windowNumber:nativePanel().windowNumber
                                context:nil
                            eventNumber:0
@@ -69,6 +70,22 @@ TEST_F(MacHostedViewTest, APressWithControlSaysSo) {
   [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20), 1, NSEventModifierFlagControl)];
   ASSERT_EQ(view.events.size(), 1U);
   EXPECT_TRUE(view.events[0].control);
+}
+
+TEST_F(MacHostedViewTest, APressLongAfterTheLastOneInTheViewIsNoDoubleClick) {
+  [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20))];
+  [hosted mouseUp:event(NSEventTypeLeftMouseUp, NSMakePoint(50, 20))];
+  const NSTimeInterval later = NSEvent.doubleClickInterval + 1;
+  [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20), 2, 0, later)];
+  EXPECT_EQ(view.events.back().clickCount, 1) << "the first press was a control's";
+}
+
+TEST_F(MacHostedViewTest, TakesNoPressOnceThePanelIsOffTheScreen) {
+  panel->orderOut();
+  [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20))];
+  [hosted rightMouseDown:event(NSEventTypeRightMouseDown, NSMakePoint(50, 20))];
+  [hosted mouseMoved:event(NSEventTypeMouseMoved, NSMakePoint(50, 20), 0)];
+  EXPECT_TRUE(view.calls.empty());
 }
 
 TEST_F(MacHostedViewTest, ADragAndItsEndFollowOutside) {

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/MainLoop.h"
+#include "platform/View.h"
+
+namespace pellar {
+
+// Whether the pointer is in a panel's view, as the view has been told: of its coming and its leaving, each
+// once and in turn. A panel that leaves the screen takes the pointer out of its view, which hears of it from
+// the main loop, but before anything else that the pointer does there. Main thread only.
+class PointerPresence {
+ public:
+  // `view` names the panel's view, which may be null.
+  PointerPresence(MainLoop& loop, std::function<View*()> view) : loop_(loop), view_(std::move(view)) {}
+  PointerPresence(const PointerPresence&) = delete;
+  PointerPresence& operator=(const PointerPresence&) = delete;
+
+  // Each tells the view what it does not know yet. False when the view has done away with this in answer.
+  bool noteInside();
+  bool noteOutside();
+
+  // The panel left the screen.
+  void panelLeft();
+  // Tells of that now. False when the view has done away with this in answer.
+  bool tellPanelLeft();
+
+ private:
+  MainLoop& loop_;
+  std::function<View*()> view_;
+  bool inside_ = false;
+  bool panelLeft_ = false;  // and the view does not know yet
+  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+};
+
+}  // namespace pellar
