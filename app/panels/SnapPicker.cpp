@@ -45,6 +45,7 @@ void SnapPicker::show(const ScreenRect& under) {
 }
 
 void SnapPicker::scheduleClose() {
+  if (!panel_->isVisible()) return;
   closing_.anchorLeft();
 }
 

@@ -64,8 +64,10 @@ void StripController::connect() {
   view_->onClose = weakly([](Self& self, WindowId id) {
     if (const auto target = self.picture_->window(id)) self.actions_->close(*target);
   });
-  view_->onMenu =
-      weakly([](Self& self, WindowId id, const MouseEvent& event) { self.menus_->showTabMenu(id, event); });
+  view_->onMenu = weakly([](Self& self, WindowId id, const MouseEvent& event) {
+    const auto pause = self.hoverPanels_.pause();
+    self.menus_->showTabMenu(id, event);
+  });
   view_->onAction =
       weakly([](Self& self, StripAction action, const MouseEvent& event) { self.perform(action, event); });
   view_->onReorder = weakly([](Self& self, WindowId id, int index) { self.tracker_->move(id, index); });
@@ -96,6 +98,7 @@ void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& a
 
   const auto own = ++reports_;
   *picture_ = {app, windows, front};
+  hoverPanels_.pictureChanged();
   if (mustHide()) {
     hide();
     return;
@@ -123,9 +126,6 @@ bool StripController::mustHide() const {
 void StripController::hide() {
   // As good as a newer picture to whoever is still busy with one.
   ++reports_;
-  // Nobody tells the pointer's leaving of what is no longer there; it is told anew when the strip is back
-  // under it.
-  view_->mouseExited();
   hoverPanels_.hide();
   search_->end(SearchEnd::stripHidden);
   panel_->orderOut();
@@ -179,12 +179,16 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
     case StripAction::search:
       search_->open();
       break;
-    case StripAction::more:
+    case StripAction::more: {
+      const auto pause = hoverPanels_.pause();
       menus_->showMoreMenu(event);
       break;
-    case StripAction::rename:
+    }
+    case StripAction::rename: {
+      const auto pause = hoverPanels_.pause();
       if (front) documents_->rename(front);
       break;
+    }
     case StripAction::autoSave:
       toggleAutoSave();
       break;
@@ -194,9 +198,11 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
     case StripAction::closeAll:
       actions_->close(WindowList(picture_->windows));
       break;
-    case StripAction::groups:
+    case StripAction::groups: {
+      const auto pause = hoverPanels_.pause();
       menus_->showGroupsMenu(event);
       break;
+    }
     case StripAction::newDoc:
       documents_->newDocument();
       break;

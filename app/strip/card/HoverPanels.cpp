@@ -14,7 +14,7 @@ HoverPanels::HoverPanels(const Platform& platform, std::shared_ptr<const Tracked
 
 void HoverPanels::tabHovered(std::optional<WindowId> id, const std::optional<ScreenRect>& tab) {
   const auto window = id ? picture_->window(*id) : nullptr;
-  if (!window || !tab) {
+  if (!window || !tab || *pauses_ > 0) {
     if (tabCard_) tabCard_->scheduleClose();
     return;
   }
@@ -28,11 +28,24 @@ void HoverPanels::tabHovered(std::optional<WindowId> id, const std::optional<Scr
 }
 
 void HoverPanels::zoomHovered(const std::optional<ScreenRect>& tool) {
-  if (tool) {
+  if (tool && *pauses_ == 0) {
+    pickerOver_ = picture_->front ? std::optional(picture_->front->id()) : std::nullopt;
     snapPicker().show(*tool);
   } else if (snapPicker_) {
     snapPicker_->scheduleClose();
   }
+}
+
+void HoverPanels::pictureChanged() {
+  const auto hasTab = [this](WindowId id) { return picture_->window(id) != nullptr; };
+  if (tabCard_) tabCard_->keepOnly(hasTab);
+  if (snapPicker_ && pickerOver_ && !hasTab(*pickerOver_)) snapPicker_->hide();
+}
+
+Subscription HoverPanels::pause() {
+  hide();
+  ++*pauses_;
+  return Subscription([pauses = pauses_] { --*pauses; });
 }
 
 void HoverPanels::hide() {

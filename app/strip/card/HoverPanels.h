@@ -8,11 +8,14 @@
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
 #include "platform/Platform.h"
+#include "platform/Subscription.h"
 
 namespace pellar {
 
-// The two panels that come up where the pointer rests on the strip, each made when it is first needed. Main
-// thread only.
+// The two panels that come up where the pointer rests on the strip: a tab's card and the zoom tool's picker,
+// each made when it is first needed. The strip's view says where the pointer is and lights that; this alone
+// says which panel belongs to it, and for how long. Neither stays for a window that is gone, nor over a menu
+// or a question. Main thread only.
 class HoverPanels {
  public:
   // What `platform` refers to outlives this.
@@ -23,8 +26,12 @@ class HoverPanels {
   void tabHovered(std::optional<WindowId> id, const std::optional<ScreenRect>& tab);
   // The pointer came to the zoom tool, at `tool` on the screen, or left it.
   void zoomHovered(const std::optional<ScreenRect>& tool);
+  // Another picture was taken over: what belongs to a window that has no tab any more goes at once.
+  void pictureChanged();
   // Takes both away at once.
   void hide();
+  // The same, and neither comes up for as long as what is returned is kept: a menu or a question is open.
+  [[nodiscard]] Subscription pause();
 
  private:
   [[nodiscard]] TabCard& tabCard();
@@ -35,6 +42,8 @@ class HoverPanels {
   std::shared_ptr<WindowActions> actions_;
   std::unique_ptr<TabCard> tabCard_;
   std::unique_ptr<SnapPicker> snapPicker_;
+  std::optional<WindowId> pickerOver_;  // the focused window when the pointer came to the zoom tool
+  std::shared_ptr<int> pauses_ = std::make_shared<int>(0);
 };
 
 }  // namespace pellar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -30,8 +31,11 @@ class TabCard {
   // The pointer is on no tab: the card goes in a moment, unless the pointer enters it.
   void scheduleClose();
   void hide();
+  // The card of a tab that is gone goes at once, and does not come if it has yet to.
+  void keepOnly(const std::function<bool(WindowId)>& exists);
 
  private:
+  void putAway();
   void present(WindowId id, const std::string& title, const std::optional<std::string>& subtitle,
                const ScreenRect& under);
 
@@ -40,6 +44,8 @@ class TabCard {
   std::unique_ptr<Panel> panel_;
   TabCardView view_;  // depends-on: panel_
   CloseDelay closing_;
+  std::optional<WindowId> shown_;    // the tab whose card is on the screen
+  std::optional<WindowId> awaited_;  // the tab whose card is to come
   Subscription showTimer_;
 };
 
