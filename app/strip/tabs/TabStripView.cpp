@@ -108,6 +108,7 @@ void TabStripView::draw(Canvas& canvas, const ViewRect& dirty) {
 
 void TabStripView::mouseDown(const MouseEvent& event) {
   abandonPress();
+  const bool metEmptyStripBefore = std::exchange(lastPressMetEmptyStrip_, false);
   if (event.control) {
     rightMouseDown(event);
     return;
@@ -115,9 +116,10 @@ void TabStripView::mouseDown(const MouseEvent& event) {
   const StripHit hit = geometry().hit(event.location);
   if (hit.action) {
     notify(onAction, *hit.action, event);
-  } else if (!hit.tab && event.clickCount == 2) {
+  } else if (!hit.tab && event.clickCount == 2 && metEmptyStripBefore) {
     notify(onAction, StripAction::zoom, event);
   } else {
+    lastPressMetEmptyStrip_ = !hit.tab;
     beginPress(event, hit);
   }
 }

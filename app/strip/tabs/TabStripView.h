@@ -88,6 +88,8 @@ class TabStripView final : public View {
   bool autoSaveOn_ = false;
   bool zoomHovered_ = false;
   std::optional<Press> press_;
+  // What the first press of a double click met may have gone before the second one comes.
+  bool lastPressMetEmptyStrip_ = false;
   bool dragging_ = false;
   std::optional<WindowId> draggedTab_;
   double dragX_ = 0;  // the pointer's, view coordinates, while a tab is dragged

@@ -124,6 +124,36 @@ TEST_F(StripPress, ADoubleClickOnTheEmptyStripZooms) {
   EXPECT_EQ(happened(), Words{});
 }
 
+TEST_F(StripPress, ADoubleClickWhoseFirstPressClosedTheLastTabDoesNotZoom) {
+  const MouseEvent mark = onClose(2);
+  press(at(515));
+  release(515);
+  press(mark);
+  release(mark.location.x);
+  view.setTabs({tab(101, "Plan"), tab(102, "Report")});
+  happened();
+  press(secondClick(mark));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickWhoseFirstPressMetAToolThatIsGoneDoesNotZoom) {
+  host.size.width = 900;
+  view.setTabs(numberedTabs(6));
+  const MouseEvent magnifier = on(StripAction::search);
+  press(magnifier);
+  view.setTabs({});
+  view.setOfficeTools(false);
+  happened();
+  press(secondClick(at(magnifier.location.x - 200)));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickAfterAControlClickDoesNotZoom) {
+  press(withControl(at(515)));
+  press(secondClick(at(515)));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
 TEST_F(StripPress, AThirdClickOnTheEmptyStripIsAPressAgain) {
   MouseEvent event = onEmptyStrip();
   event.clickCount = 3;
