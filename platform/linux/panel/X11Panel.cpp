@@ -81,7 +81,7 @@ std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
 void X11Panel::orderFrontRegardless() {
   if (!std::exchange(visible_, true)) {
     window_.raise();
-    window_.map();
+    shownBy_ = window_.map();
     dirty_ = pixelBounds();
     paint();
     window_.flush();
@@ -289,13 +289,17 @@ void X11Panel::release(const xcb_button_release_event_t& event) {
   mouse_.release(event, target, services_.firstScreenHeight());
 }
 
-// What the pointer did in a panel that has left the screen since comes too late.
-bool X11Panel::takesPointer() {
-  return visible_ && pointer_.noteInside() && visible_;
+bool X11Panel::isCurrent(const xcb_generic_event_t& event) const {
+  // The server's numbers begin anew after the highest.
+  return visible_ && static_cast<std::int32_t>(event.full_sequence - shownBy_) >= 0;
+}
+
+bool X11Panel::noteInside() {
+  return pointer_.noteInside() && visible_;
 }
 
 void X11Panel::cross(const xcb_enter_notify_event_t& event) {
-  if (takesPointer()) mouse_.cross(event, mouseTarget(), services_.firstScreenHeight());
+  if (noteInside()) mouse_.cross(event, mouseTarget(), services_.firstScreenHeight());
 }
 
 void X11Panel::leave(const xcb_leave_notify_event_t& event) {
@@ -319,17 +323,19 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
       return;
     case XCB_BUTTON_PRESS:
-      if (takesPointer()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
+      if (isCurrent(event) && noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));
       return;
     case XCB_BUTTON_RELEASE:
       return release(reinterpret_cast<const xcb_button_release_event_t&>(event));
     case XCB_MOTION_NOTIFY:
-      if (!takesPointer()) return;
+      if (!isCurrent(event) || !noteInside()) return;
       return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
                            services_.firstScreenHeight());
     case XCB_ENTER_NOTIFY:
+      if (!isCurrent(event)) return;
       return cross(reinterpret_cast<const xcb_enter_notify_event_t&>(event));
     case XCB_LEAVE_NOTIFY:
+      if (!isCurrent(event)) return;
       return leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event));
     default:
       return;

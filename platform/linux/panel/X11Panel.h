@@ -74,8 +74,11 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void keyEnded() override { outsidePress_.cancel(); }
   void tellKeyEnded() override;
 
-  // Whether an event of the pointer is still to be taken. The view has heard that the pointer came in.
-  bool takesPointer();
+  // Whether what the pointer did happened since the panel was last shown, and the panel is on the screen.
+  [[nodiscard]] bool isCurrent(const xcb_generic_event_t& event) const;
+  // Tells the view that the pointer is inside, unless it knows. Whether the panel is on the screen after
+  // that.
+  bool noteInside();
   void press(const xcb_button_press_event_t& event);
   void release(const xcb_button_release_event_t& event);
   void cross(const xcb_enter_notify_event_t& event);
@@ -104,7 +107,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   bool needsLayout_ = true;
   bool paintPosted_ = false;
   bool visible_ = false;
-  bool obscured_ = false;  // since the place in the stack was last looked at
+  std::uint32_t shownBy_ = 0;  // the request that last showed it
+  bool obscured_ = false;      // since the place in the stack was last looked at
 
   std::list<std::function<void()>> resignCallbacks_;
   Subscription outsidePress_;

@@ -137,8 +137,8 @@ void X11PanelWindow::updateShape() {
                        0, 0, static_cast<std::uint32_t>(rows.size()), rows.data());
 }
 
-void X11PanelWindow::map() {
-  xcb_map_window(connection_, id_);
+std::uint32_t X11PanelWindow::map() {
+  return xcb_map_window(connection_, id_).sequence;
 }
 
 void X11PanelWindow::unmap() {

@@ -32,7 +32,8 @@ class X11PanelWindow {
   // Cuts the corners off where they cannot be made transparent.
   void updateShape();
 
-  void map();
+  // The number of the request: what the server tells with a lower one happened before.
+  std::uint32_t map();
   void unmap();
   void raise();
   // Whether a window that some window manager looks after stands above this one. Asks the server.

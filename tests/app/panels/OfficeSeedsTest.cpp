@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/panels/RecentView.h"
 #include "tests/support/Files.h"
 #include "tests/support/PropertyListFile.h"
 #include "tests/support/RecentStory.h"
