@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 namespace pellar {
@@ -57,8 +58,15 @@ struct Rect {
     return {x - margin, y - margin, width + 2 * margin, height + 2 * margin};
   }
 
-  // The common area; absent when the two share none (touching edges share none).
+  // Whether every number is a finite one. A window may tell anything of itself.
+  [[nodiscard]] bool isFinite() const {
+    return std::isfinite(x) && std::isfinite(y) && std::isfinite(width) && std::isfinite(height);
+  }
+
+  // The common area; absent when the two share none: touching edges share none, and a rectangle with a number
+  // that is not finite is nowhere.
   [[nodiscard]] std::optional<Rect> intersection(const Rect& other) const {
+    if (!isFinite() || !other.isFinite()) return std::nullopt;
     const double left = std::max(x, other.x);
     const double top = std::max(y, other.y);
     const double right = std::min(maxX(), other.maxX());

@@ -1,14 +1,13 @@
 #include "app/panels/SnapPicker.h"
 
-#include <algorithm>
 #include <utility>
 
+#include "app/strip/place/PanelPlace.h"
 #include "app/strip/place/Screens.h"
 
 namespace pellar {
 namespace {
 
-constexpr double screenMargin = 8;
 constexpr double gap = 2;  // between the button and the picker
 
 }  // namespace
@@ -36,11 +35,10 @@ void SnapPicker::show(const ScreenRect& under) {
   const auto screen = Screens::containing(under, screens_);
   if (!screen) return;
   const ScreenRect& visible = screen->visibleFrame;
-  const auto [width, height] = SnapView::size;
-  const double x = std::max(std::min(under.midX() - width / 2, visible.maxX() - width - screenMargin),
-                            visible.minX() + screenMargin);
-  const double top = std::min(under.minY() - gap, visible.maxY() - screenMargin);
-  panel_->setFrame({x, top - height, width, height}, true);
+  const Size size = SnapView::size;
+  const ScreenPoint topLeft{PanelPlace::left(under.midX() - size.width / 2, size.width, visible),
+                            PanelPlace::top(under.minY() - gap, visible)};
+  panel_->setFrame(PanelPlace::hanging(topLeft, size), true);
   panel_->orderFrontRegardless();
 }
 

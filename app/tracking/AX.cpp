@@ -1,7 +1,5 @@
 #include "app/tracking/AX.h"
 
-#include <cmath>
-
 namespace pellar::AX {
 
 std::optional<AxRect> frame(Accessibility& accessibility, const Element& element) {
@@ -11,9 +9,8 @@ std::optional<AxRect> frame(Accessibility& accessibility, const Element& element
   if (!size) return std::nullopt;
   // Another program may tell what it likes. A place that is no number compares with nothing, so that every
   // attempt to correct it would write it back, and panels cannot be put there.
-  for (const double each : {position->x, position->y, size->width, size->height})
-    if (!std::isfinite(each)) return std::nullopt;
-  return AxRect::of(*position, *size);
+  const AxRect frame = AxRect::of(*position, *size);
+  return frame.isFinite() ? std::optional(frame) : std::nullopt;
 }
 
 void writeFrame(Accessibility& accessibility, const Element& window, const AxRect& frame) {

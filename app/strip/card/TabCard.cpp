@@ -1,9 +1,9 @@
 #include "app/strip/card/TabCard.h"
 
-#include <algorithm>
 #include <chrono>
 #include <utility>
 
+#include "app/strip/place/PanelPlace.h"
 #include "app/strip/place/Screens.h"
 
 namespace pellar {
@@ -12,8 +12,7 @@ namespace {
 constexpr std::chrono::milliseconds showDelay{300};
 constexpr double lowHeight = 58;
 constexpr double tallHeight = 74;  // with a title of two lines
-constexpr double screenMargin = 8;
-constexpr double gap = 4;  // between the tab and the card
+constexpr double gap = 4;          // between the tab and the card
 
 }  // namespace
 
@@ -77,10 +76,9 @@ void TabCard::present(WindowId id, const std::string& title, const std::optional
   const double width = view_.preferredWidth();
   const double height = view_.titleNeedsTwoLines() ? tallHeight : lowHeight;
   const ScreenRect& visible = screen->visibleFrame;
-  const double x =
-      std::max(std::min(visible.maxX() - width - screenMargin, under.minX()), visible.minX() + screenMargin);
-  const double top = std::min(visible.maxY() - screenMargin, under.minY() - gap);
-  panel_->setFrame({x, top - height, width, height}, true);
+  const ScreenPoint topLeft{PanelPlace::left(under.minX(), width, visible),
+                            PanelPlace::top(under.minY() - gap, visible)};
+  panel_->setFrame(PanelPlace::hanging(topLeft, {width, height}), true);
   panel_->orderFrontRegardless();
 }
 

@@ -7,7 +7,8 @@
 #include <vector>
 
 #include "app/panels/ChoiceView.h"
-#include "app/strip/tabs/TabItem.h"
+#include "app/strip/tabs/StripAction.h"
+#include "platform/Accessibility.h"
 
 namespace pellar {
 

@@ -1,14 +1,14 @@
 #include "app/strip/search/RecentDropdown.h"
 
-#include <algorithm>
 #include <utility>
+
+#include "app/strip/place/PanelPlace.h"
 
 namespace pellar {
 namespace {
 
 constexpr Size dropdownSize{480, 300};
-constexpr double screenMargin = 8;
-constexpr double gap = 4;
+constexpr double gap = 4;  // between the search field and the drop-down
 
 }  // namespace
 
@@ -52,10 +52,8 @@ void RecentDropdown::position() {
   } else if (const auto screens = screens_.screens(); !screens.empty()) {
     visible = screens.front().frame;
   }
-  const double right = std::min(visible.maxX() - screenMargin, field->maxX());
-  const double left = std::max(visible.minX() + screenMargin, right - dropdownSize.width);
-  const double top = field->minY() - gap;
-  panel_->setFrame({left, top - dropdownSize.height, dropdownSize.width, dropdownSize.height}, true);
+  const double left = PanelPlace::left(field->maxX() - dropdownSize.width, dropdownSize.width, visible);
+  panel_->setFrame(PanelPlace::hanging({left, field->minY() - gap}, dropdownSize), true);
 }
 
 }  // namespace pellar

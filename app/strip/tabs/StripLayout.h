@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/strip/tabs/TabItem.h"
+#include "app/strip/tabs/StripAction.h"
 #include "core/Geometry.h"
 #include "platform/Canvas.h"
 

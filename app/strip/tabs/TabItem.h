@@ -17,19 +17,4 @@ struct TabItem {
   friend bool operator==(const TabItem&, const TabItem&) = default;
 };
 
-// What the strip's tools and the hover card's buttons do. The order is fixed.
-enum class StripAction {
-  search,
-  more,
-  rename,
-  autoSave,
-  saveAll,
-  closeAll,
-  groups,
-  newDoc,
-  minimize,
-  zoom,
-  closeWindow
-};
-
 }  // namespace pellar

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/strip/tabs/StripAction.h"
 #include "app/strip/tabs/StripLayout.h"
 #include "app/strip/tabs/TabItem.h"
 #include "core/Geometry.h"

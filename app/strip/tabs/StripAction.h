@@ -1,0 +1,20 @@
+#pragma once
+
+namespace pellar {
+
+// What the strip's tools and the hover card's buttons do. The order is fixed.
+enum class StripAction {
+  search,
+  more,
+  rename,
+  autoSave,
+  saveAll,
+  closeAll,
+  groups,
+  newDoc,
+  minimize,
+  zoom,
+  closeWindow
+};
+
+}  // namespace pellar
