@@ -42,6 +42,24 @@ bool isClose(const AxRect& a, const AxRect& b) {
 
 }  // namespace
 
+// The reading of one picture. A read may run a nested loop that delivers another request; the picture being
+// read is finished first.
+class WindowTracker::Reading {
+ public:
+  explicit Reading(WindowTracker& tracker) : tracker_(tracker) { tracker_.reading_ = this; }
+  ~Reading() {
+    tracker_.reading_ = nullptr;
+    if (askedAgain) tracker_.scheduleRefresh();
+  }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+
+  bool askedAgain = false;
+
+ private:
+  WindowTracker& tracker_;
+};
+
 std::shared_ptr<WindowTracker> WindowTracker::create(Accessibility& accessibility, Workspace& workspace,
                                                      MainLoop& mainLoop) {
   return std::shared_ptr<WindowTracker>(new WindowTracker(accessibility, workspace, mainLoop));
@@ -64,9 +82,8 @@ void WindowTracker::start() {
 }
 
 void WindowTracker::refresh() {
-  // A read may run a nested loop that delivers another request; the picture being read is finished first.
-  if (reading_) {
-    scheduleRefresh();
+  if (reading_ != nullptr) {
+    reading_->askedAgain = true;
     return;
   }
   const auto self = shared_from_this();
@@ -84,17 +101,23 @@ void WindowTracker::refresh() {
     return;
   }
 
-  reading_ = true;
-  const ProcessId pid = application->pid;
+  readPicture(std::move(app), application->pid);
+  report();
+}
+
+void WindowTracker::readPicture(TrackedApp app, ProcessId pid) {
+  const Reading reading(*this);
   const Element appElement = accessibility_.applicationElement(pid);
   ensureObserver(pid, appElement);
-  WindowList windows = inTabOrder(readWindows(appElement, app, pid));
-  auto front = frontOf(windows, appElement);
-  reading_ = false;
-
+  WindowList kept = readWindows(appElement, app, pid);
+  // Without windows an application that does not answer is spared a second wait.
+  const auto focused =
+      kept.empty() ? std::nullopt : AX::value<Element>(accessibility_, appElement, "AXFocusedWindow");
+  // After the last read: a tab that the user moves meanwhile stays moved.
+  WindowList windows = inTabOrder(std::move(kept));
+  auto front = frontOf(windows, focused);
   pid_ = pid;
   store(std::move(app), std::move(windows), std::move(front));
-  report();
 }
 
 // The frontmost application when its windows may have tabs; its bundle identifier is then present.
@@ -153,10 +176,9 @@ WindowList WindowTracker::inTabOrder(WindowList kept) const {
   return ordered;
 }
 
-std::shared_ptr<OfficeWindow> WindowTracker::frontOf(const WindowList& windows, const Element& appElement) {
-  // Also spares an application that does not answer a second wait.
-  if (windows.empty()) return nullptr;
-  if (const auto focused = AX::value<Element>(accessibility_, appElement, "AXFocusedWindow")) {
+std::shared_ptr<OfficeWindow> WindowTracker::frontOf(const WindowList& windows,
+                                                     const std::optional<Element>& focused) {
+  if (focused) {
     const auto match =
         std::ranges::find_if(windows, [&](const auto& window) { return window->element == *focused; });
     if (match != windows.end()) return *match;

@@ -43,8 +43,8 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
 
   // Follows the workspace from now on and refreshes once.
   void start();
-  // Rebuilds the picture and reports it. Asked for while the picture is being read, it runs on the next turn
-  // instead.
+  // Rebuilds the picture and reports it. Asked for while the picture is being read, however often, it runs
+  // once after that.
   void refresh();
   // Has the next turn of the main queue refresh, once however often it is asked.
   void scheduleRefresh();
@@ -60,12 +60,16 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
   [[nodiscard]] const std::shared_ptr<OfficeWindow>& front() const { return front_; }
 
  private:
+  class Reading;
+
   WindowTracker(Accessibility& accessibility, Workspace& workspace, MainLoop& mainLoop);
 
   [[nodiscard]] std::optional<RunningApplication> trackableApplication() const;
+  void readPicture(TrackedApp app, ProcessId pid);
   [[nodiscard]] WindowList readWindows(const Element& appElement, const TrackedApp& app, ProcessId pid);
   [[nodiscard]] WindowList inTabOrder(WindowList kept) const;
-  [[nodiscard]] std::shared_ptr<OfficeWindow> frontOf(const WindowList& windows, const Element& appElement);
+  [[nodiscard]] static std::shared_ptr<OfficeWindow> frontOf(const WindowList& windows,
+                                                             const std::optional<Element>& focused);
   void ensureObserver(ProcessId pid, const Element& appElement);
   void store(std::optional<TrackedApp> app, WindowList windows, std::shared_ptr<OfficeWindow> front);
   void report();
@@ -78,7 +82,7 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
   WindowList windows_;
   std::shared_ptr<OfficeWindow> front_;
   bool pendingRefresh_ = false;
-  bool reading_ = false;
+  Reading* reading_ = nullptr;  // while a picture is being read
   std::unordered_map<ProcessId, std::unique_ptr<ElementObserver>> observers_;
   Subscription activated_;
   Subscription terminated_;

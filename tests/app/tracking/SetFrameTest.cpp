@@ -34,9 +34,13 @@ TEST_F(SetFrameTest, AWillingWindowIsPlacedAtOnce) {
 }
 
 TEST_F(SetFrameTest, PlacingReportsNothingByItself) {
-  followed();
+  // Silent about what becomes of its windows, so that only the tracker itself could have brought a report.
+  editor->quirks.refusedNotifications = {"AXWindowMoved", "AXWindowResized"};
+  const auto window = followed();
   const int before = delegate->reports;
   place(target);
+  settle();
+  EXPECT_EQ(window->frame, target);
   EXPECT_EQ(delegate->reports, before);
 }
 

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <functional>
 #include <utility>
 
@@ -88,14 +89,40 @@ TEST_F(TrackerFaultTest, ARequestInTheMiddleOfARefreshIsAnsweredAfterwards) {
   }
 }
 
-TEST_F(TrackerFaultTest, ATabMovedInTheMiddleOfARefreshStaysMoved) {
+TEST_F(TrackerFaultTest, ManyRequestsInTheMiddleOfARefreshAreAnsweredOnceAndTheLoopRestsMeanwhile) {
+  open("A");
+  start();
+  for (int read = 1;; ++read) {
+    const int before = delegate->reports;
+    interrupt(read, [&] {
+      for (int i = 0; i < 5; ++i) tracker->refresh();
+      tracker->scheduleRefresh();
+      // As while another program takes its time over an answer.
+      settle();
+      const auto turns = loop.turns();
+      loop.advance(std::chrono::seconds(5));
+      EXPECT_EQ(loop.turns(), turns);
+    });
+    tracker->refresh();
+    if (!interrupted) break;
+    settle();
+    EXPECT_EQ(delegate->reports, before + 2) << "read " << read;
+  }
+}
+
+TEST_F(TrackerFaultTest, ATabMovedAtAnyPointOfARefreshStaysMoved) {
   open("A");
   open("B");
   start();
-  const auto b = tab("B")->id();
-  interrupt(5, [&] { tracker->move(b, 0); });
-  tracker->refresh();
-  EXPECT_EQ(tabs(), (Titles{"B", "A"}));
+  for (int read = 1;; ++read) {
+    tracker->move(tab("A")->id(), 0);
+    ASSERT_EQ(tabs(), (Titles{"A", "B"}));
+    const auto b = tab("B")->id();
+    interrupt(read, [&] { tracker->move(b, 0); });
+    tracker->refresh();
+    if (!interrupted) break;
+    EXPECT_EQ(tabs(), (Titles{"B", "A"})) << "read " << read;
+  }
 }
 
 TEST_F(TrackerFaultTest, TheReceiverMayAskForTheNextPictureFromWithinOne) {

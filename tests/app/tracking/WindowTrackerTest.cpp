@@ -239,6 +239,18 @@ TEST_F(TrackerTest, SwitchingApplicationsForgetsTheOrderOfTabs) {
   EXPECT_EQ(tabs(), (Titles{"A", "B"}));
 }
 
+TEST_F(TrackerTest, AWindowOfPellarsOwnInFrontForgetsTheOrderOfTabs) {
+  open("A");
+  open("B");
+  start();
+  tracker->move(tab("B")->id(), 0);
+  desktop.activatePellar();
+  settle();
+  bringToFront(editor);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"A", "B"}));
+}
+
 TEST_F(TrackerTest, AMovedTabStaysWhereTheUserPutIt) {
   open("A");
   open("B");
