@@ -43,7 +43,8 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
       actions_(std::make_shared<WindowActions>(platform_, tracker_, picture_)),
       documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, picture_, actions_)),
       menus_(StripMenus::create(platform_, store_, picture_, actions_, documents_)),
-      hoverPanels_(platform_, picture_, actions_) {
+      hoverPanels_(platform_, picture_, actions_),
+      pushDown_(platform_, tracker_) {
   panel_->setView(view_.get());
 }
 
@@ -88,27 +89,20 @@ void StripController::connect() {
 
 void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& app, const WindowList& windows,
                               const std::shared_ptr<OfficeWindow>& front) {
-  // Calls to the system may deliver a newer picture before they return; whoever notices leaves the strip to
-  // it.
-  const auto before = reports_;
-  if (front && picture_->front && picture_->front->id() != front->id())
-    search_->end(SearchEnd::windowChanged);
-  if (reports_ != before) return;
   if (!app && ownApplicationIsFrontmost()) return;
-
-  const auto own = ++reports_;
-  *picture_ = {app, windows, front};
-  hoverPanels_.pictureChanged();
-  if (mustHide()) {
-    hide();
-    return;
-  }
-  documents_->resolvePathsIfNeeded(*app, windows);
-  if (reports_ != own) return;
-  pushDownIfNeeded(*front);
-  if (reports_ != own) return;
-  // Asked again: the calls above may have taken long.
-  mustHide() ? hide() : show();
+  tickets_.draw().inTurn(
+      [&] {
+        if (front && picture_->front && picture_->front->id() != front->id())
+          search_->end(SearchEnd::windowChanged);
+      },
+      [&] {
+        *picture_ = {app, windows, front};
+        hoverPanels_.pictureChanged();
+        if (mustHide()) hide();
+      },
+      [&] { documents_->resolvePathsIfNeeded(*app, windows); }, [&] { makeRoom(); },
+      // Asked again: the steps before may have taken long.
+      [&] { mustHide() ? hide() : show(); });
 }
 
 // The user works in the strip itself. Also when neither program has an identifier to tell.
@@ -124,11 +118,10 @@ bool StripController::mustHide() const {
 }
 
 void StripController::hide() {
-  // As good as a newer picture to whoever is still busy with one.
-  ++reports_;
+  // As good as a newer picture to what is still busy with one.
+  const auto ticket = tickets_.draw();
   hoverPanels_.hide();
-  search_->end(SearchEnd::stripHidden);
-  panel_->orderOut();
+  ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); }, [&] { panel_->orderOut(); });
 }
 
 void StripController::show() {
@@ -160,14 +153,13 @@ std::vector<TabItem> StripController::tabItems() const {
   return items;
 }
 
-bool StripController::pushDownIfNeeded(OfficeWindow& window) {
-  const auto screens = platform_.screens.screens();
-  const auto target = StripGeometry::pushedDown(window.frame, screens);
-  if (!target) return false;
-  tracker_->setFrame(window, *target);
-  if (!StripGeometry::hasRoomForStrip(window.frame, screens)) return false;
-  tracker_->scheduleRefresh();
-  return true;
+void StripController::makeRoom() {
+  // A window that the user drags by the strip would lose height with every report on its way along the top of
+  // the screen. The report after the drag makes room.
+  if (drag_.active()) return;
+  // The window may go, and the next picture come, inside a write.
+  const auto front = picture_->front;
+  pushDown_.ifNeeded(*front);
 }
 
 // --- gestures ---

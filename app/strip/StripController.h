@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +10,8 @@
 #include "app/strip/documents/StripDocuments.h"
 #include "app/strip/search/RecentSearch.h"
 #include "app/strip/tabs/TabStripView.h"
+#include "app/strip/windows/PictureTicket.h"
+#include "app/strip/windows/PushDown.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
 #include "app/strip/windows/WindowGroupDrag.h"
@@ -61,7 +62,7 @@ class StripController final : public WindowTrackerDelegate,
   [[nodiscard]] bool mustHide() const;
   void show();
   [[nodiscard]] std::vector<TabItem> tabItems() const;
-  bool pushDownIfNeeded(OfficeWindow& window);
+  void makeRoom();
 
   void perform(StripAction action, const MouseEvent& event);
   void toggleAutoSave();
@@ -77,11 +78,12 @@ class StripController final : public WindowTrackerDelegate,
 
   std::shared_ptr<TrackedPicture> picture_ = std::make_shared<TrackedPicture>();
   std::shared_ptr<RecentSearch> search_;  // depends-on: panel_, view_
-  std::uint64_t reports_ = 0;             // pictures taken over and hidings so far
+  PictureTickets tickets_;
   std::shared_ptr<WindowActions> actions_;
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;
   HoverPanels hoverPanels_;
+  PushDown pushDown_;
   WindowGroupDrag drag_;
 };
 

@@ -63,37 +63,42 @@ ClosureItem StripMenus::item(std::string title, Action action) {
 void StripMenus::showTabMenu(WindowId id, const MouseEvent& event) {
   auto window = picture_->window(id);
   if (!window) return;
+  const auto reference = actions_->windows().remember(window);
   const auto path = documents_->path(window);
-  // The look-up may have taken long.
-  window = actions_->existing(window);
+  // Another picture may have come while the path was looked up; else the application is asked nothing.
+  if (picture_->window(id) != window) window = actions_->windows().find(reference);
   if (!window) return;
 
-  Menu menu = closeItems(window);
+  Menu menu = closeItems(reference, window->app);
   menu.emplace_back(MenuSeparator{});
-  append(menu, fileItems(window, path));
+  append(menu, fileItems(reference, window->app, path));
   menu.emplace_back(MenuSeparator{});
-  menu.emplace_back(Submenu{"Layout", tileMenu(window)});
-  menu.emplace_back(Submenu{"Colour tag", tagMenu(window, TabLabel::tagKey(window->title, path))});
+  menu.emplace_back(Submenu{"Layout", tileMenu(reference)});
+  menu.emplace_back(Submenu{"Colour tag", tagMenu(reference, TabLabel::tagKey(window->title, path))});
   platform_.menus.popUpContextMenu(menu, event);
 }
 
-Menu StripMenus::closeItems(const Window& window) {
-  const auto seen = picture_->windows;
+Menu StripMenus::closeItems(const WindowReference& window, const TrackedApp& app) {
+  const auto seen = actions_->windows().remember(picture_->windows);
   Menu menu;
-  menu.emplace_back(item("Close", [window](StripMenus& self) { self.actions_->close(WindowList{window}); }));
+  menu.emplace_back(item("Close", [window](StripMenus& self) {
+    if (const auto target = self.actions_->windows().find(window)) self.actions_->close(WindowList{target});
+  }));
   menu.emplace_back(item("Close others", [window, seen](StripMenus& self) {
-    auto others = self.picture_->current(seen);
-    std::erase_if(others, [&](const auto& each) { return each->element == window->element; });
+    auto others = self.actions_->windows().inPlaceOf(seen);
+    std::erase_if(others, [&](const auto& each) { return window.means(*each); });
     self.actions_->close(others);
   }));
-  menu.emplace_back(
-      item("Close all", [seen](StripMenus& self) { self.actions_->close(self.picture_->current(seen)); }));
-  if (const auto office = window->app.office)
+  menu.emplace_back(item("Close all", [seen](StripMenus& self) {
+    self.actions_->close(self.actions_->windows().inPlaceOf(seen));
+  }));
+  if (const auto office = app.office)
     menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
   return menu;
 }
 
-Menu StripMenus::fileItems(const Window& window, const std::optional<std::string>& path) {
+Menu StripMenus::fileItems(const WindowReference& window, const TrackedApp& app,
+                           const std::optional<std::string>& path) {
   const std::string known = path.value_or("");
   auto rename =
       item("Rename…", [window, known](StripMenus& self) { self.documents_->rename(window, known); });
@@ -101,22 +106,22 @@ Menu StripMenus::fileItems(const Window& window, const std::optional<std::string
     self.platform_.workspace.activateFileViewerSelecting(known);
   });
   auto copy = item("Copy path", [known](StripMenus& self) { self.platform_.pasteboard.setString(known); });
-  rename.enabled = path && canRename(window->app);
+  rename.enabled = path && canRename(app);
   reveal.enabled = copy.enabled = path.has_value();
   return {rename, reveal, copy};
 }
 
-Menu StripMenus::tileMenu(const Window& window) {
+Menu StripMenus::tileMenu(const WindowReference& window) {
   Menu menu;
   for (const Tile tile : allTiles) {
     menu.emplace_back(item(std::string(title(tile)), [window, tile](StripMenus& self) {
-      if (const auto target = self.actions_->existing(window)) self.actions_->tile(*target, tile);
+      if (const auto target = self.actions_->windows().find(window)) self.actions_->tile(*target, tile);
     }));
   }
   return menu;
 }
 
-Menu StripMenus::tagMenu(const Window& window, const std::string& key) {
+Menu StripMenus::tagMenu(const WindowReference& window, const std::string& key) {
   const auto& tags = store_->state().tags;
   const auto current = tags.find(key);
   Menu menu;
@@ -141,8 +146,11 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
   if (!shown.app) return;
   Menu menu;
   if (const auto office = shown.app->office) {
-    menu.emplace_back(item("Rename…", [front = shown.front](StripMenus& self) {
-      if (front) self.documents_->rename(front);
+    std::optional<WindowReference> front;
+    if (shown.front) front = actions_->windows().remember(shown.front);
+    menu.emplace_back(item("Rename…", [front](StripMenus& self) {
+      const auto window = front ? self.actions_->windows().find(*front) : nullptr;
+      if (window) self.documents_->rename(window);
     }));
     const bool autoSave = store_->state().settings.autoSaveMinutes >= 1;
     menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off",
@@ -153,8 +161,8 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
     menu.emplace_back(MenuSeparator{});
   }
   menu.emplace_back(item("Groups…", [event](StripMenus& self) { self.showGroupsMenu(event); }));
-  menu.emplace_back(item("Close all", [seen = shown.windows](StripMenus& self) {
-    self.actions_->close(self.picture_->current(seen));
+  menu.emplace_back(item("Close all", [seen = actions_->windows().remember(shown.windows)](StripMenus& self) {
+    self.actions_->close(self.actions_->windows().inPlaceOf(seen));
   }));
   platform_.menus.popUpContextMenu(menu, event);
 }
@@ -163,8 +171,9 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
 
 void StripMenus::showGroupsMenu(const MouseEvent& event) {
   Menu menu;
-  menu.emplace_back(item("Save open tabs as group…", [seen = picture_->windows](StripMenus& self) {
-    self.documents_->saveGroup(self.picture_->current(seen));
+  const auto seen = actions_->windows().remember(picture_->windows);
+  menu.emplace_back(item("Save open tabs as group…", [seen](StripMenus& self) {
+    self.documents_->saveGroup(self.actions_->windows().inPlaceOf(seen));
   }));
   menu.emplace_back(MenuSeparator{});
   const auto& groups = store_->state().groups;

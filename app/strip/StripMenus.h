@@ -17,7 +17,7 @@
 namespace pellar {
 
 // The strip's pop-up menus: of a tab, of the "more" tool and of the groups. Built anew each time they are
-// shown; an item acts on the window it was built for, if that still exists when it is chosen. Main thread
+// shown; an item holds no record of a window but a reference, and looks it up when it is chosen. Main thread
 // only.
 class StripMenus : public std::enable_shared_from_this<StripMenus> {
  public:
@@ -43,14 +43,13 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
              std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions,
              std::shared_ptr<StripDocuments> documents);
 
-  using Window = std::shared_ptr<OfficeWindow>;
-
   template <class Action>
   [[nodiscard]] ClosureItem item(std::string title, Action action);
-  [[nodiscard]] Menu closeItems(const Window& window);
-  [[nodiscard]] Menu fileItems(const Window& window, const std::optional<std::string>& path);
-  [[nodiscard]] Menu tileMenu(const Window& window);
-  [[nodiscard]] Menu tagMenu(const Window& window, const std::string& key);
+  [[nodiscard]] Menu closeItems(const WindowReference& window, const TrackedApp& app);
+  [[nodiscard]] Menu fileItems(const WindowReference& window, const TrackedApp& app,
+                               const std::optional<std::string>& path);
+  [[nodiscard]] Menu tileMenu(const WindowReference& window);
+  [[nodiscard]] Menu tagMenu(const WindowReference& window, const std::string& key);
   [[nodiscard]] Menu groupMenu(const std::string& name, std::size_t fileCount);
 
   Platform platform_;

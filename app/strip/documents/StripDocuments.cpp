@@ -138,19 +138,21 @@ void StripDocuments::recordRecent(const TrackedApp& app, const WindowList& windo
 
 // --- what the strip does to them ---
 
-void StripDocuments::rename(std::shared_ptr<OfficeWindow> window) {
-  if (const auto known = path(window)) rename(std::move(window), *known);
+void StripDocuments::rename(const std::shared_ptr<OfficeWindow>& window) {
+  const auto reference = actions_->windows().remember(window);
+  if (const auto known = path(window)) rename(reference, *known);
 }
 
 // By value: what it is called with may be replaced while the question is open.
 // NOLINTNEXTLINE(performance-unnecessary-value-param)
-void StripDocuments::rename(std::shared_ptr<OfficeWindow> window, std::string path) {
+void StripDocuments::rename(WindowReference window, std::string path) {
+  if (!actions_->windows().find(window)) return;
   const std::string current = stem(path);
   const auto answer = Prompt::ask(platform_.alerts, platform_.workspace, "Rename file",
                                   "New name for " + current + ":", current);
   if (!answer || Utf8::areEquivalent(*answer, current)) return;
   // Without its window another document of the same name might be meant.
-  const auto target = actions_->existing(window);
+  const auto target = actions_->windows().find(window);
   const auto newPath = target ? automation_.rename(*target, path, *answer) : std::nullopt;
   if (!newPath) {
     Log::write("rename failed for " + path + " -> " + *answer);
@@ -186,9 +188,9 @@ void StripDocuments::newDocument() {
   }
 }
 
-void StripDocuments::setTag(const std::shared_ptr<OfficeWindow>& window, const std::string& key,
+void StripDocuments::setTag(const WindowReference& window, const std::string& key,
                             std::optional<TagColor> color) {
-  if (!actions_->existing(window)) return;
+  if (!actions_->windows().find(window)) return;
   store_->update([&](AppState& state) {
     if (color) {
       state.tags.insert_or_assign(key, std::string(rawValue(*color)));

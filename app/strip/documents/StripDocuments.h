@@ -34,9 +34,10 @@ class StripDocuments {
   // The window's path; one not known is asked for now and kept. Absent when the application does not tell.
   std::optional<std::string> path(const std::shared_ptr<OfficeWindow>& window);
 
-  // Asks for a new name and renames the document; its colour goes with it. Nothing happens without a path.
-  void rename(std::shared_ptr<OfficeWindow> window);
-  void rename(std::shared_ptr<OfficeWindow> window, std::string path);
+  // Asks for a new name and renames the document; its colour goes with it. Nothing is asked without a path,
+  // or about a window that is gone.
+  void rename(const std::shared_ptr<OfficeWindow>& window);
+  void rename(WindowReference window, std::string path);
   // Saves the open documents of the strip's application: through a script where it is an Office application,
   // else window by window through its menu.
   void saveAll();
@@ -45,9 +46,8 @@ class StripDocuments {
   void newDocument();
   void newDocument(OfficeApp app) { automation_.newDocument(app); }
 
-  // Sets or takes away the colour of a tag key, for a window that still exists.
-  void setTag(const std::shared_ptr<OfficeWindow>& window, const std::string& key,
-              std::optional<TagColor> color);
+  // Sets or takes away the colour of a tag key, for a window that is still there.
+  void setTag(const WindowReference& window, const std::string& key, std::optional<TagColor> color);
 
   // Asks for a name and remembers the windows' files under it; does not ask when there are none.
   void saveGroup(const WindowList& windows);

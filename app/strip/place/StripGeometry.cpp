@@ -20,10 +20,6 @@ const Screen* screenOf(const AxRect& window, std::span<const Screen> screens) {
   return found == screens.end() ? &screens.front() : &*found;
 }
 
-double lowestTop(const AxRect& window, std::span<const Screen> screens) {
-  return workTop(window, screens) + stripHeight;
-}
-
 }  // namespace
 
 ScreenRect stripFrame(const AxRect& window, std::span<const Screen> screens) {
@@ -44,13 +40,13 @@ AxRect tileArea(const AxRect& window, std::span<const Screen> screens) {
   return area;
 }
 
-bool hasRoomForStrip(const AxRect& window, std::span<const Screen> screens) {
-  return window.y >= lowestTop(window, screens) - pushDownTolerance;
+bool isBelow(const AxRect& window, double top) {
+  return window.y >= top - pushDownTolerance;
 }
 
 std::optional<AxRect> pushedDown(const AxRect& window, std::span<const Screen> screens) {
-  if (hasRoomForStrip(window, screens)) return std::nullopt;
-  const double top = lowestTop(window, screens);
+  const double top = workTop(window, screens) + stripHeight;
+  if (isBelow(window, top)) return std::nullopt;
   return AxRect{window.x, top, window.width,
                 std::max(window.height - (top - window.y), smallestPushedHeight)};
 }

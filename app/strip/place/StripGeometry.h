@@ -26,8 +26,8 @@ constexpr double stripHeight = 32;
 // up height rather than running off the bottom, down to 200 points.
 [[nodiscard]] std::optional<AxRect> pushedDown(const AxRect& window, std::span<const Screen> screens);
 
-// Whether a window's top leaves room for the strip.
-[[nodiscard]] bool hasRoomForStrip(const AxRect& window, std::span<const Screen> screens);
+// Whether a window's top is at `top` or below, give or take half a point.
+[[nodiscard]] bool isBelow(const AxRect& window, double top);
 
 // Whether a window fills an area, give or take less than 2 points on each of x, y, width and height.
 [[nodiscard]] bool fills(const AxRect& window, const AxRect& area);

@@ -15,9 +15,4 @@ std::shared_ptr<OfficeWindow> TrackedPicture::present(const OfficeWindow& window
   return same && same->element == window.element ? same : nullptr;
 }
 
-WindowList TrackedPicture::current(const WindowList& seen) const {
-  if (seen.empty() || windows.empty() || windows.front()->pid != seen.front()->pid) return seen;
-  return windows;
-}
-
 }  // namespace pellar

@@ -21,9 +21,6 @@ struct TrackedPicture {
   [[nodiscard]] std::shared_ptr<OfficeWindow> window(WindowId id) const;
   // The record that stands for the same window now; null while it has no tab.
   [[nodiscard]] std::shared_ptr<OfficeWindow> present(const OfficeWindow& window) const;
-  // The windows that now have a tab in place of `seen`, which is an earlier list of one process; `seen`
-  // itself when the strip has gone over to another process since.
-  [[nodiscard]] WindowList current(const WindowList& seen) const;
 };
 
 }  // namespace pellar

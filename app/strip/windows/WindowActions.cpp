@@ -1,6 +1,5 @@
 #include "app/strip/windows/WindowActions.h"
 
-#include <string>
 #include <utility>
 
 #include "app/strip/place/StripGeometry.h"
@@ -12,15 +11,7 @@ namespace pellar {
 
 WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                              std::shared_ptr<const TrackedPicture> picture)
-    : platform_(platform), tracker_(std::move(tracker)), picture_(std::move(picture)) {}
-
-std::shared_ptr<OfficeWindow> WindowActions::existing(const std::shared_ptr<OfficeWindow>& window) {
-  // Asked of the window itself: no picture may have come since it went.
-  if (!AX::value<std::string>(platform_.accessibility, window->element, "AXSubrole")) return nullptr;
-  if (auto present = picture_->present(*window)) return present;
-  window->refresh(platform_.accessibility);
-  return window;
-}
+    : platform_(platform), tracker_(std::move(tracker)), windows_(platform, std::move(picture)) {}
 
 void WindowActions::raise(const OfficeWindow& window) {
   auto& accessibility = platform_.accessibility;
@@ -46,15 +37,15 @@ void WindowActions::close(const WindowList& windows) {
 
 void WindowActions::zoom(OfficeWindow& window) {
   const AxRect area = StripGeometry::tileArea(window.frame, platform_.screens.screens());
-  const auto stored = restoreFrames_.find(window.id());
-  if (stored != restoreFrames_.end() && isZoomed(window, stored->second, area)) {
+  const auto stored = zoomed_.find(window.id());
+  if (stored != zoomed_.end() && isZoomed(window, stored->second, area)) {
     const AxRect before = stored->second.before;
-    restoreFrames_.erase(stored);
+    zoomed_.erase(stored);
     tracker_->setFrame(window, before);
   } else {
     const AxRect before = window.frame;
     tracker_->setFrame(window, area);
-    restoreFrames_.insert_or_assign(window.id(), Zoomed{window.element, before, window.frame});
+    zoomed_.insert_or_assign(window.id(), Zoomed{window.element, before, area, window.frame});
   }
   tracker_->scheduleRefresh();
 }
@@ -65,7 +56,7 @@ bool WindowActions::isZoomed(const OfficeWindow& window, const Zoomed& zoomed, c
   if (StripGeometry::fills(window.frame, area)) return true;
   // A window that grows in steps, as a terminal does, or only so far, fills the area as well as it can.
   const bool changed = !StripGeometry::fills(zoomed.after, zoomed.before);
-  return changed && StripGeometry::fills(window.frame, zoomed.after);
+  return changed && zoomed.area == area && StripGeometry::fills(window.frame, zoomed.after);
 }
 
 void WindowActions::tile(OfficeWindow& window, Tile tile) {

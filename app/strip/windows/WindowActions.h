@@ -3,6 +3,7 @@
 #include <memory>
 #include <unordered_map>
 
+#include "app/strip/windows/OpenWindows.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/Geometry.h"
@@ -20,9 +21,8 @@ class WindowActions {
   WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                 std::shared_ptr<const TrackedPicture> picture);
 
-  // The record of a window as it is now, also while the strip shows another application; null when the window
-  // is gone. For what was chosen after a nested loop.
-  [[nodiscard]] std::shared_ptr<OfficeWindow> existing(const std::shared_ptr<OfficeWindow>& window);
+  // Which windows are still there, for what is chosen after a nested loop.
+  [[nodiscard]] const OpenWindows& windows() const { return windows_; }
 
   // Makes it the focused window: out of the Dock, in front, its application in front.
   void raise(const OfficeWindow& window);
@@ -37,20 +37,21 @@ class WindowActions {
   void tile(OfficeWindow& window, Tile tile);
 
  private:
-  // A window that was zoomed: where it was, and what zooming made of it.
+  // A window that was zoomed: where it was, the area it was to fill, and what it took of that.
   struct Zoomed {
     Element window;
     AxRect before;
+    AxRect area;
     AxRect after;
   };
 
-  // Whether the window stands as zooming left it.
+  // Whether the window fills the area, or stands as zooming to that area left it.
   [[nodiscard]] static bool isZoomed(const OfficeWindow& window, const Zoomed& zoomed, const AxRect& area);
 
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
-  std::shared_ptr<const TrackedPicture> picture_;
-  std::unordered_map<WindowId, Zoomed> restoreFrames_;
+  OpenWindows windows_;
+  std::unordered_map<WindowId, Zoomed> zoomed_;
 };
 
 }  // namespace pellar

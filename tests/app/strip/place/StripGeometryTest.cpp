@@ -9,7 +9,7 @@ namespace pellar {
 namespace {
 
 using StripGeometry::fills;
-using StripGeometry::hasRoomForStrip;
+using StripGeometry::isBelow;
 using StripGeometry::pushedDown;
 using StripGeometry::stripFrame;
 using StripGeometry::tileArea;
@@ -56,7 +56,9 @@ TEST(StripGeometry, AWindowOnNoScreenCountsAsOnTheFirst) {
 TEST(StripGeometry, AWindowLessThanHalfAPointTooHighIsLeftAlone) {
   EXPECT_EQ(pushedDown({0, 57, 500, 400}, one), std::nullopt);
   EXPECT_EQ(pushedDown({0, 56.6, 500, 400}, one), std::nullopt);
-  EXPECT_TRUE(hasRoomForStrip({0, 56.5, 500, 400}, one));
+  EXPECT_TRUE(isBelow({0, 56.5, 500, 400}, 57));
+  EXPECT_FALSE(isBelow({0, 56.4, 500, 400}, 57));
+  EXPECT_EQ(pushedDown({0, 56.5, 500, 400}, one), std::nullopt);
   const auto pushed = pushedDown({0, 56.4, 500, 400}, one);
   ASSERT_TRUE(pushed);
   EXPECT_EQ(pushed->y, 57);

@@ -211,10 +211,13 @@ TEST_F(RecentDropdownStory, ItFollowsADragOfTheStripAtOnce) {
   mac.pointer().press(from);
   mac.pointer().moveTo({from.x + 10, from.y});
   pellar.strip()->openRecent();
-  mac.pointer().moveTo({from.x + 60, from.y - 20});
-  EXPECT_TRUE(isOpen());
-  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
-  EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  const ScreenRect before = dropdown().frame();
+  mac.pointer().moveTo({from.x + 60, from.y - 20}, [&] {
+    EXPECT_TRUE(isOpen());
+    EXPECT_NE(dropdown().frame(), before);
+    EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
+    EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
+  });
   mac.pointer().release();
 }
 

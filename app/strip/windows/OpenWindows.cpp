@@ -1,0 +1,65 @@
+#include "app/strip/windows/OpenWindows.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/tracking/AX.h"
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+OpenWindows::OpenWindows(const Platform& platform, std::shared_ptr<const TrackedPicture> picture)
+    : platform_(platform),
+      picture_(std::move(picture)),
+      endings_(std::make_shared<std::unordered_map<ProcessId, std::uint64_t>>()),
+      terminated_(platform_.workspace.onTerminated([endings = endings_](std::optional<ProcessId> pid) {
+        if (pid) ++(*endings)[*pid];
+      })) {}
+
+WindowReference OpenWindows::remember(std::shared_ptr<OfficeWindow> window) const {
+  const auto before = endings(window->pid);
+  return {std::move(window), before};
+}
+
+std::vector<WindowReference> OpenWindows::remember(const WindowList& windows) const {
+  std::vector<WindowReference> references;
+  references.reserve(windows.size());
+  for (const auto& each : windows) references.push_back(remember(each));
+  return references;
+}
+
+std::shared_ptr<OfficeWindow> OpenWindows::find(const WindowReference& reference) const {
+  const auto window = reference.window_;
+  if (endings(window->pid) != reference.endings_ || !platform_.workspace.isRunning(window->app.id))
+    return nullptr;
+  auto& accessibility = platform_.accessibility;
+  const auto named = AX::value<std::vector<Element>>(
+      accessibility, accessibility.applicationElement(window->pid), "AXWindows");
+  if (named && std::ranges::find(*named, window->element) == named->end()) return nullptr;
+  // The answer may have been long in coming.
+  if (endings(window->pid) != reference.endings_) return nullptr;
+
+  if (auto present = picture_->present(*window)) return present;
+  // A busy application is not waited for once more.
+  if (named) window->refresh(accessibility);
+  return window;
+}
+
+WindowList OpenWindows::inPlaceOf(const std::vector<WindowReference>& remembered) const {
+  const WindowList& shown = picture_->windows;
+  const bool sameProcess = !remembered.empty() && !shown.empty() &&
+                           shown.front()->pid == remembered.front().window_->pid &&
+                           endings(shown.front()->pid) == remembered.front().endings_;
+  if (sameProcess) return shown;
+  WindowList windows;
+  windows.reserve(remembered.size());
+  for (const auto& each : remembered) windows.push_back(each.window_);
+  return windows;
+}
+
+std::uint64_t OpenWindows::endings(ProcessId pid) const {
+  const auto counted = endings_->find(pid);
+  return counted == endings_->end() ? 0 : counted->second;
+}
+
+}  // namespace pellar

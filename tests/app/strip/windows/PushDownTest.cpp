@@ -1,0 +1,71 @@
+#include <gtest/gtest.h>
+
+#include "tests/support/StripStory.h"
+
+namespace pellar {
+namespace {
+
+using RoomForTheStrip = StripStory;
+
+TEST_F(RoomForTheStrip, AWindowDraggedToTheTopByItsStripLosesOnlyTheRoomOfTheStrip) {
+  const auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  for (double way = 20; way <= 180; way += 20) {
+    mac.pointer().moveTo({from.x, from.y + way});
+    EXPECT_EQ(plan.frame(), (AxRect{100, 200 - way, 1200, 604})) << "on the way nothing is pushed";
+  }
+  mac.pointer().release();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 567}));
+  expectStripOver(plan);
+}
+
+TEST_F(RoomForTheStrip, AWindowThatRefusesTheMoveButTakesTheSizeGetsItsSizeBack) {
+  auto plan = open("Plan", {100, 25, 1200, 600});
+  plan.quirks().refusesMoves = true;
+  start();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 25, 1200, 600}));
+  expectStripOver(plan);
+  for (const char* title : {"Plan 2", "Plan 3", "Plan 4"}) {
+    plan.retitle(title);
+    mac.settle();
+    EXPECT_EQ(plan.frame(), (AxRect{100, 25, 1200, 600}));
+  }
+}
+
+TEST_F(RoomForTheStrip, AWindowThatRefusedTheMoveMakesRoomOnceItTakesIt) {
+  auto plan = open("Plan", {100, 25, 1200, 600});
+  plan.quirks().refusesMoves = true;
+  start();
+  plan.quirks().refusesMoves = false;
+  plan.retitle("Plan 2");
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 568}));
+  expectStripOver(plan);
+}
+
+TEST_F(RoomForTheStrip, AWindowThatMovesOnlyPartOfTheWayKeepsItsSize) {
+  auto plan = open("Plan", {100, 25, 1200, 600});
+  plan.quirks().confinedTo = AxRect{0, 25, 1440, 15};
+  start();
+  EXPECT_EQ(plan.frame().size(), (Size{1200, 600}));
+  expectStripOver(plan);
+  plan.retitle("Plan 2");
+  mac.settle();
+  EXPECT_EQ(plan.frame().size(), (Size{1200, 600}));
+}
+
+// Growing to its least height takes the window onto the screen below, which is the first.
+TEST_F(RoomForTheStrip, AWindowThatReachesAnotherScreenOnItsWayHasMadeRoomOnItsOwn) {
+  mac.screens().add({0, 900, 1440, 220}, 0, 0);
+  editor.quirks().refusedNotifications = {"AXWindowMoved", "AXWindowResized"};
+  const auto plan = open("Plan", {100, -220, 800, 60});
+  start();
+  mac.settle();
+  EXPECT_EQ(plan.frame().y, 57) << "looked at again, it stands on the first screen";
+  expectStripOver(plan);
+}
+
+}  // namespace
+}  // namespace pellar
