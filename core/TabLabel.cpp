@@ -122,8 +122,7 @@ std::string_view withoutSuffixes(std::string_view text) {
 }
 
 std::string cleaned(std::string_view title) {
-  const std::string text = Utf8::repaired(title);
-  return stripExtension(Utf8::trimmed(withoutSuffixes(text)));
+  return stripExtension(documentName(title));
 }
 
 bool isHidden(std::string_view extension) {
@@ -140,6 +139,21 @@ std::string label(std::string_view title, const std::optional<std::string>& path
 std::string tagKey(std::string_view title, const std::optional<std::string>& path) {
   if (path && !path->empty()) return *path;
   return "title:" + cleaned(title);
+}
+
+std::string documentName(std::string_view title) {
+  const std::string text = Utf8::repaired(title);
+  return std::string(Utf8::trimmed(withoutSuffixes(text)));
+}
+
+bool titleNames(std::string_view title, std::string_view path) {
+  if (Utf8::areEquivalent(cleaned(title), label({}, std::string(path)))) return true;
+  std::string_view name = lastComponent(path);
+  if (Utf8::standsIn(title, name)) return true;
+  const auto extension = pathExtension(path);
+  if (extension.empty()) return false;
+  name.remove_suffix(extension.size() + 1);
+  return Utf8::standsIn(title, name);
 }
 
 std::string stripExtension(std::string_view name) {

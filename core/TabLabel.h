@@ -15,6 +15,15 @@ std::string label(std::string_view title, const std::optional<std::string>& path
 // The path itself, byte for byte, or when that is absent or empty "title:" and the cleaned title.
 std::string tagKey(std::string_view title, const std::optional<std::string>& path);
 
+// The title without what its application appended: the document's name as the application writes it, with its
+// extension where that is shown.
+std::string documentName(std::string_view title);
+
+// Whether a window of this title still says that it shows the file at `path`, which is not empty: its label
+// is the file's, or the file's name stands in the title as a whole, with its extension or without. Letters
+// may be composed in one and not in the other.
+bool titleNames(std::string_view title, std::string_view path);
+
 // The name without its extension when that is one of the Office extensions hidden in labels; else unchanged.
 std::string stripExtension(std::string_view name);
 

@@ -16,8 +16,16 @@ constexpr std::string_view replacement = "\xEF\xBF\xBD";
 // combining marks takes time in the square of its length.
 constexpr std::size_t longestComposed = 8192;
 
+// Longer than any name of a file. Searching for such a text takes time in the product of both lengths.
+constexpr std::size_t longestName = 1024;
+
 unsigned char byteAt(std::string_view text, std::size_t index) {
   return static_cast<unsigned char>(text[index]);
+}
+
+bool isAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(),
+                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 bool isContinuation(unsigned char byte) {
@@ -38,6 +46,45 @@ constexpr utf8proc_int32_t firstCombiningMark = 0x300;
 bool isSpaceOrTab(utf8proc_int32_t character) {
   if (character < 0x80) return character == ' ' || character == '\t';
   return utf8proc_category(character) == UTF8PROC_CATEGORY_ZS;
+}
+
+// A letter, a mark upon one, or a number.
+bool isOfAWord(utf8proc_int32_t character) {
+  const auto category = utf8proc_category(character);
+  return category >= UTF8PROC_CATEGORY_LU && category <= UTF8PROC_CATEGORY_NO;
+}
+
+bool joinsNames(utf8proc_int32_t character) {
+  return character == '-' || character == '_' || character == '.';
+}
+
+// The last character of valid UTF-8 that is not empty.
+std::size_t decodeLast(std::string_view text, utf8proc_int32_t& character) {
+  std::size_t start = text.size() - 1;
+  while (start > 0 && isContinuation(byteAt(text, start))) --start;
+  decode(text.substr(start), character);
+  return text.size() - start;
+}
+
+// Whether a name that ends before `after` ends there.
+bool endsBefore(std::string_view after) {
+  for (bool adjacent = true; !after.empty(); adjacent = false) {
+    utf8proc_int32_t character = 0;
+    after.remove_prefix(decode(after, character));
+    if (isOfAWord(character) || (adjacent && joinsNames(character))) return false;
+    if (!isSpaceOrTab(character)) return true;
+  }
+  return true;
+}
+
+bool beginsBehind(std::string_view before) {
+  for (bool adjacent = true; !before.empty(); adjacent = false) {
+    utf8proc_int32_t character = 0;
+    before.remove_suffix(decodeLast(before, character));
+    if (isOfAWord(character) || (adjacent && joinsNames(character))) return false;
+    if (!isSpaceOrTab(character)) return true;
+  }
+  return true;
 }
 
 std::string composed(const std::string& text) {
@@ -114,30 +161,41 @@ std::string_view trimmed(std::string_view text) {
     text.remove_prefix(length);
   }
   while (!text.empty()) {
-    std::size_t start = text.size() - 1;
-    while (start > 0 && isContinuation(byteAt(text, start))) --start;
     utf8proc_int32_t character = 0;
-    decode(text.substr(start), character);
+    const std::size_t length = decodeLast(text, character);
     if (!isSpaceOrTab(character)) break;
-    text.remove_suffix(text.size() - start);
+    text.remove_suffix(length);
   }
   return text;
 }
 
 bool areEquivalent(std::string_view left, std::string_view right) {
   if (left == right) return true;
+  if (isAscii(left) && isAscii(right)) return false;
   const std::string first = repaired(left);
   const std::string second = repaired(right);
   if (first.size() > longestComposed || second.size() > longestComposed) return first == second;
   return composed(first) == composed(second);
 }
 
+bool standsIn(std::string_view text, std::string_view name) {
+  if (name.empty() || name.size() > longestName) return false;
+  std::string where = repaired(text);
+  std::string what = repaired(name);
+  if (where.size() <= longestComposed) {
+    where = composed(where);
+    what = composed(what);
+  }
+  const std::string_view whole = where;
+  for (auto at = whole.find(what); at != std::string_view::npos; at = whole.find(what, at + 1))
+    if (beginsBehind(whole.substr(0, at)) && endsBefore(whole.substr(at + what.size()))) return true;
+  return false;
+}
+
 std::string folded(std::string_view text) {
   std::string result;
   result.reserve(text.size());
-  const bool ascii = std::all_of(text.begin(), text.end(),
-                                 [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
-  if (ascii) {
+  if (isAscii(text)) {
     for (const char byte : text) {
       result += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
     }

@@ -30,6 +30,11 @@ std::string_view trimmed(std::string_view text);
 // part of no valid character reads as U+FFFD.
 bool areEquivalent(std::string_view left, std::string_view right);
 
+// Whether `name` stands in `text` as a whole: neither beside a letter, a number, "-", "_" or ".", nor with
+// only blanks between it and a letter or a number. So "Plan" stands in "* Plan: edited" and not in "Old
+// Plan". Spelt as in areEquivalent(); an empty name stands nowhere.
+bool standsIn(std::string_view text, std::string_view name);
+
 // The text in lower case and composed form, so that equal names compare equal however they were typed.
 // Repairs text that is not valid UTF-8.
 std::string folded(std::string_view text);

@@ -5,11 +5,11 @@
 #include <system_error>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "app/automation/OfficeScripts.h"
 #include "core/Log.h"
 #include "core/PathExtension.h"
-#include "core/TabLabel.h"
 
 namespace pellar {
 
@@ -34,22 +34,15 @@ bool isFile(const std::string& path) {
   return fs::is_regular_file(path, ignored);
 }
 
-// A size of zero where the file cannot be looked at.
-std::uintmax_t sizeOf(const std::string& path) {
+// Also where the file cannot be looked at.
+bool isEmpty(const std::string& path) {
   std::error_code error;
   const auto size = fs::file_size(path, error);
-  return error ? 0 : size;
+  return error || size == 0;
 }
 
-// An application that was cut short may have created the file and written nothing of it.
-bool holdsTheDocument(const std::string& newPath, const std::string& oldPath) {
-  return sizeOf(newPath) > 0 || sizeOf(oldPath) == 0;
-}
-
-// Two names of one file. Where that cannot be told the old one is missing.
-bool isSameFile(const std::string& a, const std::string& b) {
-  std::error_code ignored;
-  return fs::equivalent(a, b, ignored);
+void sayKept(const std::string& oldPath, OldFile decision) {
+  Log::write("rename kept " + oldPath + ": " + std::string(reason(decision)));
 }
 
 }  // namespace
@@ -65,30 +58,19 @@ std::optional<ScriptDescriptor> Automation::run(const std::string& source) {
   return std::nullopt;
 }
 
-std::unordered_map<std::string, std::string> Automation::pathsByName(OfficeApp app) {
-  std::unordered_map<std::string, std::string> paths;
+OpenDocuments Automation::openDocuments(OfficeApp app) {
   const auto script = OfficeScripts::pathsByName(app);
-  if (!script) return paths;
-  const auto result = run(*script);
-  if (!result) return paths;
+  const auto result = script ? run(*script) : std::nullopt;
+  if (!result) return {};
+  std::vector<OpenDocuments::Document> documents;
   for (const ScriptDescriptor& item : result->items()) {
     const auto text = item.stringValue();
     if (!text) continue;
     const auto tab = text->find('\t');
     if (tab == std::string::npos) continue;
-    paths.insert_or_assign(text->substr(0, tab), text->substr(tab + 1));
+    documents.push_back({text->substr(0, tab), text->substr(tab + 1)});
   }
-  return paths;
-}
-
-std::optional<std::string> Automation::path(const OfficeWindow& window) {
-  if (!window.app.office) return window.path;
-  const auto paths = pathsByName(*window.app.office);
-  const std::string label = TabLabel::label(window.title, std::nullopt);
-  for (const auto& [name, path] : paths) {
-    if (TabLabel::label(name, std::nullopt) == label) return path;
-  }
-  return std::nullopt;
+  return OpenDocuments(std::move(documents));
 }
 
 int Automation::saveAll(OfficeApp app, bool onlyModified) {
@@ -105,23 +87,43 @@ void Automation::newDocument(OfficeApp app) {
 std::optional<std::string> Automation::rename(const OfficeWindow& window, const std::string& oldPath,
                                               const std::string& newName) {
   if (!window.app.office || !isUsablePath(oldPath) || !isUsablePath(newName)) return std::nullopt;
-  // The text passed in may be the window's own, which can change while the script runs.
+  // The texts passed in may be the window's own, which can change while a script runs.
+  const OfficeApp app = *window.app.office;
   const std::string from = oldPath;  // NOLINT(performance-unnecessary-copy-initialization)
   const std::string folder(withoutLastComponent(from));
   if (folder.empty()) return std::nullopt;
-  std::string to = (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, from);
+  const std::string to = (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, from);
   if (to == from || !isFree(to)) return std::nullopt;
+  const auto script = OfficeScripts::saveAs(app, lastComponent(from), to);
+  if (!script || openDocuments(app).contradict(window.title, from)) return std::nullopt;
 
-  const auto script = OfficeScripts::saveAs(*window.app.office, lastComponent(from), to);
-  const auto result = script ? run(*script) : std::nullopt;
-  if (!result || result->stringValue() != "ok") return std::nullopt;
-  // The application alone does not make its new file last: a power failure could take it after the old one is
-  // gone. So it is flushed, and looked at last of all before that. The name typed may lead to another folder.
-  const bool lasts = !files_.flushFile(to) && !files_.flushFolder(withoutLastComponent(to));
+  // Asking takes time, in which a file may have come there.
+  if (!isFree(to)) return std::nullopt;
+  const auto result = run(*script);
+  if (!result || result->stringValue() != "ok") {
+    // It may have saved all the same, or save later: giving a script up does not call it back.
+    sayKept(from, OldFile::keptUnconfirmed);
+    return std::nullopt;
+  }
+  const auto evidence = evidenceAfterSaving(app, from, to);
   if (!isFile(to)) return std::nullopt;
-  // An old file that is not removed does no harm beside the new one.
-  if (lasts && holdsTheDocument(to, from) && !isSameFile(from, to)) static_cast<void>(files_.remove(from));
+  auto decision = decideOldFile(evidence);
+  if (decision == OldFile::removed && files_.remove(from)) decision = OldFile::keptIrremovable;
+  if (decision != OldFile::removed) sayKept(from, decision);
   return to;
+}
+
+OldFileEvidence Automation::evidenceAfterSaving(OfficeApp app, const std::string& from,
+                                                const std::string& to) {
+  const auto documents = openDocuments(app);
+  // The application alone does not make its new file last: a power failure could take it after the old one is
+  // gone. So it is flushed, and looked at last of all. The name typed may lead to another folder.
+  const bool lasts = !files_.flushFile(to) && !files_.flushFolder(withoutLastComponent(to));
+  return {.answered = !documents.all().empty(),
+          .stillOpen = documents.mayHold(from),
+          .newIsEmpty = isEmpty(to),
+          .newLasts = lasts,
+          .isNewToo = isSameFile(from, to)};
 }
 
 }  // namespace pellar

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <unordered_map>
 
+#include "app/automation/OldFileDecision.h"
+#include "app/automation/OpenDocuments.h"
 #include "app/tracking/OfficeWindow.h"
 #include "core/FileOperations.h"
 #include "core/OfficeApp.h"
@@ -27,12 +29,12 @@ class Automation {
   // Runs a script; absent when it failed (logged) or cannot be run here at all.
   std::optional<ScriptDescriptor> run(const std::string& source);
 
-  // The POSIX path of every open document that was ever saved, by the document's name. Empty for Outlook.
-  [[nodiscard]] std::unordered_map<std::string, std::string> pathsByName(OfficeApp app);
-
-  // The file behind a window: the record's own for an application that is not an Office one, else that of an
-  // open document with the window's label. Absent when unknown.
-  [[nodiscard]] std::optional<std::string> path(const OfficeWindow& window);
+  // The open documents that were ever saved; none for Outlook.
+  [[nodiscard]] OpenDocuments openDocuments(OfficeApp app);
+  // The POSIX path of each, by the document's name.
+  [[nodiscard]] std::unordered_map<std::string, std::string> pathsByName(OfficeApp app) {
+    return openDocuments(app).pathsByName();
+  }
 
   // Saves the documents that have a file, with `onlyModified` just those with unsaved changes. How many were
   // saved; never one that would open a dialog.
@@ -42,13 +44,16 @@ class Automation {
   void newDocument(OfficeApp app);
 
   // Saves the window's document under `newName` in the same folder, with the old extension where the name has
-  // none, and removes the old file once the new one is whole on the disk; an old file that cannot be removed,
-  // or beside which the new one is empty, stays. The new path; absent when nothing was renamed, and the old
-  // file is then still there. Never overwrites a file.
+  // none, and removes the old file where that loses nothing (OldFileDecision). The new path; absent when
+  // nothing was renamed, and the old file is then still there. Never overwrites a file, and does nothing when
+  // the application's answer leaves open which document is the window's.
   std::optional<std::string> rename(const OfficeWindow& window, const std::string& oldPath,
                                     const std::string& newName);
 
  private:
+  [[nodiscard]] OldFileEvidence evidenceAfterSaving(OfficeApp app, const std::string& from,
+                                                    const std::string& to);
+
   ScriptRunner& runner_;
   FileOperations& files_;
 };

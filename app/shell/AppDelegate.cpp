@@ -23,11 +23,12 @@ AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform),
       store_(loadStore(platform.folders)),
       tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)),
+      paths_(std::make_shared<DocumentPaths>(platform, tracker_)),
       hotkeys_(platform.eventTaps, platform.mainLoop),
       updater_(Updater::create(platform)),
       terms_(TermsGate::create(platform, store_)),
       about_(platform, updater_),
-      autoSave_(platform, store_, tracker_),
+      autoSave_(platform, store_, tracker_, paths_),
       statusMenu_(StatusMenu::create(platform, store_, tracker_, updater_)),
       updateSchedule_(platform.mainLoop, store_, updater_),
       onboarding_(platform) {}
@@ -85,7 +86,7 @@ void AppDelegate::connectUpdater() {
 }
 
 void AppDelegate::startTracking() {
-  strip_ = StripController::create(tracker_, store_, platform_);
+  strip_ = StripController::create(tracker_, store_, paths_, platform_);
   updateLock();
   terms_->presentGates();
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };

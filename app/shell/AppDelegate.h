@@ -11,6 +11,7 @@
 #include "app/shell/TermsGate.h"
 #include "app/shell/UpdateSchedule.h"
 #include "app/strip/StripController.h"
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -34,6 +35,7 @@ class AppDelegate {
 
   [[nodiscard]] StateStore& store() { return *store_; }
   [[nodiscard]] WindowTracker& tracker() { return *tracker_; }
+  [[nodiscard]] DocumentPaths& documentPaths() { return *paths_; }
   // Null until tracking starts.
   [[nodiscard]] StripController* strip() { return strip_.get(); }
 
@@ -50,6 +52,7 @@ class AppDelegate {
   Platform platform_;
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<WindowTracker> tracker_;
+  std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<StripController> strip_;
   HotkeyTap hotkeys_;
   std::shared_ptr<Updater> updater_;

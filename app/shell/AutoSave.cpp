@@ -27,6 +27,7 @@ struct AutoSave::SavePass {
   Platform platform;
   std::shared_ptr<StateStore> store;
   std::shared_ptr<WindowTracker> tracker;
+  std::shared_ptr<const DocumentPaths> paths;
   bool running = false;
 
   void run() {
@@ -51,7 +52,9 @@ struct AutoSave::SavePass {
     const auto app = tracker->app();
     const auto front = tracker->front();
     // Without a file, pressing Save would ask the user for one.
-    if (!app || app->office || !front || !front->path) return;
+    if (!app || app->office || !front) return;
+    const auto file = paths->of(*front);
+    if (!file || !paths->stillShows(*front, file->path)) return;
     // The menu acts on the application's main window.
     platform.accessibility.set(front->element, "AXMain", true);
     constexpr std::array<std::string_view, 1> titles{"Save"};
@@ -61,9 +64,10 @@ struct AutoSave::SavePass {
 };
 
 AutoSave::AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
-                   std::shared_ptr<WindowTracker> tracker)
+                   std::shared_ptr<WindowTracker> tracker, std::shared_ptr<const DocumentPaths> paths)
     : loop_(platform.mainLoop),
-      pass_(std::make_shared<SavePass>(SavePass{platform, std::move(store), std::move(tracker)})) {}
+      pass_(std::make_shared<SavePass>(
+          SavePass{platform, std::move(store), std::move(tracker), std::move(paths)})) {}
 
 void AutoSave::restart() {
   timer_.cancel();

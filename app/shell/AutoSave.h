@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -19,7 +20,7 @@ class AutoSave {
 
   // What `platform` refers to outlives this.
   AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
-           std::shared_ptr<WindowTracker> tracker);
+           std::shared_ptr<WindowTracker> tracker, std::shared_ptr<const DocumentPaths> paths);
   AutoSave(const AutoSave&) = delete;
   AutoSave& operator=(const AutoSave&) = delete;
 

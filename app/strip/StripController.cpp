@@ -24,15 +24,16 @@ Color opaque(const RGB& rgb) {
 
 std::shared_ptr<StripController> StripController::create(std::shared_ptr<WindowTracker> tracker,
                                                          std::shared_ptr<StateStore> store,
+                                                         std::shared_ptr<DocumentPaths> paths,
                                                          const Platform& platform) {
   std::shared_ptr<StripController> controller(
-      new StripController(std::move(tracker), std::move(store), platform));
+      new StripController(std::move(tracker), std::move(store), std::move(paths), platform));
   controller->connect();
   return controller;
 }
 
 StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
-                                 const Platform& platform)
+                                 std::shared_ptr<DocumentPaths> paths, const Platform& platform)
     : tracker_(std::move(tracker)),
       store_(std::move(store)),
       platform_(platform),
@@ -41,9 +42,10 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
       view_(std::make_unique<TabStripView>(panel_->host())),
       search_(RecentSearch::create(platform, store_, *panel_, *view_, picture_)),
       actions_(std::make_shared<WindowActions>(platform_, tracker_, picture_)),
-      documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, picture_, actions_)),
-      menus_(StripMenus::create(platform_, store_, picture_, actions_, documents_)),
-      hoverPanels_(platform_, picture_, actions_),
+      paths_(std::move(paths)),
+      documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, paths_, picture_, actions_)),
+      menus_(StripMenus::create(platform_, store_, picture_, actions_, paths_, documents_)),
+      hoverPanels_(platform_, picture_, actions_, paths_),
       pushDown_(platform_, tracker_) {
   panel_->setView(view_.get());
 }
@@ -137,9 +139,10 @@ void StripController::show() {
 
 std::vector<TabItem> StripController::tabItems() const {
   const auto& tags = store_->state().tags;
-  const auto tagOf = [&](const OfficeWindow& each) -> std::optional<Color> {
+  const auto tagOf = [&](const OfficeWindow& each,
+                         const std::optional<std::string>& path) -> std::optional<Color> {
     if (tags.empty()) return std::nullopt;
-    const auto stored = tags.find(TabLabel::tagKey(each.title, each.path));
+    const auto stored = tags.find(TabLabel::tagKey(each.title, path));
     if (stored == tags.end()) return std::nullopt;
     const auto tag = tagColorWithRawValue(stored->second);
     return tag ? std::optional(shownColor(*tag)) : std::nullopt;
@@ -148,7 +151,9 @@ std::vector<TabItem> StripController::tabItems() const {
   items.reserve(picture_->windows.size());
   for (const auto& each : picture_->windows) {
     const bool active = each == picture_->front;
-    items.push_back({each->id(), TabLabel::label(each->title, each->path), tagOf(*each), active});
+    const auto known = paths_->of(*each);
+    const auto path = known ? std::optional(known->path) : std::nullopt;
+    items.push_back({each->id(), TabLabel::label(each->title, path), tagOf(*each, path), active});
   }
   return items;
 }

@@ -7,6 +7,7 @@
 
 #include "app/strip/StripMenus.h"
 #include "app/strip/card/HoverPanels.h"
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/documents/StripDocuments.h"
 #include "app/strip/search/RecentSearch.h"
 #include "app/strip/tabs/TabStripView.h"
@@ -29,7 +30,9 @@ class StripController final : public WindowTrackerDelegate,
  public:
   // Becomes the tracker's delegate. What `platform` refers to outlives the controller.
   static std::shared_ptr<StripController> create(std::shared_ptr<WindowTracker> tracker,
-                                                 std::shared_ptr<StateStore> store, const Platform& platform);
+                                                 std::shared_ptr<StateStore> store,
+                                                 std::shared_ptr<DocumentPaths> paths,
+                                                 const Platform& platform);
   ~StripController() override;
   StripController(const StripController&) = delete;
   StripController& operator=(const StripController&) = delete;
@@ -55,7 +58,7 @@ class StripController final : public WindowTrackerDelegate,
 
  private:
   StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
-                  const Platform& platform);
+                  std::shared_ptr<DocumentPaths> paths, const Platform& platform);
   void connect();
 
   [[nodiscard]] bool ownApplicationIsFrontmost() const;
@@ -80,6 +83,7 @@ class StripController final : public WindowTrackerDelegate,
   std::shared_ptr<RecentSearch> search_;  // depends-on: panel_, view_
   PictureTickets tickets_;
   std::shared_ptr<WindowActions> actions_;
+  std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;
   HoverPanels hoverPanels_;

@@ -36,18 +36,21 @@ bool canRename(const TrackedApp& app) {
 std::shared_ptr<StripMenus> StripMenus::create(const Platform& platform, std::shared_ptr<StateStore> store,
                                                std::shared_ptr<const TrackedPicture> picture,
                                                std::shared_ptr<WindowActions> actions,
+                                               std::shared_ptr<DocumentPaths> paths,
                                                std::shared_ptr<StripDocuments> documents) {
   return std::shared_ptr<StripMenus>(new StripMenus(platform, std::move(store), std::move(picture),
-                                                    std::move(actions), std::move(documents)));
+                                                    std::move(actions), std::move(paths),
+                                                    std::move(documents)));
 }
 
 StripMenus::StripMenus(const Platform& platform, std::shared_ptr<StateStore> store,
                        std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions,
-                       std::shared_ptr<StripDocuments> documents)
+                       std::shared_ptr<DocumentPaths> paths, std::shared_ptr<StripDocuments> documents)
     : platform_(platform),
       store_(std::move(store)),
       picture_(std::move(picture)),
       actions_(std::move(actions)),
+      paths_(std::move(paths)),
       documents_(std::move(documents)) {}
 
 // An item whose action is called with this object, unless it is gone by then.
@@ -64,7 +67,8 @@ void StripMenus::showTabMenu(WindowId id, const MouseEvent& event) {
   auto window = picture_->window(id);
   if (!window) return;
   const auto reference = actions_->windows().remember(window);
-  const auto path = documents_->path(window);
+  const auto known = paths_->ask(window);
+  const auto path = known ? std::optional(known->path) : std::nullopt;
   // Another picture may have come while the path was looked up; else the application is asked nothing.
   if (picture_->window(id) != window) window = actions_->windows().find(reference);
   if (!window) return;

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/documents/StripDocuments.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
@@ -25,6 +26,7 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
   static std::shared_ptr<StripMenus> create(const Platform& platform, std::shared_ptr<StateStore> store,
                                             std::shared_ptr<const TrackedPicture> picture,
                                             std::shared_ptr<WindowActions> actions,
+                                            std::shared_ptr<DocumentPaths> paths,
                                             std::shared_ptr<StripDocuments> documents);
   StripMenus(const StripMenus&) = delete;
   StripMenus& operator=(const StripMenus&) = delete;
@@ -41,7 +43,7 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
  private:
   StripMenus(const Platform& platform, std::shared_ptr<StateStore> store,
              std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions,
-             std::shared_ptr<StripDocuments> documents);
+             std::shared_ptr<DocumentPaths> paths, std::shared_ptr<StripDocuments> documents);
 
   template <class Action>
   [[nodiscard]] ClosureItem item(std::string title, Action action);
@@ -56,6 +58,7 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<const TrackedPicture> picture_;
   std::shared_ptr<WindowActions> actions_;
+  std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<StripDocuments> documents_;
 };
 

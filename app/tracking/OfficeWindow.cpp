@@ -4,6 +4,7 @@
 
 #include "app/tracking/AX.h"
 #include "core/FileUrl.h"
+#include "core/TabLabel.h"
 
 namespace pellar {
 
@@ -24,9 +25,23 @@ void OfficeWindow::refresh(Accessibility& accessibility) {
   minimized = AX::value<bool>(accessibility, element, "AXMinimized").value_or(false);
   fullscreen = AX::value<bool>(accessibility, element, "AXFullScreen").value_or(false);
 
-  if (app.office || path) return;
-  if (const auto document = AX::value<std::string>(accessibility, element, "AXDocument"))
-    path = pathOfFileUrl(*document);
+  if (app.office || !mustReadPath()) return;
+  const auto document = AX::value<std::string>(accessibility, element, "AXDocument");
+  auto read = document ? pathOfFileUrl(*document) : std::nullopt;
+  if (path == read) return;
+  path = std::move(read);
+  titleNamesPath_ = titleNamedPath_ = path && TabLabel::titleNames(title, *path);
+  titleOfPath_ = title;
+}
+
+bool OfficeWindow::mustReadPath() {
+  if (!path) return true;
+  if (titleOfPath_ != title) {
+    titleOfPath_ = title;
+    titleNamesPath_ = TabLabel::titleNames(title, *path);
+    titleNamedPath_ = titleNamedPath_ || titleNamesPath_;
+  }
+  return titleNamedPath_ && !titleNamesPath_;
 }
 
 }  // namespace pellar

@@ -19,6 +19,8 @@ class OfficeWindow {
   OfficeWindow& operator=(const OfficeWindow&) = delete;
 
   // Reads the snapshot anew. What cannot be read keeps its value, except the two flags, which become false.
+  // The path, which is read of other than Office windows only, stays once it is known, except one that the
+  // title named and names no more: that is read anew each time.
   void refresh(Accessibility& accessibility);
 
   // The identifier of the window and of its tab while the window exists.
@@ -31,9 +33,14 @@ class OfficeWindow {
   AxRect frame;       // zero when never read
   bool minimized = false;
   bool fullscreen = false;
-  std::optional<std::string> path;  // POSIX path of the document shown, when known
+  std::optional<std::string> path;  // POSIX path of the file that the window says it shows, when known
 
  private:
+  [[nodiscard]] bool mustReadPath();
+
+  std::string titleOfPath_;  // that `titleNamesPath_` is about
+  bool titleNamesPath_ = false;
+  bool titleNamedPath_ = false;  // once
   const WindowId id_;
 };
 

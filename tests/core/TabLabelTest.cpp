@@ -183,5 +183,23 @@ TEST(TabLabel, LongHostileTitlesAreCleanedInLinearTime) {
   EXPECT_EQ(titled(repeated("[")), repeated("["));
 }
 
+TEST(TabLabel, TheDocumentsNameKeepsItsExtension) {
+  EXPECT_EQ(TabLabel::documentName("Plan.docx - Read-Only - Word"), "Plan.docx");
+  EXPECT_EQ(TabLabel::documentName(" Plan "), "Plan");
+  EXPECT_EQ(TabLabel::documentName("pl\xFF"), "pl\uFFFD");
+}
+
+TEST(TabLabel, ATitleNamesAFileByItsLabelItsNameOrItsNameWithoutExtension) {
+  EXPECT_TRUE(TabLabel::titleNames("Plan [Compatibility Mode]", "/d/Plan.docx"));
+  EXPECT_TRUE(TabLabel::titleNames("Old Plan", "/d/Old Plan.docx"));
+  EXPECT_TRUE(TabLabel::titleNames("Plan.txt - Editor", "/d/Plan.txt"));
+  EXPECT_TRUE(TabLabel::titleNames("Plan \u2014 Edited", "/d/Plan.txt"));
+  EXPECT_TRUE(TabLabel::titleNames("R\u00E9sum\u00E9.txt", "/d/Re\u0301sume\u0301.txt"));
+  EXPECT_FALSE(TabLabel::titleNames("Plan.md - Editor", "/d/Plan.txt"));
+  EXPECT_FALSE(TabLabel::titleNames("Plan 2 - Word", "/d/Plan.docx"));
+  EXPECT_FALSE(TabLabel::titleNames("Untitled", "/d/Plan.txt"));
+  EXPECT_FALSE(TabLabel::titleNames("", "/d/Plan.txt"));
+}
+
 }  // namespace
 }  // namespace pellar

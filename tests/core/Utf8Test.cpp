@@ -84,6 +84,21 @@ TEST(Utf8, TextsAreEquivalentHoweverTheirLettersAreComposed) {
   EXPECT_FALSE(Utf8::areEquivalent("", "a"));
 }
 
+TEST(Utf8, ANameStandsInATextOnlyAsAWhole) {
+  for (const auto* text :
+       {"Plan.txt", "*Plan.txt", "\u25CF Plan.txt \u2014 Editor", "Editor: Plan.txt (~/Documents)",
+        "/home/ann/Plan.txt", "Old Plan.txt, Plan.txt", "[Plan.txt]"})
+    EXPECT_TRUE(Utf8::standsIn(text, "Plan.txt")) << text;
+  for (const auto* text :
+       {"", "Plan", "plan.txt", "Old Plan.txt", "Plan.txt 2", "MyPlan.txt", "Plan.txt.bak", "my-Plan.txt",
+        "_Plan.txt", "Plan.txt\u0301", "\u00E9Plan.txt", "Plan.txt  \u00C9"})
+    EXPECT_FALSE(Utf8::standsIn(text, "Plan.txt")) << text;
+  EXPECT_TRUE(Utf8::standsIn("R\u00E9sum\u00E9 - Word", "Re\u0301sume\u0301"));
+  EXPECT_TRUE(Utf8::standsIn("\xFF - Word", "\uFFFD"));
+  EXPECT_FALSE(Utf8::standsIn("anything", ""));
+  EXPECT_FALSE(Utf8::standsIn(std::string(300'000, 'a'), std::string(100'000, 'a'))) << "at once";
+}
+
 TEST(Utf8, ALongRunOfCombiningMarksDoesNotHoldTheProgramUp) {
   std::string marks = "a";
   for (int index = 0; index < 200'000; ++index) marks += index % 2 == 0 ? "\u0301" : "\u0323";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -55,6 +56,12 @@ class StripStory : public testing::Test {
   [[nodiscard]] static AxRect over(const SimWindow& window) {
     const AxRect frame = window.frame();
     return {frame.x, frame.y - StripGeometry::stripHeight, frame.width, StripGeometry::stripHeight};
+  }
+  // The file that the program knows behind the focused window, or behind another one of the picture.
+  [[nodiscard]] std::optional<std::string> knownFile() { return knownFile(*pellar.tracker().front()); }
+  [[nodiscard]] std::optional<std::string> knownFile(const OfficeWindow& window) {
+    const auto known = pellar.documentPaths().of(window);
+    return known ? std::optional(known->path) : std::nullopt;
   }
   void expectStripOver(const SimWindow& window) {
     ASSERT_TRUE(stripShown());

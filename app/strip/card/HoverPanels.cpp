@@ -9,8 +9,11 @@
 namespace pellar {
 
 HoverPanels::HoverPanels(const Platform& platform, std::shared_ptr<const TrackedPicture> picture,
-                         std::shared_ptr<WindowActions> actions)
-    : platform_(platform), picture_(std::move(picture)), actions_(std::move(actions)) {}
+                         std::shared_ptr<WindowActions> actions, std::shared_ptr<const DocumentPaths> paths)
+    : platform_(platform),
+      picture_(std::move(picture)),
+      actions_(std::move(actions)),
+      paths_(std::move(paths)) {}
 
 void HoverPanels::tabHovered(std::optional<WindowId> id, const std::optional<ScreenRect>& tab) {
   const auto window = id ? picture_->window(*id) : nullptr;
@@ -18,11 +21,12 @@ void HoverPanels::tabHovered(std::optional<WindowId> id, const std::optional<Scr
     if (tabCard_) tabCard_->scheduleClose();
     return;
   }
-  if (!window->path) {
+  const auto known = paths_->of(*window);
+  if (!known) {
     tabCard().show(*id, window->title, std::nullopt, *tab);
     return;
   }
-  const std::string& path = *window->path;
+  const std::string& path = known->path;
   tabCard().show(*id, std::string(lastComponent(path)),
                  shortFolder(withoutLastComponent(path), platform_.folders.home.string()), *tab);
 }

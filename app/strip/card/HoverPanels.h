@@ -5,6 +5,7 @@
 
 #include "app/panels/SnapPicker.h"
 #include "app/strip/card/TabCard.h"
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
 #include "platform/Platform.h"
@@ -20,7 +21,7 @@ class HoverPanels {
  public:
   // What `platform` refers to outlives this.
   HoverPanels(const Platform& platform, std::shared_ptr<const TrackedPicture> picture,
-              std::shared_ptr<WindowActions> actions);
+              std::shared_ptr<WindowActions> actions, std::shared_ptr<const DocumentPaths> paths);
 
   // The pointer rests on a tab, at `tab` on the screen, or on none.
   void tabHovered(std::optional<WindowId> id, const std::optional<ScreenRect>& tab);
@@ -40,6 +41,7 @@ class HoverPanels {
   Platform platform_;
   std::shared_ptr<const TrackedPicture> picture_;
   std::shared_ptr<WindowActions> actions_;
+  std::shared_ptr<const DocumentPaths> paths_;
   std::unique_ptr<TabCard> tabCard_;
   std::unique_ptr<SnapPicker> snapPicker_;
   std::optional<WindowId> pickerOver_;  // the focused window when the pointer came to the zoom tool

@@ -1,13 +1,12 @@
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "app/automation/Automation.h"
+#include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
 #include "app/tracking/WindowTracker.h"
@@ -17,22 +16,19 @@
 
 namespace pellar {
 
-// The documents behind the strip's windows: which files they are, what is remembered of them, and what the
-// strip does to them. Scripts and questions run nested loops, in which windows come and go and the picture is
-// replaced; every change of what is remembered is saved at once. Main thread only.
+// The documents behind the strip's windows: what is remembered of them, and what the strip does to them.
+// Scripts and questions run nested loops, in which windows come and go and the picture is replaced; every
+// change of what is remembered is saved at once. Main thread only.
 class StripDocuments {
  public:
   // What `platform` refers to outlives this.
   StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
-                 std::shared_ptr<StateStore> store, std::shared_ptr<const TrackedPicture> picture,
-                 std::shared_ptr<WindowActions> actions);
+                 std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
+                 std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions);
 
-  // Looks up the windows without a path, each at most once in 30 seconds. A window that got a new record, as
-  // it does when its application was out of sight, has the path that was found before, as long as its title
-  // still names that document. Enters documents not seen in this run into the recent files.
+  // Learns the files behind the windows of a new picture, and enters documents not seen in this run into the
+  // recent files. May wait for the application.
   void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
-  // The window's path; one not known is asked for now and kept. Absent when the application does not tell.
-  std::optional<std::string> path(const std::shared_ptr<OfficeWindow>& window);
 
   // Asks for a new name and renames the document; its colour goes with it. Nothing is asked without a path,
   // or about a window that is gone.
@@ -55,25 +51,16 @@ class StripDocuments {
   void deleteGroup(const std::string& name);
 
  private:
-  // When a window was last asked about, and what came of it.
-  struct LookUp {
-    Element window;
-    std::chrono::nanoseconds uptime;
-    std::optional<std::string> path;
-  };
-
-  [[nodiscard]] const LookUp* lastLookUp(const OfficeWindow& window) const;
-  void keepPath(OfficeWindow& window, const std::string& path);
   void recordRecent(const TrackedApp& app, const WindowList& windows);
 
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<StateStore> store_;
+  std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<const TrackedPicture> picture_;
   std::shared_ptr<WindowActions> actions_;
   Automation automation_;
   std::unordered_set<std::string> recordedRecent_;
-  std::unordered_map<WindowId, LookUp> pathChecked_;
 };
 
 }  // namespace pellar

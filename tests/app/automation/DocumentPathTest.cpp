@@ -15,9 +15,6 @@ class DocumentPath : public AutomationStory {
       return ScriptResult{ScriptDescriptor{items}, std::nullopt};
     };
   }
-  [[nodiscard]] std::shared_ptr<OfficeWindow> titled(const std::string& title) {
-    return record(word.open(title));
-  }
 };
 
 TEST_F(DocumentPath, EveryDocumentWithAFileIsFoundByItsName) {
@@ -109,56 +106,7 @@ TEST_F(DocumentPath, HostileAnswersDoNoHarm) {
   EXPECT_EQ(paths.size(), 100'002U);
   EXPECT_EQ(paths.at("\xFF\xC3"), "/bad/\xED\xA0\x80") << "byte for byte";
   EXPECT_EQ(paths.at(std::string("nul\0", 4)), std::string("/n\0l", 4));
-  EXPECT_EQ(automation.path(*titled("99999.docx - Word")), "/d/99999");
-}
-
-TEST_F(DocumentPath, AWindowIsFoundByItsLabel) {
-  openInWord("Report.docx");
-  openInWord("Budget.odt");
-  EXPECT_EQ(automation.path(*titled("Report.docx")), inFolder("Report.docx"));
-  EXPECT_EQ(automation.path(*titled("Report.docx - Read-Only - Word")), inFolder("Report.docx"));
-  EXPECT_EQ(automation.path(*titled("Report [Compatibility Mode]")), inFolder("Report.docx"));
-  EXPECT_EQ(automation.path(*titled("Budget.odt - Word")), inFolder("Budget.odt"));
-  EXPECT_EQ(automation.path(*titled("report.docx")), std::nullopt) << "labels compare exactly";
-  EXPECT_EQ(automation.path(*titled("Repor")), std::nullopt);
-}
-
-TEST_F(DocumentPath, OfTwoDocumentsWithOneLabelEitherWillDo) {
-  openInWord("Plan.docx");
-  openInWord("Plan.rtf");
-  const auto found = automation.path(*titled("Plan"));
-  EXPECT_TRUE(found == inFolder("Plan.docx") || found == inFolder("Plan.rtf"));
-}
-
-TEST_F(DocumentPath, AnOtherApplicationsWindowKnowsItsOwnPath) {
-  const auto editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
-  OfficeWindow window(mac.accessibility(), word.open("Notes").element(),
-                      {"org.example.editor", "Editor", std::nullopt}, editor.pid());
-  EXPECT_EQ(automation.path(window), std::nullopt);
-  window.path = "/d/notes.txt";
-  EXPECT_EQ(automation.path(window), "/d/notes.txt");
-  EXPECT_TRUE(mac.scripts().sources().empty());
-}
-
-TEST_F(DocumentPath, AnOfficeWindowIsLookedUpEvenWhenItHasAPath) {
-  openInWord("Report.docx");
-  const auto window = titled("Report.docx");
-  window->path = "/elsewhere";
-  EXPECT_EQ(automation.path(*window), inFolder("Report.docx"));
-}
-
-TEST_F(DocumentPath, TheTitleCountsAsItIsWhenTheAnswerCame) {
-  openInWord("Plan.docx");
-  const auto window = titled("Report.docx");
-  mac.office().beforeEvent = [&](const std::string&) { window->title = "Plan.docx"; };
-  EXPECT_EQ(automation.path(*window), inFolder("Plan.docx"));
-}
-
-TEST_F(DocumentPath, AMessageOfOutlookHasNone) {
-  const OfficeWindow window(mac.accessibility(), word.open("Hello").element(),
-                            TrackedApp::of(OfficeApp::outlook), word.pid());
-  EXPECT_EQ(automation.path(window), std::nullopt);
-  EXPECT_TRUE(mac.scripts().sources().empty());
+  EXPECT_EQ(automation.openDocuments(OfficeApp::word).match("99999.docx - Word")->path, "/d/99999");
 }
 
 TEST_F(DocumentPath, AFailedLookUpLeavesOneLineInTheLog) {

@@ -1,4 +1,5 @@
 #include <tuple>
+#include <utility>
 
 #include "platform/sim/office/ScriptError.h"
 #include "tests/app/automation/AutomationStory.h"
@@ -9,11 +10,13 @@ namespace {
 
 // Where a rename is cut, in the order things happen.
 enum class Moment {
+  whileAskedForTheDocuments,
   beforeTheDocumentIsFound,
   afterTheDocumentIsFound,
   beforeTheSave,
   inTheMiddleOfTheSave,
   afterTheSave,
+  whileAskedAgain,
   beforeTheFlush,
   beforeTheFolderIsFlushed,
   beforeTheOldFileIsRemoved,
@@ -39,10 +42,14 @@ class RenameInterrupted : public AutomationStory,
     document = mac.office().openInWindow(word, {.path = oldPath, .content = before});
     SimOffice::edit(*document, after);
     mac.office().beforeEvent = [this](const std::string& event) {
-      at(event == "save as" ? Moment::beforeTheSave : Moment::beforeTheDocumentIsFound);
+      if (event == "save as") return at(Moment::beforeTheSave);
+      if (event.starts_with("get first document")) return at(Moment::beforeTheDocumentIsFound);
+      at(saved ? Moment::whileAskedAgain : Moment::whileAskedForTheDocuments);
     };
     mac.office().afterEvent = [this](const std::string& event) {
-      at(event == "save as" ? Moment::afterTheSave : Moment::afterTheDocumentIsFound);
+      saved = saved || event == "save as";
+      if (event == "save as") at(Moment::afterTheSave);
+      if (event.starts_with("get first document")) at(Moment::afterTheDocumentIsFound);
     };
     mac.office().duringWrite = [this](const std::string&) { at(Moment::inTheMiddleOfTheSave); };
     files.before = [this](std::string_view step) {
@@ -62,7 +69,7 @@ class RenameInterrupted : public AutomationStory,
 
   void at(Moment moment) {
     reached.push_back(moment);
-    if (moment == std::get<Moment>(GetParam())) happen();
+    if (moment == std::get<Moment>(GetParam()) && !std::exchange(happened, true)) happen();
     if (!oldFileTaken) expectAFile();
   }
   std::error_code atStep(Moment moment) {
@@ -104,6 +111,8 @@ class RenameInterrupted : public AutomationStory,
   test::BrokenFileOperations files;
   Automation watched{mac.scripts(), files};
   std::vector<Moment> reached;
+  bool saved = false;
+  bool happened = false;
   bool oldFileTaken = false;
   Subscription thaw;
 };
@@ -139,14 +148,11 @@ std::vector<std::tuple<Moment, Mishap>> everyCut() {
 }
 
 std::string nameOf(const testing::TestParamInfo<std::tuple<Moment, Mishap>>& info) {
-  static const std::vector<std::string> moments{"BeforeTheDocumentIsFound",
-                                                "AfterTheDocumentIsFound",
-                                                "BeforeTheSave",
-                                                "InTheMiddleOfTheSave",
-                                                "AfterTheSave",
-                                                "BeforeTheFlush",
-                                                "BeforeTheFolderIsFlushed",
-                                                "BeforeTheOldFileIsRemoved"};
+  static const std::vector<std::string> moments{"WhileAskedForTheDocuments", "BeforeTheDocumentIsFound",
+                                                "AfterTheDocumentIsFound",   "BeforeTheSave",
+                                                "InTheMiddleOfTheSave",      "AfterTheSave",
+                                                "WhileAskedAgain",           "BeforeTheFlush",
+                                                "BeforeTheFolderIsFlushed",  "BeforeTheOldFileIsRemoved"};
   static const std::vector<std::string> mishaps{"AnError",
                                                 "WordQuits",
                                                 "WordFreezes",

@@ -21,6 +21,18 @@ class Rename : public AutomationStory {
     return script.substr(from, script.find("\"\n", from) - from);
   }
 
+  // In place of saving, this happens, and the application says that it saved.
+  void saving(const std::function<void()>& happens) {
+    mac.scripts().answer = [this, happens](const std::string& source) {
+      if (source.find("save as d") == std::string::npos) return mac.scripts().interpret(source);
+      happens();
+      return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
+    };
+  }
+  [[nodiscard]] static std::string kept(const std::string& path, const std::string& why) {
+    return "rename kept " + path + ": " + why;
+  }
+
   SimDocumentPointer report = openInWord("Old.docx");
 };
 
@@ -157,44 +169,131 @@ TEST_F(Rename, AnswersOtherThanOkAreNoSuccess) {
 }
 
 TEST_F(Rename, OkWithoutAFileIsNoSuccess) {
-  mac.scripts().answer = [](const std::string&) {
-    return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
-  };
+  saving([] {});
   EXPECT_EQ(rename("Plan"), std::nullopt);
   EXPECT_TRUE(exists(inFolder("Old.docx")));
 }
 
 TEST_F(Rename, OkWithAFolderIsNoSuccess) {
-  mac.scripts().answer = [&](const std::string&) {
-    std::filesystem::create_directories(inFolder("Folder.docx"));
-    return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
-  };
+  saving([&] { std::filesystem::create_directories(inFolder("Folder.docx")); });
   EXPECT_EQ(rename("Folder"), std::nullopt);
   EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
 }
 
 TEST_F(Rename, OkWithAnEmptyFileIsASuccessThatKeepsTheOldFile) {
-  mac.scripts().answer = [&](const std::string&) {
+  saving([&] {
     std::ofstream(inFolder("Plan.docx")).flush();
-    return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
-  };
+    report->path = inFolder("Plan.docx");
+  });
   EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
   EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the new file is empty")));
 }
 
-TEST_F(Rename, OfAnEmptyFileIsASuccess) {
+TEST_F(Rename, OfAnEmptyFileKeepsBoth) {
   const auto table = mac.office().openInWindow(word, {.path = inFolder("Old.rtf"), .content = ""});
   EXPECT_EQ(automation.rename(*record(*table->window), table->path, "New"), inFolder("New.rtf"));
-  EXPECT_FALSE(exists(inFolder("Old.rtf")));
+  EXPECT_TRUE(exists(inFolder("Old.rtf")));
+  EXPECT_TRUE(exists(inFolder("New.rtf")));
 }
 
 TEST_F(Rename, ANewNameForTheSameFileLosesNothing) {
-  mac.scripts().answer = [&](const std::string&) {
-    std::filesystem::create_symlink(inFolder("Old.docx"), inFolder("Plan.docx"));
-    return ScriptResult{ScriptDescriptor{"ok"}, std::nullopt};
-  };
+  saving([&] { std::filesystem::create_symlink(inFolder("Old.docx"), inFolder("Plan.docx")); });
   EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
   EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the new name leads to it")));
+}
+
+TEST_F(Rename, ADocumentThatIsStillTheOldFileKeepsIt) {
+  // The application saved a copy and went on with the old file.
+  saving([&] { std::ofstream(inFolder("Plan.docx")) << "as opened"; });
+  EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
+  EXPECT_TRUE(exists(inFolder("Old.docx")));
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the document may still be open")));
+}
+
+TEST_F(Rename, WithoutAnAnswerAfterwardsBothFilesStay) {
+  bool saved = false;
+  mac.scripts().answer = [&](const std::string& source) {
+    if (saved) return ScriptResult{ScriptDescriptor{std::vector<ScriptDescriptor>{}}, std::nullopt};
+    saved = source.find("save as d") != std::string::npos;
+    return mac.scripts().interpret(source);
+  };
+  EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the application did not name its open documents")));
+}
+
+TEST_F(Rename, WordFreezingOnceItSavedKeepsBothFiles) {
+  mac.office().afterEvent = [&](const std::string& event) {
+    if (event == "save as") word.freeze();
+  };
+  EXPECT_EQ(rename("Plan"), std::nullopt) << "it did not say that it saved";
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the application did not confirm the new file")));
+}
+
+TEST_F(Rename, WordThatSavesLongAfterItWasGivenUpLosesNothing) {
+  mac.office().beforeEvent = [&](const std::string& event) {
+    if (event == "save as") word.freeze();
+  };
+  EXPECT_EQ(rename("Plan"), std::nullopt);
+  EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the application did not confirm the new file")));
+  mac.office().beforeEvent = nullptr;
+  word.resume();
+  mac.office().saveAs(word.pid(), *report, inFolder("Plan.docx"));
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
+  EXPECT_EQ(rename("Better"), inFolder("Better.docx")) << "from then on it has the new name";
+  EXPECT_FALSE(exists(inFolder("Plan.docx")));
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+}
+
+TEST_F(Rename, WhereASecondDocumentBearsTheNameNothingIsDone) {
+  mac.office().openInWindow(word, {.path = inFolder("other/Old.docx"), .content = "another"});
+  EXPECT_EQ(rename("Plan"), std::nullopt);
+  EXPECT_FALSE(exists(inFolder("Plan.docx")));
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_EQ(contentOf(inFolder("other/Old.docx")), "another");
+  EXPECT_EQ(mac.scripts().sources().size(), 1U) << "it is not even told to save";
+}
+
+TEST_F(Rename, WhereTheNameMeansAnotherFileByNowNothingIsDone) {
+  std::filesystem::create_directory(inFolder("copies"));
+  const std::string original = report->path;
+  mac.office().saveAs(word.pid(), *report, inFolder("copies/Old.docx"));
+  EXPECT_EQ(automation.rename(*record(*report->window), original, "Plan"), std::nullopt);
+  EXPECT_TRUE(exists(original));
+  EXPECT_TRUE(exists(inFolder("copies/Old.docx")));
+  EXPECT_FALSE(exists(inFolder("Plan.docx")));
+}
+
+TEST_F(Rename, AFileReachedByAnotherSpellingOfItsPathIsTheSame) {
+  std::filesystem::create_directory_symlink(inFolder(""), inFolder("link"));
+  EXPECT_EQ(automation.rename(*record(*report->window), inFolder("link/Old.docx"), "Plan"),
+            inFolder("link/Plan.docx"));
+  EXPECT_FALSE(exists(inFolder("Old.docx")));
+  EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
+}
+
+TEST_F(Rename, ATitleThatLeavesTwoDocumentsOpenRenamesNeither) {
+  openInWord("Old.doc");
+  report->window->retitle("Old");
+  EXPECT_EQ(rename("Plan"), std::nullopt);
+  report->window->retitle("Old.docx - Word");
+  EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));
+  EXPECT_TRUE(exists(inFolder("Old.doc")));
+}
+
+TEST_F(Rename, AFileThatComesWhileWordIsAskedIsNotOverwritten) {
+  mac.office().beforeEvent = [&](const std::string& event) {
+    if (event == "get every document") std::ofstream(inFolder("Plan.docx")) << "somebody else's";
+  };
+  EXPECT_EQ(rename("Plan"), std::nullopt);
+  EXPECT_EQ(contentOf(inFolder("Plan.docx")), "somebody else's");
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
 }
 
 TEST_F(Rename, RemovesTheOldFileOnlyWhenTheNewOneIsOnTheDisk) {
@@ -228,6 +327,8 @@ TEST_F(Rename, AnOldFileThatCannotBeRemovedStaysBesideTheNewOne) {
     EXPECT_TRUE(exists(before));
     EXPECT_TRUE(exists(inFolder("After " + step + ".docx")));
     EXPECT_EQ(files.steps.back(), step);
+    EXPECT_TRUE(log.has(
+        kept(before, step == "remove" ? "it cannot be removed" : "the new file may not be on the disk")));
   }
 }
 

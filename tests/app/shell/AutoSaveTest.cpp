@@ -194,6 +194,23 @@ TEST_F(AutoSaving, AWindowWithoutAFileIsLeftAlone) {
   EXPECT_EQ(pressed, 0);
 }
 
+TEST_F(AutoSaving, AWindowThatSaysItShowsAnotherFileByNowIsLeftAlone) {
+  giveEditorASave();
+  auto window = editor.open("My thoughts");
+  window.setDocument("file:///Users/ann/Plan.txt");
+  start();
+  // "New" in the same window, whose title never said what it shows.
+  window.setDocument(std::nullopt);
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 0) << "it would ask where to save";
+  window.setDocument("file:///Users/ann/Notes.txt");
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 0);
+  window.setDocument("file:///Users/ann/Plan.txt");
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 1);
+}
+
 TEST_F(AutoSaving, AnOfficeDocumentIsNeverSavedByTheMenu) {
   auto word = launch(OfficeApp::word);
   word.setMenuBar({{"Apple", {}}, {"File", {{"Save", [this] { ++pressed; }}}}});

@@ -98,11 +98,11 @@ TEST_F(TabMenu, ClosedWithoutAChoiceChangesNothing) {
 TEST_F(WordTabMenu, KnowsAFileThatWasGivenToTheDocumentAMomentAgo) {
   const auto fresh = newInWord("Letter");
   start();
-  EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
+  EXPECT_EQ(knownFile(), std::nullopt);
   fresh->path = pathOf("Letter.docx");
   choose("Letter", {"Copy path"});
   EXPECT_EQ(mac.pasteboard().string(), pathOf("Letter.docx"));
-  EXPECT_EQ(pellar.tracker().front()->path, pathOf("Letter.docx"));
+  EXPECT_EQ(knownFile(), pathOf("Letter.docx"));
   const auto asked = mac.scripts().sources().size();
   choose("Letter", {"Open containing folder"});
   EXPECT_EQ(mac.workspace().revealed(), Labels{pathOf("Letter.docx")});

@@ -33,7 +33,8 @@ class Hovering : public testing::Test {
   std::shared_ptr<WindowTracker> tracker =
       WindowTracker::create(mac.accessibility(), mac.workspace(), mac.mainLoop());
   HoverPanels panels{mac.platform(), picture,
-                     std::make_shared<WindowActions>(mac.platform(), tracker, picture)};
+                     std::make_shared<WindowActions>(mac.platform(), tracker, picture),
+                     std::make_shared<DocumentPaths>(mac.platform(), tracker)};
 };
 
 TEST_F(Hovering, MakesNoPanelBeforeItIsNeeded) {

@@ -64,7 +64,7 @@ TEST_F(Groups, AFileGivenAMomentAgoIsFoundWhenTheGroupIsSaved) {
   fresh->path = pathOf("Letter.docx");
   saveAs("Monday");
   EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Letter.docx")});
-  EXPECT_EQ(pellar.tracker().front()->path, pathOf("Letter.docx"));
+  EXPECT_EQ(knownFile(), pathOf("Letter.docx"));
 }
 
 TEST_F(Groups, AFileFoundWhileAnotherApplicationIsInFrontIsKnownAfterwards) {
@@ -84,7 +84,7 @@ TEST_F(Groups, AFileFoundWhileAnotherApplicationIsInFrontIsKnownAfterwards) {
   const auto asked = mac.scripts().sources().size();
   mac.activate(word);
   mac.settle();
-  EXPECT_EQ(pellar.tracker().front()->path, pathOf("Letter.docx"));
+  EXPECT_EQ(knownFile(), pathOf("Letter.docx"));
   EXPECT_EQ(mac.scripts().sources().size(), asked);
 }
 

@@ -67,7 +67,8 @@ TEST_F(RecordedRecent, DocumentsSeenTogetherAreSavedTogether) {
   const auto store = std::make_shared<StateStore>(pellar.store().url(), files);
   const auto platform = mac.platform();
   const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
-  const auto controller = StripController::create(tracker, store, platform);
+  const auto controller =
+      StripController::create(tracker, store, std::make_shared<DocumentPaths>(platform, tracker), platform);
   tracker->start();
   mac.settle();
   EXPECT_EQ(store->state().recent.size(), 3U);
@@ -93,8 +94,8 @@ TEST_F(OfficePaths, AnOfficeWindowGetsThePathOfTheDocumentOfItsName) {
   word.open("Letter.docx - Word");
   word.open("Other.docx");
   mac.settle();
-  EXPECT_EQ(pellar.tracker().windows().at(0)->path, "/Users/ann/Letter.docx");
-  EXPECT_EQ(pellar.tracker().windows().at(1)->path, std::nullopt);
+  EXPECT_EQ(knownFile(*pellar.tracker().windows().at(0)), "/Users/ann/Letter.docx");
+  EXPECT_EQ(knownFile(*pellar.tracker().windows().at(1)), std::nullopt);
   EXPECT_EQ(state().recentApp.at("/Users/ann/Letter.docx"), "com.microsoft.Word");
 }
 
@@ -106,9 +107,9 @@ TEST_F(OfficePaths, ADocumentIsFoundByItsFileNameAsMuchAsByTheNameOnItsTab) {
   word.open("Thesis.odt - Word");
   word.open("Thesis");
   mac.settle();
-  EXPECT_EQ(pellar.tracker().windows().at(0)->path, "/Users/ann/Letter.docx");
-  EXPECT_EQ(pellar.tracker().windows().at(1)->path, "/Users/ann/Thesis.odt");
-  EXPECT_EQ(pellar.tracker().windows().at(2)->path, std::nullopt);
+  EXPECT_EQ(knownFile(*pellar.tracker().windows().at(0)), "/Users/ann/Letter.docx");
+  EXPECT_EQ(knownFile(*pellar.tracker().windows().at(1)), "/Users/ann/Thesis.odt");
+  EXPECT_EQ(knownFile(*pellar.tracker().windows().at(2)), std::nullopt);
 }
 
 TEST_F(OfficePaths, AllWindowsTogetherAreAskedAboutOnce) {
@@ -132,7 +133,7 @@ TEST_F(OfficePaths, AWindowNotFoundIsAskedAboutAgainAfterMoreThanThirtySeconds) 
   letter.retitle("Letter 3.docx");
   mac.settle();
   EXPECT_EQ(asked(), 2U);
-  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter 3.docx");
+  EXPECT_EQ(knownFile(), "/Users/ann/Letter 3.docx");
   mac.advance(100s);
   letter.moveTo({0, 300});
   mac.settle();
@@ -149,7 +150,7 @@ TEST_F(OfficePaths, AFoundPathIsKeptHoweverLongAnotherApplicationIsInFront) {
     mac.advance(absence);
     mac.activate(word);
     mac.settle();
-    EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Letter.docx");
+    EXPECT_EQ(knownFile(), "/Users/ann/Letter.docx");
     EXPECT_EQ(asked(), 1U);
   }
 }
@@ -163,7 +164,7 @@ TEST_F(OfficePaths, AnAccentWrittenInOtherCharactersInTheTitleIsTheSameDocument)
   mac.settle();
   mac.activate(word);
   mac.settle();
-  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Re\u0301sume\u0301.docx");
+  EXPECT_EQ(knownFile(), "/Users/ann/Re\u0301sume\u0301.docx");
   EXPECT_EQ(asked(), 1U);
 }
 
@@ -179,11 +180,11 @@ TEST_F(OfficePaths, AWindowThatHasAnotherDocumentWhenItComesBackLosesThePathOfTh
   window.retitle("Budget.docx - Word");
   mac.activate(word);
   EXPECT_EQ(strip().tabs(), Labels{"Budget"});
-  EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
+  EXPECT_EQ(knownFile(), std::nullopt);
   mac.advance(31s);
   window.moveTo({0, 300});
   mac.settle();
-  EXPECT_EQ(pellar.tracker().front()->path, "/Users/ann/Budget.docx");
+  EXPECT_EQ(knownFile(), "/Users/ann/Budget.docx");
   EXPECT_EQ(asked(), 2U);
 }
 
@@ -206,7 +207,7 @@ TEST_F(OfficePaths, MoreDocumentsThanAreRememberedAreAskedAboutAgain) {
   mac.settle();
   EXPECT_EQ(asked(), 3U);
   for (const auto& window : pellar.tracker().windows())
-    EXPECT_EQ(window->path, "/Users/ann/" + window->title + ".docx");
+    EXPECT_EQ(knownFile(*window), "/Users/ann/" + window->title + ".docx");
 }
 
 // Word names a document and no file.
@@ -246,7 +247,7 @@ TEST(OfficePathsOfAFaultyWord, AnEmptyPathIsNone) {
   pellar.applicationDidFinishLaunching();
   mac.settle();
   EXPECT_EQ(mac.strip().tabs(), std::vector<std::string>{"Letter"});
-  EXPECT_EQ(pellar.tracker().front()->path, std::nullopt);
+  EXPECT_EQ(pellar.documentPaths().of(*pellar.tracker().front()), std::nullopt);
   EXPECT_TRUE(pellar.store().state().recent.empty());
 }
 

@@ -1,0 +1,130 @@
+#include "app/strip/documents/DocumentPaths.h"
+
+#include <utility>
+
+#include "app/tracking/AX.h"
+#include "core/FileUrl.h"
+#include "core/TabLabel.h"
+#include "platform/MainLoop.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto recheckInterval = 30s;
+// More answers are not kept beyond that time, since nothing tells which of their windows are gone.
+constexpr std::size_t mostAnswersKept = 1000;
+
+}  // namespace
+
+DocumentPaths::DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker)
+    : platform_(platform), tracker_(std::move(tracker)), automation_(platform.scripts) {}
+
+std::optional<DocumentPath> DocumentPaths::of(const OfficeWindow& window) const {
+  if (!window.app.office)
+    return window.path && !window.path->empty() ? std::optional(DocumentPath{*window.path}) : std::nullopt;
+  const auto answer = answers_.find(window.element);
+  return answer == answers_.end() ? std::nullopt : answer->second.found;
+}
+
+std::optional<DocumentPath> DocumentPaths::ask(const std::shared_ptr<OfficeWindow>& window) {
+  const auto known = of(*window);
+  const bool isSure = known && known->source != PathSource::guessedByLabel;
+  return isSure ? known : askAgain(window);
+}
+
+std::optional<DocumentPath> DocumentPaths::askAgain(const std::shared_ptr<OfficeWindow>& window) {
+  const auto known = of(*window);
+  if (!window->app.office || asking_) return known;
+  const auto kept = window;  // what it is called with may be replaced while the application is asked
+  const auto documents = openDocuments(*kept->app.office);
+  keep(kept, documents);
+  auto found = of(*kept);
+  if (found != known) tracker_->scheduleRefresh();
+  if (found && found->source == PathSource::knownBefore) found->source = PathSource::askedJustNow;
+  return found;
+}
+
+void DocumentPaths::askForUnknown(const TrackedApp& app, const WindowList& windows) {
+  if (!app.office) return;
+  if (asking_) {
+    askedMeanwhile_ = true;
+    return;
+  }
+  const auto uptime = platform_.mainLoop.uptime();
+  WindowList pending;
+  for (const auto& each : windows) {
+    const auto answer = answers_.find(each->element);
+    if (answer == answers_.end() ||
+        (!answer->second.found && uptime - answer->second.uptime > recheckInterval))
+      pending.push_back(each);
+  }
+  if (pending.empty()) return;
+  forgetOld();
+  const auto documents = openDocuments(*app.office);
+  for (const auto& each : pending) keep(each, documents);
+}
+
+bool DocumentPaths::stillShows(const OfficeWindow& window, const std::string& path) const {
+  const auto document = AX::value<std::string>(platform_.accessibility, window.element, "AXDocument");
+  return document && pathOfFileUrl(*document) == path;
+}
+
+void DocumentPaths::renamed(const std::shared_ptr<OfficeWindow>& window, const std::string& path) {
+  answers_.insert_or_assign(
+      window->element,
+      Answer{.uptime = platform_.mainLoop.uptime(), .found = DocumentPath{path}, .record = window});
+}
+
+void DocumentPaths::adopt(const std::shared_ptr<OfficeWindow>& record) {
+  const auto known = answers_.find(record->element);
+  if (known == answers_.end()) return;
+  Answer& answer = known->second;
+  const bool isNew = answer.record.owner_before(record) || record.owner_before(answer.record);
+  answer.record = record;
+  if (!answer.found) return;
+  compare(answer, record->title);
+  if (!answer.titleNames && (answer.titleNamedIt || isNew)) answer.found.reset();
+}
+
+OpenDocuments DocumentPaths::openDocuments(OfficeApp app) {
+  asking_ = true;
+  askedMeanwhile_ = false;
+  auto documents = automation_.openDocuments(app);
+  asking_ = false;
+  // A picture that came meanwhile was shown without what will be known by the next turn.
+  if (askedMeanwhile_) tracker_->scheduleRefresh();
+  return documents;
+}
+
+void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents) {
+  auto& answer = answers_.try_emplace(window->element).first->second;
+  answer.uptime = platform_.mainLoop.uptime();
+  // Without an answer what was known stands.
+  if (answer.found && documents.all().empty()) return;
+  answer = {.uptime = answer.uptime, .record = window};
+  const auto match = documents.match(window->title);
+  if (!match) return;
+  const auto source = match->isOnly ? PathSource::knownBefore : PathSource::guessedByLabel;
+  answer.found = DocumentPath{match->path, source};
+  compare(answer, window->title);
+}
+
+void DocumentPaths::compare(Answer& answer, const std::string& title) {
+  if (answer.title == title) return;
+  answer.title = title;
+  answer.titleNames = TabLabel::titleNames(title, answer.found->path);
+  answer.titleNamedIt = answer.titleNamedIt || answer.titleNames;
+}
+
+void DocumentPaths::forgetOld() {
+  const bool tooMany = answers_.size() > mostAnswersKept;
+  const auto uptime = platform_.mainLoop.uptime();
+  std::erase_if(answers_, [&](const auto& each) {
+    const Answer& answer = each.second;
+    return (tooMany || !answer.found) && uptime - answer.uptime > recheckInterval;
+  });
+}
+
+}  // namespace pellar

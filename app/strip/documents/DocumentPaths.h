@@ -1,0 +1,90 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+#include "app/automation/Automation.h"
+#include "app/tracking/WindowTracker.h"
+#include "core/TrackedApp.h"
+#include "platform/Platform.h"
+
+namespace pellar {
+
+// How a window's file is known.
+enum class PathSource {
+  askedJustNow,    // its application has just answered
+  knownBefore,     // from an earlier answer, or as the window itself says
+  guessedByLabel,  // several open documents would serve
+};
+
+struct DocumentPath {
+  std::string path;  // absolute, POSIX
+  PathSource source = PathSource::knownBefore;
+  friend bool operator==(const DocumentPath&, const DocumentPath&) = default;
+};
+
+// Which file is behind a window: the one place that knows. Other applications' windows say it themselves (the
+// record's path); for the Office applications it is asked through scripts and kept here for each window, as
+// long as its title goes on naming the file. A path that the title never named stays while the record lives.
+// Scripts run nested loops: at most one look-up is under way, and what is asked meanwhile is answered from
+// what is known. Main thread only.
+class DocumentPaths {
+ public:
+  // What `platform` refers to outlives this.
+  DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker);
+  DocumentPaths(const DocumentPaths&) = delete;
+  DocumentPaths& operator=(const DocumentPaths&) = delete;
+
+  // What is known. Asks nobody.
+  [[nodiscard]] std::optional<DocumentPath> of(const OfficeWindow& window) const;
+  // The same, or when that is nothing or a guess, what the application answers now; the next picture shows
+  // it. May wait.
+  [[nodiscard]] std::optional<DocumentPath> ask(const std::shared_ptr<OfficeWindow>& window);
+  // Asks anew, whatever is known; that stands when there is no answer.
+  std::optional<DocumentPath> askAgain(const std::shared_ptr<OfficeWindow>& window);
+  // Looks up the windows of the picture whose file is not known, together, each at most once in 30 seconds.
+  // May wait; has the tracker refresh afterwards when another picture asked meanwhile.
+  void askForUnknown(const TrackedApp& app, const WindowList& windows);
+  // Whether an application is being asked.
+  [[nodiscard]] bool isAsking() const { return asking_; }
+
+  // Whether the window itself says at this moment that it shows that file. Asks its application.
+  [[nodiscard]] bool stillShows(const OfficeWindow& window, const std::string& path) const;
+
+  // The window's document has another file now.
+  void renamed(const std::shared_ptr<OfficeWindow>& window, const std::string& path);
+  // This record stands for its window from now on: what its title shows to be out of date is forgotten.
+  void adopt(const std::shared_ptr<OfficeWindow>& record);
+
+ private:
+  // What an Office application answered about a window.
+  struct Answer {
+    std::chrono::nanoseconds uptime{};  // when it came
+    std::optional<DocumentPath> found = std::nullopt;
+    std::weak_ptr<OfficeWindow> record = {};          // that stood for the window last
+    std::optional<std::string> title = std::nullopt;  // that `titleNames` is about
+    bool titleNames = false;                          // the path
+    bool titleNamedIt = false;                        // this one or an earlier one did
+  };
+  struct HashOfElement {
+    std::size_t operator()(const Element& element) const { return static_cast<std::size_t>(element.hash()); }
+  };
+
+  [[nodiscard]] OpenDocuments openDocuments(OfficeApp app);
+  void keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents);
+  static void compare(Answer& answer, const std::string& title);
+  void forgetOld();
+
+  Platform platform_;
+  std::shared_ptr<WindowTracker> tracker_;
+  Automation automation_;
+  std::unordered_map<Element, Answer, HashOfElement> answers_;
+  bool asking_ = false;
+  bool askedMeanwhile_ = false;
+};
+
+}  // namespace pellar
