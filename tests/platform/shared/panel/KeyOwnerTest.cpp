@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/shared/panel/KeyOwner.h"
@@ -15,14 +17,14 @@ using Words = std::vector<std::string>;
 class Keys : public testing::Test {
  protected:
   struct Panel final : KeyPanel {
-    Panel(Words& words, std::string name) : words(words), name(std::move(name)) {}
+    Panel(Words& heard, std::string called) : words(heard), name(std::move(called)) {}
     void keyEnded() override { words.push_back(name + " is key no more"); }
     void tellKeyEnded() override { words.push_back(name + " tells it"); }
     Words& words;
     std::string name;
   };
   struct Field final : KeyField {
-    explicit Field(Words& words) : words(words) {}
+    explicit Field(Words& heard) : words(heard) {}
     void beginEditing() override { words.emplace_back("editing"); }
     void endEditing() override { words.emplace_back("edited"); }
     Words& words;
@@ -157,7 +159,7 @@ TEST_F(Keys, AListLosesTheFocus) {
 
 TEST_F(Keys, AListMayBeDeletedByItsKey) {
   struct Doomed final : KeyList {
-    explicit Doomed(KeyOwner& keys) : keys(keys) {}
+    explicit Doomed(KeyOwner& owner) : keys(owner) {}
     ~Doomed() override { keys.listEnded(*this); }
     void focusChanged() override {}
     bool keyDown(std::uint16_t) override {
