@@ -102,7 +102,7 @@ void AtomicFile::removeLeftovers(const fs::path& target) {
   const std::string name = target.filename().string();
   const fs::path folder = folderOf(target);
   for (const std::string& other : operations_.names(folder)) {
-    // One that stays is in nobody's way.
+    // A temporary file that stays does no harm.
     if (isTemporaryOf(other, name)) operations_.remove(folder / other);
   }
 }

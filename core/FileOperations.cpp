@@ -53,7 +53,7 @@ class SystemFileOperations final : public FileOperations {
     if (::mkdir(folder.c_str(), 0700) == 0) return {};
     const std::error_code error = lastError();
     if (error != std::errc::file_exists) return error;
-    // Somebody else may have created it meanwhile; a trailing slash names a folder created just before.
+    // Another program may have created it meanwhile; a trailing slash names a folder created just before.
     return fs::is_directory(folder, ignored) ? std::error_code{}
                                              : std::make_error_code(std::errc::not_a_directory);
   }

@@ -29,7 +29,7 @@ class FileOperations {
   virtual std::error_code close(int descriptor) = 0;
   // Replaces `to` with `from` in one step.
   virtual std::error_code rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
-  // Returns once the content of a file that somebody else wrote is on the disk.
+  // Returns once the content of a file that another program wrote is on the disk.
   virtual std::error_code flushFile(const std::filesystem::path& file) = 0;
   // Returns once the names in the folder are on the disk.
   virtual std::error_code flushFolder(const std::filesystem::path& folder) = 0;

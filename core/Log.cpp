@@ -67,7 +67,7 @@ std::string timeStamp(std::int64_t secondsSince1970) {
 void append(const std::filesystem::path& file, std::string_view line) {
   const std::lock_guard lock(shared().file);
   // Appending seeks to the end with each write, also when another process writes too. Not blocking, so that a
-  // pipe nobody reads cannot hold the program up.
+  // pipe without a reader cannot hold the program up.
   const int descriptor =
       ::open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, 0600);
   if (descriptor < 0) return;

@@ -8,7 +8,7 @@
 #include "app/tracking/AX.h"
 #include "core/Log.h"
 
-namespace pellar::Generic {
+namespace pellar::FileMenu {
 
 namespace {
 
@@ -73,4 +73,4 @@ void saveAll(Accessibility& accessibility, const WindowList& windows,
   Log::write("save all: " + std::to_string(pressed) + " of " + std::to_string(windows.size()) + " windows");
 }
 
-}  // namespace pellar::Generic
+}  // namespace pellar::FileMenu

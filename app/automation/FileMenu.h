@@ -8,7 +8,7 @@
 #include "platform/Accessibility.h"
 
 // What any application can be made to do through its own File menu. Main thread only.
-namespace pellar::Generic {
+namespace pellar::FileMenu {
 
 // Presses the first enabled item of the process's File menu whose title is one of `titles`, the earlier
 // titles first. The menu is the one titled "File", or in a localised menu bar the second. Whether an item was
@@ -20,4 +20,4 @@ bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const 
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front);
 
-}  // namespace pellar::Generic
+}  // namespace pellar::FileMenu

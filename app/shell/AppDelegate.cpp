@@ -34,7 +34,7 @@ AppDelegate::AppDelegate(const Platform& platform)
       onboarding_(platform) {}
 
 AppDelegate::~AppDelegate() {
-  // Whoever shares these may outlive the delegate by the rest of a turn.
+  // Callbacks under way share these and may outlive the delegate by the rest of a turn.
   if (strip_) strip_->autoSaveToggled = nullptr;
   updater_->onUpdate = nullptr;
   updater_->onEula = nullptr;

@@ -58,7 +58,7 @@ struct AutoSave::SavePass {
     // The menu acts on the application's main window.
     platform.accessibility.set(front->element, "AXMain", true);
     constexpr std::array<std::string_view, 1> titles{"Save"};
-    if (Generic::pressFileMenu(platform.accessibility, front->pid, titles))
+    if (FileMenu::pressFileMenu(platform.accessibility, front->pid, titles))
       Log::write("autosave: " + app->name + " saved " + front->title);
   }
 };

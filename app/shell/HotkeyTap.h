@@ -10,7 +10,7 @@
 namespace pellar {
 
 // The shortcut of the whole session: Control-Tab goes to the next tab, Control-Shift-Tab to the previous one.
-// A key that is not acted on reaches the application in front as if nobody watched. Main thread only.
+// A key that is not acted on reaches the application in front as if there were no tap. Main thread only.
 class HotkeyTap {
  public:
   // Both outlive the tap.

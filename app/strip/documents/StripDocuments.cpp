@@ -103,7 +103,7 @@ void StripDocuments::saveAll() {
   if (shown.app->office) {
     saveAll(*shown.app->office);
   } else {
-    Generic::saveAll(platform_.accessibility, shown.windows, shown.front);
+    FileMenu::saveAll(platform_.accessibility, shown.windows, shown.front);
   }
 }
 
@@ -113,7 +113,7 @@ void StripDocuments::newDocument() {
   if (shown.app->office) {
     newDocument(*shown.app->office);
   } else if (shown.front) {
-    Generic::pressFileMenu(platform_.accessibility, shown.front->pid, newDocumentTitles);
+    FileMenu::pressFileMenu(platform_.accessibility, shown.front->pid, newDocumentTitles);
   }
 }
 

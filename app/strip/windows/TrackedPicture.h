@@ -9,7 +9,7 @@
 
 namespace pellar {
 
-// The tracker's picture as the strip last took it over. Whoever acts on its windows shares it, because menus,
+// The tracker's picture as the strip last took it over. What acts on its windows shares it, because menus,
 // questions and scripts run nested loops in which the next picture replaces this one: nothing of it is held
 // by reference across them. Main thread only.
 struct TrackedPicture {

@@ -23,7 +23,7 @@ class FileMenu : public AutomationStory {
   template <class... Titles>
   bool press(Titles... titles) {
     const std::array<std::string_view, sizeof...(Titles)> all{titles...};
-    return Generic::pressFileMenu(mac.accessibility(), editor.pid(), all);
+    return FileMenu::pressFileMenu(mac.accessibility(), editor.pid(), all);
   }
 
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
@@ -45,7 +45,7 @@ TEST_F(FileMenu, TitlesAreExact) {
   EXPECT_FALSE(press("Save "));
   EXPECT_FALSE(press("Save As..."));
   EXPECT_FALSE(press(""));
-  EXPECT_FALSE(Generic::pressFileMenu(mac.accessibility(), editor.pid(), {}));
+  EXPECT_FALSE(FileMenu::pressFileMenu(mac.accessibility(), editor.pid(), {}));
   EXPECT_TRUE(done.empty());
 }
 
@@ -157,7 +157,7 @@ TEST_F(FileMenu, AMenuBarOfAnotherTypeIsAFailure) {
   FaultyAccessibility faulty(mac.accessibility());
   faulty.answer("AXMenuBar", AttributeValue{true});
   static constexpr std::array<std::string_view, 1> save{"Save"};
-  EXPECT_FALSE(Generic::pressFileMenu(faulty, editor.pid(), save));
+  EXPECT_FALSE(FileMenu::pressFileMenu(faulty, editor.pid(), save));
 }
 
 TEST_F(FileMenu, AFrozenApplicationIsAskedOnce) {
@@ -170,7 +170,7 @@ TEST_F(FileMenu, AFrozenApplicationIsAskedOnce) {
 TEST_F(FileMenu, AnApplicationThatIsGoneHasNone) {
   mac.terminate(editor);
   EXPECT_FALSE(press("Save"));
-  EXPECT_FALSE(Generic::pressFileMenu(mac.accessibility(), 99999, std::array<std::string_view, 1>{"Save"}));
+  EXPECT_FALSE(FileMenu::pressFileMenu(mac.accessibility(), 99999, std::array<std::string_view, 1>{"Save"}));
 }
 
 TEST_F(FileMenu, WithoutPermissionNothingIsPressed) {
@@ -184,7 +184,7 @@ TEST_F(FileMenu, AMenuTakenDownInTheMiddleIsAFailure) {
     if (attribute == "AXEnabled") mac.terminate(editor);
   });
   static constexpr std::array<std::string_view, 1> save{"Save"};
-  EXPECT_FALSE(Generic::pressFileMenu(shaky, editor.pid(), save));
+  EXPECT_FALSE(FileMenu::pressFileMenu(shaky, editor.pid(), save));
   EXPECT_TRUE(done.empty());
 }
 

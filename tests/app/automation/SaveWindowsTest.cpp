@@ -21,7 +21,7 @@ class SaveWindows : public AutomationStory {
     return window;
   }
   void saveAll(const WindowList& windows, const std::shared_ptr<OfficeWindow>& front) {
-    Generic::saveAll(mac.accessibility(), windows, front);
+    FileMenu::saveAll(mac.accessibility(), windows, front);
   }
 
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
