@@ -29,12 +29,14 @@ std::optional<std::string> WindowDocuments::document(xcb_window_t window, const 
   const auto [entry, isNew] = known_.try_emplace(window);
   Known& known = entry->second;
   if (isNew || known.title != title || known.process != process) {
+    // What is read of a new window, or of one that showed a file, is acted on in the same turn.
+    const bool isAwaited = isNew || known.url;
     known.title = title;
     known.process = process;
     known.url.reset();
     known.answered = false;
     known.refused = false;
-    if (isNew) {
+    if (isAwaited) {
       askAndWait(window, known);
     } else {
       askWhenDue(window, known);
