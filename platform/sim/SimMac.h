@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "platform/Platform.h"
-#include "platform/sim/documents/PlistPropertyLists.h"
 #include "platform/sim/applications/SimAccessibility.h"
 #include "platform/sim/applications/SimDesktop.h"
 #include "platform/sim/applications/SimProgram.h"
@@ -20,6 +19,7 @@
 #include "platform/sim/desktop/SimStatusBar.h"
 #include "platform/sim/desktop/SimUserNotifications.h"
 #include "platform/sim/desktop/SimWindows.h"
+#include "platform/sim/documents/PlistPropertyLists.h"
 #include "platform/sim/input/SimEventMonitors.h"
 #include "platform/sim/input/SimEventTaps.h"
 #include "platform/sim/office/SimOffice.h"

@@ -1,5 +1,6 @@
 #include "platform/linux/panel/QtListView.h"
 
+#include "core/Notify.h"
 #include "platform/linux/panel/X11Panel.h"
 
 namespace pellar {
@@ -69,7 +70,7 @@ void QtListView::mouseDragged(const MouseEvent& event) {
 
 void QtListView::mouseUp(const MouseEvent& /*event*/) {
   if (!list_.release()) return;
-  if (const auto callback = onDoubleClick_) callback();
+  notify(onDoubleClick_);
 }
 
 }  // namespace pellar

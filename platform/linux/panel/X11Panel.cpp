@@ -100,8 +100,8 @@ void X11Panel::orderOut() {
   window_.flush();
   services_.keys.panelLeftScreen(*this);
   // The server lets go of the button's grab with the window.
-  services_.loop.post([this, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
+  services_.loop.post([this, alive = alive_.watch()] {
+    if (!alive) return;
     View* const target = mouseTarget();
     pressedList_ = nullptr;
     mouse_.abandon(target);
@@ -132,8 +132,8 @@ void X11Panel::clearFirstResponder() {
 
 Subscription X11Panel::onDidResignKey(std::function<void()> callback) {
   resignCallbacks_.push_back(std::move(callback));
-  return Subscription([this, entry = std::prev(resignCallbacks_.end()), alive = std::weak_ptr(alive_)] {
-    if (!alive.expired()) resignCallbacks_.erase(entry);
+  return Subscription([this, entry = std::prev(resignCallbacks_.end()), alive = alive_.watch()] {
+    if (alive) resignCallbacks_.erase(entry);
   });
 }
 
@@ -208,8 +208,8 @@ void X11Panel::reportPress(ScreenPoint location) {
 
 void X11Panel::schedulePaint() {
   if (!visible_ || std::exchange(paintPosted_, true)) return;
-  services_.loop.post([this, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
+  services_.loop.post([this, alive = alive_.watch()] {
+    if (!alive) return;
     paintPosted_ = false;
     if (!visible_ || (dirty_.isEmpty() && !needsLayout_)) return;
     paint();
@@ -269,9 +269,9 @@ void X11Panel::press(const xcb_button_press_event_t& event) {
     return;
   }
   if (event.detail == XCB_BUTTON_INDEX_1 || event.detail == XCB_BUTTON_INDEX_3) {
-    const std::weak_ptr alive(alive_);
+    const auto alive = alive_.watch();
     reportPress(toScreenPoint(event.root_x, event.root_y, height));
-    if (alive.expired() || !visible_) return;
+    if (!alive || !visible_) return;
   }
   const auto field = std::find_if(fields_.begin(), fields_.end(),
                                   [&](const QtSearchField* each) { return each->contains(location); });

@@ -9,6 +9,7 @@
 #include <memory>
 #include <vector>
 
+#include "core/Alive.h"
 #include "platform/Panel.h"
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
@@ -112,7 +113,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
 
   std::list<std::function<void()>> resignCallbacks_;
   Subscription outsidePress_;
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Alive alive_;
 };
 
 }  // namespace pellar

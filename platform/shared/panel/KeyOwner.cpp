@@ -24,8 +24,8 @@ void KeyOwner::loseKey() {
   if (panel == nullptr) return;
   endKey();
   ++untold_[panel];
-  loop_.post([this, panel, alive = std::weak_ptr(alive_)] {
-    if (alive.expired()) return;
+  loop_.post([this, panel, alive = alive_.watch()] {
+    if (!alive) return;
     // The panel may be gone, and another one be in its place in memory.
     const auto untold = untold_.find(panel);
     if (untold == untold_.end()) return;

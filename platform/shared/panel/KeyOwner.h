@@ -2,9 +2,9 @@
 
 #include <cstdint>
 #include <map>
-#include <memory>
 #include <optional>
 
+#include "core/Alive.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -104,7 +104,7 @@ class KeyOwner {
   const KeyPanel* listPanel_ = nullptr;  // the one with the list in it
   // What was lost and is not told yet, by panel.
   std::map<const KeyPanel*, int> untold_;
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Alive alive_;
 };
 
 }  // namespace pellar

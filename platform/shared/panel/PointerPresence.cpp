@@ -8,24 +8,24 @@ bool PointerPresence::noteInside() {
   if (!tellPanelLeft()) return false;
   View* const view = view_();
   if (std::exchange(inside_, true) || view == nullptr) return true;
-  const std::weak_ptr alive(alive_);
+  const auto alive = alive_.watch();
   view->mouseEntered();
-  return !alive.expired();
+  return static_cast<bool>(alive);
 }
 
 bool PointerPresence::noteOutside() {
   panelLeft_ = false;
   View* const view = view_();
   if (!std::exchange(inside_, false) || view == nullptr) return true;
-  const std::weak_ptr alive(alive_);
+  const auto alive = alive_.watch();
   view->mouseExited();
-  return !alive.expired();
+  return static_cast<bool>(alive);
 }
 
 void PointerPresence::panelLeft() {
   if (!inside_ || std::exchange(panelLeft_, true)) return;
-  loop_.post([this, alive = std::weak_ptr(alive_)] {
-    if (!alive.expired()) tellPanelLeft();
+  loop_.post([this, alive = alive_.watch()] {
+    if (alive) tellPanelLeft();
   });
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <functional>
-#include <memory>
 
+#include "core/Alive.h"
 #include "platform/MainLoop.h"
 #include "platform/View.h"
 
@@ -32,7 +32,7 @@ class PointerPresence {
   std::function<View*()> view_;
   bool inside_ = false;
   bool panelLeft_ = false;  // and the view does not know yet
-  std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  Alive alive_;
 };
 
 }  // namespace pellar

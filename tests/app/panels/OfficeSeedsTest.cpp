@@ -60,8 +60,7 @@ TEST_F(OfficeSeeds, WithoutAnApplicationEveryOwnFileIsOfferedAndNoneOfTheirs) {
   const auto panel = mac.platform().panels.makePanel({.contentSize = {480, 300}});
   RecentView view(panel->host(), std::make_shared<StateStore>(pellar.store().url()), mac.platform());
   view.reload("");
-  EXPECT_EQ(view.items(),
-            (Names{(mac.home() / "Drawing.svg").string(), (mac.home() / "Plan.txt").string()}));
+  EXPECT_EQ(view.items(), (Names{(mac.home() / "Drawing.svg").string(), (mac.home() / "Plan.txt").string()}));
 }
 
 TEST_F(OfficeSeeds, ADamagedListHidesNothingElse) {
