@@ -122,6 +122,8 @@ bool StripController::mustHide() const {
 void StripController::hide() {
   // As good as a newer picture to what is still busy with one.
   const auto ticket = tickets_.draw();
+  // The release may not reach a panel that is off the screen, and while a drag is on no window makes room.
+  view_->abandonPress();
   hoverPanels_.hide();
   ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); }, [&] { panel_->orderOut(); });
 }

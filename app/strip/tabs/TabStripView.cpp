@@ -189,8 +189,6 @@ void TabStripView::endPress() {
   draggedTab_.reset();
 }
 
-// A press whose release never came (a menu or another grab took it): a drag of the strip still ends, so that
-// the next one starts from new frames.
 void TabStripView::abandonPress() {
   if (!press_) return;
   const bool draggedStrip = dragging_ && !press_->tab;

@@ -39,6 +39,10 @@ class TabStripView final : public View {
   void setAccent(const Color& accent);
   void setAutoSaveOn(bool on);
 
+  // Ends a press whose release will not come, because another grab took it or the strip leaves the screen: a
+  // drag of the strip ends, a tab stays where it was.
+  void abandonPress();
+
   [[nodiscard]] const std::vector<TabItem>& tabs() const { return tabs_; }
   [[nodiscard]] SearchField& searchField() { return *search_; }
   // Where everything lies now.
@@ -71,7 +75,6 @@ class TabStripView final : public View {
   [[nodiscard]] std::optional<WindowId> idUnder(ViewPoint point) const;
   void beginPress(const MouseEvent& event, const StripHit& hit);
   void endPress();
-  void abandonPress();
   void dragTabTo(double x);
   void updateTabHover(const StripLayout& layout, std::optional<std::size_t> under);
   void updateZoomHover(bool over);

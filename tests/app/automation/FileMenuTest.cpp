@@ -8,9 +8,9 @@
 namespace pellar {
 namespace {
 
-class FileMenu : public AutomationStory {
+class PressingAFileMenu : public AutomationStory {
  protected:
-  FileMenu() {
+  PressingAFileMenu() {
     editor.setMenuBar(
         {{"Apple", {{"About This Mac"}}},
          {"Editor", {{"Quit Editor", pressed("Quit")}}},
@@ -30,17 +30,17 @@ class FileMenu : public AutomationStory {
   std::vector<std::string> done;
 };
 
-TEST_F(FileMenu, PressesTheItemOfThatTitle) {
+TEST_F(PressingAFileMenu, PressesTheItemOfThatTitle) {
   EXPECT_TRUE(press("Save"));
   EXPECT_EQ(done, std::vector<std::string>{"Save"});
 }
 
-TEST_F(FileMenu, TriesTheTitlesInOrder) {
+TEST_F(PressingAFileMenu, TriesTheTitlesInOrder) {
   EXPECT_TRUE(press("Save All", "Save As…", "Save", "New"));
   EXPECT_EQ(done, std::vector<std::string>{"As"});
 }
 
-TEST_F(FileMenu, TitlesAreExact) {
+TEST_F(PressingAFileMenu, TitlesAreExact) {
   EXPECT_FALSE(press("save"));
   EXPECT_FALSE(press("Save "));
   EXPECT_FALSE(press("Save As..."));
@@ -49,18 +49,18 @@ TEST_F(FileMenu, TitlesAreExact) {
   EXPECT_TRUE(done.empty());
 }
 
-TEST_F(FileMenu, OtherMenusAreNotSearched) {
+TEST_F(PressingAFileMenu, OtherMenusAreNotSearched) {
   EXPECT_FALSE(press("Undo"));
   EXPECT_FALSE(press("About This Mac"));
 }
 
-TEST_F(FileMenu, ADisabledItemIsNotPressed) {
+TEST_F(PressingAFileMenu, ADisabledItemIsNotPressed) {
   editor.menu({"File", "Save"}).enabled = false;
   EXPECT_FALSE(press("Save"));
   EXPECT_EQ(editor.menu({"File", "Save"}).presses, 0);
 }
 
-TEST_F(FileMenu, ADisabledItemIsPassedOverForTheNextOneOfItsTitleOrTheNextTitle) {
+TEST_F(PressingAFileMenu, ADisabledItemIsPassedOverForTheNextOneOfItsTitleOrTheNextTitle) {
   editor.setMenuBar({{"File", {{"Save", pressed("first"), false}, {"Save", pressed("second")}}}});
   EXPECT_TRUE(press("Save"));
   EXPECT_EQ(done, std::vector<std::string>{"second"});
@@ -69,7 +69,7 @@ TEST_F(FileMenu, ADisabledItemIsPassedOverForTheNextOneOfItsTitleOrTheNextTitle)
   EXPECT_EQ(done.back(), "Export");
 }
 
-TEST_F(FileMenu, AnItemThatDoesNotSayWhetherItIsEnabledIsNotPressed) {
+TEST_F(PressingAFileMenu, AnItemThatDoesNotSayWhetherItIsEnabledIsNotPressed) {
   editor.menu({"File", "Save"}).refusedAttributes = {"AXEnabled"};
   EXPECT_FALSE(press("Save"));
   editor.menu({"File", "Save"}).refusedAttributes = {};
@@ -78,20 +78,20 @@ TEST_F(FileMenu, AnItemThatDoesNotSayWhetherItIsEnabledIsNotPressed) {
   EXPECT_EQ(editor.menu({"File", "Save"}).presses, 0);
 }
 
-TEST_F(FileMenu, AnItemWithoutATitleIsPassedOver) {
+TEST_F(PressingAFileMenu, AnItemWithoutATitleIsPassedOver) {
   editor.menu({"File", "New"}).title.reset();
   editor.menu({"File", "Save As…"}).mistypedAttributes = {"AXTitle"};
   EXPECT_TRUE(press("Save As…", "New", "Save"));
   EXPECT_EQ(done, std::vector<std::string>{"Save"});
 }
 
-TEST_F(FileMenu, APressThatFailsEndsTheMatter) {
+TEST_F(PressingAFileMenu, APressThatFailsEndsTheMatter) {
   editor.menu({"File", "Save"}).refusesPress = true;
   EXPECT_FALSE(press("Save", "New"));
   EXPECT_TRUE(done.empty()) << "the other titles are not tried";
 }
 
-TEST_F(FileMenu, IsTheFirstOneTitledFile) {
+TEST_F(PressingAFileMenu, IsTheFirstOneTitledFile) {
   editor.setMenuBar({{"Apple", {}},
                      {"Editor", {{"Save", pressed("Editor")}}},
                      {"File", {{"Save", pressed("File")}}},
@@ -100,7 +100,7 @@ TEST_F(FileMenu, IsTheFirstOneTitledFile) {
   EXPECT_EQ(done, std::vector<std::string>{"File"});
 }
 
-TEST_F(FileMenu, InAnotherLanguageIsTheSecondOne) {
+TEST_F(PressingAFileMenu, InAnotherLanguageIsTheSecondOne) {
   editor.setMenuBar({{"Apple", {{"Sichern", pressed("wrong")}}},
                      {"Ablage", {{"Neu", pressed("Neu")}, {"Sichern", pressed("Sichern")}}},
                      {"Bearbeiten", {{"Sichern", pressed("wrong")}}}});
@@ -109,21 +109,21 @@ TEST_F(FileMenu, InAnotherLanguageIsTheSecondOne) {
   EXPECT_FALSE(press("Save")) << "it has no item of that title";
 }
 
-TEST_F(FileMenu, ASecondMenuThatIsNoFileMenuIsSearchedAllTheSame) {
+TEST_F(PressingAFileMenu, ASecondMenuThatIsNoFileMenuIsSearchedAllTheSame) {
   editor.setMenuBar({{"Apple", {}}, {"Edit", {{"Undo", pressed("Undo")}}}, {"Window", {}}});
   EXPECT_FALSE(press("Save"));
   EXPECT_TRUE(done.empty());
   EXPECT_TRUE(press("Undo"));
 }
 
-TEST_F(FileMenu, WithASingleForeignTitleThereIsNone) {
+TEST_F(PressingAFileMenu, WithASingleForeignTitleThereIsNone) {
   editor.setMenuBar({{"Ablage", {{"Save", pressed("Save")}}}});
   EXPECT_FALSE(press("Save"));
   editor.setMenuBar({{"File", {{"Save", pressed("Save")}}}});
   EXPECT_TRUE(press("Save")) << "titled File it is found at once";
 }
 
-TEST_F(FileMenu, MissingPartsAreAFailure) {
+TEST_F(PressingAFileMenu, MissingPartsAreAFailure) {
   editor.menu({"File"}).children.clear();
   EXPECT_FALSE(press("Save")) << "a title without a menu";
   editor.setMenuBar({{"Apple", {}}, {"File", {}}});
@@ -133,7 +133,7 @@ TEST_F(FileMenu, MissingPartsAreAFailure) {
   EXPECT_EQ(mac.accessibility().roundTrips().actions, 0);
 }
 
-TEST_F(FileMenu, PartsThatCannotBeReadAreAFailure) {
+TEST_F(PressingAFileMenu, PartsThatCannotBeReadAreAFailure) {
   editor.menu().refusedAttributes = {"AXChildren"};
   EXPECT_FALSE(press("Save"));
   editor.menu().refusedAttributes = {};
@@ -147,38 +147,38 @@ TEST_F(FileMenu, PartsThatCannotBeReadAreAFailure) {
   EXPECT_TRUE(press("Save"));
 }
 
-TEST_F(FileMenu, ATitleThatCannotBeReadIsNotFile) {
+TEST_F(PressingAFileMenu, ATitleThatCannotBeReadIsNotFile) {
   editor.menu({"File"}).refusedAttributes = {"AXTitle"};
   EXPECT_FALSE(press("Save"));
   EXPECT_TRUE(press("Quit Editor")) << "so the second menu is taken";
 }
 
-TEST_F(FileMenu, AMenuBarOfAnotherTypeIsAFailure) {
+TEST_F(PressingAFileMenu, AMenuBarOfAnotherTypeIsAFailure) {
   FaultyAccessibility faulty(mac.accessibility());
   faulty.answer("AXMenuBar", AttributeValue{true});
   static constexpr std::array<std::string_view, 1> save{"Save"};
   EXPECT_FALSE(FileMenu::pressFileMenu(faulty, editor.pid(), save));
 }
 
-TEST_F(FileMenu, AFrozenApplicationIsAskedOnce) {
+TEST_F(PressingAFileMenu, AFrozenApplicationIsAskedOnce) {
   editor.freeze();
   const auto start = mac.mainLoop().uptime();
   EXPECT_FALSE(press("Save"));
   EXPECT_EQ(mac.mainLoop().uptime() - start, SimAccessibility::messagingTimeout);
 }
 
-TEST_F(FileMenu, AnApplicationThatIsGoneHasNone) {
+TEST_F(PressingAFileMenu, AnApplicationThatIsGoneHasNone) {
   mac.terminate(editor);
   EXPECT_FALSE(press("Save"));
   EXPECT_FALSE(FileMenu::pressFileMenu(mac.accessibility(), 99999, std::array<std::string_view, 1>{"Save"}));
 }
 
-TEST_F(FileMenu, WithoutPermissionNothingIsPressed) {
+TEST_F(PressingAFileMenu, WithoutPermissionNothingIsPressed) {
   mac.accessibility().setTrusted(false);
   EXPECT_FALSE(press("Save"));
 }
 
-TEST_F(FileMenu, AMenuTakenDownInTheMiddleIsAFailure) {
+TEST_F(PressingAFileMenu, AMenuTakenDownInTheMiddleIsAFailure) {
   FaultyAccessibility shaky(mac.accessibility());
   shaky.beforeRead([&](const Element&, std::string_view attribute) {
     if (attribute == "AXEnabled") mac.terminate(editor);
@@ -188,13 +188,13 @@ TEST_F(FileMenu, AMenuTakenDownInTheMiddleIsAFailure) {
   EXPECT_TRUE(done.empty());
 }
 
-TEST_F(FileMenu, AnItemMayTakeItsWholeMenuAway) {
+TEST_F(PressingAFileMenu, AnItemMayTakeItsWholeMenuAway) {
   editor.menu({"File", "Save"}).onPress = [&] { editor.setMenuBar({}); };
   EXPECT_TRUE(press("Save"));
   EXPECT_FALSE(press("Save"));
 }
 
-TEST_F(FileMenu, ReadsNoMoreThanItNeeds) {
+TEST_F(PressingAFileMenu, ReadsNoMoreThanItNeeds) {
   mac.accessibility().forgetRoundTrips();
   EXPECT_TRUE(press("Save"));
   // The bar, its titles up to File, the menu, its items up to Save, and whether that is enabled.

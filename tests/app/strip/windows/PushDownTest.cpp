@@ -21,6 +21,26 @@ TEST_F(RoomForTheStrip, AWindowDraggedToTheTopByItsStripLosesOnlyTheRoomOfTheStr
   expectStripOver(plan);
 }
 
+// A panel that goes off the screen under a drag may never hear of the release.
+TEST_F(RoomForTheStrip, AWindowMakesRoomAfterADragInWhichTheStripWasHidden) {
+  auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  mac.pointer().press(from);
+  mac.pointer().moveTo({from.x, from.y + 20});
+  plan.minimise();
+  mac.settle();
+  plan.restore();
+  mac.settle();
+  plan.moveTo({100, 25});
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572}));
+  expectStripOver(plan);
+  mac.pointer().moveTo({from.x, from.y + 60});
+  mac.pointer().release();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572})) << "that drag is over";
+}
+
 TEST_F(RoomForTheStrip, AWindowThatRefusesTheMoveButTakesTheSizeGetsItsSizeBack) {
   auto plan = open("Plan", {100, 25, 1200, 600});
   plan.quirks().refusesMoves = true;
