@@ -16,13 +16,18 @@ std::vector<std::string_view> components(std::string_view path) {
   return found;
 }
 
+bool isWithin(std::string_view path, std::string_view home) {
+  return !home.empty() && path.starts_with(home) && (path.size() == home.size() || path[home.size()] == '/');
+}
+
 }  // namespace
 
+std::string folderFromHome(std::string_view path, std::string_view home) {
+  return isWithin(path, home) ? "~" + std::string(path.substr(home.size())) : std::string(path);
+}
+
 std::string shortFolder(std::string_view path, std::string_view home) {
-  if (!home.empty() && path.starts_with(home)) {
-    const auto rest = path.substr(home.size());
-    if (rest.empty() || rest.starts_with('/')) return "~" + std::string(rest);
-  }
+  if (isWithin(path, home)) return folderFromHome(path, home);
   const auto names = components(path);
   if (names.size() < 3) return std::string(path);
   return "…/" + std::string(names[names.size() - 2]) + "/" + std::string(names.back());

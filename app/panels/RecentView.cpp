@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <map>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "core/Notify.h"
 #include "core/PathExtension.h"
 #include "core/Recent.h"
+#include "core/ShortFolder.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 
@@ -34,13 +34,6 @@ constexpr ListStyle style{.rowHeight = 34,
                                        .font = {10.5, FontWeight::regular},
                                        .color = Color::white(0.55),
                                        .truncation = ListLabel::Truncation::middle}};
-
-// A folder as it is shown: the home folder is "~".
-std::string shown(std::string_view folder, const std::string& home) {
-  const bool inHome = !home.empty() && folder.starts_with(home) &&
-                      (folder.size() == home.size() || folder[home.size()] == '/');
-  return inHome ? "~" + std::string(folder.substr(home.size())) : std::string(folder);
-}
 
 bool exists(const std::string& path) {
   std::error_code error;  // what cannot be looked at is not there for the user
@@ -71,7 +64,7 @@ void RecentView::reload(const std::string& query) {
 ListRow RecentView::row(std::size_t index) const {
   const std::string& path = items_.at(index);
   return {std::string(lastComponent(path)),
-          shown(withoutLastComponent(path), platform_.folders.home.string())};
+          folderFromHome(withoutLastComponent(path), platform_.folders.home.string())};
 }
 
 bool RecentView::handle(const std::string& selector) {
