@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -45,15 +46,30 @@ class Element {
   std::shared_ptr<const ElementHandle> handle_;
 };
 
+// For containers keyed by elements.
+struct ElementHash {
+  std::size_t operator()(const Element& element) const { return static_cast<std::size_t>(element.hash()); }
+};
+
 // The value of an attribute. Positions and sizes are points in Accessibility coordinates.
 using AttributeValue = std::variant<bool, std::string, AxPoint, Size, Element, std::vector<Element>>;
 
-// Notifications of one process. Dropping it ends them.
+// What became of a registration (AXObserverAddNotification in AXUIElement.h).
+enum class Registration {
+  made,          // also when it was made before
+  refused,       // the element has no such notification, or it may not be had
+  notListening,  // nothing is registered: the application is still launching, is busy, or has ended
+};
+
+// Notifications of one process. Dropping it ends them. A registration waits for the application.
 class ElementObserver {
  public:
   virtual ~ElementObserver() = default;
-  // Registers one notification on an element of the process. A refusal is not reported.
-  virtual void add(const Element& element, std::string_view notification) = 0;
+  // Registers one notification on an element of the process: on its application element for all its windows,
+  // on a window for that one. Some applications tell the end of a window only to who registered on it.
+  virtual Registration add(const Element& element, std::string_view notification) = 0;
+  // Takes a registration back. One that was not made changes nothing.
+  virtual void remove(const Element& element, std::string_view notification) = 0;
 };
 
 // The Accessibility interface. Names are the platform's own ("AXTitle", "AXRaise"). Main thread only. Nothing
@@ -79,8 +95,12 @@ class Accessibility {
   // Performs an action ("AXRaise", "AXPress"); false when the system reports an error.
   virtual bool perform(const Element& element, std::string_view action) = 0;
 
+  // How many reads, of all so far, no application answered, because it is busy or still launching. Whether a
+  // number of reads was answered is seen by comparing before and after.
+  [[nodiscard]] virtual std::uint64_t unansweredReads() const = 0;
+
   // Says which attributes of which elements are about to be read, so that an adapter may fetch them together.
-  // Only a hint: what is read right afterwards may be answered from that fetch, later reads never are.
+  // Only a hint: what is read right afterwards may be answered from that fetch, each value once.
   virtual void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) = 0;
 
   // Observes a process; `onNotification` is called from the main loop for each notification added. Absent

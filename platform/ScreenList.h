@@ -1,9 +1,11 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <vector>
 
 #include "core/Geometry.h"
+#include "platform/Subscription.h"
 
 namespace pellar {
 
@@ -23,6 +25,9 @@ class ScreenList {
   // The display of the window that has the keyboard, the first one while no window has it; absent when there
   // is no display.
   [[nodiscard]] virtual std::optional<Screen> mainScreen() const = 0;
+  // A display came or went, or the place, the size or the visible part of one changed. Called from the main
+  // loop; may be called when nothing did.
+  [[nodiscard]] virtual Subscription onChanged(std::function<void()> callback) = 0;
 };
 
 }  // namespace pellar

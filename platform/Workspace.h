@@ -58,6 +58,12 @@ class Workspace {
   // An application came to the front.
   [[nodiscard]] virtual Subscription onActivated(std::function<void()> callback) = 0;
 
+  // An application has finished launching. It may still be deaf to who asks it.
+  [[nodiscard]] virtual Subscription onLaunched(std::function<void(ProcessId)> callback) = 0;
+
+  // Another space (desktop) is shown. Which application is in front need not change by it.
+  [[nodiscard]] virtual Subscription onActiveSpaceChanged(std::function<void()> callback) = 0;
+
   // An application ended. The argument is absent when the system does not say which.
   [[nodiscard]] virtual Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) = 0;
 };

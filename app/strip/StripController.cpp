@@ -84,6 +84,8 @@ void StripController::connect() {
 
   menus_->onAutoSave = weakly([](Self& self) { self.toggleAutoSave(); });
 
+  screensChanged_ = platform_.screens.onChanged(weakly([](Self& self) { self.tracker_->scheduleRefresh(); }));
+
   tracker_->delegate = weak_from_this();
 }
 

@@ -89,6 +89,7 @@ class StripController final : public WindowTrackerDelegate,
   HoverPanels hoverPanels_;
   PushDown pushDown_;
   WindowGroupDrag drag_;
+  Subscription screensChanged_;
 };
 
 }  // namespace pellar

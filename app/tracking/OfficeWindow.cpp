@@ -10,21 +10,23 @@ namespace pellar {
 
 OfficeWindow::OfficeWindow(Accessibility& accessibility, Element windowElement, TrackedApp owner,
                            ProcessId ownerPid)
-    : element(std::move(windowElement)),
-      app(std::move(owner)),
-      pid(ownerPid),
-      title(AX::value<std::string>(accessibility, element, "AXTitle").value_or("")),
-      frame(AX::frame(accessibility, element).value_or(AxRect{})),
-      minimized(AX::value<bool>(accessibility, element, "AXMinimized").value_or(false)),
-      fullscreen(AX::value<bool>(accessibility, element, "AXFullScreen").value_or(false)),
-      id_(element.hash()) {}
+    : element(std::move(windowElement)), app(std::move(owner)), pid(ownerPid), id_(element.hash()) {
+  readSnapshot(accessibility);
+}
 
 void OfficeWindow::refresh(Accessibility& accessibility) {
+  readSnapshot(accessibility);
+  readPath(accessibility);
+}
+
+void OfficeWindow::readSnapshot(Accessibility& accessibility) {
   if (auto read = AX::value<std::string>(accessibility, element, "AXTitle")) title = std::move(*read);
   if (const auto read = AX::frame(accessibility, element)) frame = *read;
   minimized = AX::value<bool>(accessibility, element, "AXMinimized").value_or(false);
   fullscreen = AX::value<bool>(accessibility, element, "AXFullScreen").value_or(false);
+}
 
+void OfficeWindow::readPath(Accessibility& accessibility) {
   if (app.office || !mustReadPath()) return;
   const auto document = AX::value<std::string>(accessibility, element, "AXDocument");
   auto read = document ? pathOfFileUrl(*document) : std::nullopt;

@@ -18,10 +18,12 @@ class OfficeWindow {
   OfficeWindow(const OfficeWindow&) = delete;
   OfficeWindow& operator=(const OfficeWindow&) = delete;
 
-  // Reads the snapshot anew. What cannot be read keeps its value, except the two flags, which become false.
-  // The path, which is read of other than Office windows only, stays once it is known, except one that the
-  // title named and names no more: that is read anew each time.
+  // Reads the snapshot and the path anew. What cannot be read keeps its value, except the two flags, which
+  // become false.
   void refresh(Accessibility& accessibility);
+  // Reads the path, of other than Office windows only. It stays once it is known, except one that the title
+  // named and names no more: that is read anew each time.
+  void readPath(Accessibility& accessibility);
 
   // The identifier of the window and of its tab while the window exists.
   [[nodiscard]] WindowId id() const { return id_; }
@@ -36,6 +38,7 @@ class OfficeWindow {
   std::optional<std::string> path;  // POSIX path of the file that the window says it shows, when known
 
  private:
+  void readSnapshot(Accessibility& accessibility);
   [[nodiscard]] bool mustReadPath();
 
   std::string titleOfPath_;  // that `titleNamesPath_` is about

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cmath>
 #include <span>
 #include <string>
@@ -14,16 +15,18 @@
 #include "core/QuotedList.h"
 
 namespace pellar {
-namespace {
 
-constexpr std::array<std::string_view, 10> notifications{
-    "AXFocusedWindowChanged", "AXWindowCreated",      "AXUIElementDestroyed",   "AXWindowMoved",
-    "AXWindowResized",        "AXWindowMiniaturized", "AXWindowDeminiaturized", "AXTitleChanged",
-    "AXApplicationHidden",    "AXApplicationShown"};
+using namespace std::chrono_literals;
+
+namespace {
 
 // What a refresh reads of each window. The last one is read of other than Office windows only.
 constexpr std::array<std::string_view, 7> windowAttributes{
     "AXSubrole", "AXTitle", "AXPosition", "AXSize", "AXMinimized", "AXFullScreen", "AXDocument"};
+
+// A launching application listens within seconds; a busy one may take longer, and each try waits for it.
+const std::vector<std::chrono::milliseconds> registeringMarks{500ms, 2s, 8s};
+const std::vector<std::chrono::milliseconds> answeringMarks{1s, 5s, 20s};
 
 constexpr double smallestTabbedWidth = 200;  // points
 constexpr int setFrameAttempts = 8;
@@ -66,18 +69,29 @@ std::shared_ptr<WindowTracker> WindowTracker::create(Accessibility& accessibilit
 }
 
 WindowTracker::WindowTracker(Accessibility& accessibility, Workspace& workspace, MainLoop& mainLoop)
-    : accessibility_(accessibility), workspace_(workspace), mainLoop_(mainLoop) {}
+    : accessibility_(accessibility),
+      workspace_(workspace),
+      mainLoop_(mainLoop),
+      registering_(mainLoop, registeringMarks, [this] { refresh(); }),
+      answering_(mainLoop, answeringMarks, [this] { refresh(); }) {}
 
 void WindowTracker::start() {
-  activated_ = workspace_.onActivated([weak = weak_from_this()] {
-    if (const auto self = weak.lock()) self->refresh();
-  });
-  terminated_ = workspace_.onTerminated([weak = weak_from_this()](std::optional<ProcessId> pid) {
-    const auto self = weak.lock();
-    if (!self) return;
-    if (pid) self->observers_.erase(*pid);
-    self->refresh();
-  });
+  const auto weakly = [weak = weak_from_this()](auto action) {
+    return [weak, action](auto... arguments) {
+      if (const auto self = weak.lock()) action(*self, arguments...);
+    };
+  };
+  activated_ = workspace_.onActivated(weakly([](WindowTracker& self) { self.refresh(); }));
+  launched_ = workspace_.onLaunched(weakly([](WindowTracker& self, ProcessId pid) {
+    const auto front = self.workspace_.frontmostApplication();
+    if (front && front->pid == pid && !self.observers_.contains(pid)) self.refresh();
+  }));
+  spaceChanged_ =
+      workspace_.onActiveSpaceChanged(weakly([](WindowTracker& self) { self.scheduleRefresh(); }));
+  terminated_ = workspace_.onTerminated(weakly([](WindowTracker& self, std::optional<ProcessId> pid) {
+    if (pid) self.observers_.erase(*pid);
+    self.refresh();
+  }));
   refresh();
 }
 
@@ -89,35 +103,43 @@ void WindowTracker::refresh() {
   const auto self = shared_from_this();
 
   const auto application = trackableApplication();
-  if (!application) {
-    store(std::nullopt, {}, nullptr);
-    report();
-    return;
+  auto app = application ? std::optional(trackedAppOf(*application)) : std::nullopt;
+  if (app && isEnabled(*app)) {
+    readPicture(std::move(*app), application->pid);
+  } else {
+    storeNothing();
   }
-  TrackedApp app = trackedAppOf(*application);
-  if (!isEnabled(app)) {
-    store(std::nullopt, {}, nullptr);
-    report();
-    return;
-  }
-
-  readPicture(std::move(app), application->pid);
   report();
 }
 
 void WindowTracker::readPicture(TrackedApp app, ProcessId pid) {
   const Reading reading(*this);
+  if (app_ != app || pid_ != pid) leaveApplication();
   const Element appElement = accessibility_.applicationElement(pid);
-  ensureObserver(pid, appElement);
-  WindowList kept = readWindows(appElement, app, pid);
+  const bool observed = ensureObserver(pid, appElement);
+  const auto unanswered = accessibility_.unansweredReads();
+  auto listed = readWindows(appElement, app, pid);
   // Without windows an application that does not answer is spared a second wait.
-  const auto focused =
-      kept.empty() ? std::nullopt : AX::value<Element>(accessibility_, appElement, "AXFocusedWindow");
+  const auto focused = !listed || listed->kept.empty()
+                           ? std::nullopt
+                           : AX::value<Element>(accessibility_, appElement, "AXFocusedWindow");
+  const auto vanished = listed ? gone(*listed) : WindowList{};
+  tried(observed, accessibility_.unansweredReads() == unanswered);
   // After the last read: a tab that the user moves meanwhile stays moved.
-  WindowList windows = inTabOrder(std::move(kept));
+  for (const auto& window : vanished) order_.forget(window);
+  WindowList windows = listed ? order_.arrange(std::move(listed->kept)) : WindowList{};
   auto front = frontOf(windows, focused);
   pid_ = pid;
-  store(std::move(app), std::move(windows), std::move(front));
+  app_ = std::move(app);
+  windows_ = std::move(windows);
+  front_ = std::move(front);
+}
+
+// An application that has just become able to listen or to answer announces nothing. One that does not listen
+// yet is tried for that, and answers with it.
+void WindowTracker::tried(bool observed, bool answered) {
+  observed ? registering_.end() : registering_.refused();
+  observed && !answered ? answering_.refused() : answering_.end();
 }
 
 // The frontmost application when its windows may have tabs; its bundle identifier is then present.
@@ -129,51 +151,61 @@ std::optional<RunningApplication> WindowTracker::trackableApplication() const {
   return application;
 }
 
-WindowList WindowTracker::readWindows(const Element& appElement, const TrackedApp& app, ProcessId pid) {
-  const auto elements = AX::value<std::vector<Element>>(accessibility_, appElement, "AXWindows");
-  if (!elements || elements->empty()) return {};
+std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& appElement,
+                                                                const TrackedApp& app, ProcessId pid) {
+  auto elements = AX::value<std::vector<Element>>(accessibility_, appElement, "AXWindows");
+  if (!elements) return std::nullopt;
+  Listed listed{std::move(*elements), {}};
+  if (const auto observer = observers_.find(pid); observer != observers_.end())
+    observer->second->follow(listed.elements);
+  if (listed.elements.empty()) return listed;
 
   const std::span<const std::string_view> attributes(windowAttributes);
-  accessibility_.willRead(*elements, app.office ? attributes.first(attributes.size() - 1) : attributes);
+  accessibility_.willRead(listed.elements, app.office ? attributes.first(attributes.size() - 1) : attributes);
 
-  std::unordered_map<WindowId, std::shared_ptr<OfficeWindow>> known;
-  known.reserve(windows_.size());
-  for (const auto& window : windows_) known.emplace(window->id(), window);
+  std::unordered_map<Element, std::shared_ptr<OfficeWindow>, ElementHash> known;
+  known.reserve(order_.windows().size());
+  for (const auto& window : order_.windows()) known.emplace(window->element, window);
 
-  WindowList kept;
-  kept.reserve(elements->size());
+  listed.kept.reserve(listed.elements.size());
   std::unordered_set<WindowId> taken;
-  taken.reserve(elements->size());
-  for (const auto& element : *elements) {
+  taken.reserve(listed.elements.size());
+  for (const auto& element : listed.elements) {
     const WindowId id = element.hash();
     if (taken.contains(id)) continue;
     if (AX::value<std::string>(accessibility_, element, "AXSubrole") != "AXStandardWindow") continue;
-    const auto found = known.find(id);
-    // A new window may come under the number of one that is gone.
-    const bool reusable = found != known.end() && found->second->element == element;
-    auto window =
-        reusable ? found->second : std::make_shared<OfficeWindow>(accessibility_, element, app, pid);
-    window->refresh(accessibility_);
+    const auto found = known.find(element);
+    auto window = found == known.end() ? std::make_shared<OfficeWindow>(accessibility_, element, app, pid)
+                                       : found->second;
+    // A new record has just been read.
+    found == known.end() ? window->readPath(accessibility_) : window->refresh(accessibility_);
     if (!(window->frame.width >= smallestTabbedWidth)) continue;
     taken.insert(id);
-    kept.push_back(std::move(window));
+    listed.kept.push_back(std::move(window));
   }
-  return kept;
+  return listed;
 }
 
-// Windows that had a tab keep their order; new ones follow in the order given.
-WindowList WindowTracker::inTabOrder(WindowList kept) const {
-  std::unordered_set<const OfficeWindow*> waiting;
-  waiting.reserve(kept.size());
-  for (const auto& window : kept) waiting.insert(window.get());
-
-  WindowList ordered;
-  ordered.reserve(kept.size());
-  for (const auto& window : windows_)
-    if (waiting.erase(window.get()) > 0) ordered.push_back(window);
-  for (auto& window : kept)
-    if (waiting.contains(window.get())) ordered.push_back(std::move(window));
-  return ordered;
+// One that is named and gets no tab has lost its place. One that is not named is on another space, unless its
+// own element says nothing any more; an application that is busy is not asked about its next window.
+WindowList WindowTracker::gone(const Listed& listed) {
+  WindowList gone;
+  if (order_.windows().empty()) return gone;
+  WindowList kept = listed.kept;
+  std::ranges::sort(kept);
+  const auto unanswered = accessibility_.unansweredReads();
+  for (const auto& window : WindowList(windows_)) {
+    if (std::ranges::binary_search(kept, window)) continue;
+    const bool named = std::ranges::find(listed.elements, window->element) != listed.elements.end();
+    if (named) {
+      gone.push_back(window);
+      continue;
+    }
+    const bool lives = AX::value<std::string>(accessibility_, window->element, "AXSubrole").has_value();
+    if (accessibility_.unansweredReads() != unanswered) break;
+    if (!lives) gone.push_back(window);
+  }
+  return gone;
 }
 
 std::shared_ptr<OfficeWindow> WindowTracker::frontOf(const WindowList& windows,
@@ -187,24 +219,31 @@ std::shared_ptr<OfficeWindow> WindowTracker::frontOf(const WindowList& windows,
   return shown == windows.end() ? nullptr : *shown;
 }
 
-void WindowTracker::ensureObserver(ProcessId pid, const Element& appElement) {
-  if (observers_.contains(pid)) return;
-  auto observer = accessibility_.observe(pid, [weak = weak_from_this()] {
+bool WindowTracker::ensureObserver(ProcessId pid, const Element& appElement) {
+  if (observers_.contains(pid)) return true;
+  auto observer = ObservedApplication::observe(accessibility_, pid, appElement, [weak = weak_from_this()] {
     if (const auto self = weak.lock()) self->scheduleRefresh();
   });
   if (!observer) {
     Log::write("AXObserverCreate failed for pid " + std::to_string(pid));
-    return;
+    return false;
   }
-  for (const auto notification : notifications) observer->add(appElement, notification);
   observers_.emplace(pid, std::move(observer));
+  return true;
 }
 
-void WindowTracker::store(std::optional<TrackedApp> app, WindowList windows,
-                          std::shared_ptr<OfficeWindow> front) {
-  app_ = std::move(app);
-  windows_ = std::move(windows);
-  front_ = std::move(front);
+void WindowTracker::storeNothing() {
+  app_.reset();
+  windows_.clear();
+  front_.reset();
+  leaveApplication();
+}
+
+// Another application is tracked from now on, or none.
+void WindowTracker::leaveApplication() {
+  order_.forgetAll();
+  registering_.end();
+  answering_.end();
 }
 
 void WindowTracker::report() {
@@ -231,10 +270,11 @@ void WindowTracker::scheduleRefresh() {
 void WindowTracker::move(WindowId id, int index) {
   const auto found = std::ranges::find_if(windows_, [&](const auto& window) { return window->id() == id; });
   if (found == windows_.end()) return;
-  auto window = *found;
-  windows_.erase(found);
-  const auto place = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(windows_));
-  windows_.insert(windows_.begin() + place, std::move(window));
+  const auto window = *found;
+  WindowList others = windows_;
+  std::erase(others, window);
+  const auto place = std::clamp<std::ptrdiff_t>(index, 0, std::ssize(others));
+  windows_ = order_.move(window, others, place);
 
   std::vector<std::string> titles;
   titles.reserve(windows_.size());

@@ -6,7 +6,10 @@
 #include <unordered_map>
 #include <vector>
 
+#include "app/tracking/ObservedApplication.h"
 #include "app/tracking/OfficeWindow.h"
+#include "app/tracking/RetrySeries.h"
+#include "app/tracking/TabOrder.h"
 #include "core/Geometry.h"
 #include "core/TrackedApp.h"
 #include "platform/Accessibility.h"
@@ -16,7 +19,6 @@
 namespace pellar {
 
 class WindowTracker;
-using WindowList = std::vector<std::shared_ptr<OfficeWindow>>;
 
 // Who receives the tracker's pictures.
 class WindowTrackerDelegate {
@@ -29,7 +31,9 @@ class WindowTrackerDelegate {
 };
 
 // Keeps the picture of the frontmost application's windows. Learns of changes from the workspace and from an
-// observer on every process it has tracked; never polls. Main thread only.
+// observer on every process it has tracked. An application that takes no registrations, or answers no reads,
+// is tried again a few times, since it tells nobody when it is ready; there is no other polling. Main thread
+// only.
 class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
  public:
   static std::shared_ptr<WindowTracker> create(Accessibility& accessibility, Workspace& workspace,
@@ -61,17 +65,27 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
 
  private:
   class Reading;
+  struct Listed {
+    std::vector<Element> elements;  // as the application names them
+    WindowList kept;                // those that get a tab
+  };
 
   WindowTracker(Accessibility& accessibility, Workspace& workspace, MainLoop& mainLoop);
 
   [[nodiscard]] std::optional<RunningApplication> trackableApplication() const;
   void readPicture(TrackedApp app, ProcessId pid);
-  [[nodiscard]] WindowList readWindows(const Element& appElement, const TrackedApp& app, ProcessId pid);
-  [[nodiscard]] WindowList inTabOrder(WindowList kept) const;
+  void tried(bool observed, bool answered);
+  // Absent when the application does not say which windows it has.
+  [[nodiscard]] std::optional<Listed> readWindows(const Element& appElement, const TrackedApp& app,
+                                                  ProcessId pid);
+  // The windows of the last picture that will not come back to it.
+  [[nodiscard]] WindowList gone(const Listed& listed);
   [[nodiscard]] static std::shared_ptr<OfficeWindow> frontOf(const WindowList& windows,
                                                              const std::optional<Element>& focused);
-  void ensureObserver(ProcessId pid, const Element& appElement);
-  void store(std::optional<TrackedApp> app, WindowList windows, std::shared_ptr<OfficeWindow> front);
+  // Whether its notifications are heard.
+  bool ensureObserver(ProcessId pid, const Element& appElement);
+  void storeNothing();
+  void leaveApplication();
   void report();
 
   Accessibility& accessibility_;
@@ -80,11 +94,16 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
   std::optional<TrackedApp> app_;
   ProcessId pid_ = 0;
   WindowList windows_;
+  TabOrder order_;
   std::shared_ptr<OfficeWindow> front_;
   bool pendingRefresh_ = false;
   Reading* reading_ = nullptr;  // while a picture is being read
-  std::unordered_map<ProcessId, std::unique_ptr<ElementObserver>> observers_;
+  std::unordered_map<ProcessId, std::unique_ptr<ObservedApplication>> observers_;
+  RetrySeries registering_;  // of the application in front, while it takes no registrations
+  RetrySeries answering_;    // while it answers no reads
+  Subscription launched_;
   Subscription activated_;
+  Subscription spaceChanged_;
   Subscription terminated_;
 };
 

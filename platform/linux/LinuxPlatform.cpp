@@ -22,7 +22,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
     : connection_(std::move(connection)),
       mirror_(*connection_),
       applications_(mirror_, loop_, DesktopEntries(dataFolders())),
-      screens_(*connection_, mirror_),
+      screens_(*connection_, mirror_, loop_),
       accessibility_(*connection_, mirror_, applications_, loop_),
       workspace_(applications_, accessibility_, loop_),
       monitors_(*connection_, loop_),
@@ -55,6 +55,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
                 .application = program_,
                 .bundle = builtBundle(),
                 .folders = platformFolders()} {
+  applications_.onScreensChanged = [this] { screens_.noteChange(); };
   mirror_.readStale();
   applications_.update();
 }

@@ -41,6 +41,10 @@ struct SimLaunch {
   std::optional<std::string> name = std::nullopt;
   ActivationPolicy policy = ActivationPolicy::regular;
   bool inFront = true;
+  // What it refuses until it is ready, and how long that takes. The workspace may call it launched before.
+  SimRefusal refusesAtFirst = SimRefusal::nothing;
+  std::chrono::milliseconds readyAfter{0};
+  std::chrono::milliseconds launchedAfter{0};
 };
 
 // A Mac in memory: applications with windows, screens, a mouse, a keyboard and a clock that moves only when
@@ -71,6 +75,8 @@ class SimMac {
   SimApplication launch(const SimLaunch& application);
   void activate(const SimApplication& application) { desktop_.activate(application.pid()); }
   void terminate(const SimApplication& application) { desktop_.terminate(*application.state_); }
+  // The user goes to another space.
+  void showSpace(int space) { desktop_.showSpace(space); }
   void activatePellar() { desktop_.activatePellar(); }
   void leaveNobodyInFront() { desktop_.leaveNobodyInFront(); }
   // This program runs without a bundle.
@@ -124,8 +130,8 @@ class SimMac {
   [[nodiscard]] std::optional<ScreenRect> keyWindowFrame() const;
 
   TemporaryFolder home_;
-  SimScreens screens_;
   SimMainLoop mainLoop_;
+  SimScreens screens_{mainLoop_};
   SimDesktop desktop_{mainLoop_};
   SimAccessibility accessibility_{desktop_, mainLoop_};
   SimWorkspace workspace_{desktop_, mainLoop_};

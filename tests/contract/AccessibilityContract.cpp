@@ -222,6 +222,16 @@ class ObserverContract : public ContractTest {
     }
     return observer;
   }
+  // The same, and of the window's own.
+  std::unique_ptr<ElementObserver> watchWithWindow(std::function<void()> callback, const Element& window) {
+    auto observer = watch(std::move(callback));
+    for (const auto name : ownNotifications)
+      EXPECT_EQ(observer->add(window, name), Registration::made) << name;
+    return observer;
+  }
+
+  static constexpr std::array<std::string_view, 3> ownNotifications{
+      "AXUIElementDestroyed", "AXWindowMiniaturized", "AXWindowDeminiaturized"};
 
   // Runs until what is still under way has been reported.
   void calm(const int& count) {
@@ -238,7 +248,8 @@ class ObserverContract : public ContractTest {
 
 TEST_F(ObserverContract, HearsOfEveryChangeButNotInsideTheRegistration) {
   int heard = 0;
-  const auto observer = watch([&heard] { ++heard; });
+  const Element window = elementOf(pid, "Watched.txt");
+  const auto observer = watchWithWindow([&heard] { ++heard; }, window);
   EXPECT_EQ(heard, 0);
   const auto happens = [&](const char* what, const std::function<void()>& change) {
     calm(heard);
@@ -252,8 +263,26 @@ TEST_F(ObserverContract, HearsOfEveryChangeButNotInsideTheRegistration) {
   happens("a restoration", [&] { world().restore(opened); });
   WorldWindow second{};
   happens("a new window", [&] { second = world().open(pid, "New.txt", {200, 240, 500, 300}); });
+  for (const auto name : ownNotifications) observer->add(elementOf(pid, "New.txt"), name);
   happens("another focus", [&] { world().focus(opened); });
   happens("a closed window", [&] { world().destroy(second); });
+}
+
+TEST_F(ObserverContract, ARegistrationOfAWindowIsMadeTwiceAndTakenBackTwiceWithoutHarm) {
+  const Element window = elementOf(pid, "Watched.txt");
+  const auto observer = watchWithWindow([] {}, window);
+  for (const auto name : ownNotifications) {
+    EXPECT_EQ(observer->add(window, name), Registration::made);
+    observer->remove(window, name);
+    observer->remove(window, name);
+  }
+}
+
+TEST_F(ObserverContract, ReadsThatAreAnsweredCountAsSuch) {
+  const auto before = accessibility().unansweredReads();
+  EXPECT_EQ(windowsOf(pid).size(), 1U);
+  EXPECT_EQ(read<std::string>(elementOf(pid, "Watched.txt"), "AXTitle"), "Watched.txt");
+  EXPECT_EQ(accessibility().unansweredReads(), before);
 }
 
 TEST_F(ObserverContract, IsSilentOnceItIsDropped) {

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <limits>
 #include <vector>
 
@@ -147,6 +148,25 @@ TEST_F(WorkspaceContract, LetsATerminationCallbackUnsubscribeItself) {
   world().terminate(editor);
   ASSERT_TRUE(wait([&kept] { return kept == 2; }));
   EXPECT_EQ(told, 1);
+}
+
+TEST_F(WorkspaceContract, TellsWhichApplicationHasLaunched) {
+  std::vector<ProcessId> told;
+  const auto subscription = workspace().onLaunched([&told](ProcessId pid) { told.push_back(pid); });
+  const ProcessId viewer = world().launch("viewer");
+  world().open(viewer, "Picture", left);
+  elementOf(viewer, "Picture");
+  EXPECT_TRUE(wait([&] { return std::ranges::count(told, viewer) == 1; }));
+}
+
+TEST_F(WorkspaceContract, ASpaceIsNotChangedByWhatWindowsDo) {
+  int told = 0;
+  const auto subscription = workspace().onActiveSpaceChanged([&told] { ++told; });
+  world().focus(report);
+  ASSERT_TRUE(wait([this] { return isInFront(editor); }));
+  world().minimise(report);
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(told, 0);
 }
 
 }  // namespace pellar::contract

@@ -35,7 +35,10 @@ std::shared_ptr<OfficeWindow> OpenWindows::find(const WindowReference& reference
   auto& accessibility = platform_.accessibility;
   const auto named = AX::value<std::vector<Element>>(
       accessibility, accessibility.applicationElement(window->pid), "AXWindows");
-  if (named && std::ranges::find(*named, window->element) == named->end()) return nullptr;
+  // One that is named no more may be on another space: its own element says whether it exists.
+  if (named && std::ranges::find(*named, window->element) == named->end() &&
+      !AX::value<std::string>(accessibility, window->element, "AXSubrole"))
+    return nullptr;
   // The answer may have been long in coming.
   if (endings(window->pid) != reference.endings_) return nullptr;
 

@@ -28,8 +28,9 @@ class WindowReference {
   std::uint64_t endings_;  // of processes of that number, before it was remembered
 };
 
-// Whether a window is still there. It is gone when its application has ended, or names its windows without
-// it; an application that is merely busy has all its windows still. Main thread only.
+// Whether a window is still there. It is gone when its application has ended, or names its windows without it
+// and its element says nothing any more; one on another space is there, and an application that is merely
+// busy has all its windows still. Main thread only.
 class OpenWindows {
  public:
   // What `platform` refers to outlives this.

@@ -31,9 +31,11 @@ class X11Accessibility::Observer final : public ElementObserver {
  public:
   explicit Observer(std::shared_ptr<Watch> watch) : watch_(std::move(watch)) {}
   // Which one does not matter: X says what changed only for the application as a whole.
-  void add(const Element& /*element*/, std::string_view /*notification*/) override {
+  Registration add(const Element& /*element*/, std::string_view /*notification*/) override {
     watch_->hasNotification = true;
+    return Registration::made;
   }
+  void remove(const Element& /*element*/, std::string_view /*notification*/) override {}
 
  private:
   std::shared_ptr<Watch> watch_;

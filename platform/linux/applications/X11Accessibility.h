@@ -32,6 +32,8 @@ class X11Accessibility final : public Accessibility {
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
   bool perform(const Element& element, std::string_view action) override;
+  // The mirror always answers.
+  [[nodiscard]] std::uint64_t unansweredReads() const override { return 0; }
   // Nothing to fetch: no read of a window asks the server.
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,

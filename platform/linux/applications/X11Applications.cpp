@@ -193,6 +193,7 @@ void X11Applications::regroup() {
       X11Application fresh;
       fresh.pid = unusedPid(leader);
       describe(fresh, leader);
+      launched_.insert(fresh.pid);
       found = applications_.emplace(key, std::move(fresh)).first;
     }
     if (listed) found->second.windows.push_back(window.id);
@@ -206,6 +207,7 @@ void X11Applications::regroup() {
       ++it;
       continue;
     }
+    launched_.erase(it->second.pid);
     terminated_.insert(it->second.pid);
     it = applications_.erase(it);
   }
@@ -259,9 +261,8 @@ void X11Applications::update() {
       tell();
     });
   }
-  if (changes.screens) {
-    if (const auto front = frontmost()) changed_.insert(front->pid);
-  }
+  desktopChanged_ = desktopChanged_ || changes.desktop;
+  screensChanged_ = screensChanged_ || changes.screens;
   // Between two focus changes the observers are not told, so that the strip does not jump to a window that
   // the user did not choose.
   if (!switching_) tell();
@@ -271,6 +272,11 @@ void X11Applications::tell() {
   for (const ProcessId pid : std::exchange(terminated_, {})) {
     if (onTerminated) onTerminated(pid);
   }
+  for (const ProcessId pid : std::exchange(launched_, {})) {
+    if (onLaunched) onLaunched(pid);
+  }
+  if (std::exchange(desktopChanged_, false) && onDesktopChanged) onDesktopChanged();
+  if (std::exchange(screensChanged_, false) && onScreensChanged) onScreensChanged();
   auto front = frontmost();
   const bool changed = front != toldFrontmost_;
   toldFrontmost_ = std::move(front);

@@ -64,7 +64,10 @@ class X11Applications {
 
   std::function<void(const std::set<ProcessId>&)> onWindowsChanged;
   std::function<void()> onFrontmostChanged;
+  std::function<void(ProcessId)> onLaunched;
   std::function<void(ProcessId)> onTerminated;
+  std::function<void()> onDesktopChanged;
+  std::function<void()> onScreensChanged;
 
  private:
   using Key = std::string;
@@ -97,7 +100,10 @@ class X11Applications {
   bool switching_ = false;
 
   std::set<ProcessId> changed_;
+  std::set<ProcessId> launched_;
   std::set<ProcessId> terminated_;
+  bool desktopChanged_ = false;
+  bool screensChanged_ = false;
   std::optional<RunningApplication> toldFrontmost_;
   Subscription switchTimer_;
 };

@@ -5,7 +5,6 @@
 #include <QDesktopServices>
 #include <QString>
 #include <QUrl>
-#include <map>
 #include <utility>
 
 #include "platform/MainLoop.h"
@@ -13,46 +12,24 @@
 
 namespace pellar {
 
-struct X11Workspace::Listeners {
-  int lastKey = 0;
-  std::map<int, std::function<void()>> activated;
-  std::map<int, std::function<void(std::optional<ProcessId>)>> terminated;
-};
-
 X11Workspace::X11Workspace(X11Applications& applications, X11Accessibility& accessibility, MainLoop& loop)
     : applications_(applications),
       accessibility_(accessibility),
       loop_(loop),
-      listeners_(std::make_shared<Listeners>()),
       installed_(std::make_shared<std::optional<DesktopEntries>>()),
       opener_(loop),
       viewer_(loop) {
-  // Each listener is called by its key, for it may have left before its turn or while another ran.
-  applications_.onFrontmostChanged = [this] {
-    for (const auto& [key, callback] : listeners_->activated) {
-      loop_.post([weak = std::weak_ptr(listeners_), key = key] {
-        const auto listeners = weak.lock();
-        if (!listeners || !listeners->activated.contains(key)) return;
-        const auto call = listeners->activated.at(key);
-        call();
-      });
-    }
-  };
-  applications_.onTerminated = [this](ProcessId pid) {
-    for (const auto& [key, callback] : listeners_->terminated) {
-      loop_.post([weak = std::weak_ptr(listeners_), key = key, pid] {
-        const auto listeners = weak.lock();
-        if (!listeners || !listeners->terminated.contains(key)) return;
-        const auto call = listeners->terminated.at(key);
-        call(pid);
-      });
-    }
-  };
+  applications_.onFrontmostChanged = [this] { activated_.post(loop_); };
+  applications_.onLaunched = [this](ProcessId pid) { launched_.post(loop_, pid); };
+  applications_.onTerminated = [this](ProcessId pid) { terminated_.post(loop_, pid); };
+  applications_.onDesktopChanged = [this] { desktopChanged_.post(loop_); };
 }
 
 X11Workspace::~X11Workspace() {
   applications_.onFrontmostChanged = nullptr;
+  applications_.onLaunched = nullptr;
   applications_.onTerminated = nullptr;
+  applications_.onDesktopChanged = nullptr;
 }
 
 std::optional<RunningApplication> X11Workspace::frontmostApplication() const {
@@ -103,22 +80,6 @@ std::optional<std::string> X11Workspace::displayName(const std::string& bundleId
 
 void X11Workspace::activateFileViewerSelecting(const std::string& path) {
   viewer_.select(path);
-}
-
-Subscription X11Workspace::onActivated(std::function<void()> callback) {
-  const int key = ++listeners_->lastKey;
-  listeners_->activated.emplace(key, std::move(callback));
-  return Subscription([weak = std::weak_ptr(listeners_), key] {
-    if (const auto listeners = weak.lock()) listeners->activated.erase(key);
-  });
-}
-
-Subscription X11Workspace::onTerminated(std::function<void(std::optional<ProcessId>)> callback) {
-  const int key = ++listeners_->lastKey;
-  listeners_->terminated.emplace(key, std::move(callback));
-  return Subscription([weak = std::weak_ptr(listeners_), key] {
-    if (const auto listeners = weak.lock()) listeners->terminated.erase(key);
-  });
 }
 
 }  // namespace pellar

@@ -3,6 +3,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
@@ -10,6 +11,7 @@
 #include "platform/linux/applications/FileViewer.h"
 #include "platform/linux/applications/X11Accessibility.h"
 #include "platform/linux/applications/X11Applications.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
@@ -36,16 +38,28 @@ class X11Workspace final : public Workspace {
   }
   void activateFileViewerSelecting(const std::string& path) override;
   // Also called when no application is in front any more.
-  [[nodiscard]] Subscription onActivated(std::function<void()> callback) override;
-  [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override;
+  [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
+    return activated_.add(std::move(callback));
+  }
+  // With its first window an application is there.
+  [[nodiscard]] Subscription onLaunched(std::function<void(ProcessId)> callback) override {
+    return launched_.add(std::move(callback));
+  }
+  [[nodiscard]] Subscription onActiveSpaceChanged(std::function<void()> callback) override {
+    return desktopChanged_.add(std::move(callback));
+  }
+  [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
+    return terminated_.add(std::move(callback));
+  }
 
  private:
-  struct Listeners;
-
   X11Applications& applications_;
   X11Accessibility& accessibility_;
   MainLoop& loop_;
-  std::shared_ptr<Listeners> listeners_;
+  CallbackList<> activated_;
+  CallbackList<ProcessId> launched_;
+  CallbackList<std::optional<ProcessId>> terminated_;
+  CallbackList<> desktopChanged_;
   // What is installed, from the first question for it until the loop's next turn.
   std::shared_ptr<std::optional<DesktopEntries>> installed_;
   FileOpener opener_;

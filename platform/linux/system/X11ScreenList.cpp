@@ -58,8 +58,8 @@ void take(AxRect& area, const AxRect& monitor, const std::optional<AxRect>& band
 
 }  // namespace
 
-X11ScreenList::X11ScreenList(X11Connection& connection, X11Mirror& mirror)
-    : connection_(connection), mirror_(mirror) {
+X11ScreenList::X11ScreenList(X11Connection& connection, X11Mirror& mirror, MainLoop& loop)
+    : connection_(connection), mirror_(mirror), loop_(loop) {
   const auto* extension = xcb_get_extension_data(connection_.xcb(), &xcb_randr_id);
   if (extension == nullptr || extension->present == 0) return;
   const XcbReply<xcb_randr_query_version_reply_t> version(xcb_randr_query_version_reply(

@@ -1,22 +1,31 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <optional>
+#include <utility>
 
+#include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Mirror.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
 // The monitors by RandR, and what panels leave of each. Asks the server only after something changed.
 class X11ScreenList final : public ScreenList {
  public:
-  X11ScreenList(X11Connection& connection, X11Mirror& mirror);
+  X11ScreenList(X11Connection& connection, X11Mirror& mirror, MainLoop& loop);
 
   [[nodiscard]] std::vector<Screen> screens() const override;
   // That of the active window.
   [[nodiscard]] std::optional<Screen> mainScreen() const override;
+  [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
+    return changed_.add(std::move(callback));
+  }
+  // The mirror has taken in that something changed.
+  void noteChange() { changed_.post(loop_); }
 
  private:
   [[nodiscard]] std::vector<AxRect> monitors(const AxRect& root) const;
@@ -24,6 +33,8 @@ class X11ScreenList final : public ScreenList {
 
   X11Connection& connection_;
   X11Mirror& mirror_;
+  MainLoop& loop_;
+  CallbackList<> changed_;
   bool hasMonitors_ = false;  // RandR 1.5
   mutable std::optional<std::uint64_t> readVersion_;
   mutable std::vector<Screen> screens_;

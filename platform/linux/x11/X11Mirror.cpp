@@ -195,7 +195,9 @@ void X11Mirror::readRoot() {
     Log::write("no window manager lists its windows (_NET_CLIENT_LIST)");
   }
   hadWindowManager_ = hadWindowManager_ || hasWindowManager;
-  currentDesktop_ = values[2].empty() ? 0 : values[2].front();
+  const std::uint32_t desktop = values[2].empty() ? 0 : values[2].front();
+  if (desktop != currentDesktop_) changes_.desktop = true;
+  currentDesktop_ = desktop;
   std::optional<AxRect> area;
   const std::size_t start = std::size_t{currentDesktop_} * 4;
   const auto& areas = values[3];

@@ -26,8 +26,11 @@ class X11Mirror {
     std::set<xcb_window_t> windows;  // new, changed or gone
     bool membership = false;         // the client list, or what tells whose a window is
     bool activeWindow = false;
+    bool desktop = false;  // another one is shown
     bool screens = false;  // monitors, work area or what reserves room on them
-    [[nodiscard]] bool any() const { return membership || activeWindow || screens || !windows.empty(); }
+    [[nodiscard]] bool any() const {
+      return membership || activeWindow || desktop || screens || !windows.empty();
+    }
   };
 
   explicit X11Mirror(X11Connection& connection);

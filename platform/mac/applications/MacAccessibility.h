@@ -19,12 +19,16 @@ class MacAccessibility final : public Accessibility {
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
   bool perform(const Element& element, std::string_view action) override;
+  [[nodiscard]] std::uint64_t unansweredReads() const override {
+    return unanswered_ + prefetched_.unanswered();
+  }
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
 
  private:
   MainLoop& loop_;
+  std::uint64_t unanswered_ = 0;
   PrefetchedAttributes prefetched_;
   Subscription expiry_;  // depends-on: prefetched_
 };

@@ -28,6 +28,7 @@ std::optional<AttributeValue> MacAccessibility::attribute(const Element& element
   CFTypeRef copied = nullptr;
   const AXError error = AXUIElementCopyAttributeValue(MacElement::native(element),
                                                       (__bridge CFStringRef)toNSString(name), &copied);
+  if (error == kAXErrorCannotComplete) ++unanswered_;
   const auto value = CFRef<CFTypeRef>::adopt(copied);
   return error == kAXErrorSuccess ? attributeValue(value.get()) : std::nullopt;
 }

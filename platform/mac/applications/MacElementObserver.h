@@ -13,20 +13,18 @@ namespace pellar {
 // An AXObserver on the main run loop, in its default mode: menus and questions hold its reports back.
 class MacElementObserver final : public ElementObserver {
  public:
-  // Null when the system makes none, while the application is still launching, and without the permission.
+  // Null when the system makes none.
   [[nodiscard]] static std::unique_ptr<MacElementObserver> make(ProcessId pid,
                                                                 std::function<void()> onNotification);
   ~MacElementObserver() override;
   MacElementObserver(const MacElementObserver&) = delete;
   MacElementObserver& operator=(const MacElementObserver&) = delete;
 
-  void add(const Element& element, std::string_view notification) override;
+  Registration add(const Element& element, std::string_view notification) override;
+  void remove(const Element& element, std::string_view notification) override;
 
  private:
   MacElementObserver(CFRef<AXObserverRef> observer, std::function<void()> onNotification);
-
-  // Whether the application accepts notifications already.
-  [[nodiscard]] bool isListening(ProcessId pid);
 
   std::shared_ptr<const std::function<void()>> onNotification_;
   CFRef<AXObserverRef> observer_;

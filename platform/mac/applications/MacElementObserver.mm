@@ -37,31 +37,8 @@ std::unique_ptr<MacElementObserver> MacElementObserver::make(ProcessId pid,
   if (error != kAXErrorSuccess || !observer) return nullptr;
   std::unique_ptr<MacElementObserver> made(
       new MacElementObserver(std::move(observer), std::move(onNotification)));
-  if (!made->isListening(pid)) return nullptr;
   CFRunLoopAddSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(made->observer_.get()), reportMode);
   return made;
-}
-
-// For an application that is still launching the observer is made, but each registration is refused with
-// kAXErrorCannotComplete; github.com/pilyang/vim-action/issues/71 saw it in each of three applications
-// started cold. NSRunningApplication.finishedLaunching does not tell
-// (github.com/lwouis/alt-tab-macos/issues/117), so it is tried.
-//
-// A busy application may refuse to take the registration back (-25204,
-// github.com/pqrs-org/Karabiner-archived/issues/239). It then stays, and a later one for the same
-// notification is refused as made already; so it is the very one that add() makes.
-//
-// Without the permission everything is refused with kAXErrorAPIDisabled, and it may be given back. An
-// application that answers so while it is held is not asked again at each refresh.
-bool MacElementObserver::isListening(ProcessId pid) {
-  const auto application = CFRef<AXUIElementRef>::adopt(AXUIElementCreateApplication(pid));
-  const AXError error = AXObserverAddNotification(observer_.get(), application.get(),
-                                                  kAXFocusedWindowChangedNotification, this);
-  if (error == kAXErrorSuccess) {
-    AXObserverRemoveNotification(observer_.get(), application.get(), kAXFocusedWindowChangedNotification);
-  }
-  if (error == kAXErrorAPIDisabled) return AXIsProcessTrusted();
-  return error != kAXErrorCannotComplete;
 }
 
 // Off the loop nothing is delivered any more, also what the application has sent already.
@@ -69,9 +46,33 @@ MacElementObserver::~MacElementObserver() {
   CFRunLoopRemoveSource(CFRunLoopGetMain(), AXObserverGetRunLoopSource(observer_.get()), reportMode);
 }
 
-void MacElementObserver::add(const Element& element, std::string_view notification) {
-  AXObserverAddNotification(observer_.get(), MacElement::native(element),
-                            (__bridge CFStringRef)toNSString(notification), this);
+// An application that is still launching refuses each registration with kAXErrorCannotComplete;
+// github.com/pilyang/vim-action/issues/71 saw it in each of three applications started cold.
+// NSRunningApplication.finishedLaunching does not tell (github.com/lwouis/alt-tab-macos/issues/117). An
+// element that is gone (kAXErrorInvalidUIElement) hears nothing either. Without the permission everything is
+// refused with kAXErrorAPIDisabled, and it may be given back.
+Registration MacElementObserver::add(const Element& element, std::string_view notification) {
+  const AXError error = AXObserverAddNotification(observer_.get(), MacElement::native(element),
+                                                  (__bridge CFStringRef)toNSString(notification), this);
+  switch (error) {
+    case kAXErrorSuccess:
+    case kAXErrorNotificationAlreadyRegistered:
+      return Registration::made;
+    case kAXErrorCannotComplete:
+    case kAXErrorInvalidUIElement:
+      return Registration::notListening;
+    case kAXErrorAPIDisabled:
+      // One that answers so while the permission is held is not asked again at each refresh.
+      return AXIsProcessTrusted() ? Registration::refused : Registration::notListening;
+    default:
+      return Registration::refused;
+  }
+}
+
+// Of a window that is gone there is nothing to take back, which the system says at once.
+void MacElementObserver::remove(const Element& element, std::string_view notification) {
+  AXObserverRemoveNotification(observer_.get(), MacElement::native(element),
+                               (__bridge CFStringRef)toNSString(notification));
 }
 
 }  // namespace pellar

@@ -17,6 +17,8 @@ class MacWorkspace final : public Workspace {
   [[nodiscard]] bool isRunning(const std::string& bundleId) const override;
   void activateFileViewerSelecting(const std::string& path) override;
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override;
+  [[nodiscard]] Subscription onLaunched(std::function<void(ProcessId)> callback) override;
+  [[nodiscard]] Subscription onActiveSpaceChanged(std::function<void()> callback) override;
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override;
 };
 

@@ -25,6 +25,13 @@ ActivationPolicy policyOf(NSRunningApplication* application) {
   return ActivationPolicy::prohibited;
 }
 
+// The process that a notification of the workspace is about.
+std::optional<ProcessId> processOf(NSNotification* notification) {
+  const id application = notification.userInfo[NSWorkspaceApplicationKey];
+  if (![application isKindOfClass:NSRunningApplication.class]) return std::nullopt;
+  return static_cast<NSRunningApplication*>(application).processIdentifier;
+}
+
 NSURL* fileUrl(const std::string& path) {
   return [NSURL fileURLWithPath:toNSString(path)];
 }
@@ -100,17 +107,24 @@ Subscription MacWorkspace::onActivated(std::function<void()> callback) {
                              [callback = std::move(callback)](NSNotification*) { callback(); });
 }
 
-Subscription MacWorkspace::onTerminated(std::function<void(std::optional<ProcessId>)> callback) {
+Subscription MacWorkspace::onLaunched(std::function<void(ProcessId)> callback) {
   return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
-                             NSWorkspaceDidTerminateApplicationNotification, nil,
+                             NSWorkspaceDidLaunchApplicationNotification, nil,
                              [callback = std::move(callback)](NSNotification* notification) {
-                               const id application = notification.userInfo[NSWorkspaceApplicationKey];
-                               if ([application isKindOfClass:NSRunningApplication.class]) {
-                                 callback(static_cast<NSRunningApplication*>(application).processIdentifier);
-                               } else {
-                                 callback(std::nullopt);
-                               }
+                               if (const auto pid = processOf(notification)) callback(*pid);
                              });
+}
+
+Subscription MacWorkspace::onActiveSpaceChanged(std::function<void()> callback) {
+  return observeNotification(NSWorkspace.sharedWorkspace.notificationCenter,
+                             NSWorkspaceActiveSpaceDidChangeNotification, nil,
+                             [callback = std::move(callback)](NSNotification*) { callback(); });
+}
+
+Subscription MacWorkspace::onTerminated(std::function<void(std::optional<ProcessId>)> callback) {
+  return observeNotification(
+      NSWorkspace.sharedWorkspace.notificationCenter, NSWorkspaceDidTerminateApplicationNotification, nil,
+      [callback = std::move(callback)](NSNotification* notification) { callback(processOf(notification)); });
 }
 
 }  // namespace pellar

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -19,6 +20,9 @@ class PrefetchedAttributes {
   void fetch(std::span<const Element> elements, std::span<const std::string_view> attributes);
   void clear() { entries_.clear(); }
 
+  // How many fetches, of all so far, no application answered.
+  [[nodiscard]] std::uint64_t unanswered() const { return unanswered_; }
+
   // The fetched answer to a read, itself absent when the attribute has no value; absent when it must be read.
   [[nodiscard]] std::optional<std::optional<AttributeValue>> take(const Element& element,
                                                                   std::string_view name);
@@ -29,6 +33,7 @@ class PrefetchedAttributes {
     std::string name;
     std::optional<AttributeValue> value;
   };
+  std::uint64_t unanswered_ = 0;
   std::unordered_map<WindowId, std::vector<Entry>> entries_;  // by the element's hash
 };
 

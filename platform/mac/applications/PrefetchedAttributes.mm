@@ -40,6 +40,7 @@ void PrefetchedAttributes::fetch(std::span<const Element> elements,
           error == kAXErrorCannotComplete && std::chrono::steady_clock::now() - asked >= shortestSilence;
       if (isSilent) silent = pid;
     }
+    if (error == kAXErrorCannotComplete) ++unanswered_;
     const auto values = CFRef<CFArrayRef>::adopt(copied);
     // Neither an object that is gone nor a silent application answers a single read any better.
     const bool hopeless = isSilent || error == kAXErrorInvalidUIElement;

@@ -10,6 +10,7 @@ class MacScreenList final : public ScreenList {
  public:
   [[nodiscard]] std::vector<Screen> screens() const override;
   [[nodiscard]] std::optional<Screen> mainScreen() const override;
+  [[nodiscard]] Subscription onChanged(std::function<void()> callback) override;
 };
 
 }  // namespace pellar

@@ -27,42 +27,68 @@ std::optional<AttributeValue> withQuirks(const Quirks& quirks, std::string_view 
   return sound;
 }
 
+// Told to who registered on the window itself. Other programs get them through the application element as
+// well; those that do not are the harder ones (tmandry/AXSwift's example registers on each window;
+// github.com/tmandry/glide/issues/10).
+const NameSet toldToWindowObserversOnly{"AXUIElementDestroyed", "AXWindowMiniaturized",
+                                        "AXWindowDeminiaturized"};
+
+bool isDeaf(const SimApplicationState& application) {
+  const auto refuses = application.quirks.refuses;
+  return application.quirks.hung || refuses == SimRefusal::registrations || refuses == SimRefusal::everything;
+}
+
 class SimObserver final : public ElementObserver {
  public:
   SimObserver(SimDesktop& desktop, SimApplicationPointer application, std::function<void()> onNotification,
-              RoundTrips& roundTrips, std::shared_ptr<int> live)
+              RoundTrips& roundTrips, std::shared_ptr<SimAccessibility::Live> live)
       : application_(std::move(application)), roundTrips_(roundTrips), live_(std::move(live)) {
-    ++*live_;
+    ++live_->observers;
     // The callback may drop this observer, so it holds on to nothing of it.
     subscription_ = desktop.notifications().add(
         [registered = registered_, pid = application_->description.pid,
          callback = std::move(onNotification)](const SimNotification& notification) {
           if (notification.pid != pid) return;
-          if (registered->contains({0, notification.name}) ||
+          if ((!toldToWindowObserversOnly.contains(notification.name) &&
+               registered->contains({0, notification.name})) ||
               registered->contains({notification.window, notification.name})) {
             callback();
           }
         });
   }
-  ~SimObserver() override { --*live_; }
+  ~SimObserver() override {
+    --live_->observers;
+    live_->registrations -= static_cast<int>(registered_->size());
+  }
   SimObserver(const SimObserver&) = delete;
   SimObserver& operator=(const SimObserver&) = delete;
 
-  void add(const Element& element, std::string_view notification) override {
+  Registration add(const Element& element, std::string_view notification) override {
     const SimElement& target = simulated(element);
     ++roundTrips_.registrations;
-    if (target.pid() != application_->description.pid) return;
-    if (application_->quirks.refusedNotifications.contains(notification)) return;
-    const bool whole = target.kind() == SimElement::Kind::application;
-    registered_->insert({whole ? 0 : target.window()->serial, std::string(notification)});
+    if (isDeaf(*application_)) return Registration::notListening;
+    if (target.pid() != application_->description.pid) return Registration::refused;
+    if (application_->quirks.refusedNotifications.contains(notification)) return Registration::refused;
+    if (target.window() && !target.window()->exists) return Registration::notListening;
+    live_->registrations += registered_->insert(key(target, notification)).second ? 1 : 0;
+    return Registration::made;
+  }
+  void remove(const Element& element, std::string_view notification) override {
+    ++roundTrips_.registrations;
+    live_->registrations -= static_cast<int>(registered_->erase(key(simulated(element), notification)));
   }
 
  private:
   using Registered = std::set<std::pair<std::uint64_t, std::string>>;
 
+  static std::pair<std::uint64_t, std::string> key(const SimElement& element, std::string_view notification) {
+    const bool whole = element.kind() == SimElement::Kind::application;
+    return {whole ? 0 : element.window()->serial, std::string(notification)};
+  }
+
   SimApplicationPointer application_;
   RoundTrips& roundTrips_;
-  std::shared_ptr<int> live_;
+  std::shared_ptr<SimAccessibility::Live> live_;
   std::shared_ptr<Registered> registered_ = std::make_shared<Registered>();
   Subscription subscription_;
 };
@@ -84,16 +110,22 @@ bool SimAccessibility::roundTrip(const SimElement& element, int& count) {
   const auto owner = desktop_.application(element.pid());
   if (!owner) return false;
   loop_.holdUp(owner->quirks.hung ? std::chrono::milliseconds(messagingTimeout) : owner->quirks.answerTime);
-  return !owner->quirks.hung;
+  return !owner->quirks.hung && owner->quirks.refuses != SimRefusal::everything;
+}
+
+bool SimAccessibility::askFor(const SimElement& element, int& count) {
+  if (roundTrip(element, count)) return true;
+  if (trusted_ && desktop_.application(element.pid())) ++unanswered_;
+  return false;
 }
 
 std::optional<AttributeValue> SimAccessibility::attribute(const Element& element, std::string_view name) {
   const SimElement& target = simulated(element);
   if (fetchedIsFresh()) {
     const auto found = fetched_.find(std::pair(target.hash(), std::string(name)));
-    if (found != fetched_.end()) return found->second;
+    if (found != fetched_.end()) return std::move(fetched_.extract(found).mapped());
   }
-  if (!roundTrip(target, roundTrips_.reads)) return std::nullopt;
+  if (!askFor(target, roundTrips_.reads)) return std::nullopt;
   return value(target, name);
 }
 
@@ -102,7 +134,7 @@ void SimAccessibility::willRead(std::span<const Element> elements,
   if (!fetchedIsFresh()) fetched_.clear();
   for (const Element& element : elements) {
     const SimElement& target = simulated(element);
-    const bool answered = roundTrip(target, roundTrips_.batches);
+    const bool answered = askFor(target, roundTrips_.batches);
     for (const std::string_view name : attributes) {
       fetched_.insert_or_assign(std::pair(target.hash(), std::string(name)),
                                 answered ? value(target, name) : std::nullopt);
@@ -123,6 +155,7 @@ std::optional<AttributeValue> SimAccessibility::value(const SimElement& element,
     return withQuirks(menu, name, menuValue(menu, name));
   }
   if (element.kind() != SimElement::Kind::window || !element.window()->exists) return std::nullopt;
+  if (desktop_.isBehindNativeTab(*element.window())) return std::nullopt;
   return withQuirks(element.window()->quirks, name, windowValue(element.window(), *owner, name));
 }
 
@@ -132,7 +165,7 @@ std::optional<AttributeValue> SimAccessibility::applicationValue(const SimApplic
     std::vector<Element> windows;
     for (const auto& window :
          application.quirks.listsWindowsByCreation ? application.byCreation : application.frontToBack) {
-      if (!window->listed) continue;
+      if (!desktop_.isNamed(*window)) continue;
       windows.push_back(SimElement::ofWindow(window));
       if (window->quirks.listedTwice) windows.push_back(SimElement::ofWindow(window));
     }
@@ -224,9 +257,8 @@ bool SimAccessibility::press(const SimMenuPointer& menu) {
 std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,
                                                            std::function<void()> onNotification) {
   const auto application = desktop_.application(pid);
-  if (!trusted_ || !application || application->quirks.refusesObservers) return nullptr;
-  return std::make_unique<SimObserver>(desktop_, application, std::move(onNotification), roundTrips_,
-                                       liveObservers_);
+  if (!trusted_ || !application || application->quirks.refuses == SimRefusal::observers) return nullptr;
+  return std::make_unique<SimObserver>(desktop_, application, std::move(onNotification), roundTrips_, live_);
 }
 
 }  // namespace pellar

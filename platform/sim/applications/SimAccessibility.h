@@ -24,8 +24,8 @@ struct RoundTrips {
 };
 
 // Accessibility of the simulated desktop. Every read, write and action is one round trip and takes as long as
-// the application's quirks say; after willRead the attributes named are free until the loop turns or anything
-// changes.
+// the application's quirks say; after willRead each of the attributes named is free once, until the loop
+// turns or anything changes.
 class SimAccessibility final : public Accessibility {
  public:
   // What a call waits for an application that does not answer.
@@ -40,6 +40,7 @@ class SimAccessibility final : public Accessibility {
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
   bool perform(const Element& element, std::string_view action) override;
+  [[nodiscard]] std::uint64_t unansweredReads() const override { return unanswered_; }
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
@@ -50,13 +51,22 @@ class SimAccessibility final : public Accessibility {
 
   [[nodiscard]] const RoundTrips& roundTrips() const { return roundTrips_; }
   void forgetRoundTrips() { roundTrips_ = {}; }
-  [[nodiscard]] int liveObservers() const { return *liveObservers_; }
+  [[nodiscard]] int liveObservers() const { return live_->observers; }
+  [[nodiscard]] int liveRegistrations() const { return live_->registrations; }
+
+  // What the program holds of other processes.
+  struct Live {
+    int observers = 0;
+    int registrations = 0;
+  };
 
  private:
   using Fetched = std::map<std::pair<WindowId, std::string>, std::optional<AttributeValue>, std::less<>>;
 
   // Waits for the application as long as it takes; false when it does not answer, or may not be asked.
   bool roundTrip(const SimElement& element, int& count);
+  // The same for a read.
+  bool askFor(const SimElement& element, int& count);
   [[nodiscard]] std::optional<AttributeValue> value(const SimElement& element, std::string_view name) const;
   [[nodiscard]] std::optional<AttributeValue> applicationValue(const SimApplicationState& application,
                                                                std::string_view name) const;
@@ -74,11 +84,12 @@ class SimAccessibility final : public Accessibility {
   SimMainLoop& loop_;
   bool trusted_ = true;
   int prompts_ = 0;
+  std::uint64_t unanswered_ = 0;
   RoundTrips roundTrips_;
   Fetched fetched_;
   std::uint64_t fetchedTurn_ = 0;
   std::uint64_t fetchedRevision_ = 0;
-  std::shared_ptr<int> liveObservers_ = std::make_shared<int>(0);
+  std::shared_ptr<Live> live_ = std::make_shared<Live>();
 };
 
 }  // namespace pellar

@@ -17,6 +17,10 @@ SimApplicationPointer SimDesktop::launch(std::optional<std::string> bundleId, st
   return application;
 }
 
+void SimDesktop::finishLaunching(SimApplicationState& application) {
+  if (application.running) launched_.post(loop_, application.description.pid);
+}
+
 void SimDesktop::terminate(SimApplicationState& application) {
   if (!application.running) return;
   const auto held = this->application(application.description.pid);
@@ -96,6 +100,7 @@ SimWindowPointer SimDesktop::open(SimApplicationState& application, std::string 
   auto window = std::make_shared<SimWindowState>();
   window->serial = nextSerial_++;
   window->pid = application.description.pid;
+  window->space = shownSpace_;
   window->title = std::move(title);
   window->frame = frame;
   window->subrole = std::move(subrole);
@@ -127,7 +132,7 @@ void SimDesktop::setFocused(SimApplicationState& application, SimWindowPointer w
 
 void SimDesktop::focusNext(SimApplicationState& application) {
   const auto next = std::find_if(application.frontToBack.begin(), application.frontToBack.end(),
-                                 [](const auto& window) { return window->exists && !window->minimised; });
+                                 [this](const auto& window) { return isOnScreen(*window); });
   setFocused(application, next == application.frontToBack.end() ? nullptr : *next);
 }
 
@@ -164,6 +169,61 @@ void SimDesktop::setFrame(SimWindowState& window, const AxRect& frame) {
   if (before.size() != frame.size()) notify(window, "AXWindowResized");
 }
 
+bool SimDesktop::isOnScreen(const SimWindowState& window) const {
+  return window.exists && !window.minimised && isNamed(window);
+}
+
+bool SimDesktop::isNamed(const SimWindowState& window) const {
+  return window.listed && window.space == shownSpace_ && !isBehindNativeTab(window);
+}
+
+bool SimDesktop::isBehindNativeTab(const SimWindowState& window) {
+  return window.tabGroup && window.tabGroup->selected.lock().get() != &window;
+}
+
+void SimDesktop::setSpace(SimWindowState& window, int space) {
+  window.space = space;
+  ++revision_;
+}
+
+// The applications are told nothing (github.com/screenpipe/screenpipe/issues/2074), and one that has no
+// window on the space goes on naming the focused window it had.
+void SimDesktop::showSpace(int space) {
+  if (shownSpace_ == space) return;
+  shownSpace_ = space;
+  ++revision_;
+  spaceChanged_.post(loop_);
+  for (const auto& owner : std::vector(frontToBack_)) {
+    if (owner->hidden) continue;
+    const auto top =
+        std::ranges::find_if(owner->frontToBack, [this](const auto& each) { return isOnScreen(*each); });
+    if (top == owner->frontToBack.end()) continue;
+    focus(*top);
+    activate(owner->description.pid);
+    return;
+  }
+}
+
+void SimDesktop::joinAsTabs(const std::vector<SimWindowPointer>& windows) {
+  const auto group = std::make_shared<SimTabGroup>();
+  for (const auto& each : windows) each->tabGroup = group;
+  selectNativeTab(windows.back());
+}
+
+void SimDesktop::selectNativeTab(const SimWindowPointer& window) {
+  const auto owner = application(window->pid);
+  if (!owner || !window->tabGroup) return;
+  const auto before = window->tabGroup->selected.lock();
+  if (before == window) return;
+  window->tabGroup->selected = window;
+  if (before) {
+    window->frame = before->frame;
+    notify(*before, "AXUIElementDestroyed");
+  }
+  notify(*window, "AXWindowCreated");
+  focus(window);
+}
+
 void SimDesktop::destroy(const SimWindowPointer& window, bool stillListed) {
   if (!window->exists) return;
   window->exists = false;
@@ -192,6 +252,7 @@ void SimDesktop::requestPosition(const SimWindowPointer& window, AxPoint positio
     position.x = std::clamp(position.x, area->minX(), area->maxX());
     position.y = std::clamp(position.y, area->minY(), area->maxY());
   }
+  if (clampToScreens) position = clampToScreens(AxRect::of(position, window->frame.size()));
   later(window, [this, position](SimWindowState& state) {
     setFrame(state, AxRect::of(position, state.frame.size()));
   });
@@ -235,7 +296,7 @@ SimWindowPointer SimDesktop::windowAt(AxPoint point) const {
   for (const auto& application : frontToBack_) {
     if (application->hidden) continue;
     for (const auto& window : application->frontToBack) {
-      if (window->exists && !window->minimised && window->frame.contains(point)) return window;
+      if (isOnScreen(*window) && window->frame.contains(point)) return window;
     }
   }
   return nullptr;
@@ -247,6 +308,7 @@ void SimDesktop::notify(const SimWindowState& window, std::string_view name) {
 
 void SimDesktop::notify(SimApplicationState& application, std::uint64_t window, std::string_view name) {
   ++revision_;
+  if (application.quirks.untoldNotifications.contains(name)) return;
   SimNotification notification{application.description.pid, window, std::string(name)};
   if (application.quirks.hung) {
     heldBack_.push_back(std::move(notification));

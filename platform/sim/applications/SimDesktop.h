@@ -11,12 +11,23 @@
 #include "core/Geometry.h"
 #include "platform/Accessibility.h"
 #include "platform/Workspace.h"
+#include "platform/shared/system/CallbackList.h"
 #include "platform/sim/faults/SimQuirks.h"
 #include "platform/sim/menus/SimMenuBar.h"
-#include "platform/sim/system/CallbackList.h"
 #include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
+
+struct SimWindowState;
+using SimWindowPointer = std::shared_ptr<SimWindowState>;
+
+// Windows that share one frame as native window tabs, of which one is selected. Only that one is a window to
+// Accessibility; the elements of the others come and go with the selection
+// (github.com/KiwiCanopy/KiwiDesk/issues/310, github.com/asmvik/yabai/issues/68).
+struct SimTabGroup {
+  std::weak_ptr<SimWindowState> selected;
+};
+using SimWindowGroup = std::shared_ptr<SimTabGroup>;
 
 struct SimWindowState {
   std::uint64_t serial = 0;
@@ -27,6 +38,8 @@ struct SimWindowState {
   AxRect frameBeforeFullScreen;
   bool minimised = false;
   bool fullScreen = false;
+  int space = 0;
+  SimWindowGroup tabGroup;  // native window tabs; null when it is in no group
   std::optional<std::string> document;
   bool exists = true;
   bool listed = true;  // a window that is gone may still be listed for a while
@@ -34,7 +47,6 @@ struct SimWindowState {
   int raises = 0;
   SimWindowQuirks quirks;
 };
-using SimWindowPointer = std::shared_ptr<SimWindowState>;
 
 // A key that an application received.
 struct SimKey {
@@ -75,6 +87,8 @@ class SimDesktop {
 
   SimApplicationPointer launch(std::optional<std::string> bundleId, std::optional<std::string> name,
                                ActivationPolicy policy);
+  // It has launched as far as the workspace is concerned.
+  void finishLaunching(SimApplicationState& application);
   void terminate(SimApplicationState& application);
   // Brings an application to the front. Nothing happens when it is not running or in front already.
   void activate(ProcessId pid);
@@ -96,6 +110,21 @@ class SimDesktop {
   void setFullScreen(const SimWindowPointer& window, bool fullScreen, const AxRect& screen);
   void setTitle(SimWindowState& window, std::string title);
   void setFrame(SimWindowState& window, const AxRect& frame);
+  // The space that a window is on, and the one that is shown. The application whose window is in front on it
+  // comes to the front; over a space without windows the one that was stays.
+  void setSpace(SimWindowState& window, int space);
+  void showSpace(int space);
+  [[nodiscard]] int shownSpace() const { return shownSpace_; }
+  // Whether a window can be seen and reached: not minimised, on the space shown, not behind another tab.
+  [[nodiscard]] bool isOnScreen(const SimWindowState& window) const;
+  // Whether its application names it at the moment. It names those of the space that is shown
+  // (github.com/kasper/phoenix/issues/131, #303; github.com/asmvik/yabai/issues/2126).
+  [[nodiscard]] bool isNamed(const SimWindowState& window) const;
+  // Whether another tab of its group is selected, so that it is no window to Accessibility.
+  [[nodiscard]] static bool isBehindNativeTab(const SimWindowState& window);
+  // Makes the windows native tabs of one, the last one selected; selects another one of its group.
+  void joinAsTabs(const std::vector<SimWindowPointer>& windows);
+  void selectNativeTab(const SimWindowPointer& window);
   // The window goes; with `stillListed` nothing says so and the application goes on naming it.
   void destroy(const SimWindowPointer& window, bool stillListed = false);
 
@@ -119,6 +148,12 @@ class SimDesktop {
   CallbackList<SimNotification>& notifications() { return notifications_; }
   CallbackList<>& activated() { return activated_; }
   CallbackList<std::optional<ProcessId>>& terminated() { return terminated_; }
+  CallbackList<ProcessId>& launched() { return launched_; }
+  CallbackList<>& spaceChanged() { return spaceChanged_; }
+
+  // Where a window may be put by another process: the system keeps its top under the menu bar and a part of
+  // it on a screen (github.com/dmarcotte/easy-move-resize/pull/20, github.com/mjolnirapp/mjolnir/issues/224).
+  std::function<AxPoint(const AxRect& wanted)> clampToScreens;
 
  private:
   enum class Front { application, pellar, nobody };
@@ -135,11 +170,14 @@ class SimDesktop {
   std::uint64_t nextSerial_ = 1;
   std::uint64_t revision_ = 0;
   Front front_ = Front::nobody;
+  int shownSpace_ = 0;
   std::vector<SimApplicationPointer> frontToBack_;  // in order of last activation
   std::vector<SimNotification> heldBack_;           // of hung applications
   CallbackList<SimNotification> notifications_;
   CallbackList<> activated_;
   CallbackList<std::optional<ProcessId>> terminated_;
+  CallbackList<ProcessId> launched_;
+  CallbackList<> spaceChanged_;
 };
 
 }  // namespace pellar

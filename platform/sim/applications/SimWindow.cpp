@@ -29,6 +29,16 @@ SimWindow SimApplication::open(std::string title, const AxRect& frame, std::stri
   return {*desktop_, *screens_, desktop_->open(*state_, std::move(title), frame, std::move(subrole))};
 }
 
+SimWindow SimApplication::openUnfinished() {
+  return open("", {0, 25, 1, 1});
+}
+
+void SimApplication::joinAsTabs(const std::vector<SimWindow>& windows) {
+  std::vector<SimWindowPointer> states;
+  for (const auto& each : windows) states.push_back(each.state_);
+  desktop_->joinAsTabs(states);
+}
+
 SimMenuElement& SimApplication::menu(std::initializer_list<std::string_view> titles) const {
   if (!state_->menuBar) throw std::logic_error("the application has no menu bar");
   SimMenuElement* found = state_->menuBar.get();

@@ -41,6 +41,9 @@ class SimWindow {
   // Full screen on the screen that holds its middle, else the first one.
   void enterFullScreen();
   void leaveFullScreen() { desktop_->setFullScreen(state_, false, {}); }
+  void moveToSpace(int space) { desktop_->setSpace(*state_, space); }
+  // The user selects it among the native tabs that share its frame.
+  void selectNativeTab() { desktop_->selectNativeTab(state_); }
   void close() { desktop_->destroy(state_); }
   // Its element is gone, yet the application still names it and no notification came.
   void vanishUnannounced() { desktop_->destroy(state_, true); }
@@ -71,9 +74,13 @@ class SimApplication {
   // Opens a window in front of its others and focuses it.
   SimWindow open(std::string title, const AxRect& frame = {100, 200, 900, 600},
                  std::string subrole = "AXStandardWindow");
+  // A window that is announced before its title, place and size are final.
+  SimWindow openUnfinished();
   // The user picks a window of the application; the application itself does not come to the front by it.
   void focus(const SimWindow& window) { desktop_->focus(window.state_); }
   void focusNothing() { desktop_->focusNothing(*state_); }
+  // Its windows become native tabs of one; the last one is selected.
+  void joinAsTabs(const std::vector<SimWindow>& windows);
   void hide() { desktop_->setHidden(*state_, true); }
   void show() { desktop_->setHidden(*state_, false); }
   // It answers nothing, and reports nothing, until it is resumed.

@@ -46,6 +46,12 @@ class SimWorkspace final : public Workspace {
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
     return desktop_.activated().add(std::move(callback));
   }
+  [[nodiscard]] Subscription onLaunched(std::function<void(ProcessId)> callback) override {
+    return desktop_.launched().add(std::move(callback));
+  }
+  [[nodiscard]] Subscription onActiveSpaceChanged(std::function<void()> callback) override {
+    return desktop_.spaceChanged().add(std::move(callback));
+  }
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
     return desktop_.terminated().add(std::move(callback));
   }

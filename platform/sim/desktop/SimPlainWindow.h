@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "platform/Windows.h"
-#include "platform/sim/system/CallbackList.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 

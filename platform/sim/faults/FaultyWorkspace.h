@@ -40,6 +40,12 @@ class FaultyWorkspace final : public Workspace {
   [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
     return sound_.onActivated(std::move(callback));
   }
+  [[nodiscard]] Subscription onLaunched(std::function<void(ProcessId)> callback) override {
+    return sound_.onLaunched(std::move(callback));
+  }
+  [[nodiscard]] Subscription onActiveSpaceChanged(std::function<void()> callback) override {
+    return sound_.onActiveSpaceChanged(std::move(callback));
+  }
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
     return sound_.onTerminated([this, callback = std::move(callback)](std::optional<ProcessId> pid) {
       callback(withholdsTerminatedPid ? std::nullopt : pid);

@@ -26,6 +26,7 @@ class ForwardingAccessibility : public Accessibility {
   bool perform(const Element& element, std::string_view action) override {
     return sound_.perform(element, action);
   }
+  [[nodiscard]] std::uint64_t unansweredReads() const override { return sound_.unansweredReads(); }
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override {
     sound_.willRead(elements, attributes);
   }

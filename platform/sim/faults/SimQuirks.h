@@ -30,10 +30,19 @@ struct SimWindowQuirks {
   std::chrono::milliseconds frameDelay{0};  // how long after a write the frame changes
 };
 
+// What a program that is still launching refuses: the observer itself, each registration with it, or reads as
+// well (kAXErrorCannotComplete: github.com/pilyang/vim-action/issues/71, three of three cold starts;
+// github.com/typester/yashiki/issues/180, one retry was not enough).
+enum class SimRefusal { nothing, observers, registrations, everything };
+
 // How one simulated application differs from a well-behaved one.
 struct SimApplicationQuirks {
-  bool refusesObservers = false;  // as an application that is still launching
+  SimRefusal refuses = SimRefusal::nothing;
   NameSet refusedNotifications;
+  // It tells these to nobody. Some programs never say that a window of theirs has gone
+  // (github.com/Hammerspoon/hammerspoon/issues/3753, github.com/nikitabobko/AeroSpace/issues/1615,
+  // github.com/ejbills/DockDoor/issues/1455).
+  NameSet untoldNotifications;
   bool listsWindowsByCreation = false;      // "AXWindows" in order of creation, not front to back
   bool namesNoFocusedWindow = false;        // "AXFocusedWindow" is absent
   std::chrono::milliseconds answerTime{0};  // what each round trip to it takes

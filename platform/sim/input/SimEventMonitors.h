@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "platform/EventMonitors.h"
-#include "platform/sim/system/CallbackList.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 

@@ -5,8 +5,8 @@
 #include "platform/Panel.h"
 #include "platform/shared/panel/KeyOwner.h"
 #include "platform/shared/panel/PointerPresence.h"
+#include "platform/shared/system/CallbackList.h"
 #include "platform/sim/panel/SimViewHost.h"
-#include "platform/sim/system/CallbackList.h"
 
 namespace pellar {
 

@@ -1,11 +1,14 @@
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include "platform/ScreenList.h"
+#include "platform/shared/system/CallbackList.h"
+#include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
 
@@ -13,6 +16,8 @@ namespace pellar {
 class SimScreens final : public ScreenList {
  public:
   static constexpr double menuBarHeight = 25;
+
+  explicit SimScreens(SimMainLoop& loop) : loop_(loop) {}
 
   [[nodiscard]] std::vector<Screen> screens() const override { return screens_; }
   [[nodiscard]] std::optional<Screen> mainScreen() const override {
@@ -29,16 +34,43 @@ class SimScreens final : public ScreenList {
     return *best;
   }
 
+  [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
+    return changed_.add(std::move(callback));
+  }
+
   // The window that has the keyboard.
   std::function<std::optional<ScreenRect>()> keyWindowFrame;
 
-  void set(std::vector<Screen> screens) { screens_ = std::move(screens); }
+  void set(std::vector<Screen> screens) {
+    screens_ = std::move(screens);
+    changed_.post(loop_);
+  }
   // Adds a display, given in screen coordinates, whose menu bar and dock take from its top and bottom.
   void add(const ScreenRect& frame, double top = menuBarHeight, double bottom = 0) {
     screens_.push_back(screen(frame, top, bottom));
+    changed_.post(loop_);
   }
   static Screen screen(const ScreenRect& frame, double top, double bottom) {
     return {frame, {frame.x, frame.y + bottom, frame.width, frame.height - top - bottom}};
+  }
+
+  // Where the system lets a window of that frame go: its top not above the visible part of the screen that it
+  // is on, nor so far out that no part of it can be taken hold of.
+  [[nodiscard]] AxPoint clamped(const AxRect& wanted) const {
+    constexpr double hold = 40;
+    const Screen* on = nullptr;
+    double bestArea = 0;
+    for (const Screen& screen : screens_) {
+      const auto common = toAccessibility(screen.frame).intersection(wanted);
+      if (!common || common->area() <= bestArea) continue;
+      on = &screen;
+      bestArea = common->area();
+    }
+    if (on == nullptr && !screens_.empty()) on = &screens_.front();
+    if (on == nullptr) return wanted.origin();
+    const AxRect area = toAccessibility(on->visibleFrame);
+    return {std::clamp(wanted.x, area.minX() - std::max(0.0, wanted.width - hold), area.maxX() - hold),
+            std::clamp(wanted.y, area.minY(), area.maxY() - hold)};
   }
 
   // Height of the first display's frame, where the two coordinate spaces meet; 0 when there is none.
@@ -53,6 +85,8 @@ class SimScreens final : public ScreenList {
   }
 
  private:
+  SimMainLoop& loop_;
+  CallbackList<> changed_;
   std::vector<Screen> screens_{screen({0, 0, 1440, 900}, menuBarHeight, 0)};
 };
 

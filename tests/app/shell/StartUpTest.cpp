@@ -38,7 +38,7 @@ TEST_F(StartUp, WithoutPermissionAWindowSaysHowToGiveIt) {
 }
 
 TEST_F(StartUp, TrackingIsSaidToHaveStartedOnceTheApplicationInFrontWasLookedAt) {
-  editor.quirks().refusesObservers = true;
+  editor.quirks().refuses = SimRefusal::observers;
   start();
   EXPECT_EQ(log.messages().front(), "AXObserverCreate failed for pid " + std::to_string(editor.pid()));
   EXPECT_TRUE(log.has("tracking started"));

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
 #include <utility>
 
 #include "platform/sim/faults/FaultyAccessibility.h"
@@ -164,13 +165,31 @@ class Renumbered final : public ElementHandle {
   Element real_;
 };
 
+// Hands the real elements on to the observer.
+class RenumberedObserver final : public ElementObserver {
+ public:
+  explicit RenumberedObserver(std::unique_ptr<ElementObserver> sound) : sound_(std::move(sound)) {}
+  Registration add(const Element& element, std::string_view notification) override {
+    return sound_->add(real(element), notification);
+  }
+  void remove(const Element& element, std::string_view notification) override {
+    sound_->remove(real(element), notification);
+  }
+  static const Element& real(const Element& element) {
+    const auto* renumbered = dynamic_cast<const Renumbered*>(&element.handle());
+    return renumbered ? renumbered->real() : element;
+  }
+
+ private:
+  std::unique_ptr<ElementObserver> sound_;
+};
+
 class ReusedNumbers final : public ForwardingAccessibility {
  public:
   using ForwardingAccessibility::ForwardingAccessibility;
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override {
-    const auto* renumbered = dynamic_cast<const Renumbered*>(&element.handle());
-    auto value = ForwardingAccessibility::attribute(renumbered ? renumbered->real() : element, name);
+    auto value = ForwardingAccessibility::attribute(RenumberedObserver::real(element), name);
     if (!value) return value;
     if (auto* list = std::get_if<std::vector<Element>>(&*value))
       for (auto& each : *list) each = Element(std::make_shared<Renumbered>(each));
@@ -178,6 +197,11 @@ class ReusedNumbers final : public ForwardingAccessibility {
     return value;
   }
   void willRead(std::span<const Element>, std::span<const std::string_view>) override {}
+  [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
+                                                         std::function<void()> onNotification) override {
+    return std::make_unique<RenumberedObserver>(
+        ForwardingAccessibility::observe(pid, std::move(onNotification)));
+  }
 };
 
 TEST_F(TrackerFaultTest, AWindowUnderTheNumberOfAnOldOneIsReadAnew) {

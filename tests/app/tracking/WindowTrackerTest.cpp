@@ -296,7 +296,7 @@ TEST_F(TrackerTest, AWindowListedTwiceGetsOneTab) {
 }
 
 TEST_F(TrackerTest, AnApplicationThatIsStillLaunchingIsObservedLater) {
-  editor->quirks.refusesObservers = true;
+  editor->quirks.refuses = SimRefusal::observers;
   open("A");
   start();
   const std::string line = "AXObserverCreate failed for pid " + std::to_string(editor->description.pid);
@@ -304,7 +304,7 @@ TEST_F(TrackerTest, AnApplicationThatIsStillLaunchingIsObservedLater) {
   EXPECT_GT(failures, 0);
   tracker->refresh();
   EXPECT_EQ(log.count(line), failures + 1);
-  editor->quirks.refusesObservers = false;
+  editor->quirks.refuses = SimRefusal::nothing;
   tracker->refresh();
   EXPECT_EQ(log.count(line), failures + 1);
   open("B");
@@ -316,14 +316,14 @@ TEST_F(TrackerTest, ARefusedNotificationIsNotTriedAgainAndTheOthersArrive) {
   editor->quirks.refusedNotifications = {"AXTitleChanged"};
   const auto plan = open("A");
   start();
-  EXPECT_EQ(accessibility.roundTrips().registrations, 10);
+  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 3);
   desktop.setTitle(*plan, "B");
   settle();
   EXPECT_EQ(tabs(), Titles{"A"});
   desktop.setFrame(*plan, {1, 100, 640, 480});
   settle();
   EXPECT_EQ(tabs(), Titles{"B"});
-  EXPECT_EQ(accessibility.roundTrips().registrations, 10);
+  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 3);
   EXPECT_EQ(accessibility.liveObservers(), 1);
 }
 

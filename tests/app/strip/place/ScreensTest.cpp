@@ -21,7 +21,8 @@ class ScreenChoice : public testing::Test {
     return Screens::containing(rect, screens)->frame;
   }
 
-  SimScreens screens;
+  SimMainLoop loop;
+  SimScreens screens{loop};
 };
 
 TEST_F(ScreenChoice, ARectangleInsideAScreenBelongsToIt) {

@@ -1,5 +1,7 @@
 #include <stdlib.h>
 
+#include <vector>
+
 #include "tests/e2e/Folders.h"
 #include "tests/platform/linux/X11WorldTest.h"
 
@@ -38,6 +40,26 @@ TEST_F(X11WorkspaceTest, WhatIsInstalledIsReadOnceForAllTheRowsOfAMenu) {
   EXPECT_EQ(workspace().displayName("org.example.pen"), std::nullopt) << "it was read again";
   turn();
   EXPECT_EQ(workspace().displayName("org.example.pen"), "Pen") << "the next menu knows it";
+}
+
+TEST_F(X11WorkspaceTest, SaysWhenAnotherDesktopIsShown) {
+  int told = 0;
+  const auto subscription = workspace().onActiveSpaceChanged([&told] { ++told; });
+  desktop().run({"xdotool", "set_desktop", "1"});
+  EXPECT_TRUE(wait([&told] { return told == 1; }));
+  desktop().run({"xdotool", "set_desktop", "0"});
+  EXPECT_TRUE(wait([&told] { return told == 2; }));
+}
+
+TEST_F(X11WorkspaceTest, SaysWhichApplicationIsThereWithItsFirstWindow) {
+  std::vector<ProcessId> told;
+  const auto subscription = workspace().onLaunched([&told](ProcessId pid) { told.push_back(pid); });
+  const ProcessId editor = world().launch("editor");
+  world().open(editor, "Report.txt", {60, 160, 400, 300});
+  elementOf(editor, "Report.txt");
+  world().open(editor, "Plan.txt", {60, 160, 400, 300});
+  elementOf(editor, "Plan.txt");
+  EXPECT_EQ(told, std::vector<ProcessId>{editor});
 }
 
 }  // namespace

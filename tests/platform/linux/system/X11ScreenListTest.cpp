@@ -62,6 +62,17 @@ TEST_F(X11ScreenListTest, APanelTakesItsPartOfTheScreenAndGivesItBack) {
   EXPECT_TRUE(wait([&] { return screens()[0].visibleFrame == ScreenRect{0, 0, 1440, 900}; }));
 }
 
+TEST_F(X11ScreenListTest, SaysWhenAPanelComesAndWhenAScreenComes) {
+  int told = 0;
+  const auto subscription = x11().platform().screens.onChanged([&told] { ++told; });
+  openDock(30, 0, 1439);
+  EXPECT_TRUE(wait([&told] { return told > 0; }));
+  ASSERT_TRUE(wait([&] { return screens()[0].visibleFrame.height == 870; }));
+  const int before = told;
+  splitIntoTwo();
+  EXPECT_TRUE(wait([&] { return told > before; }));
+}
+
 TEST_F(X11ScreenListTest, APanelOnOneOfTwoScreensLeavesTheOtherWhole) {
   splitIntoTwo();
   ASSERT_TRUE(wait([&] { return screens().size() == 2; }));

@@ -162,9 +162,9 @@ TEST_F(SimAccessibilityTest, GivesNothingWithoutThePermissionAndCountsThePrompts
 }
 
 TEST_F(SimAccessibilityTest, HasNoObserverForAnApplicationStillLaunching) {
-  editor.quirks().refusesObservers = true;
+  editor.quirks().refuses = SimRefusal::observers;
   EXPECT_EQ(mac.accessibility().observe(editor.pid(), [] {}), nullptr);
-  editor.quirks().refusesObservers = false;
+  editor.quirks().refuses = SimRefusal::nothing;
   const auto observer = mac.accessibility().observe(editor.pid(), [] {});
   EXPECT_NE(observer, nullptr);
   EXPECT_EQ(mac.accessibility().liveObservers(), 1);

@@ -1,0 +1,312 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+
+#include "tests/app/tracking/TrackerFixture.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Applications as a real desktop has them: deaf while they launch, silent while they are busy, and telling
+// the end of a window only to who asked that window.
+class UnkindApplication : public TrackerTest {
+ protected:
+  [[nodiscard]] std::string refusal() const {
+    return "AXObserverCreate failed for pid " + std::to_string(editor->description.pid);
+  }
+  void ready() { editor->quirks.refuses = SimRefusal::nothing; }
+  // Whether a change of a window is heard of.
+  [[nodiscard]] bool isHeard() {
+    const auto window = open("Heard");
+    settle();
+    return tab("Heard") != nullptr;
+  }
+};
+
+class ColdStart : public UnkindApplication, public testing::WithParamInterface<SimRefusal> {};
+
+INSTANTIATE_TEST_SUITE_P(EachRefusal, ColdStart,
+                         testing::Values(SimRefusal::observers, SimRefusal::registrations,
+                                         SimRefusal::everything));
+
+TEST_P(ColdStart, AnApplicationThatBecomesReadyIsFollowedWithoutTheUserLeavingIt) {
+  for (const auto ready : {400ms, 1900ms, 7900ms}) {
+    editor = launch("org.example.cold" + std::to_string(ready.count()), "Cold");
+    bringToFront(editor);
+    editor->quirks.refuses = GetParam();
+    const auto timer = loop.after(ready, [this] { this->ready(); });
+    if (tracker->app())
+      settle();
+    else
+      start();
+    loop.advance(100ms);
+    open("Document");
+    settle();
+    loop.advance(8s);
+    EXPECT_EQ(tabs(), Titles{"Document"}) << ready.count();
+    EXPECT_TRUE(isHeard()) << ready.count();
+  }
+}
+
+TEST_P(ColdStart, ARefusalIsTriedThreeTimesMoreAndThenNoMore) {
+  editor->quirks.refuses = GetParam();
+  start();
+  const auto tries = [this] { return log.count(refusal()); };
+  const auto first = tries();
+  loop.advance(499ms);
+  EXPECT_EQ(tries(), first);
+  loop.advance(1ms);
+  EXPECT_EQ(tries(), first + 1);
+  loop.advance(1500ms);
+  EXPECT_EQ(tries(), first + 2);
+  loop.advance(6s);
+  EXPECT_EQ(tries(), first + 3);
+  loop.advance(1h);
+  EXPECT_EQ(tries(), first + 3);
+}
+
+TEST_F(UnkindApplication, ItsLaunchNotificationIsOneMoreTry) {
+  editor->quirks.refuses = SimRefusal::registrations;
+  start();
+  loop.advance(1h);
+  ready();
+  EXPECT_FALSE(isHeard());
+  desktop.finishLaunching(*editor);
+  settle();
+  EXPECT_TRUE(tab("Heard") != nullptr);
+  EXPECT_EQ(accessibility.liveObservers(), 1);
+}
+
+TEST_F(UnkindApplication, ALaunchInTheBackgroundIsNotTried) {
+  editor->quirks.refuses = SimRefusal::observers;
+  start();
+  const auto tries = log.count(refusal());
+  const auto other = launch("org.example.other", "Other");
+  desktop.finishLaunching(*other);
+  settle();
+  EXPECT_EQ(log.count(refusal()), tries);
+}
+
+TEST_F(UnkindApplication, ADeafApplicationIsNotAskedForEachNotificationInTurn) {
+  editor->quirks.refuses = SimRefusal::registrations;
+  start();
+  accessibility.forgetRoundTrips();
+  tracker->refresh();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 1);
+}
+
+TEST_F(UnkindApplication, TheTriesEndWithAnotherApplicationInFront) {
+  editor->quirks.refuses = SimRefusal::observers;
+  start();
+  bringToFront(launch("org.example.other", "Other"));
+  settle();
+  const auto tries = log.count(refusal());
+  loop.advance(1h);
+  EXPECT_EQ(log.count(refusal()), tries);
+  bringToFront(editor);
+  loop.advance(1h);
+  EXPECT_EQ(log.count(refusal()), tries + 4) << "coming back begins anew";
+}
+
+TEST_F(UnkindApplication, ATrackerThatIsGoneIsNotTriedAgain) {
+  editor->quirks.refuses = SimRefusal::observers;
+  start();
+  const auto tries = log.count(refusal());
+  tracker.reset();
+  loop.advance(1h);
+  EXPECT_EQ(log.count(refusal()), tries);
+}
+
+TEST_F(UnkindApplication, ABackgroundWindowThatGoesLosesItsTab) {
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  desktop.destroy(plan);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Notes"});
+}
+
+TEST_F(UnkindApplication, AWindowOpenedLaterIsListenedToAsWell) {
+  open("Plan");
+  start();
+  const auto notes = open("Notes");
+  settle();
+  open("List");
+  settle();
+  desktop.setMinimised(notes, true);
+  settle();
+  EXPECT_TRUE(tab("Notes")->minimized);
+  desktop.setMinimised(notes, false);
+  settle();
+  EXPECT_FALSE(tab("Notes")->minimized);
+}
+
+TEST_F(UnkindApplication, RegistrationsOnWindowsAreMadeOnceAndTakenBackWithTheirWindows) {
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 2 * 3);
+  bringToFront(launch("org.example.other", "Other"));
+  settle();
+  bringToFront(editor);
+  settle();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 2 * 3 + 10) << "those of the other application";
+  EXPECT_EQ(accessibility.liveRegistrations(), 10 + 2 * 3 + 10);
+  desktop.destroy(plan);
+  settle();
+  EXPECT_EQ(accessibility.liveRegistrations(), 10 + 1 * 3 + 10);
+}
+
+TEST_F(UnkindApplication, AWindowWhoseEndIsToldToNobodyGoesWithTheNextPicture) {
+  editor->quirks.untoldNotifications = {"AXUIElementDestroyed"};
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  desktop.destroy(plan);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"Plan", "Notes"}));
+  tracker->refresh();
+  EXPECT_EQ(tabs(), Titles{"Notes"});
+}
+
+TEST_F(UnkindApplication, ABusyApplicationIsSeenAgainSoonAfterItAnswers) {
+  open("Plan");
+  open("Notes");
+  start();
+  tracker->move(tab("Notes")->id(), 0);
+  for (const auto busyFor : {100ms, 4000ms, 12000ms}) {
+    desktop.setHung(*editor, true);
+    tracker->refresh();
+    EXPECT_TRUE(tabs().empty());
+    const auto timer = loop.after(busyFor, [this] { desktop.setHung(*editor, false); });
+    loop.advance(20s);
+    EXPECT_EQ(tabs(), (Titles{"Notes", "Plan"})) << "in the user's order, after " << busyFor.count();
+  }
+}
+
+TEST_F(UnkindApplication, ABusyApplicationIsAskedThreeTimesMoreAndThenLeftAlone) {
+  open("Plan");
+  start();
+  desktop.setHung(*editor, true);
+  tracker->refresh();
+  const auto reads = [this] { return accessibility.roundTrips().reads; };
+  const auto first = reads();
+  loop.advance(1h);
+  EXPECT_EQ(reads(), first + 3);
+}
+
+TEST_F(UnkindApplication, WhatAnswersInTheMiddleOfAPictureIsReadAgain) {
+  open("Plan");
+  open("Notes");
+  start();
+  editor->quirks.answerTime = 10ms;
+  const auto timer = loop.after(5ms, [this] { desktop.setHung(*editor, true); });
+  tracker->refresh();
+  desktop.setHung(*editor, false);
+  loop.advance(20s);
+  EXPECT_EQ(tabs(), (Titles{"Plan", "Notes"}));
+}
+
+TEST_F(UnkindApplication, AGlanceAtAnotherSpaceKeepsTheUsersOrder) {
+  open("Plan");
+  open("Notes");
+  const auto list = open("List");
+  start();
+  tracker->move(tab("List")->id(), 0);
+  ASSERT_EQ(tabs(), (Titles{"List", "Plan", "Notes"}));
+  const auto record = tab("Plan");
+
+  desktop.showSpace(1);
+  settle();
+  EXPECT_TRUE(tabs().empty());
+  EXPECT_EQ(frontTitle(), "(none)");
+  open("Elsewhere");
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Elsewhere"});
+
+  desktop.showSpace(0);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"List", "Plan", "Notes"}));
+  EXPECT_EQ(tab("Plan"), record) << "and what is known of it";
+  desktop.showSpace(1);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Elsewhere"});
+}
+
+TEST_F(UnkindApplication, ATabMovedOnOneSpaceStaysAmongItsNeighbours) {
+  open("A");
+  open("B");
+  open("C");
+  const auto x = open("X");
+  start();
+  desktop.setSpace(*x, 1);
+  tracker->refresh();
+  ASSERT_EQ(tabs(), (Titles{"A", "B", "C"}));
+  tracker->move(tab("C")->id(), 0);
+  tracker->move(tab("A")->id(), 9);
+  EXPECT_EQ(tabs(), (Titles{"C", "B", "A"}));
+  desktop.setSpace(*x, 0);
+  tracker->refresh();
+  Titles others = tabs();
+  std::erase(others, "X");
+  EXPECT_EQ(others, (Titles{"C", "B", "A"}));
+}
+
+TEST_F(UnkindApplication, AWindowThatGoesWhileAnotherSpaceIsShownHasNoTabAfterwards) {
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  desktop.showSpace(1);
+  settle();
+  desktop.destroy(plan);
+  desktop.showSpace(0);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Notes"});
+}
+
+TEST_F(UnkindApplication, AWindowThatBecameTooNarrowHasLostItsPlace) {
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  desktop.setFrame(*plan, {100, 100, 150, 480});
+  settle();
+  ASSERT_EQ(tabs(), Titles{"Notes"});
+  desktop.setFrame(*plan, {100, 100, 300, 480});
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"Notes", "Plan"}));
+}
+
+TEST_F(UnkindApplication, NativeTabsComeAndGoWithTheirGroup) {
+  const auto one = open("One");
+  const auto two = open("Two");
+  start();
+  desktop.joinAsTabs({one, two});
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Two"});
+  desktop.selectNativeTab(one);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"One"});
+  EXPECT_EQ(frontTitle(), "One");
+}
+
+TEST_F(UnkindApplication, AFirstPictureCostsOneRoundTripAWindowAndTwoMore) {
+  for (int i = 0; i < 10; ++i) open("Window " + std::to_string(i));
+  start();
+  bringToFront(launch("org.example.other", "Other"));
+  settle();
+  const auto cost = [this] {
+    const auto& trips = accessibility.roundTrips();
+    return trips.reads + trips.batches;
+  };
+  const int before = cost();
+  bringToFront(editor);
+  settle();
+  EXPECT_EQ(tabs().size(), 10U);
+  EXPECT_EQ(cost() - before, 10 + 2);
+}
+
+}  // namespace
+}  // namespace pellar
