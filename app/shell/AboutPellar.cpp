@@ -16,18 +16,17 @@ constexpr auto conclusionDelay = 2s;
 
 }  // namespace
 
-AboutPellar::AboutPellar(const Platform& platform, std::shared_ptr<Updater> updater)
-    : platform_(platform), updater_(std::move(updater)) {}
+AboutPellar::AboutPellar(const Platform& platform, std::shared_ptr<OwnWindows> windows,
+                         std::shared_ptr<Updater> updater)
+    : platform_(platform), windows_(std::move(windows)), updater_(std::move(updater)) {}
 
 void AboutPellar::showAbout() {
   if (!aboutWindow_) {
-    aboutWindow_ =
-        std::make_unique<AboutWindowController>(platform_.windows, platform_.workspace, updater_->baseUrl(),
-                                                platform_.bundle.shortVersion.value_or("0"),
-                                                platform_.bundle.version.value_or("0"), [this] { check(); });
+    aboutWindow_ = std::make_unique<AboutWindowController>(
+        *windows_, platform_.workspace, updater_->baseUrl(), platform_.bundle.shortVersion.value_or("0"),
+        platform_.bundle.version.value_or("0"), [this] { check(); });
   }
   if (const auto& update = updater_->available()) announce(update->latest);
-  platform_.workspace.activateIgnoringOtherApps();
   aboutWindow_->window().makeKeyAndOrderFront();
 }
 

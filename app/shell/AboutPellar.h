@@ -6,6 +6,7 @@
 
 #include "app/info/AboutWindowController.h"
 #include "app/info/Updater.h"
+#include "app/shell/OwnWindows.h"
 #include "platform/Platform.h"
 #include "platform/Subscription.h"
 
@@ -15,7 +16,8 @@ namespace pellar {
 class AboutPellar {
  public:
   // What `platform` refers to outlives this.
-  AboutPellar(const Platform& platform, std::shared_ptr<Updater> updater);
+  AboutPellar(const Platform& platform, std::shared_ptr<OwnWindows> windows,
+              std::shared_ptr<Updater> updater);
   AboutPellar(const AboutPellar&) = delete;
   AboutPellar& operator=(const AboutPellar&) = delete;
 
@@ -29,6 +31,7 @@ class AboutPellar {
   void concludeCheck();
 
   Platform platform_;
+  std::shared_ptr<OwnWindows> windows_;
   std::shared_ptr<Updater> updater_;
   std::unique_ptr<AboutWindowController> aboutWindow_;
   std::deque<Subscription> conclusions_;  // of checks under way, the oldest first

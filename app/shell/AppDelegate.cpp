@@ -21,17 +21,19 @@ std::shared_ptr<StateStore> loadStore(const UserFolders& folders) {
 
 AppDelegate::AppDelegate(const Platform& platform)
     : platform_(platform),
+      place_(PlaceInFront::create(platform.workspace)),
+      windows_(OwnWindows::create(platform.windows, platform.mainLoop, place_)),
       store_(loadStore(platform.folders)),
       tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)),
       paths_(std::make_shared<DocumentPaths>(platform, tracker_)),
       hotkeys_(platform.eventTaps, platform.mainLoop),
       updater_(Updater::create(platform)),
-      terms_(TermsGate::create(platform, store_)),
-      about_(platform, updater_),
+      terms_(TermsGate::create(platform, windows_, store_)),
+      about_(platform, windows_, updater_),
       autoSave_(platform, store_, tracker_, paths_),
       statusMenu_(StatusMenu::create(platform, store_, tracker_, updater_)),
       updateSchedule_(platform.mainLoop, store_, updater_),
-      onboarding_(platform) {}
+      onboarding_(platform, windows_) {}
 
 AppDelegate::~AppDelegate() {
   // Callbacks under way share these and may outlive the delegate by the rest of a turn.
@@ -86,7 +88,7 @@ void AppDelegate::connectUpdater() {
 }
 
 void AppDelegate::startTracking() {
-  strip_ = StripController::create(tracker_, store_, paths_, platform_);
+  strip_ = StripController::create(tracker_, store_, paths_, place_, platform_);
   updateLock();
   terms_->presentGates();
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };

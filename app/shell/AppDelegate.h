@@ -7,11 +7,13 @@
 #include "app/shell/AutoSave.h"
 #include "app/shell/HotkeyTap.h"
 #include "app/shell/Onboarding.h"
+#include "app/shell/OwnWindows.h"
 #include "app/shell/StatusMenu.h"
 #include "app/shell/TermsGate.h"
 #include "app/shell/UpdateSchedule.h"
 #include "app/strip/StripController.h"
 #include "app/strip/documents/DocumentPaths.h"
+#include "app/tracking/PlaceInFront.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -50,6 +52,8 @@ class AppDelegate {
   void toggleLaunchAtLogin();
 
   Platform platform_;
+  std::shared_ptr<PlaceInFront> place_;
+  std::shared_ptr<OwnWindows> windows_;
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<DocumentPaths> paths_;

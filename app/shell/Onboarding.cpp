@@ -34,7 +34,7 @@ void Onboarding::poll() {
 }
 
 void Onboarding::showOnboarding() {
-  window_ = platform_.windows.makeWindow(
+  window_ = windows_->makeWindow(
       {.title = "Pellar needs Accessibility access",
        .contentSize = {420, 170},
        .elements = {
@@ -51,7 +51,6 @@ void Onboarding::showOnboarding() {
     window_.reset();
   });
   window_->makeKeyAndOrderFront();
-  platform_.workspace.activateIgnoringOtherApps();
 }
 
 void Onboarding::openAccessibilityPane() {

@@ -2,7 +2,9 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 
+#include "app/shell/OwnWindows.h"
 #include "platform/Platform.h"
 #include "platform/Subscription.h"
 #include "platform/Windows.h"
@@ -13,7 +15,8 @@ namespace pellar {
 class Onboarding {
  public:
   // What `platform` refers to outlives this.
-  explicit Onboarding(const Platform& platform) : platform_(platform) {}
+  Onboarding(const Platform& platform, std::shared_ptr<OwnWindows> windows)
+      : platform_(platform), windows_(std::move(windows)) {}
   Onboarding(const Onboarding&) = delete;
   Onboarding& operator=(const Onboarding&) = delete;
 
@@ -27,6 +30,7 @@ class Onboarding {
   void poll();
 
   Platform platform_;
+  std::shared_ptr<OwnWindows> windows_;
   std::function<void()> onTrusted_;
   std::unique_ptr<PlainWindow> window_;  // while it is shown
   Subscription closed_;                  // depends-on: window_

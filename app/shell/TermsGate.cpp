@@ -10,12 +10,15 @@
 
 namespace pellar {
 
-std::shared_ptr<TermsGate> TermsGate::create(const Platform& platform, std::shared_ptr<StateStore> store) {
-  return std::shared_ptr<TermsGate>(new TermsGate(platform, std::move(store)));
+std::shared_ptr<TermsGate> TermsGate::create(const Platform& platform, std::shared_ptr<OwnWindows> windows,
+                                             std::shared_ptr<StateStore> store) {
+  return std::shared_ptr<TermsGate>(new TermsGate(platform, std::move(windows), std::move(store)));
 }
 
-TermsGate::TermsGate(const Platform& platform, std::shared_ptr<StateStore> store)
+TermsGate::TermsGate(const Platform& platform, std::shared_ptr<OwnWindows> windows,
+                     std::shared_ptr<StateStore> store)
     : platform_(platform),
+      windows_(std::move(windows)),
       store_(std::move(store)),
       eulaTermsUrl_(WebAddress::withoutSlashAtEnd(platform.bundle.webSite) + "/terms.html") {}
 
@@ -40,12 +43,11 @@ void TermsGate::presentGates() {
 void TermsGate::showEula() {
   if (!eulaWindow_) {
     eulaWindow_ =
-        std::make_unique<EulaWindowController>(platform_.windows, platform_.workspace, platform_.application,
+        std::make_unique<EulaWindowController>(*windows_, platform_.workspace, platform_.application,
                                                requiredEula_, eulaTermsUrl_, [weak = weak_from_this()] {
                                                  if (const auto self = weak.lock()) self->accept();
                                                });
   }
-  platform_.workspace.activateIgnoringOtherApps();
   eulaWindow_->window().makeKeyAndOrderFront();
 }
 

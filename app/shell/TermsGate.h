@@ -6,6 +6,7 @@
 #include <string>
 
 #include "app/info/EulaWindowController.h"
+#include "app/shell/OwnWindows.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
 
@@ -15,7 +16,8 @@ namespace pellar {
 class TermsGate : public std::enable_shared_from_this<TermsGate> {
  public:
   // What `platform` refers to outlives this.
-  static std::shared_ptr<TermsGate> create(const Platform& platform, std::shared_ptr<StateStore> store);
+  static std::shared_ptr<TermsGate> create(const Platform& platform, std::shared_ptr<OwnWindows> windows,
+                                           std::shared_ptr<StateStore> store);
   TermsGate(const TermsGate&) = delete;
   TermsGate& operator=(const TermsGate&) = delete;
 
@@ -32,10 +34,11 @@ class TermsGate : public std::enable_shared_from_this<TermsGate> {
   void showEula();
 
  private:
-  TermsGate(const Platform& platform, std::shared_ptr<StateStore> store);
+  TermsGate(const Platform& platform, std::shared_ptr<OwnWindows> windows, std::shared_ptr<StateStore> store);
   void accept();
 
   Platform platform_;
+  std::shared_ptr<OwnWindows> windows_;
   std::shared_ptr<StateStore> store_;
   std::string requiredEula_ = "1";
   std::string eulaTermsUrl_;

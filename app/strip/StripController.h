@@ -16,6 +16,7 @@
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
 #include "app/strip/windows/WindowGroupDrag.h"
+#include "app/tracking/PlaceInFront.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -32,6 +33,7 @@ class StripController final : public WindowTrackerDelegate,
   static std::shared_ptr<StripController> create(std::shared_ptr<WindowTracker> tracker,
                                                  std::shared_ptr<StateStore> store,
                                                  std::shared_ptr<DocumentPaths> paths,
+                                                 const std::shared_ptr<PlaceInFront>& place,
                                                  const Platform& platform);
   ~StripController() override;
   StripController(const StripController&) = delete;
@@ -58,7 +60,8 @@ class StripController final : public WindowTrackerDelegate,
 
  private:
   StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
-                  std::shared_ptr<DocumentPaths> paths, const Platform& platform);
+                  std::shared_ptr<DocumentPaths> paths, const std::shared_ptr<PlaceInFront>& place,
+                  const Platform& platform);
   void connect();
 
   [[nodiscard]] bool ownApplicationIsFrontmost() const;

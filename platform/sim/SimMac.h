@@ -139,7 +139,7 @@ class SimMac {
   SimEventMonitors eventMonitors_;
   SimEventTaps eventTaps_;
   SimMenus menus_{mainLoop_};
-  SimAlerts alerts_{mainLoop_};
+  SimAlerts alerts_{mainLoop_, desktop_, panels_};
   SimPasteboard pasteboard_;
   PlistPropertyLists propertyLists_;
   SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};

@@ -3,16 +3,16 @@
 #include <optional>
 #include <string>
 
+#include "app/tracking/PlaceInFront.h"
 #include "platform/Alerts.h"
-#include "platform/Workspace.h"
 
 // Modal questions for one line of text.
 namespace pellar::Prompt {
 
-// Brings this program to the front, asks, and gives the place in front back. The text without blanks at its
+// Asks, with this program in front meanwhile. The text without blanks at its
 // ends; absent when the user cancelled or left nothing, and when no question can be shown. A nested loop runs
 // until it is answered.
-std::optional<std::string> ask(Alerts& alerts, Workspace& workspace, const std::string& title,
+std::optional<std::string> ask(Alerts& alerts, PlaceInFront& place, const std::string& title,
                                const std::string& message, const std::string& defaultValue);
 
 }  // namespace pellar::Prompt

@@ -34,12 +34,14 @@ std::string stem(std::string_view path) {
 
 StripDocuments::StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                                std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
+                               std::shared_ptr<PlaceInFront> place,
                                std::shared_ptr<const TrackedPicture> picture,
                                std::shared_ptr<WindowActions> actions)
     : platform_(platform),
       tracker_(std::move(tracker)),
       store_(std::move(store)),
       paths_(std::move(paths)),
+      place_(std::move(place)),
       picture_(std::move(picture)),
       actions_(std::move(actions)),
       automation_(platform.scripts) {}
@@ -75,8 +77,8 @@ void StripDocuments::rename(const std::shared_ptr<OfficeWindow>& window) {
 void StripDocuments::rename(WindowReference window, std::string path) {
   if (!actions_->windows().find(window)) return;
   const std::string current = stem(path);
-  const auto answer = Prompt::ask(platform_.alerts, platform_.workspace, "Rename file",
-                                  "New name for " + current + ":", current);
+  const auto answer =
+      Prompt::ask(platform_.alerts, *place_, "Rename file", "New name for " + current + ":", current);
   if (!answer || Utf8::areEquivalent(*answer, Utf8::trimmed(current))) return;
   // Without its window another document of the same name might be meant.
   const auto target = actions_->windows().find(window);
@@ -137,7 +139,7 @@ void StripDocuments::saveGroup(const WindowList& windows) {
   for (const auto& each : WindowList(windows))
     if (auto known = paths_->ask(each)) paths.push_back(std::move(known->path));
   if (paths.empty()) return;
-  const auto name = Prompt::ask(platform_.alerts, platform_.workspace, "Group name",
+  const auto name = Prompt::ask(platform_.alerts, *place_, "Group name",
                                 std::to_string(paths.size()) + " saved files will be in this group.", "");
   if (!name) return;
   store_->update([&](AppState& state) {

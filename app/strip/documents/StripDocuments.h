@@ -9,6 +9,7 @@
 #include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/windows/TrackedPicture.h"
 #include "app/strip/windows/WindowActions.h"
+#include "app/tracking/PlaceInFront.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/AppState.h"
 #include "core/StateStore.h"
@@ -24,7 +25,8 @@ class StripDocuments {
   // What `platform` refers to outlives this.
   StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                  std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
-                 std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions);
+                 std::shared_ptr<PlaceInFront> place, std::shared_ptr<const TrackedPicture> picture,
+                 std::shared_ptr<WindowActions> actions);
 
   // Learns the files behind the windows of a new picture, and enters documents not seen in this run into the
   // recent files. May wait for the application.
@@ -57,6 +59,7 @@ class StripDocuments {
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<DocumentPaths> paths_;
+  std::shared_ptr<PlaceInFront> place_;
   std::shared_ptr<const TrackedPicture> picture_;
   std::shared_ptr<WindowActions> actions_;
   Automation automation_;

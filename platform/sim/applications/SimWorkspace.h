@@ -1,8 +1,10 @@
 #pragma once
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -13,7 +15,9 @@
 
 namespace pellar {
 
-// The workspace of the simulated desktop. Like the system, an activation asked for happens a turn later.
+// The workspace of the simulated desktop. An activation is a request, as NSRunningApplication.h says of
+// -activateFromApplication:options: ("You shouldn't assume the app will be active immediately after sending
+// this message"): it happens a turn later, or after `activationTime`.
 class SimWorkspace final : public Workspace {
  public:
   SimWorkspace(SimDesktop& desktop, SimMainLoop& loop) : desktop_(desktop), loop_(loop) {}
@@ -25,9 +29,11 @@ class SimWorkspace final : public Workspace {
   void activate(ProcessId pid) override {
     requested_.push_back(pid);
     if (const auto front = desktop_.frontmost(); front && front->pid == pid) return;
-    loop_.post([this, pid] { desktop_.activate(pid); });
+    later([this, pid] { desktop_.activate(pid); });
   }
-  void activateIgnoringOtherApps() override { desktop_.activatePellar(); }
+  void activateIgnoringOtherApps() override {
+    later([this] { desktop_.activatePellar(); });
+  }
   void open(const std::string& path) override {
     opened_.push_back(path);
     if (onOpen) onOpen(path);
@@ -56,6 +62,9 @@ class SimWorkspace final : public Workspace {
     return desktop_.terminated().add(std::move(callback));
   }
 
+  // How long an activation takes; none is done within the turn that asks for it.
+  std::chrono::milliseconds activationTime{0};
+
   // What opening a file does on this Mac, for instance that its application shows a window for it.
   std::function<void(const std::string& path)> onOpen;
 
@@ -71,6 +80,13 @@ class SimWorkspace final : public Workspace {
   [[nodiscard]] const std::vector<ProcessId>& requestedActivations() const { return requested_; }
 
  private:
+  void later(std::function<void()> activation) {
+    if (activationTime.count() == 0) return loop_.post(std::move(activation));
+    // The timer's own callback keeps its subscription, so it lives until it has fired.
+    auto timer = std::make_shared<Subscription>();
+    *timer = loop_.after(activationTime, [timer, activation = std::move(activation)] { activation(); });
+  }
+
   SimDesktop& desktop_;
   SimMainLoop& loop_;
   std::vector<ProcessId> requested_;

@@ -4,22 +4,23 @@ namespace pellar {
 
 std::optional<TextAlertAnswer> SimAlerts::runModal(const TextAlert& alert) {
   if (open_) return std::nullopt;
+  const Subscription closed([this] { open_ = false; });
   open_ = true;
   shown_.push_back(alert);
+  panels_.keys().loseKey();
   loop_.runUntilIdle();
-  TextAlertAnswer answer{TextAlertAnswer::firstButtonReturn + 1, alert.fieldText};
-  if (!users_.empty()) {
-    const auto user = std::move(users_.front());
-    users_.pop_front();
-    try {
-      answer = user(alert);
-    } catch (...) {
-      open_ = false;
-      throw;
-    }
-    loop_.runUntilIdle();
-  }
-  open_ = false;
+  const TextAlertAnswer answer = answerOfUser(alert);
+  loop_.runUntilIdle();
+  return answer;
+}
+
+TextAlertAnswer SimAlerts::answerOfUser(const TextAlert& alert) {
+  if (users_.empty()) return {TextAlertAnswer::firstButtonReturn + 1, alert.fieldText};
+  const auto user = std::move(users_.front());
+  users_.pop_front();
+  const TextAlertAnswer answer = user(alert);
+  loop_.runUntilIdle();
+  desktop_.activatePellar();
   return answer;
 }
 

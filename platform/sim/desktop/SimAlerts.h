@@ -9,17 +9,24 @@
 #include <vector>
 
 #include "platform/Alerts.h"
+#include "platform/sim/applications/SimDesktop.h"
+#include "platform/sim/panel/SimPanels.h"
 #include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
 
 // Modal questions and what the user answers. A question that nobody waits for is cancelled.
+//
+// A question takes the keys from the program's panels, and from the application in front when the user
+// answers: a click into a window of a program makes it the active one. Nothing gives them back by itself when
+// the question is gone.
 class SimAlerts final : public Alerts {
  public:
   // Sees the question and answers it.
   using User = std::function<TextAlertAnswer(const TextAlert&)>;
 
-  explicit SimAlerts(SimMainLoop& loop) : loop_(loop) {}
+  SimAlerts(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels)
+      : loop_(loop), desktop_(desktop), panels_(panels) {}
 
   [[nodiscard]] std::optional<TextAlertAnswer> runModal(const TextAlert& alert) override;
 
@@ -35,7 +42,11 @@ class SimAlerts final : public Alerts {
   [[nodiscard]] const std::vector<TextAlert>& shown() const { return shown_; }
 
  private:
+  TextAlertAnswer answerOfUser(const TextAlert& alert);
+
   SimMainLoop& loop_;
+  SimDesktop& desktop_;
+  SimPanels& panels_;
   std::deque<User> users_;
   std::vector<TextAlert> shown_;
   bool open_ = false;

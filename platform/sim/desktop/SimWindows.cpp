@@ -43,7 +43,9 @@ void SimWindows::makeKey(SimPlainWindow& window) {
 }
 
 void SimWindows::resignKey(SimPlainWindow& window) {
-  if (key_ == &window) key_ = nullptr;
+  if (key_ != &window) return;
+  const auto next = std::ranges::find_if(all_, [](const auto* each) { return each->isVisible(); });
+  key_ = next == all_.end() ? nullptr : *next;
 }
 
 }  // namespace pellar

@@ -12,7 +12,10 @@
 
 namespace pellar {
 
-// Every ordinary window of the program, and which of them has the keyboard.
+// Every ordinary window of the program, and which of them has the keyboard. When the last one closes, this
+// program stays the frontmost application all the same, as a real one without a Dock icon does
+// (github.com/duqaXxX/seedeep/pull/20, where -deactivate did nothing): no window receives the keys until the
+// user clicks or another application is activated.
 class SimWindows final : public Windows {
  public:
   SimWindows(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels)

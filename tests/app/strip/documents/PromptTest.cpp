@@ -9,7 +9,7 @@ namespace {
 class Question : public testing::Test {
  protected:
   std::optional<std::string> ask(const std::string& defaultValue = "Plan") {
-    return Prompt::ask(mac.alerts(), mac.workspace(), "Rename file", "New name for Plan:", defaultValue);
+    return Prompt::ask(mac.alerts(), *place, "Rename file", "New name for Plan:", defaultValue);
   }
   std::optional<std::string> answered(const std::string& text) {
     mac.alerts().nextType(text);
@@ -18,6 +18,7 @@ class Question : public testing::Test {
 
   SimMac mac;
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
+  std::shared_ptr<PlaceInFront> place = PlaceInFront::create(mac.workspace());  // depends-on: mac
 };
 
 TEST_F(Question, ShowsItsWordsOverAFieldWithTheTextToTypeOver) {

@@ -68,7 +68,8 @@ TEST_F(RecordedRecent, DocumentsSeenTogetherAreSavedTogether) {
   const auto platform = mac.platform();
   const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
   const auto controller =
-      StripController::create(tracker, store, std::make_shared<DocumentPaths>(platform, tracker), platform);
+      StripController::create(tracker, store, std::make_shared<DocumentPaths>(platform, tracker),
+                              PlaceInFront::create(platform.workspace), platform);
   tracker->start();
   mac.settle();
   EXPECT_EQ(store->state().recent.size(), 3U);
