@@ -33,12 +33,15 @@ struct KeyCombination {
   }
 };
 
-// A tap on key presses of the session. Dropping it takes it away.
+// A tap on key presses of the session, which listens from the start. Dropping it takes it away.
 class EventTap {
  public:
   virtual ~EventTap() = default;
-  // Puts a tap that the system disabled back to work.
-  virtual void enable() = 0;
+  // While the tap does not listen, no key waits for it: each goes to its application, and the handler hears
+  // of none. Where the tap is served by the main thread, a key pressed while that is held up waits as long as
+  // the tap listens. True also puts a tap that the system disabled back to work. The system may tell the
+  // handler of a tap that was made to rest that it is disabled.
+  virtual void setListening(bool listens) = 0;
 };
 
 // Installs taps. Main thread only.

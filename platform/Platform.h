@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <memory>
 
 #include "platform/Application.h"
 
@@ -32,7 +33,7 @@ struct UserFolders {
 };
 
 // What the application needs from its operating system, gathered by the process entry. Every reference
-// outlives the application.
+// outlives the application, or belongs to `owner`.
 struct Platform {
   MainLoop& mainLoop;
   Accessibility& accessibility;
@@ -54,6 +55,8 @@ struct Platform {
   Application& application;
   BundleInfo bundle;
   UserFolders folders;
+  // Kept by every copy, which work under way may have after the application's end; null where there is none.
+  std::shared_ptr<const void> owner = nullptr;
 };
 
 }  // namespace pellar

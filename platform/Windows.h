@@ -87,6 +87,7 @@ struct WindowDescription {
   WindowLevel level = WindowLevel::normal;
   StackAlignment alignment = StackAlignment::centre;
   double spacing = 0;
+  bool columnReachesBottom = false;  // else it ends below its last element; neither moves an element
   WindowInsets insets = {};
   std::vector<WindowElement> elements;
 };

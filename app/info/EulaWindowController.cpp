@@ -43,6 +43,7 @@ EulaWindowController::EulaWindowController(Windows& windows, Workspace& workspac
                           .level = WindowLevel::modalPanel,
                           .alignment = StackAlignment::trailing,
                           .spacing = 10,
+                          .columnReachesBottom = true,
                           .insets = {.top = 18, .left = 20, .bottom = 18, .right = 20},
                           .elements = {
                               WindowLabel{.text = "End User Agreement (v" + version + ")",

@@ -1,5 +1,6 @@
 #include "app/shell/AppDelegate.h"
 
+#include "app/shell/WaitingPorts.h"
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "platform/Accessibility.h"
@@ -17,27 +18,38 @@ std::shared_ptr<StateStore> loadStore(const UserFolders& folders) {
   return std::make_shared<StateStore>(StateStore::defaultURL(folders.applicationSupport));
 }
 
+// Scripts under way may outlive the tap.
+WaitingPorts::Scope restOf(const std::shared_ptr<HotkeyTap>& hotkeys) {
+  return [weak = std::weak_ptr(hotkeys)] {
+    const auto tap = weak.lock();
+    return tap ? tap->rest() : Subscription();
+  };
+}
+
 }  // namespace
 
 AppDelegate::AppDelegate(const Platform& platform)
-    : platform_(platform),
-      place_(PlaceInFront::create(platform.workspace)),
-      windows_(OwnWindows::create(platform.windows, platform.mainLoop, place_)),
-      store_(loadStore(platform.folders)),
-      tracker_(WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop)),
-      paths_(std::make_shared<DocumentPaths>(platform, tracker_)),
-      hotkeys_(platform.eventTaps, platform.mainLoop),
-      updater_(Updater::create(platform)),
-      terms_(TermsGate::create(platform, windows_, store_)),
-      about_(platform, windows_, updater_),
-      autoSave_(platform, store_, tracker_, paths_),
-      statusMenu_(StatusMenu::create(platform, store_, tracker_, updater_)),
-      updateSchedule_(platform.mainLoop, store_, updater_),
-      onboarding_(platform, windows_) {}
+    : hotkeys_(std::make_shared<HotkeyTap>(platform.eventTaps, platform.mainLoop)),
+      platform_(WaitingPorts::in(platform, restOf(hotkeys_))),
+      place_(PlaceInFront::create(platform_.workspace)),
+      windows_(OwnWindows::create(platform_.windows, platform_.mainLoop, place_)),
+      store_(loadStore(platform_.folders)),
+      tracker_(WindowTracker::create(platform_.accessibility, platform_.workspace, platform_.mainLoop)),
+      paths_(std::make_shared<DocumentPaths>(platform_, tracker_)),
+      updater_(Updater::create(platform_)),
+      terms_(TermsGate::create(platform_, windows_, store_)),
+      about_(platform_, windows_, updater_),
+      autoSave_(platform_, store_, tracker_, paths_),
+      statusMenu_(StatusMenu::create(platform_, store_, tracker_, updater_)),
+      updateSchedule_(platform_.mainLoop, store_, updater_),
+      onboarding_(platform_, windows_) {}
 
 AppDelegate::~AppDelegate() {
   // Callbacks under way share these and may outlive the delegate by the rest of a turn.
-  if (strip_) strip_->autoSaveToggled = nullptr;
+  if (strip_) {
+    strip_->autoSaveToggled = nullptr;
+    strip_->shownOrHidden = nullptr;
+  }
   updater_->onUpdate = nullptr;
   updater_->onEula = nullptr;
   terms_->onAccepted = nullptr;
@@ -93,19 +105,20 @@ void AppDelegate::startTracking() {
   terms_->presentGates();
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };
   connectHotkeys();
-  hotkeys_.start();
+  hotkeys_->start();
   tracker_->start();
   Log::write("tracking started");
 }
 
 void AppDelegate::connectHotkeys() {
-  hotkeys_.isActive = [weak = std::weak_ptr(strip_)] {
+  hotkeys_->isActive = [weak = std::weak_ptr(strip_)] {
     const auto strip = weak.lock();
     return strip && strip->panel().isVisible();
   };
-  hotkeys_.onCycle = [weak = std::weak_ptr(strip_)](bool forward) {
+  hotkeys_->onCycle = [weak = std::weak_ptr(strip_)](bool forward) {
     if (const auto strip = weak.lock()) strip->cycle(forward);
   };
+  strip_->shownOrHidden = [this] { hotkeys_->activityChanged(); };
 }
 
 // Without accepted terms there is no strip.

@@ -51,6 +51,7 @@ class AppDelegate {
   void toggleAutoSave();
   void toggleLaunchAtLogin();
 
+  std::shared_ptr<HotkeyTap> hotkeys_;
   Platform platform_;
   std::shared_ptr<PlaceInFront> place_;
   std::shared_ptr<OwnWindows> windows_;
@@ -58,7 +59,6 @@ class AppDelegate {
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<StripController> strip_;
-  HotkeyTap hotkeys_;
   std::shared_ptr<Updater> updater_;
   std::shared_ptr<TermsGate> terms_;
   AboutPellar about_;

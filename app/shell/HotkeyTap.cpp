@@ -16,12 +16,37 @@ HotkeyTap::HotkeyTap(EventTaps& taps, MainLoop& loop) : taps_(taps), loop_(loop)
 
 void HotkeyTap::start() {
   tap_ = taps_.tapKeyDowns(shortcut, [this](const TapEvent& event) { return handle(event); });
-  if (!tap_) Log::write("event tap creation failed");
+  if (!tap_) return Log::write("event tap creation failed");
+  listenOrRest();
+}
+
+void HotkeyTap::activityChanged() {
+  if (listens_ != mayListen()) listenOrRest();
+}
+
+bool HotkeyTap::mayListen() const {
+  return rests_ == 0 && isActive();
+}
+
+void HotkeyTap::listenOrRest() {
+  if (!tap_) return;
+  listens_ = mayListen();
+  tap_->setListening(listens_);
+}
+
+Subscription HotkeyTap::rest() {
+  ++rests_;
+  activityChanged();
+  return Subscription([this, alive = alive_.watch()] {
+    if (!alive) return;
+    --rests_;
+    activityChanged();
+  });
 }
 
 bool HotkeyTap::handle(const TapEvent& event) {
   if (event.type != TapEvent::Type::keyDown) {
-    if (tap_) tap_->enable();
+    listenOrRest();
     return false;
   }
   if (!shortcut.matches(event) || !isActive()) return false;

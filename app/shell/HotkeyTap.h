@@ -6,11 +6,14 @@
 #include "core/Alive.h"
 #include "platform/EventTap.h"
 #include "platform/MainLoop.h"
+#include "platform/Subscription.h"
 
 namespace pellar {
 
 // The shortcut of the whole session: Control-Tab goes to the next tab, Control-Shift-Tab to the previous one.
-// A key that is not acted on reaches the application in front as if there were no tap. Main thread only.
+// A key that is not acted on reaches the application in front as if there were no tap. It alone knows whether
+// the tap may listen: only while the shortcut acts, and never while the main thread waits for somebody, since
+// each key of the session would wait with it. Main thread only.
 class HotkeyTap {
  public:
   // Both outlive the tap.
@@ -24,12 +27,22 @@ class HotkeyTap {
   // shortcut.
   void start();
 
+  // What `isActive` answers may have changed.
+  void activityChanged();
+  // The tap is at rest for as long as the result lives: around calls in which the main thread waits for
+  // another program or for the user. The shortcut reaches the application in front meanwhile.
+  [[nodiscard]] Subscription rest();
+
  private:
   bool handle(const TapEvent& event);
+  [[nodiscard]] bool mayListen() const;
+  void listenOrRest();
 
   EventTaps& taps_;
   MainLoop& loop_;
   Alive alive_;
+  int rests_ = 0;
+  bool listens_ = false;  // the tap was told so last
   std::unique_ptr<EventTap> tap_;
 };
 

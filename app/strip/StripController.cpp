@@ -130,7 +130,11 @@ void StripController::hide() {
   // The release may not reach a panel that is off the screen, and while a drag is on no window makes room.
   view_->abandonPress();
   hoverPanels_.hide();
-  ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); }, [&] { panel_->orderOut(); });
+  ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); },
+                [&] {
+                  panel_->orderOut();
+                  notify(shownOrHidden);
+                });
 }
 
 void StripController::show() {
@@ -141,6 +145,7 @@ void StripController::show() {
   view_->setTabs(tabItems());
   panel_->setFrame(StripGeometry::stripFrame(picture_->front->frame, platform_.screens.screens()), true);
   panel_->orderFrontRegardless();
+  notify(shownOrHidden);
   search_->followStrip();
 }
 

@@ -41,6 +41,8 @@ class StripController final : public WindowTrackerDelegate,
 
   // The strip's auto-save tool was pressed.
   std::function<void()> autoSaveToggled;
+  // The strip came on the screen or left it.
+  std::function<void()> shownOrHidden;
   // The current terms are not accepted: every picture hides the strip, and nothing opens with it.
   bool locked = false;
 

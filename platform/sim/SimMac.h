@@ -113,6 +113,7 @@ class SimMac {
   [[nodiscard]] SimMenus& menus() { return menus_; }
   [[nodiscard]] SimAlerts& alerts() { return alerts_; }
   [[nodiscard]] SimPasteboard& pasteboard() { return pasteboard_; }
+  [[nodiscard]] PlistPropertyLists& propertyLists() { return propertyLists_; }
   // The documents of the Office applications.
   [[nodiscard]] SimOffice& office() { return office_; }
   [[nodiscard]] SimScripts& scripts() { return scripts_; }
@@ -137,11 +138,11 @@ class SimMac {
   SimWorkspace workspace_{desktop_, mainLoop_};
   SimPanels panels_{mainLoop_, screens_};
   SimEventMonitors eventMonitors_;
-  SimEventTaps eventTaps_;
+  SimEventTaps eventTaps_{mainLoop_};
   SimMenus menus_{mainLoop_};
   SimAlerts alerts_{mainLoop_, desktop_, panels_};
   SimPasteboard pasteboard_;
-  PlistPropertyLists propertyLists_;
+  PlistPropertyLists propertyLists_{mainLoop_};
   SimOffice office_{desktop_, screens_, mainLoop_, home_.path()};
   SimScripts scripts_{office_};
   SimStatusBar statusBar_{mainLoop_};

@@ -95,12 +95,26 @@ TEST_F(EventTapContract, AHandlerMayDropItsTap) {
   EXPECT_EQ(calls, 1);
 }
 
-TEST_F(EventTapContract, EnablingATapThatWorksChangesNothing) {
+TEST_F(EventTapContract, ATapListensFromTheStart) {
   const auto tap = tapThat(true);
   ASSERT_NE(tap, nullptr);
-  tap->enable();
+  tap->setListening(true);
   world().pressTab({.control = true});
   EXPECT_TRUE(wait([this] { return seen.size() == 1; }));
+}
+
+TEST_F(EventTapContract, ATapAtRestLetsEveryKeyPass) {
+  const auto tap = tapThat(true);
+  ASSERT_NE(tap, nullptr);
+  tap->setListening(false);
+  world().pressTab({.control = true});
+  EXPECT_TRUE(received(1));
+  EXPECT_TRUE(seen.empty());
+  tap->setListening(true);
+  world().pressTab({.control = true});
+  ASSERT_TRUE(wait([this] { return seen.size() == 1; }));
+  letPass(std::chrono::milliseconds(100));
+  EXPECT_EQ(world().tabsReceived(window), 1);
 }
 
 }  // namespace pellar::contract

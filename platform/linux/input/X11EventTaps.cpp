@@ -6,6 +6,7 @@
 #include <xcb/xcb.h>
 
 #include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <mutex>
@@ -54,8 +55,8 @@ class KeyTap final : public EventTap {
   KeyTap(const KeyTap&) = delete;
   KeyTap& operator=(const KeyTap&) = delete;
 
-  // The server never disables a grab.
-  void enable() override {}
+  // The grab stays, since it may not be had again: the thread lets the key go by itself.
+  void setListening(bool listens) override { listening_ = listens; }
 
  private:
   using WeakHandler = std::weak_ptr<EventTaps::Handler>;
@@ -79,7 +80,7 @@ class KeyTap final : public EventTap {
     const int type = event.response_type & 0x7f;
     if (type == XCB_KEY_PRESS) {
       const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
-      grabs_.settle(press, ask(grabs_.event(press), handler));
+      grabs_.settle(press, listening_ && ask(grabs_.event(press), handler));
     } else if (type == XCB_MAPPING_NOTIFY) {
       const bool had = std::exchange(taken_, grabs_.take());
       if (had && !taken_) Log::write("x11: the shortcut's key cannot be had on the new keyboard map");
@@ -109,6 +110,7 @@ class KeyTap final : public EventTap {
   Connection connection_;
   X11KeyGrabs grabs_;  // the thread's own, as its neighbours, once it runs
   bool taken_ = true;
+  std::atomic<bool> listening_ = true;
   std::shared_ptr<EventTaps::Handler> handler_;  // called and dropped on the main thread
   int end_;
   std::mutex mutex_;

@@ -1,5 +1,6 @@
 #include "platform/mac/desktop/MacAlerts.h"
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 namespace pellar {
@@ -9,8 +10,8 @@ static_assert(TextAlertAnswer::firstButtonReturn == NSAlertFirstButtonReturn);
 std::optional<TextAlertAnswer> MacAlerts::runModal(const TextAlert& alert) {
   if (NSApplication.sharedApplication.modalWindow != nil) return std::nullopt;
   NSAlert* native = [[NSAlert alloc] init];
-  native.messageText = toNSString(alert.messageText);
-  native.informativeText = toNSString(alert.informativeText);
+  native.messageText = toNSString(CutText::inTheMiddle(alert.messageText, longestRow));
+  native.informativeText = toNSString(CutText::inTheMiddle(alert.informativeText, longestRow));
   // NSAlert gives the first button Return, and a button titled "Cancel" Escape.
   for (const auto& title : alert.buttons) [native addButtonWithTitle:toNSString(title)];
 
@@ -22,6 +23,8 @@ std::optional<TextAlertAnswer> MacAlerts::runModal(const TextAlert& alert) {
   native.accessoryView = field;
   // The accessory view joins the window only when the alert is laid out; before that it can be no responder.
   [native layout];
+  // A modal window keeps the program from ending otherwise (NSWindow.h), also when the user has chosen Quit.
+  native.window.preventsApplicationTerminationWhenModal = NO;
   native.window.initialFirstResponder = field;
 
   const NSModalResponse response = [native runModal];

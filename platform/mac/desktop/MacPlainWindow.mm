@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 namespace {
@@ -69,7 +70,7 @@ MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& descript
       labels_([[WindowLabels alloc] init]) {
   // ARC owns it; a window made in code is released by its own closing otherwise.
   native_.releasedWhenClosed = NO;
-  native_.title = drawnText(description.title);
+  native_.title = drawnText(CutText::atTheEnd(description.title, longestRow));
   native_.level = static_cast<NSWindowLevel>(description.level);
   // A window shown again comes up where the user is, which may be another space than before.
   native_.collectionBehavior = NSWindowCollectionBehaviorMoveToActiveSpace;
@@ -107,7 +108,7 @@ bool MacPlainWindow::isVisible() const {
 }
 
 void MacPlainWindow::setText(const std::string& id, const std::string& text) {
-  labels_[toNSString(id)].stringValue = cutAtTheEnd(toNSString(text), longestRow);
+  labels_[toNSString(id)].stringValue = toNSString(CutText::atTheEnd(text, longestRow));
 }
 
 Subscription MacPlainWindow::onClosed(std::function<void()> callback) {

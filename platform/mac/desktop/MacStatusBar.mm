@@ -36,12 +36,10 @@
   const std::weak_ptr<std::function<pellar::Menu()>> asked = _menu;
   [menu removeAllItems];
   NSMenu* filled = pellar::nativeMenu((*_menu)(), [asked](const std::function<void()>& handler) {
-    // AppKit calls inside the menu's tracking. In the default mode the run loop is only after it.
-    CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopDefaultMode, ^{
+    pellar::performAfterTracking(^{
       const auto menuNow = asked.lock();
       if (handler && menuNow && *menuNow) handler();
     });
-    CFRunLoopWakeUp(CFRunLoopGetMain());
   });
   for (NSMenuItem* item in [filled.itemArray copy]) {
     [filled removeItem:item];

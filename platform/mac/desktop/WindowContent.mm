@@ -2,6 +2,7 @@
 
 #include <variant>
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 @implementation ClosureButton {
@@ -37,7 +38,7 @@ NSFontWeight nativeWeight(LabelWeight weight) {
 
 // Plain text is shown as it is, line breaks too.
 NSTextField* makeLabel(const WindowLabel& label, WindowLabels* labels) {
-  NSString* text = cutAtTheEnd(toNSString(label.text), longestRow);
+  NSString* text = toNSString(CutText::atTheEnd(label.text, longestRow));
   const bool wraps = label.wrapWidth > 0 || label.frame.has_value();
   NSTextField* native =
       wraps ? [NSTextField wrappingLabelWithString:text] : [NSTextField labelWithString:text];
@@ -59,10 +60,11 @@ NSTextField* makeLabel(const WindowLabel& label, WindowLabels* labels) {
 
 NSButton* makeButton(const WindowButton& button) {
   const auto handler = button.handler;
-  ClosureButton* native = [ClosureButton buttonWithTitle:drawnText(button.title)
-                                                 handler:^{
-                                                   if (handler) handler();
-                                                 }];
+  ClosureButton* native =
+      [ClosureButton buttonWithTitle:drawnText(CutText::atTheEnd(button.title, longestRow))
+                             handler:^{
+                               if (handler) handler();
+                             }];
   if (button.bezel == ButtonBezel::inlined) native.bezelStyle = NSBezelStyleInline;
   if (button.isDefault) native.keyEquivalent = @"\r";
   return native;
@@ -93,10 +95,10 @@ NSScrollView* makeTextBox(const WindowTextBox& box) {
     text.editable = NO;
     text.drawsBackground = NO;
     text.textContainerInset = NSMakeSize(box.inset, box.inset);
-    text.font = [NSFont systemFontOfSize:NSFont.systemFontSize];
-    // Black unless told: it would not be seen on a dark window.
-    text.textColor = NSColor.labelColor;
     text.string = toNSString(box.text);
+    // Of the text that is there, so after it. Black unless told: it would not be seen on a dark window.
+    text.font = [NSFont systemFontOfSize:NSFont.systemFontSize];
+    text.textColor = NSColor.labelColor;
   }
   return native;
 }
@@ -116,7 +118,9 @@ NSStackView* makeColumn(NSView* content, const WindowDescription& description) {
     [column.trailingAnchor constraintEqualToAnchor:content.trailingAnchor],
     [column.topAnchor constraintEqualToAnchor:content.topAnchor],
     // A window grows rather than cut its last row off.
-    [column.bottomAnchor constraintLessThanOrEqualToAnchor:content.bottomAnchor]
+    description.columnReachesBottom
+        ? [column.bottomAnchor constraintEqualToAnchor:content.bottomAnchor]
+        : [column.bottomAnchor constraintLessThanOrEqualToAnchor:content.bottomAnchor]
   ]];
   return column;
 }

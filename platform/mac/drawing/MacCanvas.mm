@@ -1,5 +1,6 @@
 #include "platform/mac/drawing/MacCanvas.h"
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 namespace pellar {
@@ -9,7 +10,7 @@ using TextAttributes = NSDictionary<NSAttributedStringKey, id>;
 
 // More than any view shows of a text that must fit a rectangle. Titles are as long as other programs like,
 // and the text system would lay out all of them.
-constexpr NSUInteger longestLine = 2048;
+constexpr std::size_t longestLine = 2048;
 
 TextAttributes* attributes(const Font& font, const Color& color, NSParagraphStyle* style) {
   return @{
@@ -61,19 +62,20 @@ void MacCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color
 }
 
 void MacCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
-  [cutAtTheEnd(drawnText(text), longestLine)
+  [drawnText(CutText::atTheEnd(text, longestLine))
          drawAtPoint:toNSPoint(origin)
       withAttributes:attributes(font, color, NSParagraphStyle.defaultParagraphStyle)];
 }
 
 void MacCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                   const Color& color) {
-  drawLine(cutAtTheEnd(drawnText(text), longestLine), rect, NSLineBreakByTruncatingTail, font, color);
+  drawLine(drawnText(CutText::atTheEnd(text, longestLine)), rect, NSLineBreakByTruncatingTail, font, color);
 }
 
 void MacCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                         const Color& color) {
-  drawLine(cutInTheMiddle(drawnText(text), longestLine), rect, NSLineBreakByTruncatingMiddle, font, color);
+  drawLine(drawnText(CutText::inTheMiddle(text, longestLine)), rect, NSLineBreakByTruncatingMiddle, font,
+           color);
 }
 
 void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
@@ -86,7 +88,7 @@ void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int
   NSRect place = toNSRect(rect);
   // Room for the lines whatever their heights add up to in floating point, and for none more.
   place.size.height += 0.5;
-  [cutAtTheEnd(drawnText(text), longestLine)
+  [drawnText(CutText::atTheEnd(text, longestLine))
       drawWithRect:place
            options:NSStringDrawingUsesLineFragmentOrigin | NSStringDrawingTruncatesLastVisibleLine
         attributes:attributes(font, color, style)
@@ -95,7 +97,7 @@ void MacCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int
 
 void MacCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                                  const Color& color) {
-  NSString* shown = cutAtTheEnd(drawnText(text), longestLine);
+  NSString* shown = drawnText(CutText::atTheEnd(text, longestLine));
   TextAttributes* look = attributes(font, color, NSParagraphStyle.defaultParagraphStyle);
   const NSSize size = [shown sizeWithAttributes:look];
   [shown drawAtPoint:NSMakePoint(rect.midX() - size.width / 2, rect.midY() - size.height / 2)

@@ -68,15 +68,20 @@ class MacEventTap final : public EventTap {
   MacEventTap(const MacEventTap&) = delete;
   MacEventTap& operator=(const MacEventTap&) = delete;
 
-  void enable() override { CGEventTapEnable(port_.get(), AXIsProcessTrusted()); }
+  void setListening(bool listens) override {
+    listens_ = listens;
+    apply();
+  }
 
  private:
   MacEventTap(MainLoop& loop, EventTaps::Handler handler)
       : loop_(loop), handler_(std::make_shared<const EventTaps::Handler>(std::move(handler))) {}
 
+  void apply() { CGEventTapEnable(port_.get(), listens_ && AXIsProcessTrusted()); }
+
   void followPermission() {
     permission_ =
-        onAccessibilityChanged([this] { recheck_ = loop_.after(permissionDelay, [this] { enable(); }); });
+        onAccessibilityChanged([this] { recheck_ = loop_.after(permissionDelay, [this] { apply(); }); });
   }
 
   // Null swallows the event; the event itself, on which no reference is taken, passes it on.
@@ -95,6 +100,7 @@ class MacEventTap final : public EventTap {
 
   MainLoop& loop_;
   std::shared_ptr<const EventTaps::Handler> handler_;
+  bool listens_ = true;
   CFRef<CFMachPortRef> port_;
   CFRef<CFRunLoopSourceRef> source_;
   Subscription recheck_;     // depends-on: port_

@@ -76,12 +76,24 @@ using pellar::MouseEvent;
                                                     userInfo:nil]];
 }
 
+// Where on the screen an event was, which the event alone knows: a drag may move the window, and taken from
+// the window's place the pointer's would tremble. Press and drag have it from the same source, so that the
+// way between them is none that the pointer did not go.
+- (pellar::ScreenPoint)screenLocationOf:(NSEvent*)event {
+  const CGEventRef native = event.CGEvent;
+  if (native == nullptr) {
+    return pellar::fromNSPoint<pellar::ScreenSpace>(
+        [self.window convertPointToScreen:event.locationInWindow]);
+  }
+  const CGPoint place = CGEventGetUnflippedLocation(native);
+  return {place.x, place.y};
+}
+
 - (MouseEvent)mouseEventOf:(NSEvent*)event {
   MouseEvent mouse;
   mouse.location = pellar::fromNSPoint<pellar::ViewSpace>([self convertPoint:event.locationInWindow
                                                                     fromView:nil]);
-  mouse.screenLocation =
-      pellar::fromNSPoint<pellar::ScreenSpace>([self.window convertPointToScreen:event.locationInWindow]);
+  mouse.screenLocation = [self screenLocationOf:event];
   mouse.control = (event.modifierFlags & NSEventModifierFlagControl) != 0;
   return mouse;
 }
@@ -90,17 +102,6 @@ using pellar::MouseEvent;
 - (MouseEvent)pressEventOf:(NSEvent*)event {
   MouseEvent mouse = [self mouseEventOf:event];
   mouse.clickCount = static_cast<int>(event.clickCount);
-  return mouse;
-}
-
-// A drag may move the window, which then knows its place better than the event does: taken from both, the
-// pointer's would tremble. The event alone knows where on the screen it was.
-- (MouseEvent)dragEventOf:(NSEvent*)event {
-  MouseEvent mouse = [self pressEventOf:event];
-  const CGEventRef native = event.CGEvent;
-  if (native == nullptr) return mouse;
-  const CGPoint place = CGEventGetUnflippedLocation(native);
-  mouse.screenLocation = {place.x, place.y};
   return mouse;
 }
 
@@ -148,11 +149,11 @@ using pellar::MouseEvent;
 }
 
 - (void)mouseDragged:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseDragged([self dragEventOf:event]);
+  if (_view != nullptr) _view->mouseDragged([self pressEventOf:event]);
 }
 
 - (void)mouseUp:(NSEvent*)event {
-  if (_view != nullptr) _view->mouseUp([self dragEventOf:event]);
+  if (_view != nullptr) _view->mouseUp([self pressEventOf:event]);
 }
 
 - (void)rightMouseDown:(NSEvent*)event {

@@ -1,5 +1,6 @@
 #import "platform/mac/panel/ListCellView.h"
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 namespace {
@@ -13,6 +14,12 @@ NSTextField* makeLabel(const pellar::ListLabel& look) {
                             ? NSLineBreakByTruncatingMiddle
                             : NSLineBreakByTruncatingTail;
   return label;
+}
+
+NSString* shownText(const std::string& text, const pellar::ListLabel& look) {
+  using namespace pellar;
+  return drawnText(look.truncation == ListLabel::Truncation::middle ? CutText::inTheMiddle(text, longestRow)
+                                                                    : CutText::atTheEnd(text, longestRow));
 }
 
 }  // namespace
@@ -53,8 +60,8 @@ NSTextField* makeLabel(const pellar::ListLabel& look) {
 }
 
 - (void)showRow:(const pellar::ListRow&)row {
-  _title.stringValue = pellar::drawnText(row.title);
-  _subtitle.stringValue = pellar::drawnText(row.subtitle);
+  _title.stringValue = shownText(row.title, _style.title);
+  _subtitle.stringValue = shownText(row.subtitle, _style.subtitle);
 }
 
 @end

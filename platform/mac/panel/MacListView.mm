@@ -20,6 +20,12 @@
   return YES;
 }
 
+// A first click is asked of the view under the pointer (NSView.h), which would be a row's label. Nothing in a
+// row takes the mouse, so the table does for all of them.
+- (NSView*)hitTest:(NSPoint)point {
+  return [super hitTest:point] != nil ? self : nil;
+}
+
 - (void)mouseDown:(NSEvent*)event {
   // A press that comes after its panel left the screen.
   if (!self.window.visible) return;

@@ -33,12 +33,15 @@ class MacPanel final : public Panel {
   [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
 
  private:
+  void leaveAndComeBack();
+
   NSPanel* native_;
   std::shared_ptr<ListFocus> listFocus_;
   MacViewHost host_;
   bool shown_ = false;  // the program wants it on the screen
   std::function<void(const MacPanel&)> onDestroyed_;
   Subscription resignedKey_;
+  Subscription release_;  // of the mouse, after which the panel gives the keyboard back
 };
 
 }  // namespace pellar

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/mac/input/MouseButtons.h"
 #import "platform/mac/panel/GlassView.h"
 #import "platform/mac/panel/HostedView.h"
 #include "platform/mac/panel/ListFocus.h"
@@ -39,6 +40,10 @@ NSPanel* makePanel(const PanelStyle& style) {
   panel.hasShadow = YES;
   panel.hidesOnDeactivate = style.hidesOnDeactivate;
   panel.releasedWhenClosed = NO;
+  // Its place is the window's that it belongs to: neither "Hide Others" nor a change of displays, after which
+  // the system moves what may be moved (NSWindow.h), has a say in it.
+  panel.canHide = NO;
+  panel.movable = NO;
   panel.collectionBehavior = behaviorOf(style);
   // A click on a tab must leave the keyboard where it is; a click in a text field, which asks for it, and an
   // explicit makeKeyAndOrderFront get it.
@@ -123,6 +128,7 @@ void MacPanel::orderFrontRegardless() {
 
 void MacPanel::orderOut() {
   shown_ = false;
+  release_.cancel();
   listFocus_->endIn(native_);
   [native_ orderOut:nil];
   [host_.native() leaveScreen];
@@ -136,13 +142,20 @@ bool MacPanel::isVisible() const {
 // NSWindowStyleMaskNonactivatingPanel).
 void MacPanel::makeKeyAndOrderFront() {
   shown_ = true;
+  release_.cancel();
   [native_ makeKeyAndOrderFront:nil];
 }
 
 // -resignKeyWindow is not to be called (NSWindow.h): it tells the window and its observers, and who has the
 // keyboard is for the window server to say. That takes it back from a panel that leaves the screen. Leaving
-// it and coming back are one change to the eye (NSGraphics.h on visual atomicity).
+// it and coming back are one change to the eye (NSGraphics.h on visual atomicity), but not to a press in it:
+// under a held button the window server would send drag and release elsewhere, so it waits for the release.
 void MacPanel::resignKey() {
+  if (!native_.keyWindow) return;
+  release_ = whenNoButtonIsDown([this] { leaveAndComeBack(); });
+}
+
+void MacPanel::leaveAndComeBack() {
   if (!native_.keyWindow) return;
   [NSAnimationContext runAnimationGroup:^(NSAnimationContext* context) {
     context.duration = 0;

@@ -25,7 +25,7 @@ void MacViewHost::setNeedsDisplay(const ViewRect& rect) {
 
 std::optional<ScreenRect> MacViewHost::toScreen(const ViewRect& rect) const {
   NSWindow* window = native_.window;
-  if (window == nil) return std::nullopt;
+  if (native_.view == nullptr || window == nil) return std::nullopt;
   const NSRect inWindow = [native_ convertRect:toNSRect(rect) toView:nil];
   return fromNSRect<ScreenSpace>([window convertRectToScreen:inWindow]);
 }

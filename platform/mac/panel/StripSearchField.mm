@@ -7,6 +7,13 @@
   return YES;
 }
 
+// That is asked of the view under the pointer (NSView.h), which may be one of the field's own parts. While it
+// is edited its panel is key, and its editor takes the mouse.
+- (NSView*)hitTest:(NSPoint)point {
+  NSView* hit = [super hitTest:point];
+  return hit != nil && self.currentEditor == nil && ![hit isKindOfClass:NSButton.class] ? self : hit;
+}
+
 - (void)mouseDown:(NSEvent*)event {
   // A press that comes after its panel left the screen.
   if (!self.window.visible) return;

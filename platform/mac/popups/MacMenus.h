@@ -1,5 +1,8 @@
 #pragma once
 
+#import <AppKit/AppKit.h>
+
+#include "core/Geometry.h"
 #include "platform/MenuPresenter.h"
 
 namespace pellar {
@@ -14,6 +17,8 @@ class MacMenus final : public MenuPresenter {
   void popUpContextMenu(const Menu& menu, const MouseEvent& event) override;
 
  private:
+  void track(NSMenu* native, ScreenPoint place) const;
+
   const MacPanelFactory& panels_;
   bool open_ = false;
 };

@@ -31,10 +31,22 @@ struct Choice {
   bool tracking = true;
 };
 
+// A menu is tracked; also when what runs meanwhile raises an exception.
+class Tracking {
+ public:
+  explicit Tracking(bool& open) : open_(open) { open_ = true; }
+  ~Tracking() { open_ = false; }
+  Tracking(const Tracking&) = delete;
+  Tracking& operator=(const Tracking&) = delete;
+
+ private:
+  bool& open_;
+};
+
 }  // namespace
 
 void MacMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
-  if (std::exchange(open_, true)) return;
+  if (open_) return;
   const auto choice = std::make_shared<Choice>();
   NSMenu* native = nativeMenu(menu, [choice](const std::function<void()>& handler) {
     if (choice->tracking) {
@@ -43,18 +55,24 @@ void MacMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
       handler();
     }
   });
-  const MacPanel* panel = panels_.panelAt(event.screenLocation);
+  {
+    const Tracking tracking(open_);
+    track(native, event.screenLocation);
+  }
+  choice->tracking = false;
+  if (choice->handler) choice->handler();
+}
+
+void MacMenus::track(NSMenu* native, ScreenPoint place) const {
+  const MacPanel* panel = panels_.panelAt(place);
   NSWindow* window = panel != nullptr ? panel->native() : nil;
-  NSEvent* press = window != nil ? pressAt(event.screenLocation, window) : nil;
+  NSEvent* press = window != nil ? pressAt(place, window) : nil;
   NSView* anchor = window.contentView;
   if (press != nil && anchor != nil) {
     [NSMenu popUpContextMenu:native withEvent:press forView:anchor];
   } else {
-    [native popUpMenuPositioningItem:nil atLocation:toNSPoint(event.screenLocation) inView:nil];
+    [native popUpMenuPositioningItem:nil atLocation:toNSPoint(place) inView:nil];
   }
-  choice->tracking = false;
-  open_ = false;
-  if (choice->handler) choice->handler();
 }
 
 }  // namespace pellar

@@ -22,4 +22,7 @@ using MenuChoice = std::function<void(const std::function<void()>& handler)>;
 // menu.
 [[nodiscard]] NSMenu* nativeMenu(const Menu& menu, const MenuChoice& chosen);
 
+// Runs the block after the tracking of a menu in which AppKit calls, also while a question is open.
+void performAfterTracking(void (^block)(void));
+
 }  // namespace pellar

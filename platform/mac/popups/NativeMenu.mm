@@ -3,6 +3,7 @@
 #include <string>
 #include <variant>
 
+#include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
 
 @implementation ClosureItem {
@@ -27,7 +28,7 @@
 namespace {
 
 NSString* shownTitle(const std::string& title) {
-  return pellar::cutInTheMiddle(pellar::drawnText(title), pellar::longestRow);
+  return pellar::drawnText(pellar::CutText::inTheMiddle(title, pellar::longestRow));
 }
 
 NSImage* swatch(NSColor* color) {
@@ -63,6 +64,14 @@ NSMenuItem* nativeItem(const pellar::ClosureItem& item, const pellar::MenuChoice
 }
 
 }  // namespace
+
+// Tracking has a mode of its own (NSEventTrackingRunLoopMode); a question that is open has another, in which
+// "Quit" is heard as well.
+void pellar::performAfterTracking(void (^block)(void)) {
+  NSArray<NSRunLoopMode>* modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ];
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), (__bridge CFArrayRef)modes, block);
+  CFRunLoopWakeUp(CFRunLoopGetMain());
+}
 
 NSMenu* pellar::nativeMenu(const Menu& menu, const MenuChoice& chosen) {
   NSMenu* native = [[NSMenu alloc] initWithTitle:@""];

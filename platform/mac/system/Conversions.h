@@ -19,11 +19,8 @@ namespace pellar {
 // The text as one drawable line: line breaks and control characters become blanks.
 [[nodiscard]] NSString* drawnText(std::string_view utf8);
 
-// More UTF-16 units than any row of a menu or window shows. The text system lays out all that it is given.
-constexpr NSUInteger longestRow = 1000;
-// A text of more than about `length` units, cut down to so many, with an ellipsis for what is gone.
-[[nodiscard]] NSString* cutAtTheEnd(NSString* text, NSUInteger length);
-[[nodiscard]] NSString* cutInTheMiddle(NSString* text, NSUInteger length);
+// More code points than any row of a menu or window shows (CutText).
+constexpr std::size_t longestRow = 1000;
 
 [[nodiscard]] NSColor* toNSColor(const Color& color);
 [[nodiscard]] NSFont* toNSFont(const Font& font);

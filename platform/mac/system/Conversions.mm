@@ -90,22 +90,6 @@ NSString* drawnText(std::string_view utf8) {
   return changed ? [NSString stringWithCharacters:characters.data() length:characters.size()] : text;
 }
 
-NSString* cutAtTheEnd(NSString* text, NSUInteger length) {
-  if (text.length <= length) return text;
-  // A range of whole characters: never half a surrogate pair, nor a letter without its accent.
-  const NSRange range = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, length)];
-  return [[text substringWithRange:range] stringByAppendingString:@"…"];
-}
-
-NSString* cutInTheMiddle(NSString* text, NSUInteger length) {
-  if (text.length <= length) return text;
-  const NSUInteger half = length / 2;
-  const NSRange first = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(0, half)];
-  const NSRange last = [text rangeOfComposedCharacterSequencesForRange:NSMakeRange(text.length - half, half)];
-  return
-      [NSString stringWithFormat:@"%@…%@", [text substringWithRange:first], [text substringWithRange:last]];
-}
-
 NSColor* toNSColor(const Color& color) {
   if (color.system) return [systemColor(*color.system) colorWithAlphaComponent:color.alpha];
   return [NSColor colorWithSRGBRed:color.red green:color.green blue:color.blue alpha:color.alpha];

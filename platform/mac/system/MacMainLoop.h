@@ -2,6 +2,7 @@
 
 #include <CoreFoundation/CoreFoundation.h>
 
+#include <chrono>
 #include <cstdint>
 #include <deque>
 #include <mutex>
@@ -25,6 +26,9 @@ class MacMainLoop final : public MainLoop {
   [[nodiscard]] Subscription every(std::chrono::milliseconds interval, Callback tick) override;
   [[nodiscard]] double secondsSince1970() const override;
   [[nodiscard]] std::chrono::nanoseconds uptime() const override;
+
+  // How late a timer that repeats may fire.
+  [[nodiscard]] static std::chrono::duration<double> tolerance(std::chrono::milliseconds interval);
 
  private:
   void runPosted();

@@ -2,6 +2,7 @@
 
 #import <Foundation/Foundation.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -20,8 +21,7 @@ Subscription startTimer(std::chrono::milliseconds interval, bool repeats, MainLo
                                                 (*running)();
                                               }
                                             }];
-  // What NSTimer.h asks of repeating timers, so that wake-ups of all programs fall together.
-  if (repeats && seconds >= 1) timer.tolerance = seconds / 10;
+  timer.tolerance = repeats ? MacMainLoop::tolerance(interval).count() : 0;
   [NSRunLoop.mainRunLoop addTimer:timer forMode:NSRunLoopCommonModes];
   return Subscription([timer] { [timer invalidate]; });
 }
@@ -83,6 +83,14 @@ Subscription MacMainLoop::after(std::chrono::milliseconds delay, Callback tick) 
 
 Subscription MacMainLoop::every(std::chrono::milliseconds interval, Callback tick) {
   return startTimer(interval, true, std::move(tick));
+}
+
+// What NSTimer.h asks of repeating timers, so that wake-ups of all programs fall together, as far as a person
+// who waits for one does not notice.
+std::chrono::duration<double> MacMainLoop::tolerance(std::chrono::milliseconds interval) {
+  const std::chrono::duration<double> seconds = interval;
+  return seconds.count() < 1 ? std::chrono::duration<double>::zero()
+                             : std::min(seconds / 10, std::chrono::duration<double>(1));
 }
 
 double MacMainLoop::secondsSince1970() const {

@@ -154,6 +154,9 @@ std::optional<PropertyListValue> valueOf(plist_t node, int deepest) {
 }  // namespace
 
 std::optional<PropertyListValue::Dictionary> PlistPropertyLists::read(const std::filesystem::path& file) {
+  loop_.holdUp({}, [&] {
+    if (whileReading) whileReading(file);
+  });
   const auto content = contentOf(file);
   return content ? dictionaryIn(*content) : std::nullopt;
 }

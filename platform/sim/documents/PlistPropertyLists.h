@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <string>
 
 #include "platform/PropertyLists.h"
+#include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
 
@@ -19,10 +21,19 @@ class PlistPropertyLists final : public PropertyLists {
   // An XML list with more arrays and dictionaries is not read, for the same reason: so many could be nested.
   static constexpr std::size_t mostXmlContainers = 50'000;
 
+  explicit PlistPropertyLists(SimMainLoop& loop) : loop_(loop) {}
+
   [[nodiscard]] std::optional<PropertyListValue::Dictionary> read(const std::filesystem::path& file) override;
+
+  // What others do while this program's main thread is held up by a read: the first time, the user is asked
+  // whether it may look into another program's data (NSAppDataUsageDescription).
+  std::function<void(const std::filesystem::path& file)> whileReading;
 
   // The same for the content of such a file, which is not larger than that.
   [[nodiscard]] static std::optional<PropertyListValue::Dictionary> dictionaryIn(const std::string& content);
+
+ private:
+  SimMainLoop& loop_;
 };
 
 }  // namespace pellar

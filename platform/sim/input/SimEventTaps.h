@@ -1,17 +1,22 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <list>
 #include <memory>
 #include <utility>
 
 #include "platform/EventTap.h"
+#include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
 
-// The taps of the session. The newest sees a key first, as at the head of the system's list.
+// The taps of the session, which the program's main thread serves. The newest sees a key first, as at the
+// head of the system's list.
 class SimEventTaps final : public EventTaps {
  public:
+  explicit SimEventTaps(SimMainLoop& loop) : loop_(loop) {}
+
   // The system refuses further taps.
   bool refused = false;
 
@@ -20,7 +25,7 @@ class SimEventTaps final : public EventTaps {
     if (refused) return nullptr;
     auto state = std::make_shared<State>(State{std::move(handler)});
     states_->push_front(state);
-    return std::make_unique<Tap>(states_, std::move(state));
+    return std::make_unique<Tap>(loop_, states_, std::move(state));
   }
 
   // Whether a tap swallowed the key; otherwise the application in front receives it.
@@ -43,6 +48,10 @@ class SimEventTaps final : public EventTaps {
   }
 
   [[nodiscard]] std::size_t count() const { return states_->size(); }
+  // Whether a key pressed now waits until the main thread has looked at it.
+  [[nodiscard]] bool holdKeys() const {
+    return std::ranges::any_of(*states_, [](const auto& state) { return state->enabled; });
+  }
 
  private:
   struct State {
@@ -53,21 +62,31 @@ class SimEventTaps final : public EventTaps {
 
   class Tap final : public EventTap {
    public:
-    Tap(std::shared_ptr<States> states, std::shared_ptr<State> state)
-        : states_(std::move(states)), state_(std::move(state)) {}
+    Tap(SimMainLoop& loop, std::shared_ptr<States> states, std::shared_ptr<State> state)
+        : loop_(loop), states_(std::move(states)), state_(std::move(state)) {}
     ~Tap() override {
       states_->remove(state_);
       state_->handler = nullptr;
     }
     Tap(const Tap&) = delete;
     Tap& operator=(const Tap&) = delete;
-    void enable() override { state_->enabled = true; }
+    // A tap that its own program turns off may be told of it as of a user's doing
+    // (github.com/Hammerspoon/hammerspoon/issues/362).
+    void setListening(bool listens) override {
+      if (std::exchange(state_->enabled, listens) && !listens)
+        loop_.post([state = state_] {
+          if (const auto handler = state->handler)
+            static_cast<void>(handler({TapEvent::Type::disabledByUserInput, 0, 0}));
+        });
+    }
 
    private:
+    SimMainLoop& loop_;
     std::shared_ptr<States> states_;
     std::shared_ptr<State> state_;
   };
 
+  SimMainLoop& loop_;
   std::shared_ptr<States> states_ = std::make_shared<States>();
 };
 

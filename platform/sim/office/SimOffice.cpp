@@ -79,7 +79,9 @@ void SimOffice::send(ProcessId pid, const std::string& event, const std::functio
   if (!allowsControl) throw ScriptError(ScriptError::notPermitted, "Not authorized to send Apple events.");
   if (beforeEvent) beforeEvent(event);
   awaitAnswer(pid);
-  loop_.holdUp(desktop_.application(pid)->quirks.answerTime);
+  loop_.holdUp(desktop_.application(pid)->quirks.answerTime, [&] {
+    if (whileWorking) whileWorking(event);
+  });
   handle();
   if (afterEvent) afterEvent(event);
   awaitAnswer(pid);

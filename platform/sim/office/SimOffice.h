@@ -65,7 +65,9 @@ class SimOffice {
   // What happens just before and just after an event is handled. A ScriptError thrown makes the event fail.
   std::function<void(const std::string& event)> beforeEvent;
   std::function<void(const std::string& event)> afterEvent;
-  // The same when a file is half written.
+  // What others do while the application works on an event and this program's main thread is held up.
+  std::function<void(const std::string& event)> whileWorking;
+  // The same as before an event, when a file is half written.
   std::function<void(const std::string& path)> duringWrite;
 
   // For scripts.

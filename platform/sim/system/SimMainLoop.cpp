@@ -101,7 +101,16 @@ void SimMainLoop::countCallback(std::uint64_t& sinceStart) {
   if (++sinceStart > endlessLoopLimit) throw std::runtime_error("the main loop never comes to rest");
 }
 
+void SimMainLoop::holdUp(nanoseconds duration, const std::function<void()>& meanwhile) {
+  now_ += duration;
+  if (!meanwhile) return;
+  const bool before = std::exchange(heldUp_, true);
+  meanwhile();
+  heldUp_ = before;
+}
+
 void SimMainLoop::runUntilIdle() {
+  if (heldUp_) return;
   std::uint64_t callbacks = 0;
   while (runPosted() || runDueTimer()) countCallback(callbacks);
 }

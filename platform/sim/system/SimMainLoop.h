@@ -33,16 +33,18 @@ class SimMainLoop final : public MainLoop {
   [[nodiscard]] double secondsSince1970() const override;
   [[nodiscard]] std::chrono::nanoseconds uptime() const override { return now_; }
 
-  // Runs what is posted and what is due, also what these bring about, without moving the clock. Throws when
-  // it does not come to rest after very many callbacks.
+  // Runs what is posted and what is due, also what these bring about, without moving the clock; nothing while
+  // the main thread is held up. Throws when it does not come to rest after very many callbacks.
   void runUntilIdle();
   // Runs until idle, then moves the clock on by `duration`, stopping at each timer on the way to run it.
   void advance(std::chrono::nanoseconds duration);
   // Moves the clock from timer to timer until `condition` holds; false when it does not within `limit`.
   bool runUntil(const std::function<bool()>& condition, std::chrono::nanoseconds limit);
 
-  // The main thread is held up in a call: time passes and nothing runs.
-  void holdUp(std::chrono::nanoseconds duration) { now_ += duration; }
+  // The main thread is held up in a call: time passes and nothing runs. `meanwhile` is what others do at the
+  // end of that time.
+  void holdUp(std::chrono::nanoseconds duration, const std::function<void()>& meanwhile = {});
+  [[nodiscard]] bool isHeldUp() const { return heldUp_; }
 
   // Drops everything posted and every timer, with what their callbacks own.
   void clear();
@@ -66,6 +68,7 @@ class SimMainLoop final : public MainLoop {
   std::shared_ptr<Timers> timers_;
   std::uint64_t nextSequence_ = 0;
   std::chrono::nanoseconds now_{0};
+  bool heldUp_ = false;
   std::uint64_t turns_ = 0;
 };
 

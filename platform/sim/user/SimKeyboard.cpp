@@ -1,6 +1,7 @@
 #include "platform/sim/user/SimKeyboard.h"
 
 #include <optional>
+#include <utility>
 
 #include "platform/sim/drawing/SimTextMeasure.h"
 #include "platform/sim/panel/SimListView.h"
@@ -29,11 +30,18 @@ SimSearchField* SimKeyboard::target() const {
   return static_cast<SimSearchField*>(panels_.keys().editedField());
 }
 
+// The system hands a key to the application in front without this program, unless a tap of it listens or one
+// of its panels has the keys; then the key waits for the main thread.
+void SimKeyboard::press(std::function<void()> arrive) {
+  if (loop_.isHeldUp() && !taps_.holdKeys() && panels_.keys().keyPanel() == nullptr) return arrive();
+  loop_.post(std::move(arrive));
+}
+
 void SimKeyboard::type(std::string_view text) {
   while (!text.empty()) {
     std::string key = SimTextMeasure::prefix(text, 1);
     text.remove_prefix(key.size());
-    loop_.post([this, key = std::move(key)] {
+    press([this, key = std::move(key)] {
       static_cast<void>(panels_.keys().offerToList(std::nullopt));
       if (auto* const field = target()) {
         field->type(key);
@@ -59,7 +67,7 @@ void SimKeyboard::command(const std::string& selector) {
 }
 
 void SimKeyboard::keyDown(std::uint16_t keyCode, std::uint64_t flags) {
-  loop_.post([this, keyCode, flags] {
+  press([this, keyCode, flags] {
     if (taps_.keyDown(keyCode, flags) || panels_.keys().keyPanel() != nullptr) return;
     if (const auto application = desktop_.frontApplication())
       application->keysDown.push_back({keyCode, flags});

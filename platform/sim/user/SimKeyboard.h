@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,8 @@
 namespace pellar {
 
 // The user's keyboard. Keys go to the key window, else to the focused list or field of the key panel, else to
-// the application in front. Each call returns when the main loop is idle again.
+// the application in front. Each call returns when the main loop is idle again, or at once while the main
+// thread is held up.
 class SimKeyboard {
  public:
   SimKeyboard(SimMainLoop& loop, SimDesktop& desktop, SimPanels& panels, SimEventTaps& taps,
@@ -27,6 +29,7 @@ class SimKeyboard {
   void keyDown(std::uint16_t keyCode, std::uint64_t flags);
 
  private:
+  void press(std::function<void()> arrive);
   [[nodiscard]] SimSearchField* target() const;
 
   SimMainLoop& loop_;

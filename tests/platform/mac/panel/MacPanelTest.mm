@@ -38,6 +38,8 @@ TEST_F(MacPanelTest, EveryPanelIsBorderlessTranslucentAndNeverActivates) {
     EXPECT_FALSE(native().hidesOnDeactivate) << "this program is never active";
     EXPECT_FALSE(native().releasedWhenClosed);
     EXPECT_FALSE(native().canBecomeMainWindow);
+    EXPECT_FALSE(native().canHide) << "another program's Hide Others takes away what may hide";
+    EXPECT_FALSE(native().movable) << "the system moves what may be moved when displays change";
     EXPECT_FALSE(native().visible);
     EXPECT_EQ(native().frame.size.width, style.contentSize.width);
     EXPECT_EQ(native().frame.size.height, style.contentSize.height);
@@ -118,6 +120,7 @@ TEST_F(MacPanelTest, ItsViewGrowsWithItAndIsAsHighAsItLooks) {
   EXPECT_EQ(panel->host().toScreen({10, 4, 50, 20}), (ScreenRect{210, 316, 50, 20}));
   EXPECT_EQ(panel->host().fromScreen({210, 336}), (ViewPoint{10, 4}));
   panel->setView(nullptr);
+  EXPECT_FALSE(panel->host().toScreen({10, 4, 50, 20}).has_value()) << "no view, no place on the screen";
 }
 
 TEST_F(MacPanelTest, LaysItsViewOutBeforeDrawingIt) {

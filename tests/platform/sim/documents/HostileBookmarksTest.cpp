@@ -32,7 +32,8 @@ class HostileBookmarks : public testing::Test {
   static std::string good() { return "<dict>" + bookmark("/a.docx", "2024-05-01T12:00:00Z") + "</dict>"; }
 
   TemporaryFolder folder;
-  PlistPropertyLists lists;
+  SimMainLoop mainLoop;
+  PlistPropertyLists lists{mainLoop};
 };
 
 TEST_F(HostileBookmarks, AnyPrefixOfAListIsReadOrNotButHarmsNothing) {
