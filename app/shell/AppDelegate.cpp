@@ -139,8 +139,11 @@ void AppDelegate::toggleAutoSave() {
 }
 
 void AppDelegate::toggleLaunchAtLogin() {
-  const auto failure = platform_.loginItem.setEnabled(!platform_.loginItem.isEnabled());
+  auto& item = platform_.loginItem;
+  const auto failure = item.setEnabled(item.status() != LoginItemStatus::enabled);
   if (failure) Log::write("launch at login toggle failed: " + *failure);
+  // Registered all the same, but without the user's approval nothing is started.
+  if (item.status() == LoginItemStatus::requiresApproval) item.openSettings();
 }
 
 }  // namespace pellar

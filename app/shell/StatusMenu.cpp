@@ -120,7 +120,7 @@ Menu StatusMenu::autoSaveChoices() {
 }
 
 void StatusMenu::appendProgram(Menu& menu) {
-  menu.emplace_back(checkedItem("Start at login", platform_.loginItem.isEnabled(),
+  menu.emplace_back(checkedItem("Start at login", platform_.loginItem.status() == LoginItemStatus::enabled,
                                 [](StatusMenu& self) { notify(self.onToggleLaunchAtLogin); }));
   menu.emplace_back(checkedItem(
       "Automatically check for updates", store_->state().settings.autoUpdateCheck, [](StatusMenu& self) {

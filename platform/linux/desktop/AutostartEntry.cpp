@@ -37,14 +37,15 @@ std::string quotedForExec(const std::string& argument) {
 AutostartEntry::AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program)
     : file_(configFolder / "autostart" / "app.pellar.Pellar.desktop"), program_(std::move(program)) {}
 
-bool AutostartEntry::isEnabled() const {
+LoginItemStatus AutostartEntry::status() const {
   std::ifstream entry(file_);
   bool begun = false;
   for (std::string line; std::getline(entry, line);) {
     if (line == "[Desktop Entry]") begun = true;
-    if (line == "Hidden=true" || line == "X-GNOME-Autostart-enabled=false") return false;
+    if (line == "Hidden=true" || line == "X-GNOME-Autostart-enabled=false")
+      return LoginItemStatus::notRegistered;
   }
-  return begun;
+  return begun ? LoginItemStatus::enabled : LoginItemStatus::notRegistered;
 }
 
 std::optional<std::string> AutostartEntry::setEnabled(bool enabled) {

@@ -14,8 +14,10 @@ class AutostartEntry final : public LoginItem {
   AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program);
 
   // An entry that the desktop's settings switched off does not count.
-  [[nodiscard]] bool isEnabled() const override;
+  [[nodiscard]] LoginItemStatus status() const override;
   std::optional<std::string> setEnabled(bool enabled) override;
+  // No desktop asks for the user's approval.
+  void openSettings() override {}
 
  private:
   std::filesystem::path file_;

@@ -7,8 +7,9 @@ namespace pellar {
 // The login item of the main application (SMAppService).
 class MacLoginItem final : public LoginItem {
  public:
-  [[nodiscard]] bool isEnabled() const override;
+  [[nodiscard]] LoginItemStatus status() const override;
   std::optional<std::string> setEnabled(bool enabled) override;
+  void openSettings() override;
 };
 
 }  // namespace pellar

@@ -6,8 +6,18 @@
 
 namespace pellar {
 
-bool MacLoginItem::isEnabled() const {
-  return SMAppService.mainAppService.status == SMAppServiceStatusEnabled;
+LoginItemStatus MacLoginItem::status() const {
+  switch (SMAppService.mainAppService.status) {
+    case SMAppServiceStatusNotRegistered:
+      return LoginItemStatus::notRegistered;
+    case SMAppServiceStatusEnabled:
+      return LoginItemStatus::enabled;
+    case SMAppServiceStatusRequiresApproval:
+      return LoginItemStatus::requiresApproval;
+    case SMAppServiceStatusNotFound:
+      return LoginItemStatus::notFound;
+  }
+  return LoginItemStatus::notFound;
 }
 
 std::optional<std::string> MacLoginItem::setEnabled(bool enabled) {
@@ -17,6 +27,10 @@ std::optional<std::string> MacLoginItem::setEnabled(bool enabled) {
       enabled ? [service registerAndReturnError:&error] : [service unregisterAndReturnError:&error];
   if (done) return std::nullopt;
   return error != nil ? fromNSString(error.description) : "the system does not say why";
+}
+
+void MacLoginItem::openSettings() {
+  [SMAppService openSystemSettingsLoginItems];
 }
 
 }  // namespace pellar

@@ -11,6 +11,11 @@ using namespace std::chrono_literals;
 class StatusMenuChoice : public ShellStory {
  protected:
   void choose(std::initializer_list<std::string> titles) { mac.statusBar().choose(titles); }
+  [[nodiscard]] bool isChecked(const std::string& title) {
+    bool checked = false;
+    mac.statusBar().open([&](SimOpenMenu& open) { checked = open.item({title}).checked; });
+    return checked;
+  }
 };
 
 TEST_F(StatusMenuChoice, AllAppsHidesTheStripOfOtherApplicationsAndShowsItAgain) {
@@ -82,15 +87,40 @@ TEST_F(StatusMenuChoice, AnAutoSaveIntervalIsShownOnTheStripAtOnce) {
 TEST_F(StatusMenuChoice, StartAtLoginTurnsTheLoginItemOnAndOff) {
   start();
   choose({"Start at login"});
-  EXPECT_TRUE(mac.loginItem().enabled);
-  // The user switches it off in the system's settings.
-  mac.loginItem().enabled = false;
-  choose({"Start at login"});
-  EXPECT_TRUE(mac.loginItem().enabled);
+  EXPECT_TRUE(mac.loginItem().enabled());
   EXPECT_FALSE(saved().launchAtLogin) << "the system alone keeps it";
   choose({"Start at login"});
-  EXPECT_FALSE(mac.loginItem().enabled);
+  EXPECT_FALSE(mac.loginItem().enabled());
+  choose({"Start at login"});
+  EXPECT_TRUE(mac.loginItem().enabled());
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 0);
   EXPECT_EQ(log.messages(), Rows{"tracking started"});
+}
+
+TEST_F(StatusMenuChoice, StartAtLoginThatNeedsApprovalOpensTheSettingsUntilItHasIt) {
+  start();
+  mac.loginItem().needsApproval = true;
+  choose({"Start at login"});
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 1);
+  EXPECT_FALSE(isChecked("Start at login"));
+  choose({"Start at login"});
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 2);
+  EXPECT_FALSE(isChecked("Start at login"));
+  mac.loginItem().switchInSettings(true);
+  EXPECT_TRUE(isChecked("Start at login"));
+  choose({"Start at login"});
+  EXPECT_FALSE(mac.loginItem().enabled());
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 2);
+  EXPECT_EQ(log.messages(), Rows{"tracking started"});
+}
+
+TEST_F(StatusMenuChoice, StartAtLoginThatTheUserSwitchedOffInTheSettingsLeadsBackThere) {
+  start();
+  choose({"Start at login"});
+  mac.loginItem().switchInSettings(false);
+  EXPECT_FALSE(isChecked("Start at login"));
+  choose({"Start at login"});
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 1);
 }
 
 TEST_F(StatusMenuChoice, AFailingLoginItemIsLoggedAndTheMarkStaysTrue) {
@@ -99,7 +129,8 @@ TEST_F(StatusMenuChoice, AFailingLoginItemIsLoggedAndTheMarkStaysTrue) {
   choose({"Start at login"});
   EXPECT_EQ(log.count("launch at login toggle failed: Operation not permitted"), 1);
   EXPECT_FALSE(saved().launchAtLogin);
-  mac.statusBar().open([](SimOpenMenu& open) { EXPECT_FALSE(open.item({"Start at login"}).checked); });
+  EXPECT_FALSE(isChecked("Start at login"));
+  EXPECT_EQ(mac.loginItem().settingsOpened(), 0);
 }
 
 TEST_F(StatusMenuChoice, TurningUpdateChecksOnLooksAtOnceAndTurningThemOffDoesNot) {

@@ -93,7 +93,7 @@ TEST_F(StatusMenuRows, WithAnUpdateItStandsOutAtTheTop) {
 
 TEST_F(StatusMenuRows, WithStartAtLoginOnAndUpdatesOff) {
   change([](Settings& settings) { settings.autoUpdateCheck = false; });
-  mac.loginItem().enabled = true;
+  mac.loginItem().switchInSettings(true);
   start();
   EXPECT_EQ(menu(), (Rows{"✓ All apps", "Hide for Editor", "---", "✓ Word", "✓ Excel", "✓ PowerPoint",
                           "✓ Outlook", "---", "Auto-save changed files ▸", "---", "✓ Start at login",

@@ -197,7 +197,7 @@ TEST_F(WorkingWeek, FromTheFirstStartToTheNextMonday) {
   // Monday. It was started at login and everything is as he left it. Which terms are required is known only
   // once the site has answered.
   EXPECT_EQ(savedState(), before);
-  EXPECT_TRUE(mac.loginItem().enabled);
+  EXPECT_TRUE(mac.loginItem().enabled());
   start();
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
   mac.advance(9s);

@@ -32,14 +32,14 @@ class Autostart : public testing::Test {
 
 TEST_F(Autostart, IsWrittenAndTakenAway) {
   auto entry = entryOf("/usr/bin/pellar");
-  EXPECT_FALSE(entry.isEnabled());
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
   EXPECT_EQ(entry.setEnabled(true), std::nullopt);
-  EXPECT_TRUE(entry.isEnabled());
+  EXPECT_EQ(entry.status(), LoginItemStatus::enabled);
   EXPECT_EQ(content(),
             "[Desktop Entry]\nType=Application\nName=Pellar\nComment=Tabs for every window\n"
             "Exec=\"/usr/bin/pellar\"\nTerminal=false\n");
   EXPECT_EQ(entry.setEnabled(false), std::nullopt);
-  EXPECT_FALSE(entry.isEnabled());
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
   EXPECT_FALSE(std::filesystem::exists(file()));
   EXPECT_EQ(entry.setEnabled(false), std::nullopt) << "what is not there is gone";
 }
@@ -69,10 +69,10 @@ TEST_F(Autostart, AProgramThatDoesNotKnowWhereItIsIsNotEntered) {
 TEST_F(Autostart, WhatTheDesktopSwitchedOffDoesNotCount) {
   for (const auto* off : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
     write(std::string("[Desktop Entry]\nType=Application\nExec=pellar\n") + off + "\n");
-    EXPECT_FALSE(entryOf("/usr/bin/pellar").isEnabled()) << off;
+    EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::notRegistered) << off;
   }
   EXPECT_EQ(entryOf("/usr/bin/pellar").setEnabled(true), std::nullopt);
-  EXPECT_TRUE(entryOf("/usr/bin/pellar").isEnabled());
+  EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::enabled);
 }
 
 TEST_F(Autostart, AFailureIsSaidAndChangesNothing) {
@@ -81,7 +81,7 @@ TEST_F(Autostart, AFailureIsSaidAndChangesNothing) {
   const auto failure = entry.setEnabled(true);
   ASSERT_TRUE(failure.has_value());
   EXPECT_FALSE(failure->empty());
-  EXPECT_FALSE(entry.isEnabled());
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
 }
 
 }  // namespace

@@ -58,7 +58,7 @@ TEST_F(MacServicesTest, ADroppedQuestionIsNotAnswered) {
 }
 
 TEST_F(MacServicesTest, AProgramWithoutABundleDoesNotStartAtLogin) {
-  EXPECT_FALSE(world().platform().loginItem.isEnabled());
+  EXPECT_NE(world().platform().loginItem.status(), LoginItemStatus::enabled);
 }
 
 TEST_F(MacServicesTest, WithoutABundleThereIsNoVersion) {
