@@ -24,6 +24,10 @@ class StatusBar {
   // asked what to show; the handler of what is chosen runs once the menu is closed. While it is open the main
   // loop runs, perhaps nested.
   [[nodiscard]] virtual Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) = 0;
+
+  // Opens the menu of the item at the pointer, for a user who cannot get at the item. Returns at once or when
+  // the menu is closed. Nothing happens without an item, and while the menu is open.
+  virtual void openMenu() = 0;
 };
 
 }  // namespace pellar

@@ -73,6 +73,15 @@ void AppDelegate::applicationDidFinishLaunching() {
   }
 }
 
+void AppDelegate::showItself() {
+  if (!strip_) {
+    onboarding_.showAgain();
+  } else if (!terms_->isAccepted()) {
+    terms_->showEula();
+  }
+  platform_.statusBar.openMenu();
+}
+
 void AppDelegate::buildStatusItem() {
   statusMenu_->onAutoSaveChosen = [this] { restartAutoSave(); };
   statusMenu_->onToggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); };

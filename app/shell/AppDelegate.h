@@ -35,6 +35,10 @@ class AppDelegate {
   // permission.
   void applicationDidFinishLaunching();
 
+  // The program was started once more: by a user who does not find it, for instance because the menu bar has
+  // no room for its item. The window that waits for him comes to the front, and the menu opens.
+  void showItself();
+
   [[nodiscard]] StateStore& store() { return *store_; }
   [[nodiscard]] WindowTracker& tracker() { return *tracker_; }
   [[nodiscard]] DocumentPaths& documentPaths() { return *paths_; }

@@ -33,6 +33,12 @@ void Onboarding::poll() {
   onTrusted();
 }
 
+void Onboarding::showAgain() {
+  if (!trustTimer_.active()) return;
+  if (!window_) return showOnboarding();
+  window_->makeKeyAndOrderFront();
+}
+
 void Onboarding::showOnboarding() {
   window_ = windows_->makeWindow(
       {.title = "Pellar needs Accessibility access",

@@ -23,6 +23,8 @@ class Onboarding {
   // Has the system ask the user, shows the window, and calls `onTrusted` once after the permission is given,
   // whether the user closed the window or not.
   void begin(std::function<void()> onTrusted);
+  // Brings the window back, also one that the user closed. Nothing happens when nothing is waited for.
+  void showAgain();
 
  private:
   void showOnboarding();

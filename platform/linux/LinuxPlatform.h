@@ -40,8 +40,6 @@ class LinuxPlatform {
 
   [[nodiscard]] const Platform& platform() const { return platform_; }
   [[nodiscard]] X11Connection& connection() { return *connection_; }
-  // Opens the menu of the status item at the pointer, for a desktop without a tray.
-  void openStatusMenu() { statusBar_.openMenu(); }
   // See QtHttpClient.
   [[nodiscard]] bool mayBeLookingUpNames() const { return httpClient_.mayBeLookingUpNames(); }
 

@@ -78,12 +78,14 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
     say("Pellar is already running on another display and keeps its settings there.");
     return 1;
   }
-  instance.onAsked = [&platform] { platform.openStatusMenu(); };
   AppDelegate delegate(platform.platform());
+  instance.onAsked = [&delegate] { delegate.showItself(); };
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
   // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
   // strip has nothing to tell there yet.
-  return QCoreApplication::exec();
+  const int code = QCoreApplication::exec();
+  instance.onAsked = nullptr;
+  return code;
 }
 
 }  // namespace

@@ -31,9 +31,6 @@ class MacPlatform {
 
   [[nodiscard]] const Platform& platform() const { return platform_; }
 
-  // The program was started once more.
-  void openStatusMenu() { statusBar_.openMenu(); }
-
  private:
   // Each needs those above it.
   MacMainLoop loop_;

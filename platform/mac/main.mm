@@ -3,12 +3,19 @@
 #include <cstdio>
 #include <memory>
 
+#include "app/shell/AlreadyRunning.h"
 #include "app/shell/AppDelegate.h"
 #include "platform/MainLoop.h"
 #include "platform/mac/MacPlatform.h"
 #include "platform/mac/desktop/EditingKeys.h"
 #include "platform/mac/system/MacUserFolders.h"
 #include "platform/shared/system/FolderLock.h"
+
+namespace {
+
+NSString* const showItselfRequest = @"app.pellar.Pellar.showItself";
+
+}  // namespace
 
 // Hands AppKit's start to ours. Lives as long as the process.
 @interface ApplicationDelegate : NSObject <NSApplicationDelegate>
@@ -42,13 +49,54 @@
   [self stayAwake];
   pellar::installEditingKeys();
   _app->applicationDidFinishLaunching();
+  // Another copy of the bundle, or one started by "open -n", is a process of its own and asks this way.
+  // Without this behaviour the centre keeps the request until the application is active
+  // (NSDistributedNotificationCenter.h).
+  [NSDistributedNotificationCenter.defaultCenter
+             addObserver:self
+                selector:@selector(showItself)
+                    name:showItselfRequest
+                  object:nil
+      suspensionBehavior:NSNotificationSuspensionBehaviorDeliverImmediately];
 }
 
-// Started once more while it runs. The system's request would wait until the menu is closed.
+// Started once more while it runs.
 - (BOOL)applicationShouldHandleReopen:(NSApplication*)app hasVisibleWindows:(BOOL)visible {
-  pellar::MacPlatform* platform = _platform.get();
-  platform->platform().mainLoop.post([platform] { platform->openStatusMenu(); });
+  [self showItself];
   return NO;
+}
+
+// The system's request would wait until the menu is closed.
+- (void)showItself {
+  pellar::AppDelegate* program = _app.get();
+  _platform->platform().mainLoop.post([program] { program->showItself(); });
+}
+
+// Nothing is restored, but AppKit asks.
+- (BOOL)applicationSupportsSecureRestorableState:(NSApplication*)app {
+  return YES;
+}
+
+@end
+
+// The delegate of a second copy, which only says so.
+@interface SecondCopyDelegate : NSObject <NSApplicationDelegate>
+@end
+
+@implementation SecondCopyDelegate {
+  std::unique_ptr<pellar::MacPlatform> _platform;
+  std::unique_ptr<pellar::AlreadyRunning> _notice;
+}
+
+- (void)applicationDidFinishLaunching:(NSNotification*)notification {
+  _platform = std::make_unique<pellar::MacPlatform>();
+  _notice = std::make_unique<pellar::AlreadyRunning>(_platform->platform(), [] {
+    [NSDistributedNotificationCenter.defaultCenter postNotificationName:showItselfRequest
+                                                                 object:nil
+                                                               userInfo:nil
+                                                     deliverImmediately:YES];
+  });
+  _notice->show();
 }
 
 // Nothing is restored, but AppKit asks.
@@ -62,7 +110,7 @@ namespace {
 
 // NSApplication holds its delegate weakly.
 NSApplication* application;
-ApplicationDelegate* delegate;
+id<NSApplicationDelegate> delegate;
 
 }  // namespace
 
@@ -75,9 +123,10 @@ int main() {
     const pellar::FolderLock state(pellar::macUserFolders().applicationSupport / "Pellar");
     if (state.isAnothers()) {
       std::fputs("Pellar is already running; its menu is in the menu bar.\n", stderr);
-      return 0;
+      delegate = [[SecondCopyDelegate alloc] init];
+    } else {
+      delegate = [[ApplicationDelegate alloc] init];
     }
-    delegate = [[ApplicationDelegate alloc] init];
     application.delegate = delegate;
     [application setActivationPolicy:NSApplicationActivationPolicyAccessory];
     [application run];

@@ -74,6 +74,8 @@ class SimMac {
   // Applications.
   SimApplication launch(const SimLaunch& application);
   void activate(const SimApplication& application) { desktop_.activate(application.pid()); }
+  // The user chooses "Hide Others" in the menu of this application.
+  void hideOthers(const SimApplication& application) { desktop_.hideOthers(*application.state_); }
   void terminate(const SimApplication& application) { desktop_.terminate(*application.state_); }
   // The user goes to another space.
   void showSpace(int space) { desktop_.showSpace(space); }

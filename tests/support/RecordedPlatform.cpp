@@ -70,6 +70,7 @@ class RecordedStatusBar final : public StatusBar {
     calls_.emplace_back("status item");
     return sound_.addItem(look, std::move(menu));
   }
+  void openMenu() override { sound_.openMenu(); }
 
  private:
   StatusBar& sound_;

@@ -9,7 +9,7 @@
 namespace pellar {
 
 // The desktop's tray, where it has one: a StatusNotifierItem or an embedded icon. Without a tray the menu is
-// reached by openMenu().
+// reached by openMenu(), which does not wait until it is closed.
 class QtStatusBar final : public StatusBar {
  public:
   // Both outlive this.
@@ -19,8 +19,7 @@ class QtStatusBar final : public StatusBar {
   // The icon comes at the next turn, when the program has started.
   [[nodiscard]] Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override;
 
-  // Opens the menu at the pointer. Nothing happens when there is no item, or while the menu is open.
-  void openMenu();
+  void openMenu() override;
 
  private:
   class Item;

@@ -11,9 +11,8 @@ class MacStatusBar final : public StatusBar {
  public:
   [[nodiscard]] Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override;
 
-  // Opens the item's menu at the pointer, if there is an item; returns when it is closed. Not every menu bar
-  // has room for every item.
-  void openMenu();
+  // Returns when it is closed. Not every menu bar has room for every item.
+  void openMenu() override;
 
  private:
   __weak NSMenu* menu_ = nullptr;  // of the latest item

@@ -56,6 +56,7 @@ void SimDesktop::activate(ProcessId pid) {
 }
 
 void SimDesktop::activatePellar() {
+  pellarHidden_ = false;
   if (front_ == Front::pellar) return;
   front_ = Front::pellar;
   ++revision_;
@@ -77,13 +78,20 @@ void SimDesktop::setHidden(SimApplicationState& application, bool hidden) {
   if (hidden && front && front.get() == &application) bringNextToFront();
 }
 
+void SimDesktop::hideOthers(const SimApplicationState& application) {
+  pellarHidden_ = true;
+  const auto all = frontToBack_;
+  for (const auto& other : all)
+    if (other.get() != &application) setHidden(*other, true);
+}
+
 void SimDesktop::setHung(SimApplicationState& application, bool hung) {
   application.quirks.hung = hung;
   ++revision_;
   if (hung) return;
   const ProcessId pid = application.description.pid;
   for (const auto& held : heldBack_) {
-    if (held.pid == pid) notifications_.post(loop_, held);
+    if (held.pid == pid) notifications_.postInDefaultMode(loop_, held);
   }
   std::erase_if(heldBack_, [pid](const auto& held) { return held.pid == pid; });
 }
@@ -313,7 +321,7 @@ void SimDesktop::notify(SimApplicationState& application, std::uint64_t window, 
   if (application.quirks.hung) {
     heldBack_.push_back(std::move(notification));
   } else {
-    notifications_.post(loop_, std::move(notification));
+    notifications_.postInDefaultMode(loop_, std::move(notification));
   }
 }
 

@@ -97,6 +97,10 @@ class SimDesktop {
   // No application at all is in front.
   void leaveNobodyInFront();
   void setHidden(SimApplicationState& application, bool hidden);
+  // What "Hide Others" in the menu of an application does: all other applications are hidden, this program
+  // with them. Of its windows those stay that may not hide (canHide, NSWindow.h), as none of its panels may.
+  void hideOthers(const SimApplicationState& application);
+  [[nodiscard]] bool pellarHidden() const { return pellarHidden_; }
   void setHung(SimApplicationState& application, bool hung);
 
   // Gives the application another menu bar; with no titles at all, none.
@@ -171,6 +175,7 @@ class SimDesktop {
   std::uint64_t revision_ = 0;
   Front front_ = Front::nobody;
   int shownSpace_ = 0;
+  bool pellarHidden_ = false;
   std::vector<SimApplicationPointer> frontToBack_;  // in order of last activation
   std::vector<SimNotification> heldBack_;           // of hung applications
   CallbackList<SimNotification> notifications_;

@@ -6,6 +6,8 @@ std::optional<TextAlertAnswer> SimAlerts::runModal(const TextAlert& alert) {
   if (open_) return std::nullopt;
   const Subscription closed([this] { open_ = false; });
   open_ = true;
+  const auto modal = loop_.enterOtherMode();
+  const auto session = panels_.beginModalSession();
   shown_.push_back(alert);
   panels_.keys().loseKey();
   loop_.runUntilIdle();

@@ -30,6 +30,10 @@ void SimPlainWindow::makeKeyAndOrderFront() {
   owner_.makeKey(*this);
 }
 
+bool SimPlainWindow::isVisible() const {
+  return visible_ && !owner_.hidden();
+}
+
 void SimPlainWindow::close() {
   owner_.noteClosing();
   if (!std::exchange(visible_, false)) return;
@@ -85,14 +89,14 @@ void SimPlainWindow::run(const std::function<void()>& handler) {
 }
 
 void SimPlainWindow::press(const std::string& button) {
-  if (!visible_) throw std::logic_error("\"" + description_.title + "\" is not to be seen");
+  if (!isVisible()) throw std::logic_error("\"" + description_.title + "\" is not to be seen");
   for (const auto& each : buttons())
     if (each.title == button) return run(each.handler);
   throw std::logic_error("\"" + description_.title + "\" has no button \"" + button + "\"");
 }
 
 void SimPlainWindow::clickClose() {
-  if (!visible_ || !description_.closable)
+  if (!isVisible() || !description_.closable)
     throw std::logic_error("\"" + description_.title + "\" has no close button to click");
   visible_ = false;
   owner_.resignKey(*this);

@@ -21,7 +21,7 @@ class SimPlainWindow final : public PlainWindow {
 
   void makeKeyAndOrderFront() override;
   void close() override;
-  [[nodiscard]] bool isVisible() const override { return visible_; }
+  [[nodiscard]] bool isVisible() const override;
   void setText(const std::string& id, const std::string& text) override;
   [[nodiscard]] Subscription onClosed(std::function<void()> callback) override;
 

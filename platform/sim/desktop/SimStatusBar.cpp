@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "core/Notify.h"
+
 namespace pellar {
 
 Subscription SimStatusBar::addItem(const StatusItemLook& look, std::function<Menu()> menu) {
@@ -22,13 +24,27 @@ void SimStatusBar::open(const std::function<void(SimOpenMenu&)>& user) {
   if (!menu_) throw std::logic_error("the program has no item in the menu bar");
   const Menu menu = menu_();
   SimOpenMenu open(menu);
-  loop_.runUntilIdle();
-  user(open);
-  loop_.runUntilIdle();
-  if (const auto chosen = open.chosen()) {
-    loop_.post(chosen);
+  {
+    const auto tracking = loop_.enterOtherMode();
     loop_.runUntilIdle();
+    user(open);
+    loop_.runUntilIdle();
+    if (const auto chosen = open.chosen()) {
+      // It stands before what waits for the default mode.
+      loop_.post(chosen);
+      loop_.runUntilIdle();
+    }
   }
+  loop_.runUntilIdle();
+}
+
+void SimStatusBar::openMenu() {
+  if (!menu_) return;
+  loop_.post([this] {
+    if (!menu_) return;
+    ++openings_;
+    open([this](SimOpenMenu& menu) { notify(std::exchange(onOpening, nullptr), menu); });
+  });
 }
 
 std::vector<std::string> SimStatusBar::rows(const std::string& submenu) {

@@ -18,9 +18,15 @@ class SimStatusBar final : public StatusBar {
   explicit SimStatusBar(SimMainLoop& loop) : loop_(loop) {}
 
   [[nodiscard]] Subscription addItem(const StatusItemLook& look, std::function<Menu()> menu) override;
+  void openMenu() override;
 
   // The images among the program's resources.
   std::set<std::string> images{"MenuBarTemplate"};
+
+  // What the user does with the menu that the program opens next; else it is closed without a choice.
+  std::function<void(SimOpenMenu&)> onOpening;
+  // How often the program opened the menu.
+  [[nodiscard]] int openings() const { return openings_; }
 
   [[nodiscard]] bool hasItem() const { return menu_ != nullptr; }
   // What is seen of the item: "[name of the image, its height]", or a title.
@@ -37,6 +43,7 @@ class SimStatusBar final : public StatusBar {
   SimMainLoop& loop_;
   StatusItemLook look_;
   std::function<Menu()> menu_;
+  int openings_ = 0;
 };
 
 }  // namespace pellar

@@ -43,6 +43,7 @@ class SimWindows final : public Windows {
   void resignKey(SimPlainWindow& window);
   void noteClosing() { ++closed_; }
   [[nodiscard]] SimMainLoop& loop() const { return loop_; }
+  [[nodiscard]] bool hidden() const { return desktop_.pellarHidden(); }
 
  private:
   SimMainLoop& loop_;

@@ -21,6 +21,13 @@ class SimPanels final : public PanelFactory {
   [[nodiscard]] std::vector<SimPanel*> all() const;
   // The visible panel in front at a point; null when there is none.
   [[nodiscard]] SimPanel* at(ScreenPoint point) const;
+  // While a question is open panels get no press: only one that works when modal would (worksWhenModal,
+  // NSPanel.h), and none of ours does. It lasts until the subscription is dropped.
+  [[nodiscard]] Subscription beginModalSession() {
+    ++modalSessions_;
+    return Subscription([this] { --modalSessions_; });
+  }
+  [[nodiscard]] bool inModalSession() const { return modalSessions_ > 0; }
   [[nodiscard]] bool contains(const SimPanel* panel) const;
   // Who receives the keys; without a key panel the application in front does.
   [[nodiscard]] KeyOwner& keys() { return keys_; }
@@ -37,6 +44,7 @@ class SimPanels final : public PanelFactory {
   SimMainLoop& loop_;
   const SimScreens& screens_;
   std::vector<SimPanel*> frontToBack_;  // within each level
+  int modalSessions_ = 0;
   KeyOwner keys_;
 };
 

@@ -65,23 +65,21 @@ void SimOpenMenu::choose(std::initializer_list<std::string> titles) {
 
 void SimMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
   if (open_) return;
-  open_ = true;
   SimOpenMenu open(menu);
-  shown_.push_back(open.rows());
-  places_.push_back(event.screenLocation);
-  loop_.runUntilIdle();
-  if (!users_.empty()) {
-    const auto user = std::move(users_.front());
-    users_.pop_front();
-    try {
-      user(open);
-    } catch (...) {
-      open_ = false;
-      throw;
-    }
+  {
+    const Subscription closed([this] { open_ = false; });
+    open_ = true;
+    const auto tracking = loop_.enterOtherMode();
+    shown_.push_back(open.rows());
+    places_.push_back(event.screenLocation);
     loop_.runUntilIdle();
+    if (!users_.empty()) {
+      const auto user = std::move(users_.front());
+      users_.pop_front();
+      user(open);
+      loop_.runUntilIdle();
+    }
   }
-  open_ = false;
   if (const auto chosen = open.chosen()) chosen();
 }
 

@@ -29,7 +29,7 @@ SimMainLoop::~SimMainLoop() {
 void SimMainLoop::clear() {
   // A callback's captures may own a subscription of this loop, so they go while the loop's members still
   // stand.
-  std::deque<Callback> posted;
+  std::deque<Posted> posted;
   {
     const std::lock_guard lock(postedMutex_);
     posted.swap(posted_);
@@ -39,7 +39,17 @@ void SimMainLoop::clear() {
 
 void SimMainLoop::post(Callback block) {
   const std::lock_guard lock(postedMutex_);
-  posted_.push_back(std::move(block));
+  posted_.push_back({std::move(block)});
+}
+
+void SimMainLoop::postInDefaultMode(Callback block) {
+  const std::lock_guard lock(postedMutex_);
+  posted_.push_back({std::move(block), true});
+}
+
+Subscription SimMainLoop::enterOtherMode() {
+  ++otherModes_;
+  return Subscription([this] { --otherModes_; });
 }
 
 Subscription SimMainLoop::after(milliseconds delay, Callback tick) {
@@ -72,9 +82,11 @@ bool SimMainLoop::runPosted() {
   Callback block;
   {
     const std::lock_guard lock(postedMutex_);
-    if (posted_.empty()) return false;
-    block = std::move(posted_.front());
-    posted_.pop_front();
+    const auto next = std::ranges::find_if(
+        posted_, [this](const Posted& each) { return !each.inDefaultModeOnly || otherModes_ == 0; });
+    if (next == posted_.end()) return false;
+    block = std::move(next->block);
+    posted_.erase(next);
   }
   ++turns_;
   block();

@@ -41,6 +41,13 @@ class SimMainLoop final : public MainLoop {
   // Moves the clock from timer to timer until `condition` holds; false when it does not within `limit`.
   bool runUntil(const std::function<bool()>& condition, std::chrono::nanoseconds limit);
 
+  // Runs `block` like a posted one, but in the default mode only: while a menu or a question is open it
+  // waits, as the reports of an AXObserver do whose source is in that mode alone.
+  void postInDefaultMode(Callback block);
+  // A menu or a question runs the loop in a mode of its own (NSEventTrackingRunLoopMode and
+  // NSModalPanelRunLoopMode, NSApplication.h) until the subscription is dropped.
+  [[nodiscard]] Subscription enterOtherMode();
+
   // The main thread is held up in a call: time passes and nothing runs. `meanwhile` is what others do at the
   // end of that time.
   void holdUp(std::chrono::nanoseconds duration, const std::function<void()>& meanwhile = {});
@@ -64,7 +71,12 @@ class SimMainLoop final : public MainLoop {
   void countCallback(std::uint64_t& sinceStart);
 
   std::mutex postedMutex_;
-  std::deque<Callback> posted_;
+  struct Posted {
+    Callback block;
+    bool inDefaultModeOnly = false;
+  };
+  std::deque<Posted> posted_;
+  int otherModes_ = 0;  // entered and not left
   std::shared_ptr<Timers> timers_;
   std::uint64_t nextSequence_ = 0;
   std::chrono::nanoseconds now_{0};

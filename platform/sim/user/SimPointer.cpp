@@ -64,6 +64,7 @@ void SimPointer::release() {
 void SimPointer::deliverPress(Button button, int clickCount, bool control) {
   SimPanel* const panel = panels_.at(location_);
   if (panel != nullptr) {
+    if (panels_.inModalSession()) return;
     if (button != Button::middle) monitors_.pressedHere({panel, location_});
     // A monitor may have put the panel away.
     if (panels_.contains(panel) && panel->isVisible()) {
