@@ -8,7 +8,6 @@
 
 #include "platform/MainLoop.h"
 #include "platform/Subscription.h"
-#include "platform/sim/system/SimMainLoop.h"
 
 namespace pellar {
 
@@ -33,10 +32,12 @@ class CallbackList {
   void call(Arguments... arguments) const { callAll(*entries_, arguments...); }
 
   // Calls from the next turn of `loop`; the subscribers of that moment hear it.
-  void post(MainLoop& loop, Arguments... arguments) const { loop.post(callLater(arguments...)); }
-  // The same, but not while a menu or a question is open.
-  void postInDefaultMode(SimMainLoop& loop, Arguments... arguments) const {
-    loop.postInDefaultMode(callLater(arguments...));
+  void post(MainLoop& loop, Arguments... arguments) const { loop.post(later(arguments...)); }
+  // The call itself, for a queue of its own; does nothing once the list is gone.
+  [[nodiscard]] std::function<void()> later(Arguments... arguments) const {
+    return [entries = std::weak_ptr<Entries>(entries_), arguments...] {
+      if (auto list = entries.lock()) callAll(*list, arguments...);
+    };
   }
 
  private:
@@ -45,12 +46,6 @@ class CallbackList {
     bool active = true;
   };
   using Entries = std::vector<std::shared_ptr<Entry>>;
-
-  [[nodiscard]] std::function<void()> callLater(Arguments... arguments) const {
-    return [entries = std::weak_ptr<Entries>(entries_), arguments...] {
-      if (auto list = entries.lock()) callAll(*list, arguments...);
-    };
-  }
 
   static void callAll(const Entries& entries, const Arguments&... arguments) {
     // A callback may add and drop entries, so the list itself is not walked.

@@ -91,7 +91,7 @@ void SimDesktop::setHung(SimApplicationState& application, bool hung) {
   if (hung) return;
   const ProcessId pid = application.description.pid;
   for (const auto& held : heldBack_) {
-    if (held.pid == pid) notifications_.postInDefaultMode(loop_, held);
+    if (held.pid == pid) loop_.postInDefaultMode(notifications_.later(held));
   }
   std::erase_if(heldBack_, [pid](const auto& held) { return held.pid == pid; });
 }
@@ -321,7 +321,7 @@ void SimDesktop::notify(SimApplicationState& application, std::uint64_t window, 
   if (application.quirks.hung) {
     heldBack_.push_back(std::move(notification));
   } else {
-    notifications_.postInDefaultMode(loop_, std::move(notification));
+    loop_.postInDefaultMode(notifications_.later(std::move(notification)));
   }
 }
 
