@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 
 #include <chrono>
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -14,7 +15,7 @@ namespace pellar::contract {
 // be by force.
 class ProgramProcess {
  public:
-  // Starts it from a bundle of this name, whose identifier has the name in it. One that starts cold takes so
+  // Starts it from a bundle of its own, whose identifier has the name in it. One that starts cold takes so
   // long before it answers anything, and is not waited for; any other one has started on return. Throws when
   // it does not start.
   explicit ProgramProcess(const std::string& name,
@@ -34,6 +35,7 @@ class ProgramProcess {
   std::optional<std::string> nextLine(std::chrono::milliseconds deadline);
   bool endsWithin(std::chrono::milliseconds deadline);
 
+  std::filesystem::path bundle_;  // of this process alone
   NSTask* task_ = [[NSTask alloc] init];
   NSPipe* input_ = [NSPipe pipe];   // of the process
   NSPipe* output_ = [NSPipe pipe];  // of the process

@@ -4,8 +4,8 @@
 #include <signal.h>
 #include <unistd.h>
 
-#include <filesystem>
 #include <stdexcept>
+#include <system_error>
 
 #include "platform/mac/system/Conversions.h"
 
@@ -14,14 +14,13 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// The program of a bundle of its own for each name: the system knows applications by their identifiers.
-std::filesystem::path programOf(const std::string& name) {
-  const std::filesystem::path bundle = std::filesystem::path(fromNSString(NSTemporaryDirectory())) /
-                                       ("pellar-tests-" + std::to_string(getpid())) / (name + ".app");
-  const auto program = bundle / "Contents/MacOS" / name;
-  if (std::filesystem::exists(program)) return program;
-  std::filesystem::create_directories(program.parent_path());
-  std::filesystem::copy_file(PELLAR_MAC_PROGRAM, program);
+// A bundle for a program of this name: the system knows applications by their identifiers.
+std::filesystem::path makeBundle(const std::string& name) {
+  static int made = 0;
+  const auto bundle = std::filesystem::path(fromNSString(NSTemporaryDirectory())) /
+                      ("pellar-" + std::to_string(getpid()) + "-" + std::to_string(++made) + ".app");
+  std::filesystem::create_directories(bundle / "Contents/MacOS");
+  std::filesystem::copy_file(PELLAR_MAC_PROGRAM, bundle / "Contents/MacOS" / name);
   NSDictionary<NSString*, id>* info = @{
     @"CFBundleExecutable" : toNSString(name),
     @"CFBundleIdentifier" : toNSString("app.pellar.tests." + name),
@@ -32,15 +31,16 @@ std::filesystem::path programOf(const std::string& name) {
   };
   NSURL* place = [NSURL fileURLWithPath:toNSString((bundle / "Contents/Info.plist").native())];
   if (![info writeToURL:place error:nil]) throw std::runtime_error("no bundle for " + name);
-  return program;
+  return bundle;
 }
 
 }  // namespace
 
-ProgramProcess::ProgramProcess(const std::string& name, std::optional<std::chrono::seconds> coldStart) {
+ProgramProcess::ProgramProcess(const std::string& name, std::optional<std::chrono::seconds> coldStart)
+    : bundle_(makeBundle(name)) {
   // That one has ended is seen by what it says no more.
   signal(SIGPIPE, SIG_IGN);
-  task_.executableURL = [NSURL fileURLWithPath:toNSString(programOf(name).native())];
+  task_.executableURL = [NSURL fileURLWithPath:toNSString((bundle_ / "Contents/MacOS" / name).native())];
   if (coldStart) task_.arguments = @[ @"--cold", toNSString(std::to_string(coldStart->count())) ];
   task_.standardInput = input_;
   task_.standardOutput = output_;
@@ -53,6 +53,8 @@ ProgramProcess::ProgramProcess(const std::string& name, std::optional<std::chron
 ProgramProcess::~ProgramProcess() {
   quit();
   if (!endsWithin(std::chrono::seconds(3))) kill(pid(), SIGKILL);
+  std::error_code ignored;  // what is left is in the folder for what is temporary
+  std::filesystem::remove_all(bundle_, ignored);
 }
 
 std::string ProgramProcess::tell(const std::string& line) {
