@@ -20,36 +20,70 @@ class IdleDelegate final : public WindowTrackerDelegate {
   std::size_t tabs = 0;
 };
 
-// One refresh of an application with many windows, nothing having changed since the last.
-void refresh(benchmark::State& state, const char* bundleId) {
+// A tracker over an application with many windows.
+struct Tracked {
+  Tracked(const char* bundleId, int count) {
+    application.emplace(mac.launch({.bundleId = bundleId, .name = "Editor"}));
+    for (int i = 0; i < count; ++i) application->open("Document " + std::to_string(i));
+    Platform& platform = mac.platform();
+    tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
+    tracker->delegate = delegate;
+    tracker->start();
+    mac.settle();
+  }
+  void count(benchmark::State& state) {
+    const RoundTrips trips = mac.accessibility().roundTrips();
+    state.counters["round_trips"] = trips.total();
+    state.counters["single_reads"] = trips.reads;
+    state.counters["fetches"] = trips.batches;
+  }
+
   SimMac mac;
-  auto application = mac.launch({.bundleId = bundleId, .name = "Editor"});
+  std::optional<SimApplication> application;
+  std::shared_ptr<IdleDelegate> delegate = std::make_shared<IdleDelegate>();
+  std::shared_ptr<WindowTracker> tracker;
+};
+
+// One refresh, nothing having changed since the last.
+void refresh(benchmark::State& state, const char* bundleId) {
   const auto count = static_cast<int>(state.range(0));
-  for (int i = 0; i < count; ++i) application.open("Document " + std::to_string(i));
-  Platform& platform = mac.platform();
-  const auto delegate = std::make_shared<IdleDelegate>();
-  const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
-  tracker->delegate = delegate;
-  tracker->start();
-  mac.settle();
-  if (delegate->tabs != static_cast<std::size_t>(count)) {
+  Tracked tracked(bundleId, count);
+  if (tracked.delegate->tabs != static_cast<std::size_t>(count)) {
     state.SkipWithError("the tracker does not see every window");
     return;
   }
-
-  mac.accessibility().forgetRoundTrips();
-  tracker->refresh();
-  const RoundTrips trips = mac.accessibility().roundTrips();
+  tracked.mac.accessibility().forgetRoundTrips();
+  tracked.tracker->refresh();
+  tracked.count(state);
   for (auto _ : state) {
-    tracker->refresh();
+    tracked.tracker->refresh();
     // What was fetched is good until the loop turns; a real refresh has a turn of its own.
-    mac.mainLoop().post([] {});
-    mac.settle();
+    tracked.mac.mainLoop().post([] {});
+    tracked.mac.settle();
   }
-  state.counters["round_trips"] = trips.total();
-  state.counters["single_reads"] = trips.reads;
-  state.counters["fetches"] = trips.batches;
 }
+
+// The first refresh after the user has come back from another application.
+void firstRefresh(benchmark::State& state, const char* bundleId) {
+  Tracked tracked(bundleId, static_cast<int>(state.range(0)));
+  const auto other = tracked.mac.launch({.bundleId = "org.example.other", .name = "Other"});
+  const auto leave = [&] {
+    tracked.mac.activate(other);
+    tracked.mac.settle();
+    tracked.mac.activate(*tracked.application);
+  };
+  leave();
+  tracked.mac.accessibility().forgetRoundTrips();
+  tracked.tracker->refresh();
+  tracked.count(state);
+  for (auto _ : state) {
+    state.PauseTiming();
+    leave();
+    state.ResumeTiming();
+    tracked.tracker->refresh();
+  }
+}
+
 BENCHMARK_CAPTURE(refresh, anyApplication, "org.example.editor")
     ->Arg(1)
     ->Arg(10)
@@ -57,6 +91,12 @@ BENCHMARK_CAPTURE(refresh, anyApplication, "org.example.editor")
     ->Arg(500)
     ->Unit(benchmark::kMicrosecond);
 BENCHMARK_CAPTURE(refresh, office, "com.microsoft.Word")
+    ->Arg(1)
+    ->Arg(10)
+    ->Arg(100)
+    ->Arg(500)
+    ->Unit(benchmark::kMicrosecond);
+BENCHMARK_CAPTURE(firstRefresh, anyApplication, "org.example.editor")
     ->Arg(1)
     ->Arg(10)
     ->Arg(100)
