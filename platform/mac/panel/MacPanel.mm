@@ -6,7 +6,7 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/mac/input/MouseButtons.h"
+#include "platform/mac/system/MouseButtons.h"
 #import "platform/mac/panel/GlassView.h"
 #import "platform/mac/panel/HostedView.h"
 #include "platform/mac/panel/ListFocus.h"

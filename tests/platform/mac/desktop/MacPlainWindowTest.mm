@@ -129,9 +129,29 @@ TEST_F(MacPlainWindowTest, ATextBoxShowsItsTextAcrossTheColumn) {
   ASSERT_EQ(texts.size(), 1U);
   EXPECT_EQ(fromNSString(texts[0].string), "1. Agreed.");
   EXPECT_FALSE(texts[0].editable);
+  ASSERT_EQ(texts[0].textStorage.length, 10U);
+  NSDictionary<NSAttributedStringKey, id>* look = [texts[0].textStorage attributesAtIndex:0
+                                                                           effectiveRange:nil];
+  EXPECT_TRUE([look[NSForegroundColorAttributeName] isEqual:NSColor.labelColor])
+      << "black would not be seen on a dark window";
+  EXPECT_TRUE([look[NSFontAttributeName] isEqual:[NSFont systemFontOfSize:NSFont.systemFontSize]]);
   NSView* box = texts[0].enclosingScrollView;
   EXPECT_NEAR(box.frame.size.height, 210, 1);
   EXPECT_NEAR(box.frame.size.width, 400, 1);
+}
+
+TEST_F(MacPlainWindowTest, AColumnReachesTheLowerEdgeWhereItIsToldTo) {
+  for (const bool reaches : {true, false}) {
+    make({.title = "Terms",
+          .contentSize = {440, 360},
+          .columnReachesBottom = reaches,
+          .insets = {18, 20, 18, 20},
+          .elements = {WindowLabel{.text = "End User Agreement"}}});
+    NSView* column = window->native().contentView.subviews.firstObject;
+    EXPECT_EQ(NSHeight(column.frame) == 360, reaches);
+    EXPECT_EQ(window->native().contentView.frame.size.height, 360);
+    EXPECT_NEAR(NSMaxY(inWindow(labels()[0])), 360 - 18, 2) << "at the top either way";
+  }
 }
 
 TEST_F(MacPlainWindowTest, ReturnPressesTheDefaultButton) {

@@ -66,6 +66,15 @@ TEST_F(MacHostedViewTest, APressIsWhereTheUserSeesIt) {
   EXPECT_FALSE(view.events[0].control);
 }
 
+TEST_F(MacHostedViewTest, AReleaseWhereThePressWasIsNoWayGone) {
+  [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20))];
+  [hosted mouseDragged:event(NSEventTypeLeftMouseDragged, NSMakePoint(50, 20))];
+  [hosted mouseUp:event(NSEventTypeLeftMouseUp, NSMakePoint(50, 20))];
+  ASSERT_EQ(view.events.size(), 3U);
+  EXPECT_EQ(view.events[1].screenLocation, view.events[0].screenLocation);
+  EXPECT_EQ(view.events[2].screenLocation, view.events[0].screenLocation);
+}
+
 TEST_F(MacHostedViewTest, APressWithControlSaysSo) {
   [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20), 1, NSEventModifierFlagControl)];
   ASSERT_EQ(view.events.size(), 1U);

@@ -77,6 +77,26 @@ TEST_F(MacListViewTest, ARowShowsItsTwoTextsWhereTheStyleSays) {
   EXPECT_EQ(subtitle.lineBreakMode, NSLineBreakByTruncatingMiddle);
 }
 
+TEST_F(MacListViewTest, ARowIsChosenByTheFirstClickOnItsText) {
+  [cell(1) layoutSubtreeIfNeeded];
+  const NSRect row = [table rectOfRow:1];
+  for (const CGFloat x : {NSMinX(row) + 6, NSMaxX(row) - 6}) {
+    const NSPoint place = [scroll.superview convertPoint:NSMakePoint(x, NSMinY(row) + 8) fromView:table];
+    NSView* hit = [scroll hitTest:place];
+    ASSERT_TRUE(hit != nil);
+    EXPECT_TRUE([hit acceptsFirstMouse:nil]) << "the view under the pointer is asked";
+    EXPECT_EQ(hit, table);
+  }
+}
+
+TEST_F(MacListViewTest, ATextWithoutEndIsCut) {
+  std::string endless = "a";
+  for (int mark = 0; mark < 100'000; ++mark) endless += "\u0301";
+  list->reload(1, [&endless](std::size_t) { return ListRow{endless, endless}; });
+  for (NSView* label in cell(0).subviews)
+    EXPECT_LE(static_cast<NSTextField*>(label).stringValue.length, 1002U);
+}
+
 TEST_F(MacListViewTest, SelectsRowsThatExistAndForgetsThemWithTheRows) {
   EXPECT_EQ(list->selectedRow(), std::nullopt);
   list->selectRow(2);

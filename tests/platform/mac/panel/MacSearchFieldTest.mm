@@ -64,6 +64,16 @@ TEST_F(MacSearchFieldTest, IsSmallDarkAndRoundWithoutAFocusRing) {
   EXPECT_TRUE([native acceptsFirstMouse:nil]);
 }
 
+TEST_F(MacSearchFieldTest, TakesTheFirstClickWhereverItIsHit) {
+  field->setFrame({100, 5, 210, 22});
+  [native layoutSubtreeIfNeeded];
+  for (const CGFloat x : {110, 200}) {
+    NSView* hit = [native hitTest:NSMakePoint(x, 16)];
+    ASSERT_TRUE(hit != nil);
+    EXPECT_TRUE([hit acceptsFirstMouse:nil]) << "the view under the pointer is asked";
+  }
+}
+
 TEST_F(MacSearchFieldTest, StandsWhereItIsPutAndShowsItsPlaceholder) {
   field->setFrame({100, 5, 210, 22});
   EXPECT_EQ(field->frame(), (ViewRect{100, 5, 210, 22}));

@@ -43,6 +43,26 @@ TEST_F(NativeMenuTest, AnAbsurdTitleShowsItsBeginningAndItsEnd) {
   }
 }
 
+TEST_F(NativeMenuTest, ATitleWithoutEndIsCut) {
+  std::string endless = "a";
+  for (int mark = 0; mark < 100'000; ++mark) endless += "\u0301";
+  make({ClosureItem{.title = endless, .handler = {}}});
+  EXPECT_LE(item(0).title.length, 1002U);
+}
+
+TEST_F(NativeMenuTest, WhatIsChosenWhileAQuestionIsOpenIsDoneAtOnce) {
+  for (NSRunLoopMode mode : {NSDefaultRunLoopMode, NSModalPanelRunLoopMode}) {
+    __block bool done = false;
+    performAfterTracking(^{
+      done = true;
+    });
+    CFRunLoopRunInMode((__bridge CFStringRef)NSEventTrackingRunLoopMode, 0.01, false);
+    EXPECT_FALSE(done) << "the menu is still tracked";
+    CFRunLoopRunInMode((__bridge CFStringRef)mode, 0.01, false);
+    EXPECT_TRUE(done) << fromNSString(mode);
+  }
+}
+
 TEST_F(NativeMenuTest, ChosenItemsRunTheirHandlers) {
   std::vector<std::string> chosen;
   make(

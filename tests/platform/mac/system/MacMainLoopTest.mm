@@ -1,5 +1,6 @@
 #import <AppKit/AppKit.h>
 
+#include "platform/mac/system/MacMainLoop.h"
 #include "tests/contract/ContractTest.h"
 
 namespace pellar::contract {
@@ -35,6 +36,15 @@ TEST_F(MacMainLoopTest, TimersFireAndPostedBlocksRunWhileAQuestionIsOpen) {
   runInMode(NSModalPanelRunLoopMode, [&] { return posted && fired; });
   EXPECT_TRUE(posted);
   EXPECT_TRUE(fired);
+}
+
+TEST_F(MacMainLoopTest, APersonWhoWaitsForATimerWaitsASecondLongerAtMost) {
+  using std::chrono::hours;
+  using std::chrono::seconds;
+  EXPECT_EQ(MacMainLoop::tolerance(milliseconds(300)).count(), 0);
+  EXPECT_DOUBLE_EQ(MacMainLoop::tolerance(seconds(2)).count(), 0.2);
+  EXPECT_EQ(MacMainLoop::tolerance(seconds(60)).count(), 1);
+  EXPECT_EQ(MacMainLoop::tolerance(hours(6)).count(), 1);
 }
 
 TEST_F(MacMainLoopTest, ABlockThatRunsTheLoopDoesNotHoldUpThoseAfterIt) {

@@ -1,4 +1,4 @@
-#include "platform/mac/input/MouseButtons.h"
+#include "platform/mac/system/MouseButtons.h"
 
 #import <AppKit/AppKit.h>
 
