@@ -61,6 +61,11 @@ ClosureItem StripMenus::item(std::string title, Action action) {
           }};
 }
 
+WindowList StripMenus::inPlaceOf(const std::vector<WindowReference>& seen) {
+  actions_->lookAgain();
+  return actions_->windows().inPlaceOf(seen);
+}
+
 // --- the menu of a tab ---
 
 void StripMenus::showTabMenu(WindowId id, const MouseEvent& event) {
@@ -89,13 +94,12 @@ Menu StripMenus::closeItems(const WindowReference& window, const TrackedApp& app
     if (const auto target = self.actions_->windows().find(window)) self.actions_->close(WindowList{target});
   }));
   menu.emplace_back(item("Close others", [window, seen](StripMenus& self) {
-    auto others = self.actions_->windows().inPlaceOf(seen);
+    auto others = self.inPlaceOf(seen);
     std::erase_if(others, [&](const auto& each) { return window.means(*each); });
     self.actions_->close(others);
   }));
-  menu.emplace_back(item("Close all", [seen](StripMenus& self) {
-    self.actions_->close(self.actions_->windows().inPlaceOf(seen));
-  }));
+  menu.emplace_back(
+      item("Close all", [seen](StripMenus& self) { self.actions_->close(self.inPlaceOf(seen)); }));
   if (const auto office = app.office)
     menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
   return menu;
@@ -166,7 +170,7 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
   }
   menu.emplace_back(item("Groups…", [event](StripMenus& self) { self.showGroupsMenu(event); }));
   menu.emplace_back(item("Close all", [seen = actions_->windows().remember(shown.windows)](StripMenus& self) {
-    self.actions_->close(self.actions_->windows().inPlaceOf(seen));
+    self.actions_->close(self.inPlaceOf(seen));
   }));
   platform_.menus.popUpContextMenu(menu, event);
 }
@@ -176,9 +180,8 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
 void StripMenus::showGroupsMenu(const MouseEvent& event) {
   Menu menu;
   const auto seen = actions_->windows().remember(picture_->windows);
-  menu.emplace_back(item("Save open tabs as group…", [seen](StripMenus& self) {
-    self.documents_->saveGroup(self.actions_->windows().inPlaceOf(seen));
-  }));
+  menu.emplace_back(item("Save open tabs as group…",
+                         [seen](StripMenus& self) { self.documents_->saveGroup(self.inPlaceOf(seen)); }));
   menu.emplace_back(MenuSeparator{});
   const auto& groups = store_->state().groups;
   for (const auto& [name, files] : groups) menu.emplace_back(Submenu{name, groupMenu(name, files.size())});

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/documents/StripDocuments.h"
@@ -53,6 +54,8 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
   [[nodiscard]] Menu tileMenu(const WindowReference& window);
   [[nodiscard]] Menu tagMenu(const WindowReference& window, const std::string& key);
   [[nodiscard]] Menu groupMenu(const std::string& name, std::size_t fileCount);
+  // See OpenWindows; also those that came while the menu was open.
+  [[nodiscard]] WindowList inPlaceOf(const std::vector<WindowReference>& seen);
 
   Platform platform_;
   std::shared_ptr<StateStore> store_;

@@ -42,10 +42,11 @@ std::shared_ptr<OfficeWindow> OpenWindows::find(const WindowReference& reference
   // The answer may have been long in coming.
   if (endings(window->pid) != reference.endings_) return nullptr;
 
-  if (auto present = picture_->present(*window)) return present;
-  // A busy application is not waited for once more.
-  if (named) window->refresh(accessibility);
-  return window;
+  auto present = picture_->present(*window);
+  if (!present) present = window;
+  // Nothing was heard of it while the menu was open. A busy application is not waited for once more.
+  if (named) present->refresh(accessibility);
+  return present;
 }
 
 WindowList OpenWindows::inPlaceOf(const std::vector<WindowReference>& remembered) const {

@@ -13,6 +13,10 @@ WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTra
                              std::shared_ptr<const TrackedPicture> picture)
     : platform_(platform), tracker_(std::move(tracker)), windows_(platform, std::move(picture)) {}
 
+void WindowActions::lookAgain() {
+  tracker_->refresh();
+}
+
 void WindowActions::raise(const OfficeWindow& window) {
   auto& accessibility = platform_.accessibility;
   if (window.minimized) accessibility.set(window.element, "AXMinimized", false);

@@ -24,6 +24,9 @@ class WindowActions {
   // Which windows are still there, for what is chosen after a nested loop.
   [[nodiscard]] const OpenWindows& windows() const { return windows_; }
 
+  // Has the tracker report the windows there are now: while a menu is open nothing is heard of them.
+  void lookAgain();
+
   // Makes it the focused window: out of the Dock, in front, its application in front.
   void raise(const OfficeWindow& window);
   void minimize(const OfficeWindow& window);
