@@ -54,6 +54,13 @@ struct ElementHash {
 // The value of an attribute. Positions and sizes are points in Accessibility coordinates.
 using AttributeValue = std::variant<bool, std::string, AxPoint, Size, Element, std::vector<Element>>;
 
+// What became of an action that another program was asked for.
+enum class Performed {
+  done,        // as the program says
+  refused,     // the program was not asked, or says that it did nothing
+  unanswered,  // it was asked and did not answer in time: the action may be done, or be done later
+};
+
 // What became of a registration (AXObserverAddNotification in AXUIElement.h).
 enum class Registration {
   made,          // also when it was made before
@@ -92,8 +99,8 @@ class Accessibility {
                                                                 std::string_view name) = 0;
   // Writes an attribute. Whether it took is seen by reading it.
   virtual void set(const Element& element, std::string_view name, const AttributeValue& value) = 0;
-  // Performs an action ("AXRaise", "AXPress"); false when the system reports an error.
-  virtual bool perform(const Element& element, std::string_view action) = 0;
+  // Performs an action ("AXRaise", "AXPress").
+  virtual Performed perform(const Element& element, std::string_view action) = 0;
 
   // How many reads, of all so far, no application answered, because it is busy or still launching. Whether a
   // number of reads was answered is seen by comparing before and after.

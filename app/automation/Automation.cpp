@@ -10,6 +10,8 @@
 #include "app/automation/OfficeScripts.h"
 #include "core/Log.h"
 #include "core/PathExtension.h"
+#include "platform/MainLoop.h"
+#include "platform/Workspace.h"
 
 namespace pellar {
 
@@ -41,6 +43,18 @@ bool isEmpty(const std::string& path) {
   return error || size == 0;
 }
 
+// Says for as long as it lives that a script is under way.
+class UnderWay {
+ public:
+  explicit UnderWay(bool& flag) : flag_(flag) { flag_ = true; }
+  ~UnderWay() { flag_ = false; }
+  UnderWay(const UnderWay&) = delete;
+  UnderWay& operator=(const UnderWay&) = delete;
+
+ private:
+  bool& flag_;
+};
+
 void sayKept(const std::string& oldPath, OldFile decision) {
   Log::write("rename kept " + oldPath + ": " + std::string(reason(decision)));
 }
@@ -51,16 +65,50 @@ std::string Automation::quoted(std::string_view text) {
   return OfficeScripts::quoted(text);
 }
 
+void Automation::whenFree(std::function<void()> action) {
+  if (!busy_) return action();
+  waiting_.push_back(std::move(action));
+}
+
+void Automation::scheduleNext() {
+  if (waiting_.empty()) return;
+  platform_.mainLoop.post([this, here = alive_.watch()] {
+    if (here) runNext();
+  });
+}
+
+// One a turn: it may begin a script, whose end schedules the next, or ask the user something.
+void Automation::runNext() {
+  if (busy_ || waiting_.empty()) return;
+  const auto action = std::move(waiting_.front());
+  waiting_.pop_front();
+  scheduleNext();
+  action();
+}
+
+bool Automation::isRunning(OfficeApp app) const {
+  return platform_.workspace.isRunning(std::string(bundleID(app)));
+}
+
+std::optional<ScriptDescriptor> Automation::tell(OfficeApp app, const std::optional<std::string>& source) {
+  return source && isRunning(app) ? run(*source) : std::nullopt;
+}
+
 std::optional<ScriptDescriptor> Automation::run(const std::string& source) {
-  ScriptResult result = runner_.run(source);
+  if (busy_) return std::nullopt;
+  ScriptResult result;
+  {
+    const UnderWay underWay(busy_);
+    result = platform_.scripts.run(source);
+  }
+  scheduleNext();
   if (!result.error) return std::move(result.descriptor);
   Log::write("applescript error: " + *result.error);
   return std::nullopt;
 }
 
 OpenDocuments Automation::openDocuments(OfficeApp app) {
-  const auto script = OfficeScripts::pathsByName(app);
-  const auto result = script ? run(*script) : std::nullopt;
+  const auto result = tell(app, OfficeScripts::pathsByName(app));
   if (!result) return {};
   std::vector<OpenDocuments::Document> documents;
   for (const ScriptDescriptor& item : result->items()) {
@@ -74,14 +122,18 @@ OpenDocuments Automation::openDocuments(OfficeApp app) {
 }
 
 int Automation::saveAll(OfficeApp app, bool onlyModified) {
-  const auto script = OfficeScripts::saveAll(app, onlyModified);
-  const auto result = script ? run(*script) : std::nullopt;
+  const auto result = tell(app, OfficeScripts::saveAll(app, onlyModified));
   const auto* saved = result ? std::get_if<std::int32_t>(&result->value) : nullptr;
   return saved != nullptr ? *saved : 0;
 }
 
 void Automation::newDocument(OfficeApp app) {
-  run(OfficeScripts::newDocument(app));
+  tell(app, OfficeScripts::newDocument(app));
+}
+
+std::string Automation::renamedPath(const std::string& oldPath, const std::string& newName) {
+  const std::string folder(withoutLastComponent(oldPath));
+  return (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, oldPath);
 }
 
 std::optional<std::string> Automation::rename(const OfficeWindow& window, const std::string& oldPath,
@@ -90,16 +142,15 @@ std::optional<std::string> Automation::rename(const OfficeWindow& window, const 
   // The texts passed in may be the window's own, which can change while a script runs.
   const OfficeApp app = *window.app.office;
   const std::string from = oldPath;  // NOLINT(performance-unnecessary-copy-initialization)
-  const std::string folder(withoutLastComponent(from));
-  if (folder.empty()) return std::nullopt;
-  const std::string to = (folder == "/" ? folder : folder + "/") + nameWithExtension(newName, from);
+  if (withoutLastComponent(from).empty() || !isRunning(app)) return std::nullopt;
+  const std::string to = renamedPath(from, newName);
   if (to == from || !isFree(to)) return std::nullopt;
   const auto script = OfficeScripts::saveAs(app, lastComponent(from), to);
   if (!script || openDocuments(app).contradict(window.title, from)) return std::nullopt;
 
   // Asking takes time, in which a file may have come there.
   if (!isFree(to)) return std::nullopt;
-  const auto result = run(*script);
+  const auto result = tell(app, script);
   if (!result || result->stringValue() != "ok") {
     // It may have saved all the same, or save later: giving a script up does not call it back.
     sayKept(from, OldFile::keptUnconfirmed);

@@ -23,6 +23,12 @@ bool isTitled(Accessibility& accessibility, const Element& element, std::string_
   return read && *read == title;
 }
 
+// A press of such an item does nothing, or leaves its menu open before the user.
+bool opensMenu(Accessibility& accessibility, const Element& item) {
+  const auto menus = children(accessibility, item);
+  return menus && !menus->empty();
+}
+
 std::optional<Element> fileMenuBarItem(Accessibility& accessibility, ProcessId pid) {
   const auto menuBar = AX::value<Element>(accessibility, accessibility.applicationElement(pid), "AXMenuBar");
   if (!menuBar) return std::nullopt;
@@ -52,8 +58,11 @@ bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const 
   for (const std::string_view title : titles) {
     for (const Element& item : *items) {
       if (!isTitled(accessibility, item, title)) continue;
-      if (!AX::value<bool>(accessibility, item, "AXEnabled").value_or(false)) continue;
-      return accessibility.perform(item, "AXPress");
+      // An item that does not say whether it is enabled decides when it is pressed.
+      if (!AX::value<bool>(accessibility, item, "AXEnabled").value_or(true) || opensMenu(accessibility, item))
+        continue;
+      // What was not answered may be done, and is not to be done twice.
+      return accessibility.perform(item, "AXPress") != Performed::refused;
     }
   }
   return false;
@@ -64,7 +73,8 @@ void saveAll(Accessibility& accessibility, const WindowList& windows,
   static constexpr std::array<std::string_view, 1> save{"Save"};
   int pressed = 0;
   for (const auto& window : windows) {
-    if (!window->path || window->minimized) continue;
+    // Without a file, pressing Save would ask the user for one.
+    if (window->minimized || !window->stillShowsPath(accessibility)) continue;
     // The menu acts on the application's main window.
     accessibility.set(window->element, "AXMain", true);
     if (pressFileMenu(accessibility, window->pid, save)) ++pressed;

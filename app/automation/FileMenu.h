@@ -10,13 +10,13 @@
 // What any application can be made to do through its own File menu. Main thread only.
 namespace pellar::FileMenu {
 
-// Presses the first enabled item of the process's File menu whose title is one of `titles`, the earlier
-// titles first. The menu is the one titled "File", or in a localised menu bar the second. Whether an item was
-// pressed and the application took it.
+// Presses the first item of the process's File menu whose title is one of `titles`, the earlier titles first,
+// passing over those that say they are disabled or have a submenu. The menu is the one titled "File", or in a
+// localised menu bar the second. Whether an item was pressed; a press that the application refused is none.
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
 
-// Saves each window that has a file and is not minimised with its application's own Save, then makes `front`
-// (may be null) the main window again, and logs how many were saved.
+// Saves each window that says it still shows its file and is not minimised with its application's own Save,
+// then makes `front` (may be null) the main window again, and logs how many were saved.
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front);
 

@@ -13,8 +13,14 @@ namespace {
 
 using Document = OpenDocuments::Document;
 
+// Scripts take the address of a document in the cloud for a path of the old kind, and mangle it into what
+// only looks like a file.
+bool isMangledAddress(const std::string& path) {
+  return path.starts_with("/https/::") || path.starts_with("/http/::");
+}
+
 bool isFile(const std::string& path) {
-  return path.starts_with('/') && isUsablePath(path);
+  return path.starts_with('/') && !isMangledAddress(path) && isUsablePath(path);
 }
 
 // The name of a file in the form in which scripts compare names: they take no account of case.

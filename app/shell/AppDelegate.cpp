@@ -35,11 +35,12 @@ AppDelegate::AppDelegate(const Platform& platform)
       windows_(OwnWindows::create(platform_.windows, platform_.mainLoop, place_)),
       store_(loadStore(platform_.folders)),
       tracker_(WindowTracker::create(platform_.accessibility, platform_.workspace, platform_.mainLoop)),
-      paths_(std::make_shared<DocumentPaths>(platform_, tracker_)),
+      automation_(std::make_shared<Automation>(platform_)),
+      paths_(std::make_shared<DocumentPaths>(platform_, tracker_, automation_)),
       updater_(Updater::create(platform_)),
       terms_(TermsGate::create(platform_, windows_, store_)),
       about_(platform_, windows_, updater_),
-      autoSave_(platform_, store_, tracker_, paths_),
+      autoSave_(platform_, store_, tracker_, automation_),
       statusMenu_(StatusMenu::create(platform_, store_, tracker_, updater_)),
       updateSchedule_(platform_.mainLoop, store_, updater_),
       onboarding_(platform_, windows_) {}
@@ -109,7 +110,7 @@ void AppDelegate::connectUpdater() {
 }
 
 void AppDelegate::startTracking() {
-  strip_ = StripController::create(tracker_, store_, paths_, place_, platform_);
+  strip_ = StripController::create(tracker_, store_, paths_, automation_, place_, platform_);
   updateLock();
   terms_->presentGates();
   strip_->autoSaveToggled = [this] { toggleAutoSave(); };

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "app/automation/Automation.h"
 #include "app/info/Updater.h"
 #include "app/shell/AboutPellar.h"
 #include "app/shell/AutoSave.h"
@@ -61,6 +62,7 @@ class AppDelegate {
   std::shared_ptr<OwnWindows> windows_;
   std::shared_ptr<StateStore> store_;
   std::shared_ptr<WindowTracker> tracker_;
+  std::shared_ptr<Automation> automation_;
   std::shared_ptr<DocumentPaths> paths_;
   std::shared_ptr<StripController> strip_;
   std::shared_ptr<Updater> updater_;

@@ -12,7 +12,6 @@
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "platform/MainLoop.h"
-#include "platform/Workspace.h"
 
 namespace pellar {
 namespace {
@@ -23,16 +22,32 @@ constexpr std::int64_t longestInterval = std::int64_t{60} * 24 * 366 * 100;
 }  // namespace
 
 // Scripts run the main loop nested, in which the timer may be due again or be replaced, or the program end.
-struct AutoSave::SavePass {
+struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
+  SavePass(const Platform& ports, std::shared_ptr<StateStore> settings,
+           std::shared_ptr<WindowTracker> windows, std::shared_ptr<Automation> scripts)
+      : platform(ports),
+        store(std::move(settings)),
+        tracker(std::move(windows)),
+        automation(std::move(scripts)) {}
+
   Platform platform;
   std::shared_ptr<StateStore> store;
   std::shared_ptr<WindowTracker> tracker;
-  std::shared_ptr<const DocumentPaths> paths;
+  std::shared_ptr<Automation> automation;
+  bool waits = false;  // for the end of a script
   bool running = false;
 
+  void runInTurn() {
+    // What is due while this very save goes on is being saved.
+    if (running || std::exchange(waits, true)) return;
+    automation->whenFree([weak = weak_from_this()] {
+      const auto self = weak.lock();
+      if (self && std::exchange(self->waits, false)) self->run();
+    });
+  }
+
   void run() {
-    if (running) return;
-    running = true;
+    if (std::exchange(running, true)) return;
     saveOfficeDocuments();
     saveFrontDocument();
     running = false;
@@ -41,8 +56,7 @@ struct AutoSave::SavePass {
   void saveOfficeDocuments() {
     for (const OfficeApp app : allOfficeApps) {
       if (app == OfficeApp::outlook || !store->state().settings.isEnabled(app)) continue;
-      if (!platform.workspace.isRunning(std::string(bundleID(app)))) continue;
-      const int saved = Automation(platform.scripts).saveAll(app, /*onlyModified=*/true);
+      const int saved = automation->saveAll(app, /*onlyModified=*/true);
       if (saved < 1) continue;
       Log::write("autosave: " + std::string(displayName(app)) + " saved " + std::to_string(saved));
     }
@@ -53,8 +67,7 @@ struct AutoSave::SavePass {
     const auto front = tracker->front();
     // Without a file, pressing Save would ask the user for one.
     if (!app || app->office || !front) return;
-    const auto file = paths->of(*front);
-    if (!file || !paths->stillShows(*front, file->path)) return;
+    if (!front->stillShowsPath(platform.accessibility)) return;
     // The menu acts on the application's main window.
     platform.accessibility.set(front->element, "AXMain", true);
     constexpr std::array<std::string_view, 1> titles{"Save"};
@@ -64,16 +77,17 @@ struct AutoSave::SavePass {
 };
 
 AutoSave::AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
-                   std::shared_ptr<WindowTracker> tracker, std::shared_ptr<const DocumentPaths> paths)
+                   std::shared_ptr<WindowTracker> tracker, std::shared_ptr<Automation> automation)
     : loop_(platform.mainLoop),
-      pass_(std::make_shared<SavePass>(
-          SavePass{platform, std::move(store), std::move(tracker), std::move(paths)})) {}
+      pass_(std::make_shared<SavePass>(platform, std::move(store), std::move(tracker),
+                                       std::move(automation))) {}
 
 void AutoSave::restart() {
   timer_.cancel();
+  pass_->waits = false;
   const auto minutes = std::min(pass_->store->state().settings.autoSaveMinutes, longestInterval);
   if (minutes < 1) return;
-  timer_ = loop_.every(std::chrono::minutes(minutes), [pass = pass_] { pass->run(); });
+  timer_ = loop_.every(std::chrono::minutes(minutes), [pass = pass_] { pass->runInTurn(); });
 }
 
 }  // namespace pellar

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <memory>
 
-#include "app/strip/documents/DocumentPaths.h"
+#include "app/automation/Automation.h"
 #include "app/tracking/WindowTracker.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -12,7 +12,8 @@
 
 namespace pellar {
 
-// Saves changed documents every chosen number of minutes. Main thread only.
+// Saves changed documents every chosen number of minutes. A save that is due while a script is under way
+// waits for its end, and is one however often it was due. Main thread only.
 class AutoSave {
  public:
   // The intervals offered, in minutes; 0 is off. The settings may hold any other number.
@@ -20,7 +21,7 @@ class AutoSave {
 
   // What `platform` refers to outlives this.
   AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
-           std::shared_ptr<WindowTracker> tracker, std::shared_ptr<const DocumentPaths> paths);
+           std::shared_ptr<WindowTracker> tracker, std::shared_ptr<Automation> automation);
   AutoSave(const AutoSave&) = delete;
   AutoSave& operator=(const AutoSave&) = delete;
 

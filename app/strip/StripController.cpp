@@ -25,16 +25,17 @@ Color opaque(const RGB& rgb) {
 std::shared_ptr<StripController> StripController::create(std::shared_ptr<WindowTracker> tracker,
                                                          std::shared_ptr<StateStore> store,
                                                          std::shared_ptr<DocumentPaths> paths,
+                                                         std::shared_ptr<Automation> automation,
                                                          const std::shared_ptr<PlaceInFront>& place,
                                                          const Platform& platform) {
-  std::shared_ptr<StripController> controller(
-      new StripController(std::move(tracker), std::move(store), std::move(paths), place, platform));
+  std::shared_ptr<StripController> controller(new StripController(
+      std::move(tracker), std::move(store), std::move(paths), std::move(automation), place, platform));
   controller->connect();
   return controller;
 }
 
 StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
-                                 std::shared_ptr<DocumentPaths> paths,
+                                 std::shared_ptr<DocumentPaths> paths, std::shared_ptr<Automation> automation,
                                  const std::shared_ptr<PlaceInFront>& place, const Platform& platform)
     : tracker_(std::move(tracker)),
       store_(std::move(store)),
@@ -45,8 +46,8 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
       search_(RecentSearch::create(platform, store_, *panel_, *view_, picture_)),
       actions_(std::make_shared<WindowActions>(platform_, tracker_, picture_)),
       paths_(std::move(paths)),
-      documents_(
-          std::make_shared<StripDocuments>(platform_, tracker_, store_, paths_, place, picture_, actions_)),
+      documents_(std::make_shared<StripDocuments>(platform_, tracker_, store_, paths_, std::move(automation),
+                                                  place, picture_, actions_)),
       menus_(StripMenus::create(platform_, store_, picture_, actions_, paths_, documents_)),
       hoverPanels_(platform_, picture_, actions_, paths_),
       pushDown_(platform_, tracker_) {
@@ -195,7 +196,7 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
     }
     case StripAction::rename: {
       const auto pause = hoverPanels_.pause();
-      if (front) documents_->rename(front);
+      if (front) documents_->rename(actions_->windows().remember(front));
       break;
     }
     case StripAction::autoSave:

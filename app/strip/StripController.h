@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "app/automation/Automation.h"
 #include "app/strip/StripMenus.h"
 #include "app/strip/card/HoverPanels.h"
 #include "app/strip/documents/DocumentPaths.h"
@@ -33,6 +34,7 @@ class StripController final : public WindowTrackerDelegate,
   static std::shared_ptr<StripController> create(std::shared_ptr<WindowTracker> tracker,
                                                  std::shared_ptr<StateStore> store,
                                                  std::shared_ptr<DocumentPaths> paths,
+                                                 std::shared_ptr<Automation> automation,
                                                  const std::shared_ptr<PlaceInFront>& place,
                                                  const Platform& platform);
   ~StripController() override;
@@ -62,7 +64,8 @@ class StripController final : public WindowTrackerDelegate,
 
  private:
   StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
-                  std::shared_ptr<DocumentPaths> paths, const std::shared_ptr<PlaceInFront>& place,
+                  std::shared_ptr<DocumentPaths> paths, std::shared_ptr<Automation> automation,
+                  const std::shared_ptr<PlaceInFront>& place,
                   const Platform& platform);
   void connect();
 

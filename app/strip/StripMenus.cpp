@@ -157,8 +157,7 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
     std::optional<WindowReference> front;
     if (shown.front) front = actions_->windows().remember(shown.front);
     menu.emplace_back(item("Rename…", [front](StripMenus& self) {
-      const auto window = front ? self.actions_->windows().find(*front) : nullptr;
-      if (window) self.documents_->rename(window);
+      if (front) self.documents_->rename(*front);
     }));
     const bool autoSave = store_->state().settings.autoSaveMinutes >= 1;
     menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off",

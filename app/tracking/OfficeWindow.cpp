@@ -4,7 +4,6 @@
 
 #include "app/tracking/AX.h"
 #include "core/FileUrl.h"
-#include "core/TabLabel.h"
 
 namespace pellar {
 
@@ -28,22 +27,26 @@ void OfficeWindow::readSnapshot(Accessibility& accessibility) {
 
 void OfficeWindow::readPath(Accessibility& accessibility) {
   if (app.office || !mustReadPath()) return;
-  const auto document = AX::value<std::string>(accessibility, element, "AXDocument");
-  auto read = document ? pathOfFileUrl(*document) : std::nullopt;
+  auto read = shownPath(accessibility);
   if (path == read) return;
   path = std::move(read);
-  titleNamesPath_ = titleNamedPath_ = path && TabLabel::titleNames(title, *path);
-  titleOfPath_ = title;
+  pathInTitle_ = {};
+  if (path) pathInTitle_.look(title, *path);
+}
+
+bool OfficeWindow::stillShowsPath(Accessibility& accessibility) const {
+  return path && shownPath(accessibility) == path;
+}
+
+std::optional<std::string> OfficeWindow::shownPath(Accessibility& accessibility) const {
+  const auto document = AX::value<std::string>(accessibility, element, "AXDocument");
+  return document ? pathOfFileUrl(*document) : std::nullopt;
 }
 
 bool OfficeWindow::mustReadPath() {
   if (!path) return true;
-  if (titleOfPath_ != title) {
-    titleOfPath_ = title;
-    titleNamesPath_ = TabLabel::titleNames(title, *path);
-    titleNamedPath_ = titleNamedPath_ || titleNamesPath_;
-  }
-  return titleNamedPath_ && !titleNamesPath_;
+  pathInTitle_.look(title, *path);
+  return pathInTitle_.isOutdated();
 }
 
 }  // namespace pellar

@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "app/tracking/PathInTitle.h"
 #include "core/Geometry.h"
 #include "core/TrackedApp.h"
 #include "platform/Accessibility.h"
@@ -25,6 +26,10 @@ class OfficeWindow {
   // named and names no more: that is read anew each time.
   void readPath(Accessibility& accessibility);
 
+  // Whether the window itself says at this moment that it shows its `path`; not without one. Asks its
+  // application.
+  [[nodiscard]] bool stillShowsPath(Accessibility& accessibility) const;
+
   // The identifier of the window and of its tab while the window exists.
   [[nodiscard]] WindowId id() const { return id_; }
 
@@ -39,11 +44,10 @@ class OfficeWindow {
 
  private:
   void readSnapshot(Accessibility& accessibility);
+  [[nodiscard]] std::optional<std::string> shownPath(Accessibility& accessibility) const;
   [[nodiscard]] bool mustReadPath();
 
-  std::string titleOfPath_;  // that `titleNamesPath_` is about
-  bool titleNamesPath_ = false;
-  bool titleNamedPath_ = false;  // once
+  PathInTitle pathInTitle_;  // of the known path
   const WindowId id_;
 };
 

@@ -67,7 +67,7 @@ TEST_F(AccessibilityContract, ReadsNothingFromAProcessThatDoesNotExist) {
   EXPECT_EQ(read<Element>(nobody, "AXFocusedWindow"), std::nullopt);
   EXPECT_TRUE(windowsOf(std::numeric_limits<ProcessId>::max()).empty());
   accessibility().set(nobody, "AXPosition", AxPoint{1, 1});
-  accessibility().perform(nobody, "AXRaise");
+  EXPECT_NE(accessibility().perform(nobody, "AXRaise"), Performed::done);
 }
 
 TEST_F(AccessibilityContract, ReadsNothingUnderNamesThatDoNotExist) {
@@ -95,8 +95,8 @@ TEST_F(AccessibilityContract, ReadsNothingFromADestroyedWindow) {
   EXPECT_FALSE(find(pid, "Gone.txt").has_value());
   accessibility().set(window, "AXPosition", AxPoint{10, 40});
   accessibility().set(window, "AXMinimized", true);
-  accessibility().perform(window, "AXRaise");
-  accessibility().perform(closeButton, "AXPress");
+  EXPECT_EQ(accessibility().perform(window, "AXRaise"), Performed::refused);
+  EXPECT_EQ(accessibility().perform(closeButton, "AXPress"), Performed::refused);
   EXPECT_TRUE(find(pid, "Stays.txt").has_value());
 }
 
@@ -132,7 +132,7 @@ TEST_F(AccessibilityContract, IgnoresAWriteOfAnotherType) {
   accessibility().set(window, "AXSize", true);
   accessibility().set(window, "AXMinimized", Size{1, 1});
   accessibility().set(window, "AXNoSuchThing", true);
-  accessibility().perform(window, "AXNoSuchAction");
+  EXPECT_EQ(accessibility().perform(window, "AXNoSuchAction"), Performed::refused);
   letPass(std::chrono::milliseconds(100));
   EXPECT_EQ(frameOf(window), before);
   EXPECT_EQ(read<bool>(window, "AXMinimized"), false);
@@ -158,7 +158,7 @@ TEST_F(AccessibilityContract, NamesTheFocusedWindowAndRaisesAnother) {
   ASSERT_TRUE(wait([&] { return isFocused(pid, secondElement); }));
   world().focus(first);
   ASSERT_TRUE(wait([&] { return isFocused(pid, firstElement); }));
-  accessibility().perform(secondElement, "AXRaise");
+  EXPECT_EQ(accessibility().perform(secondElement, "AXRaise"), Performed::done);
   EXPECT_TRUE(wait([&] { return isFocused(pid, secondElement); }));
 }
 

@@ -49,7 +49,7 @@ class RecordedAccessibility final : public ForwardingAccessibility {
     calls_.push_back("write " + std::string(name) + (flag != nullptr && *flag ? " true" : ""));
     ForwardingAccessibility::set(element, name, value);
   }
-  bool perform(const Element& element, std::string_view action) override {
+  Performed perform(const Element& element, std::string_view action) override {
     calls_.emplace_back(action);
     return ForwardingAccessibility::perform(element, action);
   }

@@ -2,9 +2,6 @@
 
 #include <utility>
 
-#include "app/tracking/AX.h"
-#include "core/FileUrl.h"
-#include "core/TabLabel.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -18,8 +15,9 @@ constexpr std::size_t mostAnswersKept = 1000;
 
 }  // namespace
 
-DocumentPaths::DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker)
-    : platform_(platform), tracker_(std::move(tracker)), automation_(platform.scripts) {}
+DocumentPaths::DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
+                             std::shared_ptr<Automation> automation)
+    : platform_(platform), tracker_(std::move(tracker)), automation_(std::move(automation)) {}
 
 std::optional<DocumentPath> DocumentPaths::of(const OfficeWindow& window) const {
   if (!window.app.office)
@@ -29,16 +27,19 @@ std::optional<DocumentPath> DocumentPaths::of(const OfficeWindow& window) const 
 }
 
 std::optional<DocumentPath> DocumentPaths::ask(const std::shared_ptr<OfficeWindow>& window) {
-  const auto known = of(*window);
-  const bool isSure = known && known->source != PathSource::guessedByLabel;
-  return isSure ? known : askAgain(window);
+  return isSure(*window) ? of(*window) : askAgain(window);
+}
+
+bool DocumentPaths::isSure(const OfficeWindow& window) const {
+  const auto known = of(window);
+  return known && known->source != PathSource::guessedByLabel;
 }
 
 std::optional<DocumentPath> DocumentPaths::askAgain(const std::shared_ptr<OfficeWindow>& window) {
   const auto known = of(*window);
-  if (!window->app.office || asking_) return known;
+  if (!window->app.office || automation_->isBusy()) return known;
   const auto kept = window;  // what it is called with may be replaced while the application is asked
-  const auto documents = openDocuments(*kept->app.office);
+  const auto documents = automation_->openDocuments(*kept->app.office);
   keep(kept, documents);
   auto found = of(*kept);
   if (found != known) tracker_->scheduleRefresh();
@@ -48,10 +49,7 @@ std::optional<DocumentPath> DocumentPaths::askAgain(const std::shared_ptr<Office
 
 void DocumentPaths::askForUnknown(const TrackedApp& app, const WindowList& windows) {
   if (!app.office) return;
-  if (asking_) {
-    askedMeanwhile_ = true;
-    return;
-  }
+  if (automation_->isBusy()) return askAfterScript();
   const auto uptime = platform_.mainLoop.uptime();
   WindowList pending;
   for (const auto& each : windows) {
@@ -62,13 +60,8 @@ void DocumentPaths::askForUnknown(const TrackedApp& app, const WindowList& windo
   }
   if (pending.empty()) return;
   forgetOld();
-  const auto documents = openDocuments(*app.office);
+  const auto documents = automation_->openDocuments(*app.office);
   for (const auto& each : pending) keep(each, documents);
-}
-
-bool DocumentPaths::stillShows(const OfficeWindow& window, const std::string& path) const {
-  const auto document = AX::value<std::string>(platform_.accessibility, window.element, "AXDocument");
-  return document && pathOfFileUrl(*document) == path;
 }
 
 void DocumentPaths::renamed(const std::shared_ptr<OfficeWindow>& window, const std::string& path) {
@@ -84,18 +77,18 @@ void DocumentPaths::adopt(const std::shared_ptr<OfficeWindow>& record) {
   const bool isNew = answer.record.owner_before(record) || record.owner_before(answer.record);
   answer.record = record;
   if (!answer.found) return;
-  compare(answer, record->title);
-  if (!answer.titleNames && (answer.titleNamedIt || isNew)) answer.found.reset();
+  answer.inTitle.look(record->title, answer.found->path);
+  if (answer.inTitle.isOutdated() || (isNew && !answer.inTitle.names())) answer.found.reset();
 }
 
-OpenDocuments DocumentPaths::openDocuments(OfficeApp app) {
-  asking_ = true;
-  askedMeanwhile_ = false;
-  auto documents = automation_.openDocuments(app);
-  asking_ = false;
-  // A picture that came meanwhile was shown without what will be known by the next turn.
-  if (askedMeanwhile_) tracker_->scheduleRefresh();
-  return documents;
+// A picture that comes meanwhile is shown without what will be known then, and asks when it comes again.
+void DocumentPaths::askAfterScript() {
+  if (std::exchange(waits_, true)) return;
+  automation_->whenFree([this, here = alive_.watch()] {
+    if (!here) return;
+    waits_ = false;
+    tracker_->scheduleRefresh();
+  });
 }
 
 void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents) {
@@ -108,14 +101,7 @@ void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const Open
   if (!match) return;
   const auto source = match->isOnly ? PathSource::knownBefore : PathSource::guessedByLabel;
   answer.found = DocumentPath{match->path, source};
-  compare(answer, window->title);
-}
-
-void DocumentPaths::compare(Answer& answer, const std::string& title) {
-  if (answer.title == title) return;
-  answer.title = title;
-  answer.titleNames = TabLabel::titleNames(title, answer.found->path);
-  answer.titleNamedIt = answer.titleNamedIt || answer.titleNames;
+  answer.inTitle.look(window->title, match->path);
 }
 
 void DocumentPaths::forgetOld() {

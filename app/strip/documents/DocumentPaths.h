@@ -8,7 +8,9 @@
 #include <unordered_map>
 
 #include "app/automation/Automation.h"
+#include "app/tracking/PathInTitle.h"
 #include "app/tracking/WindowTracker.h"
+#include "core/Alive.h"
 #include "core/TrackedApp.h"
 #include "platform/Platform.h"
 
@@ -30,30 +32,28 @@ struct DocumentPath {
 // Which file is behind a window: the one place that knows. Other applications' windows say it themselves (the
 // record's path); for the Office applications it is asked through scripts and kept here for each window, as
 // long as its title goes on naming the file. A path that the title never named stays while the record lives.
-// Scripts run nested loops: at most one look-up is under way, and what is asked meanwhile is answered from
-// what is known. Main thread only.
+// Scripts run nested loops: what is asked while any script is under way is answered from what is known. Main
+// thread only.
 class DocumentPaths {
  public:
   // What `platform` refers to outlives this.
-  DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker);
+  DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
+                std::shared_ptr<Automation> automation);
   DocumentPaths(const DocumentPaths&) = delete;
   DocumentPaths& operator=(const DocumentPaths&) = delete;
 
   // What is known. Asks nobody.
   [[nodiscard]] std::optional<DocumentPath> of(const OfficeWindow& window) const;
-  // The same, or when that is nothing or a guess, what the application answers now; the next picture shows
-  // it. May wait.
+  // Whether that is a file, and no guess.
+  [[nodiscard]] bool isSure(const OfficeWindow& window) const;
+  // What is known, or when that is nothing or a guess, what the application answers now; the next picture
+  // shows it. May wait.
   [[nodiscard]] std::optional<DocumentPath> ask(const std::shared_ptr<OfficeWindow>& window);
   // Asks anew, whatever is known; that stands when there is no answer.
   std::optional<DocumentPath> askAgain(const std::shared_ptr<OfficeWindow>& window);
   // Looks up the windows of the picture whose file is not known, together, each at most once in 30 seconds.
-  // May wait; has the tracker refresh afterwards when another picture asked meanwhile.
+  // May wait. While a script is under way the tracker is to refresh after it instead.
   void askForUnknown(const TrackedApp& app, const WindowList& windows);
-  // Whether an application is being asked.
-  [[nodiscard]] bool isAsking() const { return asking_; }
-
-  // Whether the window itself says at this moment that it shows that file. Asks its application.
-  [[nodiscard]] bool stillShows(const OfficeWindow& window, const std::string& path) const;
 
   // The window's document has another file now.
   void renamed(const std::shared_ptr<OfficeWindow>& window, const std::string& path);
@@ -65,26 +65,23 @@ class DocumentPaths {
   struct Answer {
     std::chrono::nanoseconds uptime{};  // when it came
     std::optional<DocumentPath> found = std::nullopt;
-    std::weak_ptr<OfficeWindow> record = {};          // that stood for the window last
-    std::optional<std::string> title = std::nullopt;  // that `titleNames` is about
-    bool titleNames = false;                          // the path
-    bool titleNamedIt = false;                        // this one or an earlier one did
+    std::weak_ptr<OfficeWindow> record = {};  // that stood for the window last
+    PathInTitle inTitle = {};                 // of what was found
   };
   struct HashOfElement {
     std::size_t operator()(const Element& element) const { return static_cast<std::size_t>(element.hash()); }
   };
 
-  [[nodiscard]] OpenDocuments openDocuments(OfficeApp app);
+  void askAfterScript();
   void keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents);
-  static void compare(Answer& answer, const std::string& title);
   void forgetOld();
 
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
-  Automation automation_;
+  std::shared_ptr<Automation> automation_;
   std::unordered_map<Element, Answer, HashOfElement> answers_;
-  bool asking_ = false;
-  bool askedMeanwhile_ = false;
+  bool waits_ = false;  // for the end of a script
+  Alive alive_;
 };
 
 }  // namespace pellar

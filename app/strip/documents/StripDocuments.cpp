@@ -22,6 +22,9 @@ namespace {
 constexpr std::array<std::string_view, 5> newDocumentTitles{"New", "New Document", "New File", "New Window",
                                                             "New Tab"};
 
+// More are not waited for at once.
+constexpr std::size_t mostOpenRenames = 20;
+
 // The file name without its extension.
 std::string stem(std::string_view path) {
   std::string_view name = lastComponent(path);
@@ -34,7 +37,7 @@ std::string stem(std::string_view path) {
 
 StripDocuments::StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                                std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
-                               std::shared_ptr<PlaceInFront> place,
+                               std::shared_ptr<Automation> automation, std::shared_ptr<PlaceInFront> place,
                                std::shared_ptr<const TrackedPicture> picture,
                                std::shared_ptr<WindowActions> actions)
     : platform_(platform),
@@ -44,12 +47,42 @@ StripDocuments::StripDocuments(const Platform& platform, std::shared_ptr<WindowT
       place_(std::move(place)),
       picture_(std::move(picture)),
       actions_(std::move(actions)),
-      automation_(platform.scripts) {}
+      automation_(std::move(automation)) {}
 
 void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows) {
   for (const auto& each : windows) paths_->adopt(each);
   paths_->askForUnknown(app, windows);
+  closeRenames(windows);
   recordRecent(app, windows);
+}
+
+// A script that was given up goes on in its application, so that a rename may end long after it failed here.
+void StripDocuments::closeRenames(const WindowList& windows) {
+  if (openRenames_.empty()) return;
+  for (const auto& each : windows) {
+    const auto open = std::ranges::find(openRenames_, each->element, &OpenRename::window);
+    if (open == openRenames_.end() || !paths_->isSure(*each)) continue;
+    const std::string now = paths_->of(*each)->path;
+    if (now == open->from) continue;
+    const OpenRename ended = std::move(*open);
+    openRenames_.erase(open);
+    if (now == ended.to) moveTag(ended.from, ended.to);
+  }
+}
+
+void StripDocuments::moveTag(const std::string& from, const std::string& to) {
+  if (!store_->state().tags.contains(from)) return;
+  store_->update([&](AppState& state) {
+    auto entry = state.tags.extract(from);
+    state.tags.insert_or_assign(to, std::move(entry.mapped()));
+  });
+}
+
+template <class Action>
+void StripDocuments::whenFree(Action action) {
+  automation_->whenFree([weak = weak_from_this(), action = std::move(action)] {
+    if (const auto self = weak.lock()) action(*self);
+  });
 }
 
 // Each document is entered once a run, when it is first seen open.
@@ -67,9 +100,13 @@ void StripDocuments::recordRecent(const TrackedApp& app, const WindowList& windo
 
 // --- what the strip does to them ---
 
-void StripDocuments::rename(const std::shared_ptr<OfficeWindow>& window) {
-  const auto reference = actions_->windows().remember(window);
-  if (const auto known = paths_->ask(window)) rename(reference, known->path);
+void StripDocuments::rename(const WindowReference& window) {
+  if (paths_->isSure(window.record())) return rename(window, paths_->of(window.record())->path);
+  whenFree([window](StripDocuments& self) {
+    const auto target = self.actions_->windows().find(window);
+    const auto known = target ? self.paths_->ask(target) : std::nullopt;
+    if (known) self.rename(window, known->path);
+  });
 }
 
 // By value: what it is called with may be replaced while the question is open.
@@ -80,23 +117,35 @@ void StripDocuments::rename(WindowReference window, std::string path) {
   const auto answer =
       Prompt::ask(platform_.alerts, *place_, "Rename file", "New name for " + current + ":", current);
   if (!answer || Utf8::areEquivalent(*answer, Utf8::trimmed(current))) return;
+  whenFree([window, path, name = *answer](StripDocuments& self) { self.finishRename(window, path, name); });
+}
+
+void StripDocuments::finishRename(const WindowReference& window, const std::string& path,
+                                  const std::string& newName) {
   // Without its window another document of the same name might be meant.
   const auto target = actions_->windows().find(window);
-  const auto newPath = target ? automation_.rename(*target, path, *answer) : std::nullopt;
+  if (target) std::erase_if(openRenames_, [&](const auto& each) { return each.window == target->element; });
+  const auto newPath = target ? automation_->rename(*target, path, newName) : std::nullopt;
   if (!newPath) {
-    Log::write("rename failed for " + path + " -> " + *answer);
+    Log::write("rename failed for " + path + " -> " + newName);
+    if (!target) return;
+    openRenames_.push_back({target->element, path, Automation::renamedPath(path, newName)});
+    if (openRenames_.size() > mostOpenRenames) openRenames_.erase(openRenames_.begin());
     // The document may have another file by now.
-    if (target) paths_->askAgain(target);
+    paths_->askAgain(target);
     return;
   }
   paths_->renamed(target, *newPath);
-  if (store_->state().tags.contains(path)) {
-    store_->update([&](AppState& state) {
-      auto entry = state.tags.extract(path);
-      state.tags.insert_or_assign(*newPath, std::move(entry.mapped()));
-    });
-  }
+  moveTag(path, *newPath);
   tracker_->refresh();
+}
+
+void StripDocuments::saveAll(OfficeApp app) {
+  whenFree([app](StripDocuments& self) { self.automation_->saveAll(app, /*onlyModified=*/false); });
+}
+
+void StripDocuments::newDocument(OfficeApp app) {
+  whenFree([app](StripDocuments& self) { self.automation_->newDocument(app); });
 }
 
 void StripDocuments::saveAll() {
@@ -135,6 +184,13 @@ void StripDocuments::setTag(const WindowReference& window, const std::string& ke
 // --- groups ---
 
 void StripDocuments::saveGroup(const WindowList& windows) {
+  const bool mustAsk = std::ranges::any_of(
+      windows, [&](const auto& each) { return each->app.office && !paths_->isSure(*each); });
+  if (!mustAsk) return askGroupName(windows);
+  whenFree([windows](StripDocuments& self) { self.askGroupName(windows); });
+}
+
+void StripDocuments::askGroupName(const WindowList& windows) {
   std::vector<std::string> paths;
   for (const auto& each : WindowList(windows))
     if (auto known = paths_->ask(each)) paths.push_back(std::move(known->path));

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <unordered_set>
+#include <vector>
 
 #include "app/automation/Automation.h"
 #include "app/strip/documents/DocumentPaths.h"
@@ -18,31 +19,33 @@
 namespace pellar {
 
 // The documents behind the strip's windows: what is remembered of them, and what the strip does to them.
-// Scripts and questions run nested loops, in which windows come and go and the picture is replaced; every
-// change of what is remembered is saved at once. Main thread only.
-class StripDocuments {
+// Scripts and questions run nested loops, in which windows come and go and the picture is replaced; what
+// needs a script while another one is under way is done after that. Every change of what is remembered is
+// saved at once. Made as a shared object. Main thread only.
+class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
  public:
   // What `platform` refers to outlives this.
   StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                  std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
-                 std::shared_ptr<PlaceInFront> place, std::shared_ptr<const TrackedPicture> picture,
+                 std::shared_ptr<Automation> automation, std::shared_ptr<PlaceInFront> place,
+                 std::shared_ptr<const TrackedPicture> picture,
                  std::shared_ptr<WindowActions> actions);
 
   // Learns the files behind the windows of a new picture, and enters documents not seen in this run into the
   // recent files. May wait for the application.
   void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
 
-  // Asks for a new name and renames the document; its colour goes with it. Nothing is asked without a path,
-  // or about a window that is gone.
-  void rename(const std::shared_ptr<OfficeWindow>& window);
+  // Asks for a new name and renames the document; its colour goes with it, also when the application saves
+  // under that name only later. Nothing is asked without a path, or about a window that is gone.
+  void rename(const WindowReference& window);
   void rename(WindowReference window, std::string path);
   // Saves the open documents of the strip's application: through a script where it is an Office application,
   // else window by window through its menu.
   void saveAll();
-  void saveAll(OfficeApp app) { automation_.saveAll(app, false); }
+  void saveAll(OfficeApp app);
   // A new, empty document in the strip's application.
   void newDocument();
-  void newDocument(OfficeApp app) { automation_.newDocument(app); }
+  void newDocument(OfficeApp app);
 
   // Sets or takes away the colour of a tag key, for a window that is still there.
   void setTag(const WindowReference& window, const std::string& key, std::optional<TagColor> color);
@@ -53,6 +56,19 @@ class StripDocuments {
   void deleteGroup(const std::string& name);
 
  private:
+  // A rename that its application has not confirmed, and may do yet.
+  struct OpenRename {
+    Element window;
+    std::string from;
+    std::string to;
+  };
+
+  template <class Action>
+  void whenFree(Action action);
+  void finishRename(const WindowReference& window, const std::string& path, const std::string& newName);
+  void closeRenames(const WindowList& windows);
+  void moveTag(const std::string& from, const std::string& to);
+  void askGroupName(const WindowList& windows);
   void recordRecent(const TrackedApp& app, const WindowList& windows);
 
   Platform platform_;
@@ -62,8 +78,9 @@ class StripDocuments {
   std::shared_ptr<PlaceInFront> place_;
   std::shared_ptr<const TrackedPicture> picture_;
   std::shared_ptr<WindowActions> actions_;
-  Automation automation_;
+  std::shared_ptr<Automation> automation_;
   std::unordered_set<std::string> recordedRecent_;
+  std::vector<OpenRename> openRenames_;  // one a window
 };
 
 }  // namespace pellar

@@ -16,6 +16,8 @@ namespace pellar {
 // known of the window is had by looking it up again (OpenWindows::find).
 class WindowReference {
  public:
+  // The record that stood for the window when it was remembered.
+  [[nodiscard]] const OfficeWindow& record() const { return *window_; }
   // Whether that record is one of the window.
   [[nodiscard]] bool means(const OfficeWindow& window) const { return window_->element == window.element; }
 

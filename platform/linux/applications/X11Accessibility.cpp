@@ -193,22 +193,22 @@ void X11Accessibility::setMinimized(const X11Window& window, bool minimized) {
   connection_.sendToWindowManager(window.id, connection_.atoms().wmChangeState, {iconicState, 0, 0, 0, 0});
 }
 
-bool X11Accessibility::perform(const Element& element, std::string_view action) {
+Performed X11Accessibility::perform(const Element& element, std::string_view action) {
   const X11Element& handle = X11Element::of(element);
   if (handle.kind() == X11Element::Kind::menuPart)
-    return action == "AXPress" && menus_.press(*AtSpiElement::of(element));
-  if (mirror_.find(handle.number()) == nullptr) return false;
+    return action == "AXPress" ? menus_.press(*AtSpiElement::of(element)) : Performed::refused;
+  if (mirror_.find(handle.number()) == nullptr) return Performed::refused;
   if (handle.kind() == X11Element::Kind::window && action == "AXRaise") {
     activateWindow(handle.number());
-    return true;
+    return Performed::done;
   }
   if (handle.kind() == X11Element::Kind::closeButton && action == "AXPress") {
     frames_.send();
     connection_.sendToWindowManager(handle.number(), connection_.atoms().netCloseWindow,
                                     {connection_.serverTime(), fromPager, 0, 0, 0});
-    return true;
+    return Performed::done;
   }
-  return false;
+  return Performed::refused;
 }
 
 void X11Accessibility::activateWindow(xcb_window_t window) {

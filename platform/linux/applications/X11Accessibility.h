@@ -31,7 +31,7 @@ class X11Accessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  bool perform(const Element& element, std::string_view action) override;
+  Performed perform(const Element& element, std::string_view action) override;
   // The mirror always answers.
   [[nodiscard]] std::uint64_t unansweredReads() const override { return 0; }
   // Nothing to fetch: no read of a window asks the server.

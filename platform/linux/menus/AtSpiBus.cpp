@@ -1,5 +1,6 @@
 #include "platform/linux/menus/AtSpiBus.h"
 
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <algorithm>
@@ -105,6 +106,14 @@ std::optional<QVariantList> AtSpiBus::receive(QDBusPendingCall call) {
   call.waitForFinished();
   if (call.isError()) return std::nullopt;
   return call.reply().arguments();
+}
+
+Performed AtSpiBus::performed(const QDBusPendingCall& call) {
+  if (!call.isError()) return Performed::done;
+  const auto type = call.error().type();
+  const bool late =
+      type == QDBusError::NoReply || type == QDBusError::Timeout || type == QDBusError::TimedOut;
+  return late ? Performed::unanswered : Performed::refused;
 }
 
 QDBusPendingCall AtSpiBus::sendOnSession(const AtSpiReference& object, const QString& interface,

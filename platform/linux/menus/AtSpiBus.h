@@ -7,6 +7,8 @@
 #include <chrono>
 #include <optional>
 
+#include "platform/Accessibility.h"
+
 namespace pellar {
 
 // An object of a program on the accessibility bus.
@@ -38,6 +40,8 @@ class AtSpiBus {
                                       const QString& method, const QVariantList& arguments,
                                       Deadline deadline) const;
   [[nodiscard]] static std::optional<QVariantList> receive(QDBusPendingCall call);
+  // What became of a call that has ended: unanswered when it was late.
+  [[nodiscard]] static Performed performed(const QDBusPendingCall& call);
   [[nodiscard]] std::optional<QVariantList> call(const AtSpiReference& object, const QString& interface,
                                                  const QString& method, const QVariantList& arguments,
                                                  Deadline deadline) const {

@@ -1,5 +1,6 @@
 #include "platform/linux/menus/AtSpiMenus.h"
 
+#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -102,13 +103,15 @@ std::optional<AttributeValue> AtSpiMenus::children(const AtSpiElement& element) 
   return result;
 }
 
-bool AtSpiMenus::press(const AtSpiElement& element) {
+Performed AtSpiMenus::press(const AtSpiElement& element) {
   const auto& facts = element.facts();
-  if (facts.part != Part::item) return false;
-  return ask(facts.process, facts.deadline,
-             [object = facts.object, deadline = facts.deadline](AtSpiTree& tree) {
-               return tree.press(object, deadline);
-             });
+  if (facts.part != Part::item) return Performed::refused;
+  const auto sent = std::make_shared<std::atomic<bool>>(false);
+  const auto answer = ask(facts.process, facts.deadline,
+                          [object = facts.object, deadline = facts.deadline, sent](AtSpiTree& tree) {
+                            return std::optional(tree.press(object, deadline, *sent));
+                          });
+  return answer.value_or(*sent ? Performed::unanswered : Performed::refused);
 }
 
 }  // namespace pellar

@@ -30,8 +30,8 @@ class AtSpiMenus {
   [[nodiscard]] std::optional<Element> menuBar(const AtSpiWindow& window);
   // "AXTitle", "AXEnabled" and "AXChildren" of its parts. A title is what it was when the part was reached.
   [[nodiscard]] std::optional<AttributeValue> attribute(const AtSpiElement& element, std::string_view name);
-  // Presses an item; false when the program refuses or does not answer in time.
-  bool press(const AtSpiElement& element);
+  // Presses an item. Unanswered when the program was told to and the time was up before it answered.
+  Performed press(const AtSpiElement& element);
 
  private:
   using Clock = SideThread::Clock;

@@ -363,13 +363,16 @@ std::optional<AtSpiReference> AtSpiTree::itemMeantBy(const AtSpiReference& objec
   return first;
 }
 
-bool AtSpiTree::press(const AtSpiObject& object, Deadline deadline) {
+Performed AtSpiTree::press(const AtSpiObject& object, Deadline deadline, std::atomic<bool>& sent) {
   if (const auto& place = object.exported)
-    return ExportedMenus(bus_, place->bar).activate(place->item, deadline);
+    return ExportedMenus(bus_, place->bar).activate(place->item, deadline, sent);
   const auto item = itemMeantBy(object.reference, deadline);
-  if (!item) return false;
-  const auto answer = bus_.call(*item, action, QStringLiteral("DoAction"), {0}, deadline);
-  return answer && !answer->isEmpty() && answer->first().toBool();
+  if (!item || isOver(deadline)) return Performed::refused;
+  sent = true;
+  const auto call = bus_.send(*item, action, QStringLiteral("DoAction"), {0}, deadline);
+  const auto answer = AtSpiBus::receive(call);
+  if (!answer) return AtSpiBus::performed(call);
+  return !answer->isEmpty() && answer->first().toBool() ? Performed::done : Performed::refused;
 }
 
 }  // namespace pellar

@@ -2,6 +2,7 @@
 
 #include <QDBusPendingCall>
 #include <QHash>
+#include <atomic>
 #include <memory>
 #include <optional>
 #include <string>
@@ -57,9 +58,9 @@ class AtSpiTree {
   // between, others have not.
   [[nodiscard]] std::optional<AtSpiObject> menuOf(const AtSpiObject& barItem, Deadline deadline);
   [[nodiscard]] std::optional<bool> isEnabled(const AtSpiObject& object, Deadline deadline);
-  // Performs the first action of an item, or of the usual one in a submenu; whether the program says that it
-  // did.
-  bool press(const AtSpiObject& object, Deadline deadline);
+  // Performs the first action of an item, or of the usual one in a submenu. `sent` becomes true just before
+  // the program is told to.
+  Performed press(const AtSpiObject& object, Deadline deadline, std::atomic<bool>& sent);
   // Gives back what was changed to reach programs.
   void letGo(Deadline deadline) { bus_.disable(deadline); }
 

@@ -169,21 +169,21 @@ std::optional<std::vector<ExportedItem>> ExportedMenus::items(MenuId menu, Deadl
 }
 
 // "win.save" is the window's action "save", "app.save" the application's, "unity.save" a module's.
-std::optional<QVariantList> ExportedMenus::callAction(const QString& method, const ExportedItem& item,
-                                                      const QVariantList& more, Deadline deadline) const {
+std::optional<QDBusPendingCall> ExportedMenus::callAction(const QString& method, const ExportedItem& item,
+                                                          const QVariantList& more, Deadline deadline) const {
   const QString name = item.action.section(QLatin1Char('.'), 1);
   const QString scope = item.action.section(QLatin1Char('.'), 0, 0);
   const QString& path = scope == QLatin1String("app")     ? bar_.applicationPath
                         : scope == QLatin1String("unity") ? bar_.modulePath
                                                           : bar_.windowPath;
   if (name.isEmpty() || path.isEmpty()) return std::nullopt;
-  return AtSpiBus::receive(
-      bus_.sendOnSession({bar_.bus, path}, actionsInterface, method, QVariantList{name} + more, deadline));
+  return bus_.sendOnSession({bar_.bus, path}, actionsInterface, method, QVariantList{name} + more, deadline);
 }
 
 std::optional<bool> ExportedMenus::isEnabled(const ExportedItem& item, Deadline deadline) const {
   if (item.submenu) return true;
-  const auto answer = callAction(QStringLiteral("Describe"), item, {}, deadline);
+  const auto call = callAction(QStringLiteral("Describe"), item, {}, deadline);
+  const auto answer = call ? AtSpiBus::receive(*call) : std::nullopt;
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto description = answer->first().value<QDBusArgument>();
   if (description.currentType() != QDBusArgument::StructureType) return std::nullopt;
@@ -193,13 +193,18 @@ std::optional<bool> ExportedMenus::isEnabled(const ExportedItem& item, Deadline 
   return enabled;
 }
 
-bool ExportedMenus::activate(const ExportedItem& item, Deadline deadline) const {
+Performed ExportedMenus::activate(const ExportedItem& item, Deadline deadline,
+                                  std::atomic<bool>& sent) const {
   const auto meant = item.submenu
                          ? usual(items(*item.submenu, deadline).value_or(std::vector<ExportedItem>()))
                          : std::optional(item);
-  if (!meant) return false;
-  return callAction(QStringLiteral("Activate"), *meant, {QVariant(meant->target), QVariantMap()}, deadline)
-      .has_value();
+  if (!meant || AtSpiBus::Clock::now() >= deadline) return Performed::refused;
+  sent = true;
+  auto call =
+      callAction(QStringLiteral("Activate"), *meant, {QVariant(meant->target), QVariantMap()}, deadline);
+  if (!call) return Performed::refused;
+  call->waitForFinished();
+  return AtSpiBus::performed(*call);
 }
 
 }  // namespace pellar

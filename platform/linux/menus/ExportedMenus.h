@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <QVariantList>
+#include <atomic>
 #include <optional>
 #include <string>
 #include <utility>
@@ -55,13 +56,15 @@ class ExportedMenus {
   [[nodiscard]] std::optional<std::vector<ExportedItem>> items(MenuId menu, Deadline deadline) const;
   // Absent when the program does not tell.
   [[nodiscard]] std::optional<bool> isEnabled(const ExportedItem& item, Deadline deadline) const;
-  // Has the program do what the item stands for, or the usual one in its submenu. False when the program does
-  // not answer.
-  [[nodiscard]] bool activate(const ExportedItem& item, Deadline deadline) const;
+  // Has the program do what the item stands for, or the usual one in its submenu. `sent` becomes true just
+  // before the program is told to.
+  [[nodiscard]] Performed activate(const ExportedItem& item, Deadline deadline,
+                                   std::atomic<bool>& sent) const;
 
  private:
-  [[nodiscard]] std::optional<QVariantList> callAction(const QString& method, const ExportedItem& item,
-                                                       const QVariantList& more, Deadline deadline) const;
+  // Absent for an item without an action.
+  [[nodiscard]] std::optional<QDBusPendingCall> callAction(const QString& method, const ExportedItem& item,
+                                                           const QVariantList& more, Deadline deadline) const;
 
   const AtSpiBus& bus_;
   ExportedMenuBar bar_;

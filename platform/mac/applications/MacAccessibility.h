@@ -18,7 +18,7 @@ class MacAccessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  bool perform(const Element& element, std::string_view action) override;
+  Performed perform(const Element& element, std::string_view action) override;
   [[nodiscard]] std::uint64_t unansweredReads() const override {
     return unanswered_ + prefetched_.unanswered();
   }

@@ -41,10 +41,18 @@ void MacAccessibility::set(const Element& element, std::string_view name, const 
                                native.get());
 }
 
-bool MacAccessibility::perform(const Element& element, std::string_view action) {
+Performed MacAccessibility::perform(const Element& element, std::string_view action) {
   prefetched_.clear();
-  return AXUIElementPerformAction(MacElement::native(element), (__bridge CFStringRef)toNSString(action)) ==
-         kAXErrorSuccess;
+  const AXError error =
+      AXUIElementPerformAction(MacElement::native(element), (__bridge CFStringRef)toNSString(action));
+  switch (error) {
+    case kAXErrorSuccess:
+      return Performed::done;
+    case kAXErrorCannotComplete:
+      return Performed::unanswered;
+    default:
+      return Performed::refused;
+  }
 }
 
 void MacAccessibility::willRead(std::span<const Element> elements,

@@ -152,7 +152,7 @@ std::optional<AttributeValue> SimAccessibility::value(const SimElement& element,
   if (element.kind() == SimElement::Kind::menu) {
     const SimMenuElement& menu = *element.menu();
     if (!menu.exists) return std::nullopt;
-    return withQuirks(menu, name, menuValue(menu, name));
+    return withQuirks(menu, name, menuValue(menu, *owner, name));
   }
   if (element.kind() != SimElement::Kind::window || !element.window()->exists) return std::nullopt;
   if (desktop_.isBehindNativeTab(*element.window())) return std::nullopt;
@@ -197,9 +197,11 @@ std::optional<AttributeValue> SimAccessibility::windowValue(const SimWindowPoint
   return std::nullopt;
 }
 
-std::optional<AttributeValue> SimAccessibility::menuValue(const SimMenuElement& menu, std::string_view name) {
+std::optional<AttributeValue> SimAccessibility::menuValue(const SimMenuElement& menu,
+                                                          const SimApplicationState& owner,
+                                                          std::string_view name) {
   if (name == "AXTitle" && menu.title) return *menu.title;
-  if (name == "AXEnabled") return menu.enabled;
+  if (name == "AXEnabled") return owner.quirks.validatesOpenMenusOnly ? menu.validated : menu.enabled;
   if (name == "AXChildren") {
     std::vector<Element> children;
     for (const auto& child : menu.children) children.push_back(SimElement::ofMenu(child));
@@ -224,34 +226,50 @@ void SimAccessibility::set(const Element& element, std::string_view name, const 
   }
 }
 
-bool SimAccessibility::perform(const Element& element, std::string_view action) {
+Performed SimAccessibility::perform(const Element& element, std::string_view action) {
   const SimElement& target = simulated(element);
   fetched_.clear();
-  if (!roundTrip(target, roundTrips_.actions)) return false;
-  if (target.menu()) return action == "AXPress" && press(target.menu());
-  if (!target.window() || !target.window()->exists) return false;
+  if (roundTrip(target, roundTrips_.actions)) return act(target, action);
+  const auto owner = desktop_.application(target.pid());
+  if (!trusted_ || !owner) return Performed::refused;
+  // Giving up does not call the request back (AXUIElement.h, AXUIElementPerformAction: "or the application
+  // has not yet responded").
+  desktop_.whenResumed(*owner,
+                       [this, element, late = std::string(action)] { act(simulated(element), late); });
+  return Performed::unanswered;
+}
+
+Performed SimAccessibility::act(const SimElement& target, std::string_view action) {
+  if (target.menu()) return action == "AXPress" ? press(target.menu()) : Performed::refused;
+  if (!target.window() || !target.window()->exists) return Performed::refused;
   const auto& window = target.window();
   if (target.kind() == SimElement::Kind::window && action == "AXRaise") {
     ++window->raises;
     desktop_.focus(window);
-    return true;
+    return Performed::done;
   }
   if (target.kind() == SimElement::Kind::closeButton && action == "AXPress") {
     ++window->closePresses;
     if (!window->quirks.asksBeforeClosing) desktop_.destroy(window);
-    return true;
+    return Performed::done;
   }
-  return false;
+  return Performed::refused;
 }
 
-bool SimAccessibility::press(const SimMenuPointer& menu) {
-  if (!menu->exists || menu->role != SimMenuElement::Role::item) return false;
+Performed SimAccessibility::press(const SimMenuPointer& menu) {
+  if (!menu->exists || menu->role != SimMenuElement::Role::item) return Performed::refused;
   ++menu->presses;
-  if (!menu->enabled || menu->refusesPress) return false;
+  if (menu->refusesPress) return Performed::refused;
+  menu->validated = menu->enabled;
+  // A press that does nothing reports success all the same (MongLong0214/logic-pro-mcp#606).
+  if (!menu->enabled || menu->opensMenu()) return Performed::done;
   // The application may do anything, even change its menus.
   const auto handler = menu->onPress;
+  const bool answers = !menu->unansweredPress;
   if (handler) handler();
-  return true;
+  if (answers) return Performed::done;
+  loop_.holdUp(messagingTimeout);
+  return Performed::unanswered;
 }
 
 std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,

@@ -39,7 +39,7 @@ class SimAccessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  bool perform(const Element& element, std::string_view action) override;
+  Performed perform(const Element& element, std::string_view action) override;
   [[nodiscard]] std::uint64_t unansweredReads() const override { return unanswered_; }
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
@@ -74,8 +74,10 @@ class SimAccessibility final : public Accessibility {
                                                                  const SimApplicationState& owner,
                                                                  std::string_view name);
   [[nodiscard]] static std::optional<AttributeValue> menuValue(const SimMenuElement& menu,
+                                                               const SimApplicationState& owner,
                                                                std::string_view name);
-  bool press(const SimMenuPointer& menu);
+  Performed act(const SimElement& target, std::string_view action);
+  Performed press(const SimMenuPointer& menu);
   [[nodiscard]] bool fetchedIsFresh() const {
     return fetchedTurn_ == loop_.turns() && fetchedRevision_ == desktop_.revision();
   }

@@ -31,6 +31,7 @@ void SimDesktop::terminate(SimApplicationState& application) {
   application.byCreation.clear();
   application.focused.reset();
   std::erase(frontToBack_, held);
+  waitingWork_.erase(application.description.pid);
   ++revision_;
   terminated_.post(loop_, application.description.pid);
   if (wasFront) bringNextToFront();
@@ -94,6 +95,13 @@ void SimDesktop::setHung(SimApplicationState& application, bool hung) {
     if (held.pid == pid) loop_.postInDefaultMode(notifications_.later(held));
   }
   std::erase_if(heldBack_, [pid](const auto& held) { return held.pid == pid; });
+  const auto work = waitingWork_.extract(pid);
+  if (work.empty()) return;
+  for (const auto& each : work.mapped()) loop_.post(each);
+}
+
+void SimDesktop::whenResumed(const SimApplicationState& application, std::function<void()> work) {
+  waitingWork_[application.description.pid].push_back(std::move(work));
 }
 
 void SimDesktop::setMenuBar(SimApplicationState& application, const std::vector<SimMenuTitle>& titles) {

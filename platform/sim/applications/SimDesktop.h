@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -102,6 +103,8 @@ class SimDesktop {
   void hideOthers(const SimApplicationState& application);
   [[nodiscard]] bool pellarHidden() const { return pellarHidden_; }
   void setHung(SimApplicationState& application, bool hung);
+  // What an application that is hung was asked and will do once it goes on; nothing when it ends before.
+  void whenResumed(const SimApplicationState& application, std::function<void()> work);
 
   // Gives the application another menu bar; with no titles at all, none.
   void setMenuBar(SimApplicationState& application, const std::vector<SimMenuTitle>& titles);
@@ -176,8 +179,9 @@ class SimDesktop {
   Front front_ = Front::nobody;
   int shownSpace_ = 0;
   bool pellarHidden_ = false;
-  std::vector<SimApplicationPointer> frontToBack_;  // in order of last activation
-  std::vector<SimNotification> heldBack_;           // of hung applications
+  std::vector<SimApplicationPointer> frontToBack_;                       // in order of last activation
+  std::vector<SimNotification> heldBack_;                                // of hung applications
+  std::map<ProcessId, std::vector<std::function<void()>>> waitingWork_;  // likewise
   CallbackList<SimNotification> notifications_;
   CallbackList<> activated_;
   CallbackList<std::optional<ProcessId>> terminated_;

@@ -26,6 +26,8 @@ class SimWindow {
   [[nodiscard]] bool isMinimised() const { return state_->minimised; }
   [[nodiscard]] bool isFullScreen() const { return state_->fullScreen; }
   [[nodiscard]] bool exists() const { return state_->exists; }
+  // Whether its application names it at the moment.
+  [[nodiscard]] bool isNamed() const { return desktop_->isNamed(*state_); }
   // By which the program knows the window and its tab.
   [[nodiscard]] WindowId id() const { return element().hash(); }
   [[nodiscard]] Element element() const { return SimElement::ofWindow(state_); }
@@ -89,6 +91,8 @@ class SimApplication {
 
   // The menus of its menu bar, from the left; with none at all it has no menu bar. At first it has none.
   void setMenuBar(const std::vector<SimMenuTitle>& titles) { desktop_->setMenuBar(*state_, titles); }
+  // The user opens a menu of the menu bar and closes it again.
+  void openMenu(std::string_view title) { validate(menu({title})); }
   // An object of the menu bar by the titles on the way to it; the bar itself without any. Throws when there
   // is none.
   [[nodiscard]] SimMenuElement& menu(std::initializer_list<std::string_view> titles = {}) const;

@@ -26,8 +26,8 @@ void FaultyAccessibility::set(const Element& element, std::string_view name, con
   if (!writesIgnored_) ForwardingAccessibility::set(element, name, value);
 }
 
-bool FaultyAccessibility::perform(const Element& element, std::string_view action) {
-  return !actionsIgnored_ && ForwardingAccessibility::perform(element, action);
+Performed FaultyAccessibility::perform(const Element& element, std::string_view action) {
+  return actionsIgnored_ ? Performed::refused : ForwardingAccessibility::perform(element, action);
 }
 
 std::unique_ptr<ElementObserver> FaultyAccessibility::observe(ProcessId pid,

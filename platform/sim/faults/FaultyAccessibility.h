@@ -39,7 +39,7 @@ class FaultyAccessibility final : public ForwardingAccessibility {
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override;
   void set(const Element& element, std::string_view name, const AttributeValue& value) override;
-  bool perform(const Element& element, std::string_view action) override;
+  Performed perform(const Element& element, std::string_view action) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
 

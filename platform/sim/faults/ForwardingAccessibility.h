@@ -23,7 +23,7 @@ class ForwardingAccessibility : public Accessibility {
   void set(const Element& element, std::string_view name, const AttributeValue& value) override {
     sound_.set(element, name, value);
   }
-  bool perform(const Element& element, std::string_view action) override {
+  Performed perform(const Element& element, std::string_view action) override {
     return sound_.perform(element, action);
   }
   [[nodiscard]] std::uint64_t unansweredReads() const override { return sound_.unansweredReads(); }

@@ -47,6 +47,10 @@ struct SimApplicationQuirks {
   bool namesNoFocusedWindow = false;        // "AXFocusedWindow" is absent
   std::chrono::milliseconds answerTime{0};  // what each round trip to it takes
   bool hung = false;                        // answers nothing until it is resumed
+  // The items of its menus say whether they are enabled as of when the user last opened the menu: macOS
+  // validates them only then, and a closed menu gives what was left behind (MongLong0214/logic-pro-mcp#941,
+  // #921). Not so of every program, so the others validate when they are asked.
+  bool validatesOpenMenusOnly = false;
 };
 
 }  // namespace pellar

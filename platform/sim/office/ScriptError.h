@@ -8,8 +8,8 @@ namespace pellar {
 // A failure of a simulated script, under the system's number for it. It never leaves SimScripts.
 class ScriptError : public std::runtime_error {
  public:
+  static constexpr int parameter = -50;
   static constexpr int userCanceled = -128;
-  static constexpr int applicationNotRunning = -600;
   static constexpr int connectionInvalid = -609;
   static constexpr int timedOut = -1712;
   static constexpr int notPermitted = -1743;

@@ -3,15 +3,24 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 #include "core/PathExtension.h"
-#include "platform/sim/office/ScriptError.h"
 
 namespace pellar {
 
 namespace {
+
+// Handles an event whose script was given up, so that no one hears of a failure.
+void handleUnheard(const std::function<void()>& handle) {
+  try {
+    handle();
+  } catch (const ScriptError&) {
+    return;
+  }
+}
 
 [[noreturn]] void failHandling() {
   throw ScriptError(ScriptError::handlerFailed, "AppleEvent handler failed.");
@@ -55,7 +64,14 @@ std::vector<SimDocumentPointer> SimOffice::documents(ProcessId pid) const {
   return open;
 }
 
-std::optional<ProcessId> SimOffice::process(OfficeApp app) const {
+ProcessId SimOffice::process(OfficeApp app) {
+  if (const auto running = runningProcess(app)) return *running;
+  ++launches_;
+  return desktop_.launch(std::string(bundleID(app)), std::string(scriptName(app)), ActivationPolicy::regular)
+      ->description.pid;
+}
+
+std::optional<ProcessId> SimOffice::runningProcess(OfficeApp app) const {
   for (const auto& application : desktop_.frontToBack()) {
     if (application->description.bundleId == bundleID(app)) return application->description.pid;
   }
@@ -77,14 +93,52 @@ void SimOffice::awaitAnswer(ProcessId pid) {
 void SimOffice::send(ProcessId pid, const std::string& event, const std::function<void()>& handle) {
   events_.push_back(event);
   if (!allowsControl) throw ScriptError(ScriptError::notPermitted, "Not authorized to send Apple events.");
-  if (beforeEvent) beforeEvent(event);
-  awaitAnswer(pid);
-  loop_.holdUp(desktop_.application(pid)->quirks.answerTime, [&] {
-    if (whileWorking) whileWorking(event);
+  // What happens may be told to happen no more.
+  if (const auto happening = beforeEvent) happening(event);
+  // The wait for a reply runs the loop, in which the program's own timers fire (usedhonda/cc-status-bar#13).
+  if (const auto application = desktop_.application(pid)) loop_.advance(application->quirks.answerTime);
+  // What others do meanwhile finds the main thread held up all the same.
+  loop_.holdUp({}, [&] {
+    if (const auto happening = whileWorking) happening(event);
   });
+  try {
+    awaitAnswer(pid);
+  } catch (const ScriptError& error) {
+    if (error.number() == ScriptError::timedOut) handleLate(pid, handle);
+    throw;
+  }
   handle();
-  if (afterEvent) afterEvent(event);
+  if (const auto happening = afterEvent) happening(event);
   awaitAnswer(pid);
+}
+
+void SimOffice::handleLate(ProcessId pid, const std::function<void()>& handle) {
+  const auto application = desktop_.application(pid);
+  if (!application) return;
+  desktop_.whenResumed(*application, [handle] { handleUnheard(handle); });
+}
+
+void SimOffice::askUser(ProcessId pid, const ScriptError& refusal, std::function<void()> whenLate) {
+  const auto question = std::make_shared<Question>();
+  question_ = question;
+  const auto gone = [this, pid] { return !desktop_.application(pid); };
+  const bool inTime = loop_.runUntil([&] { return question->answer || gone(); }, eventTimeout);
+  if (gone()) {
+    question_ = nullptr;
+    throw ScriptError(ScriptError::connectionInvalid, "Connection is invalid.");
+  }
+  if (!inTime) {
+    question->whenLate = std::move(whenLate);
+    throw ScriptError(ScriptError::timedOut, "AppleEvent timed out.");
+  }
+  if (!*question->answer) throw refusal;
+}
+
+void SimOffice::answer(bool yes) {
+  const auto question = std::exchange(question_, nullptr);
+  if (!question) throw std::logic_error("the application asks nothing");
+  question->answer = yes;
+  if (yes && question->whenLate) handleUnheard(question->whenLate);
 }
 
 SimDocumentPointer SimOffice::create(ProcessId pid, const std::string& name) {
@@ -115,8 +169,18 @@ void SimOffice::save(ProcessId pid, SimDocument& document) {
   ++document.saves;
 }
 
-void SimOffice::saveAs(ProcessId pid, SimDocument& document, const std::string& path) {
+void SimOffice::saveAs(ProcessId pid, const SimDocumentPointer& document, const std::string& path) {
   if (!isBelowHome(path)) failHandling();
+  const auto late = [this, pid, document, path] {
+    if (isOpen(pid, document)) storeAs(pid, *document, path);
+  };
+  if (asksForAccess) askUser(pid, {ScriptError::parameter, "Parameter error."}, late);
+  if (asksBeforeReplacing && std::filesystem::exists(path))
+    askUser(pid, {ScriptError::userCanceled, "User canceled."}, late);
+  storeAs(pid, *document, path);
+}
+
+void SimOffice::storeAs(ProcessId pid, SimDocument& document, const std::string& path) {
   write(pid, document, path);
   document.path = path;
   document.name = lastComponent(path);
@@ -125,7 +189,7 @@ void SimOffice::saveAs(ProcessId pid, SimDocument& document, const std::string& 
   if (document.window) document.window->retitle(document.name);
 }
 
-// Like the real applications a script's save asks nobody before it replaces a file.
+// Where it does not ask, a script's save replaces a file like the real applications.
 void SimOffice::write(ProcessId pid, const SimDocument& document, const std::string& path) {
   std::ofstream file(path, std::ios::binary);
   const std::string_view content = document.content;

@@ -13,6 +13,7 @@
 #include "core/OfficeApp.h"
 #include "platform/sim/applications/SimDesktop.h"
 #include "platform/sim/applications/SimWindow.h"
+#include "platform/sim/office/ScriptError.h"
 #include "platform/sim/system/SimMainLoop.h"
 #include "platform/sim/system/SimScreens.h"
 
@@ -55,6 +56,8 @@ class SimOffice {
     return documents(application.pid());
   }
   [[nodiscard]] std::vector<SimDocumentPointer> documents(ProcessId pid) const;
+  // Applications that a script started, which nobody had running.
+  [[nodiscard]] int launches() const { return launches_; }
   // Panels that asked the user where to save. A script should never bring one about.
   [[nodiscard]] int saveDialogs() const { return saveDialogs_; }
   // What scripts did, an event each: "get every document", "get path", "save", ...
@@ -62,6 +65,15 @@ class SimOffice {
 
   // Whether the user lets this program control other applications.
   bool allowsControl = true;
+  // Before a document is saved under another name its application asks its user for access to the folder,
+  // as sandboxed applications do (xlwings/xlwings#249), or whether the file there may be replaced
+  // (xlwings/xlwings#957). The script waits for the answer; one that comes after its time-out counts still.
+  bool asksForAccess = false;
+  bool asksBeforeReplacing = false;
+  [[nodiscard]] bool isAsking() const { return question_ != nullptr; }
+  // The user answers in the application. Throws when there is no question.
+  void answer(bool yes);
+
   // What happens just before and just after an event is handled. A ScriptError thrown makes the event fail.
   std::function<void(const std::string& event)> beforeEvent;
   std::function<void(const std::string& event)> afterEvent;
@@ -72,10 +84,13 @@ class SimOffice {
 
   // For scripts.
 
-  // The process of the application, when it is running.
-  [[nodiscard]] std::optional<ProcessId> process(OfficeApp app) const;
+  // The process of the application; one that is not running is started, as sending it anything does
+  // (AppleScript Language Guide, "launch").
+  ProcessId process(OfficeApp app);
   // Has a process handle an event: waits until it answers, which runs the main loop nested. Throws a
-  // ScriptError when it fails.
+  // ScriptError when it fails. An event that is given up is handled still, once the process goes on
+  // (AppleScript Language Guide, "with timeout": the command is not cancelled), so that `handle` refers to
+  // nothing of its script's.
   void send(ProcessId pid, const std::string& event, const std::function<void()>& handle);
   // The rest is for handlers of events.
   void activate(ProcessId pid) { desktop_.activate(pid); }
@@ -83,10 +98,21 @@ class SimOffice {
   void showInWindow(ProcessId pid, const SimDocumentPointer& document);
   [[nodiscard]] bool isOpen(ProcessId pid, const SimDocumentPointer& document) const;
   void save(ProcessId pid, SimDocument& document);
-  void saveAs(ProcessId pid, SimDocument& document, const std::string& path);
+  void saveAs(ProcessId pid, const SimDocumentPointer& document, const std::string& path);
 
  private:
+  // A question before the user of an application, in the middle of an event.
+  struct Question {
+    std::optional<bool> answer = std::nullopt;
+    std::function<void()> whenLate = {};  // what a yes brings about that came after the time-out
+  };
+
+  [[nodiscard]] std::optional<ProcessId> runningProcess(OfficeApp app) const;
   void awaitAnswer(ProcessId pid);
+  void handleLate(ProcessId pid, const std::function<void()>& handle);
+  // Waits until the user has said yes. Throws when the answer is no, or does not come in time.
+  void askUser(ProcessId pid, const ScriptError& refusal, std::function<void()> whenLate);
+  void storeAs(ProcessId pid, SimDocument& document, const std::string& path);
   void write(ProcessId pid, const SimDocument& document, const std::string& path);
   [[nodiscard]] bool isBelowHome(const std::filesystem::path& path) const;
 
@@ -97,6 +123,8 @@ class SimOffice {
   std::map<ProcessId, std::vector<SimDocumentPointer>> documents_;
   std::vector<std::string> events_;
   int saveDialogs_ = 0;
+  int launches_ = 0;
+  std::shared_ptr<Question> question_;  // null while there is none
 };
 
 }  // namespace pellar

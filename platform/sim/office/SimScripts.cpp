@@ -1,5 +1,8 @@
 #include "platform/sim/office/SimScripts.h"
 
+#include <memory>
+#include <utility>
+
 #include "core/Utf8.h"
 #include "platform/sim/office/OfficeScript.h"
 #include "platform/sim/office/ScriptError.h"
@@ -24,15 +27,22 @@ std::string_view newDocumentName(OfficeApp app) {
   return "Untitled Message ";
 }
 
+// The POSIX path that AppleScript makes of a document's full name. An address in the cloud, which it takes
+// for a path of the old kind, comes out with slashes and colons exchanged (xlwings/xlwings#1253).
+std::string posixPath(const std::string& fullName) {
+  if (!fullName.starts_with("https:")) return fullName;
+  std::string mangled = "/";
+  for (const char letter : fullName) mangled += letter == '/' ? ':' : letter == ':' ? '/' : letter;
+  return mangled;
+}
+
 // A script at work: a series of events that one process of its application answers. Whatever fails throws a
-// ScriptError.
+// ScriptError. What the events are handled with is shared, since they may be handled when the script is given
+// up.
 class ScriptAtWork {
  public:
-  ScriptAtWork(SimOffice& office, const OfficeScript& script) : office_(office), script_(script) {
-    const auto pid = office.process(script.app);
-    if (!pid) throw ScriptError(ScriptError::applicationNotRunning, "Application isn’t running.");
-    pid_ = *pid;
-  }
+  ScriptAtWork(SimOffice& office, OfficeScript script)
+      : office_(office), script_(std::move(script)), pid_(office.process(script_.app)) {}
 
   // What the script returns.
   std::optional<ScriptDescriptor> run() {
@@ -55,10 +65,10 @@ class ScriptAtWork {
   ScriptDescriptor pathsByName() {
     std::vector<ScriptDescriptor> lines;
     forEachDocumentWithAPath([&](const SimDocumentPointer& document) {
-      std::string line;
-      ask("get name", document, [&] { line = document->name + "\t"; });
-      ask("get full name", document, [&] { line += document->path; });
-      lines.push_back({line});
+      std::string name = ask<std::string>("get name", document, [document] { return document->name; });
+      lines.push_back({std::move(name) + "\t" + ask<std::string>("get full name", document, [document] {
+                         return posixPath(document->path);
+                       })});
     });
     return {std::move(lines)};
   }
@@ -66,75 +76,88 @@ class ScriptAtWork {
   ScriptDescriptor save() {
     std::int32_t count = 0;
     forEachDocumentWithAPath([&](const SimDocumentPointer& document) {
-      bool saved = false;
-      if (script_.kind == Kind::saveChanged) ask("get saved", document, [&] { saved = document->saved; });
-      if (saved) return;
-      ask("save", document, [&] { office_.save(pid_, *document); });
+      if (script_.kind == Kind::saveChanged &&
+          ask<bool>("get saved", document, [document] { return document->saved; }))
+        return;
+      tell("save", document, [document, &office = office_, pid = pid_] { office.save(pid, *document); });
       ++count;
     });
     return {count};
   }
 
   void create() {
-    office_.send(pid_, "activate", [&] { office_.activate(pid_); });
-    SimDocumentPointer created;
+    office_.send(pid_, "activate", [&office = office_, pid = pid_] { office.activate(pid); });
     const bool isMessage = script_.app == OfficeApp::outlook;
-    office_.send(pid_, "make", [&] {
-      created = office_.create(pid_, std::string(newDocumentName(script_.app)));
-      if (!isMessage) office_.showInWindow(pid_, created);
-    });
-    if (isMessage) ask("open", created, [&] { office_.showInWindow(pid_, created); });
+    const auto created =
+        answerTo<SimDocumentPointer>("make", [&office = office_, pid = pid_, app = script_.app, isMessage] {
+          auto document = office.create(pid, std::string(newDocumentName(app)));
+          if (!isMessage) office.showInWindow(pid, document);
+          return document;
+        });
+    if (isMessage) {
+      tell("open", created, [&office = office_, pid = pid_, created] { office.showInWindow(pid, created); });
+    }
   }
 
   ScriptDescriptor saveAs() {
-    SimDocumentPointer found;
-    office_.send(pid_, "get first document whose name", [&] {
-      for (const auto& document : office_.documents(pid_)) {
-        touch(document);
-        // Texts are compared without regard to case.
-        if (Utf8::folded(document->name) != Utf8::folded(script_.documentName)) continue;
-        found = document;
-        return;
-      }
-      throw ScriptError(ScriptError::noSuchObject,
-                        "Can’t get document 1 whose name = \"" + script_.documentName + "\".");
-    });
-    ask("save as", found, [&] { office_.saveAs(pid_, *found, script_.newPath); });
+    const auto found = answerTo<SimDocumentPointer>(
+        "get first document whose name", [&office = office_, pid = pid_, name = script_.documentName] {
+          for (const auto& document : office.documents(pid)) {
+            touch(office, pid, document);
+            // Texts are compared without regard to case.
+            if (Utf8::folded(document->name) == Utf8::folded(name)) return document;
+          }
+          throw ScriptError(ScriptError::noSuchObject, "Can’t get document 1 whose name = \"" + name + "\".");
+        });
+    tell("save as", found,
+         [&office = office_, pid = pid_, found, path = script_.newPath] { office.saveAs(pid, found, path); });
     return {"ok"};
   }
 
   // An error ends the work on its document alone.
   void forEachDocumentWithAPath(const std::function<void(const SimDocumentPointer&)>& work) {
-    std::vector<SimDocumentPointer> all;
-    office_.send(pid_, "get every document", [&] { all = office_.documents(pid_); });
+    const auto all = answerTo<std::vector<SimDocumentPointer>>(
+        "get every document", [&office = office_, pid = pid_] { return office.documents(pid); });
     for (const auto& document : all) {
       try {
-        bool hasPath = false;
-        ask("get path", document, [&] { hasPath = !document->path.empty(); });
-        if (hasPath) work(document);
+        if (ask<bool>("get path", document, [document] { return !document->path.empty(); })) work(document);
       } catch (const ScriptError&) {
         continue;
       }
     }
   }
 
-  void ask(const std::string& event, const SimDocumentPointer& document,
-           const std::function<void()>& handle) {
-    office_.send(pid_, event, [&] {
-      touch(document);
-      handle();
+  template <class Answer, class Handler>
+  Answer answerTo(const std::string& event, Handler handler) {
+    const auto answer = std::make_shared<Answer>();
+    office_.send(pid_, event, [answer, handler] { *answer = handler(); });
+    return std::move(*answer);
+  }
+  // Events about one document.
+  template <class Answer, class Handler>
+  Answer ask(const std::string& event, const SimDocumentPointer& document, Handler handler) {
+    return answerTo<Answer>(event, [&office = office_, pid = pid_, document, handler] {
+      touch(office, pid, document);
+      return handler();
+    });
+  }
+  template <class Handler>
+  void tell(const std::string& event, const SimDocumentPointer& document, Handler handler) {
+    office_.send(pid_, event, [&office = office_, pid = pid_, document, handler] {
+      touch(office, pid, document);
+      handler();
     });
   }
 
-  void touch(const SimDocumentPointer& document) const {
-    if (!office_.isOpen(pid_, document))
+  static void touch(const SimOffice& office, ProcessId pid, const SimDocumentPointer& document) {
+    if (!office.isOpen(pid, document))
       throw ScriptError(ScriptError::noSuchObject, "Can’t get the document.");
     if (document->raises) throw ScriptError(ScriptError::handlerFailed, "AppleEvent handler failed.");
   }
 
   SimOffice& office_;
-  const OfficeScript& script_;
-  ProcessId pid_ = 0;
+  OfficeScript script_;
+  ProcessId pid_;
 };
 
 }  // namespace

@@ -44,7 +44,7 @@ class AutomationStory : public testing::Test {
   LogReader log;
   SimMac mac;
   SimApplication word = launch(OfficeApp::word);
-  Automation automation{mac.platform().scripts};  // depends-on: mac
+  Automation automation{mac.platform()};  // depends-on: mac
 };
 
 }  // namespace pellar

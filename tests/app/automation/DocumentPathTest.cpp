@@ -110,9 +110,16 @@ TEST_F(DocumentPath, HostileAnswersDoNoHarm) {
 }
 
 TEST_F(DocumentPath, AFailedLookUpLeavesOneLineInTheLog) {
-  EXPECT_EQ(automation.pathsByName(OfficeApp::excel), Paths{});
+  mac.office().allowsControl = false;
+  EXPECT_EQ(automation.pathsByName(OfficeApp::word), Paths{});
   EXPECT_EQ(scriptErrors(), 1U);
   EXPECT_TRUE(log.has("applescript error: {"));
+}
+
+TEST_F(DocumentPath, AnApplicationThatIsNotRunningIsNotAsked) {
+  EXPECT_EQ(automation.pathsByName(OfficeApp::excel), Paths{});
+  EXPECT_TRUE(mac.scripts().sources().empty());
+  EXPECT_EQ(mac.office().launches(), 0);
 }
 
 TEST_F(DocumentPath, WithoutTheUsersPermissionNothingIsFound) {

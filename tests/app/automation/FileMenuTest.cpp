@@ -2,6 +2,7 @@
 #include <functional>
 
 #include "app/automation/FileMenu.h"
+#include "platform/sim/applications/SimElement.h"
 #include "platform/sim/faults/FaultyAccessibility.h"
 #include "tests/app/automation/AutomationStory.h"
 
@@ -24,6 +25,14 @@ class PressingAFileMenu : public AutomationStory {
   bool press(Titles... titles) {
     const std::array<std::string_view, sizeof...(Titles)> all{titles...};
     return FileMenu::pressFileMenu(mac.accessibility(), editor.pid(), all);
+  }
+
+  // The element of File > Save.
+  std::optional<Element> save() {
+    auto& menu = *editor.menu({"File"}).children.front();
+    for (const auto& item : menu.children)
+      if (item->title == "Save") return SimElement::ofMenu(item);
+    return std::nullopt;
   }
 
   SimApplication editor = mac.launch({.bundleId = "org.example.editor", .name = "Editor"});
@@ -69,13 +78,43 @@ TEST_F(PressingAFileMenu, ADisabledItemIsPassedOverForTheNextOneOfItsTitleOrTheN
   EXPECT_EQ(done.back(), "Export");
 }
 
-TEST_F(PressingAFileMenu, AnItemThatDoesNotSayWhetherItIsEnabledIsNotPressed) {
+TEST_F(PressingAFileMenu, AnItemThatDoesNotSayWhetherItIsEnabledIsPressed) {
   editor.menu({"File", "Save"}).refusedAttributes = {"AXEnabled"};
-  EXPECT_FALSE(press("Save"));
+  EXPECT_TRUE(press("Save"));
   editor.menu({"File", "Save"}).refusedAttributes = {};
   editor.menu({"File", "Save"}).mistypedAttributes = {"AXEnabled"};
-  EXPECT_FALSE(press("Save"));
-  EXPECT_EQ(editor.menu({"File", "Save"}).presses, 0);
+  EXPECT_TRUE(press("Save"));
+  EXPECT_EQ(done, (std::vector<std::string>{"Save", "Save"}));
+}
+
+TEST_F(PressingAFileMenu, AnItemThatOpensAMenuIsPassedOver) {
+  editor.setMenuBar({{"File",
+                      {{.title = "New", .submenu = {{"Text Document", pressed("Text Document")}}},
+                       {"New Window", pressed("New Window")}}}});
+  EXPECT_TRUE(press("New", "New Window"));
+  EXPECT_EQ(done, std::vector<std::string>{"New Window"});
+  EXPECT_FALSE(press("New"));
+  EXPECT_EQ(editor.menu({"File", "New"}).presses, 0) << "it would stand open before the user";
+}
+
+TEST_F(PressingAFileMenu, APressThatIsAnsweredLateIsDoneOnce) {
+  editor.menu({"File", "Save"}).unansweredPress = true;
+  EXPECT_TRUE(press("Save", "Save As…"));
+  EXPECT_EQ(done, std::vector<std::string>{"Save"});
+}
+
+TEST_F(PressingAFileMenu, AnItemOfAnApplicationThatFreezesAtThePressIsDoneWhenItGoesOn) {
+  FaultyAccessibility shaky(mac.accessibility());
+  shaky.beforeRead([&](const Element& element, std::string_view attribute) {
+    // After the last look at the item.
+    if (attribute == "AXChildren" && element == *save()) editor.freeze();
+  });
+  static constexpr std::array<std::string_view, 2> titles{"Save", "New"};
+  EXPECT_TRUE(FileMenu::pressFileMenu(shaky, editor.pid(), titles));
+  EXPECT_TRUE(done.empty());
+  editor.resume();
+  mac.settle();
+  EXPECT_EQ(done, std::vector<std::string>{"Save"});
 }
 
 TEST_F(PressingAFileMenu, AnItemWithoutATitleIsPassedOver) {
@@ -197,8 +236,9 @@ TEST_F(PressingAFileMenu, AnItemMayTakeItsWholeMenuAway) {
 TEST_F(PressingAFileMenu, ReadsNoMoreThanItNeeds) {
   mac.accessibility().forgetRoundTrips();
   EXPECT_TRUE(press("Save"));
-  // The bar, its titles up to File, the menu, its items up to Save, and whether that is enabled.
-  EXPECT_EQ(mac.accessibility().roundTrips(), (RoundTrips{.reads = 2 + 3 + 2 + 2 + 1, .actions = 1}));
+  // The bar, its titles up to File, the menu, its items up to Save, whether that is enabled, and opens a
+  // menu.
+  EXPECT_EQ(mac.accessibility().roundTrips(), (RoundTrips{.reads = 2 + 3 + 2 + 2 + 2, .actions = 1}));
 }
 
 }  // namespace

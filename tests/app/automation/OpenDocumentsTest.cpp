@@ -67,8 +67,9 @@ TEST(OpenDocumentsMatch, TwoDocumentsOfOneNameAreAGuess) {
 }
 
 TEST(OpenDocumentsMatch, AnAddressOfTheCloudIsNoPath) {
-  for (const std::string address : {"https://d.docs.live.net/1/Letter.docx",
-                                    "https/::d.docs.live.net/1/Letter.docx", "Letter.docx", ""}) {
+  for (const std::string address :
+       {"https://d.docs.live.net/1/Letter.docx", "https/::d.docs.live.net/1/Letter.docx",
+        "/https/::d.docs.live.net:1:Letter.docx", "Letter.docx", ""}) {
     const OpenDocuments open({{"Letter.docx", address}, {"Letter.doc", "/d/Letter.doc"}});
     EXPECT_EQ(pathIn(open, "Letter.docx"), std::nullopt) << address;
     EXPECT_EQ(pathIn(open, "Letter.doc"), "/d/Letter.doc");

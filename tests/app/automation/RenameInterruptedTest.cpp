@@ -109,7 +109,7 @@ class RenameInterrupted : public AutomationStory,
   std::string newPath = inFolder("New.docx");
   SimDocumentPointer document;
   test::BrokenFileOperations files;
-  Automation watched{mac.scripts(), files};
+  Automation watched{mac.platform(), files};
   std::vector<Moment> reached;
   bool saved = false;
   bool happened = false;

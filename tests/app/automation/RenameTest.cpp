@@ -243,7 +243,7 @@ TEST_F(Rename, WordThatSavesLongAfterItWasGivenUpLosesNothing) {
   EXPECT_TRUE(log.has(kept(inFolder("Old.docx"), "the application did not confirm the new file")));
   mac.office().beforeEvent = nullptr;
   word.resume();
-  mac.office().saveAs(word.pid(), *report, inFolder("Plan.docx"));
+  mac.settle();
   EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
   EXPECT_EQ(contentOf(inFolder("Plan.docx")), "as opened");
   EXPECT_EQ(rename("Better"), inFolder("Better.docx")) << "from then on it has the new name";
@@ -263,7 +263,7 @@ TEST_F(Rename, WhereASecondDocumentBearsTheNameNothingIsDone) {
 TEST_F(Rename, WhereTheNameMeansAnotherFileByNowNothingIsDone) {
   std::filesystem::create_directory(inFolder("copies"));
   const std::string original = report->path;
-  mac.office().saveAs(word.pid(), *report, inFolder("copies/Old.docx"));
+  mac.office().saveAs(word.pid(), report, inFolder("copies/Old.docx"));
   EXPECT_EQ(automation.rename(*record(*report->window), original, "Plan"), std::nullopt);
   EXPECT_TRUE(exists(original));
   EXPECT_TRUE(exists(inFolder("copies/Old.docx")));
@@ -298,7 +298,7 @@ TEST_F(Rename, AFileThatComesWhileWordIsAskedIsNotOverwritten) {
 
 TEST_F(Rename, RemovesTheOldFileOnlyWhenTheNewOneIsOnTheDisk) {
   test::BrokenFileOperations files;
-  Automation careful(mac.scripts(), files);
+  Automation careful(mac.platform(), files);
   EXPECT_EQ(careful.rename(*record(*report->window), report->path, "Plan"), inFolder("Plan.docx"));
   EXPECT_EQ(files.steps, (std::vector<std::string>{"flushFile", "flushFolder", "remove"}));
 }
@@ -306,7 +306,7 @@ TEST_F(Rename, RemovesTheOldFileOnlyWhenTheNewOneIsOnTheDisk) {
 TEST_F(Rename, IntoAnotherFolderMakesTheNewFileLastThere) {
   std::filesystem::create_directory(inFolder("sub"));
   test::BrokenFileOperations files;
-  Automation careful(mac.scripts(), files);
+  Automation careful(mac.platform(), files);
   const std::string moved = inFolder("sub/Plan.docx");
   EXPECT_EQ(careful.rename(*record(*report->window), report->path, "sub/Plan"), moved);
   EXPECT_EQ(files.flushed, (std::vector<std::filesystem::path>{moved, inFolder("sub")}));
@@ -320,7 +320,7 @@ TEST_F(Rename, AnOldFileThatCannotBeRemovedStaysBesideTheNewOne) {
     files.before = [&](std::string_view at) {
       return at == step ? std::make_error_code(std::errc::permission_denied) : std::error_code{};
     };
-    Automation hindered(mac.scripts(), files);
+    Automation hindered(mac.platform(), files);
     const std::string before = report->path;
     EXPECT_EQ(hindered.rename(*record(*report->window), before, "After " + step),
               inFolder("After " + step + ".docx"));

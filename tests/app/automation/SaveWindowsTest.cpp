@@ -17,7 +17,9 @@ class SaveWindows : public AutomationStory {
     auto window = std::make_shared<OfficeWindow>(mac.accessibility(), opened.element(),
                                                  TrackedApp{"org.example.editor", "Editor", std::nullopt},
                                                  editor.pid());
-    if (withPath) window->path = "/d/" + title;
+    if (!withPath) return window;
+    opened.setDocument("file:///d/" + title);
+    window->path = "/d/" + title;
     return window;
   }
   void saveAll(const WindowList& windows, const std::shared_ptr<OfficeWindow>& front) {
@@ -84,6 +86,42 @@ TEST_F(SaveWindows, OfAFrozenApplicationAreNotCounted) {
   saveAll({a}, a);
   EXPECT_TRUE(saved.empty());
   EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 0 of 1 windows"});
+}
+
+TEST_F(SaveWindows, AWindowThatShowsNoFileAnyMoreIsNotAskedToSave) {
+  const auto a = open("a");
+  const auto b = open("b");
+  const auto c = open("c");
+  // "New" in the same window, and another document in it.
+  editor.windowsFrontToBack()[0].setDocument(std::nullopt);
+  editor.windowsFrontToBack()[1].setDocument("file:///d/other");
+  saveAll({a, b, c}, a);
+  EXPECT_EQ(saved, std::vector<std::string>{"a"}) << "the others would ask where to";
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 3 windows"});
+}
+
+TEST_F(SaveWindows, AnApplicationThatAnswersLateHasSavedEachOnce) {
+  editor.menu({"File", "Save"}).unansweredPress = true;
+  const auto a = open("a");
+  const auto b = open("b");
+  saveAll({a, b}, a);
+  EXPECT_EQ(saved, (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 2 of 2 windows"});
+}
+
+TEST_F(SaveWindows, AMenuThatWasLookedAtAfterTheLastChangeHoldsNoneBack) {
+  editor.quirks().validatesOpenMenusOnly = true;
+  editor.menu({"File", "Save"}).enabled = false;
+  editor.openMenu("File");
+  const auto a = open("a");
+  editor.menu({"File", "Save"}).enabled = true;
+  saveAll({a}, a);
+  EXPECT_TRUE(saved.empty()) << "it says that there is nothing to save";
+  EXPECT_EQ(log.messages().back(), "save all: 0 of 1 windows");
+  editor.openMenu("File");
+  saveAll({a}, a);
+  EXPECT_EQ(saved, std::vector<std::string>{"a"});
+  EXPECT_EQ(log.messages().back(), "save all: 1 of 1 windows");
 }
 
 }  // namespace

@@ -25,7 +25,17 @@ class AutoSaving : public ShellStory {
   void giveEditorASave() {
     editor.setMenuBar({{"Apple", {}}, {"File", {{"New"}, {"Save", [this] { ++pressed; }}}}});
   }
+  // A script finds the application busy for a while.
+  void freezeWhenAsked(SimApplication& application, std::chrono::seconds time) {
+    mac.office().beforeEvent = [this, &application, time](const std::string&) {
+      mac.office().beforeEvent = nullptr;
+      application.freeze();
+      thaw = mac.mainLoop().after(time, [&application] { application.resume(); });
+    };
+  }
+
   int pressed = 0;
+  Subscription thaw;
 };
 
 TEST_F(AutoSaving, ChangedDocumentsAreSavedAfterOneWholeInterval) {
@@ -211,6 +221,26 @@ TEST_F(AutoSaving, AWindowThatSaysItShowsAnotherFileByNowIsLeftAlone) {
   EXPECT_EQ(pressed, 1);
 }
 
+TEST_F(AutoSaving, AnApplicationThatDoesNotSayWhetherThereIsAnythingToSaveIsSaved) {
+  giveEditorASave();
+  editor.open("Plan.txt").setDocument("file:///Users/ann/Plan.txt");
+  editor.menu({"File", "Save"}).refusedAttributes = {"AXEnabled"};
+  start();
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
+}
+
+TEST_F(AutoSaving, AnApplicationThatIsBusySavingIsToldSoOnce) {
+  giveEditorASave();
+  editor.open("Plan.txt").setDocument("file:///Users/ann/Plan.txt");
+  editor.menu({"File", "Save"}).unansweredPress = true;
+  start();
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
+}
+
 TEST_F(AutoSaving, AnOfficeDocumentIsNeverSavedByTheMenu) {
   auto word = launch(OfficeApp::word);
   word.setMenuBar({{"Apple", {}}, {"File", {{"Save", [this] { ++pressed; }}}}});
@@ -233,6 +263,39 @@ TEST_F(AutoSaving, AFrozenApplicationHoldsUpOnlyItsOwnPass) {
   mac.advance(3min);
   EXPECT_EQ(report->saves, 1);
   EXPECT_EQ(log.count("autosave: Word saved 1"), 1);
+}
+
+TEST_F(AutoSaving, ASaveThatIsDueWhileWordIsAskedSomethingElseComesAfterIt) {
+  auto word = launch(OfficeApp::word);
+  const auto report = changedDocument(word, "Report.docx");
+  start();
+  int underWay = 0;
+  mac.scripts().answer = [&](const std::string& source) {
+    EXPECT_EQ(++underWay, 1) << "scripts ran inside one another";
+    auto result = mac.scripts().interpret(source);
+    --underWay;
+    return result;
+  };
+  mac.advance(50s);
+  freezeWhenAsked(word, 40s);
+  mac.office().openInWindow(word, {.path = (mac.home() / "Documents" / "Plan.docx").string()});
+  mac.settle();
+  EXPECT_GE(mac.mainLoop().uptime(), 90s) << "the save was due in between";
+  EXPECT_EQ(report->saves, 1);
+  EXPECT_EQ(log.count("autosave: Word saved 1"), 1);
+}
+
+TEST_F(AutoSaving, SwitchedOffWhileASaveWaitsItDoesNotCome) {
+  auto word = launch(OfficeApp::word);
+  const auto report = changedDocument(word, "Report.docx");
+  start();
+  mac.advance(50s);
+  freezeWhenAsked(word, 40s);
+  const auto off = mac.mainLoop().after(20s, [&] { pellar->strip()->autoSaveToggled(); });
+  mac.office().openInWindow(word, {.path = (mac.home() / "Documents" / "Plan.docx").string()});
+  mac.settle();
+  mac.advance(10min);
+  EXPECT_EQ(report->saves, 0);
 }
 
 TEST_F(AutoSaving, WordQuittingInTheMiddleLosesNothing) {

@@ -26,8 +26,8 @@ class InterruptedWrites final : public ForwardingAccessibility {
     ForwardingAccessibility::set(element, name, value);
     interrupt();
   }
-  bool perform(const Element& element, std::string_view action) override {
-    const bool performed = ForwardingAccessibility::perform(element, action);
+  Performed perform(const Element& element, std::string_view action) override {
+    const Performed performed = ForwardingAccessibility::perform(element, action);
     interrupt();
     return performed;
   }

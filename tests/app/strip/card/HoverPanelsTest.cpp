@@ -32,9 +32,9 @@ class Hovering : public testing::Test {
   std::shared_ptr<TrackedPicture> picture = std::make_shared<TrackedPicture>();
   std::shared_ptr<WindowTracker> tracker =
       WindowTracker::create(mac.accessibility(), mac.workspace(), mac.mainLoop());
-  HoverPanels panels{mac.platform(), picture,
-                     std::make_shared<WindowActions>(mac.platform(), tracker, picture),
-                     std::make_shared<DocumentPaths>(mac.platform(), tracker)};
+  HoverPanels panels{
+      mac.platform(), picture, std::make_shared<WindowActions>(mac.platform(), tracker, picture),
+      std::make_shared<DocumentPaths>(mac.platform(), tracker, std::make_shared<Automation>(mac.platform()))};
 };
 
 TEST_F(Hovering, MakesNoPanelBeforeItIsNeeded) {

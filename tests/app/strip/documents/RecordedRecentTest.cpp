@@ -67,9 +67,10 @@ TEST_F(RecordedRecent, DocumentsSeenTogetherAreSavedTogether) {
   const auto store = std::make_shared<StateStore>(pellar.store().url(), files);
   const auto platform = mac.platform();
   const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
-  const auto controller =
-      StripController::create(tracker, store, std::make_shared<DocumentPaths>(platform, tracker),
-                              PlaceInFront::create(platform.workspace), platform);
+  const auto automation = std::make_shared<Automation>(platform);
+  const auto paths = std::make_shared<DocumentPaths>(platform, tracker, automation);
+  const auto controller = StripController::create(tracker, store, paths, automation,
+                                                  PlaceInFront::create(platform.workspace), platform);
   tracker->start();
   mac.settle();
   EXPECT_EQ(store->state().recent.size(), 3U);

@@ -208,7 +208,7 @@ TEST_F(Renaming, TheOriginalOfACopyOfTheSameNameStays) {
   start();
   std::filesystem::create_directories(pathOf("copies"));
   SimOffice::edit(*report, "the copy");
-  mac.office().saveAs(word.pid(), *report, pathOf("copies/Report.docx"));
+  mac.office().saveAs(word.pid(), report, pathOf("copies/Report.docx"));
   mac.settle();
   renameTab("Report", "Plan");
   EXPECT_EQ(test::content(pathOf("Report.docx")), "as opened");
@@ -245,7 +245,7 @@ TEST_F(Renaming, WhenWordSavesAfterItWasGivenUpTheTabFollowsAndBothFilesStay) {
       log.has("rename kept " + pathOf("Plan.docx") + ": the application did not confirm the new file"));
   mac.office().beforeEvent = nullptr;
   word.resume();
-  mac.office().saveAs(word.pid(), *plan, pathOf("Budget.docx"));
+  mac.office().saveAs(word.pid(), plan, pathOf("Budget.docx"));
   mac.advance(std::chrono::seconds(31));
   plan->window->moveTo({100, 300});
   mac.settle();

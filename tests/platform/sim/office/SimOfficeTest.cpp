@@ -99,11 +99,81 @@ TEST_F(SimOfficeTest, WithoutPermissionEveryEventFails) {
 }
 
 TEST_F(SimOfficeTest, DescribesAnErrorAsTheSystemDoes) {
-  EXPECT_EQ(error(OfficeScripts::newDocument(OfficeApp::excel)),
+  mac.office().allowsControl = false;
+  EXPECT_EQ(error(OfficeScripts::newDocument(OfficeApp::word)),
             "{\n"
-            "    NSAppleScriptErrorMessage = \"Microsoft Excel got an error: Application isn’t running.\";\n"
-            "    NSAppleScriptErrorNumber = \"-600\";\n"
+            "    NSAppleScriptErrorMessage = \"Microsoft Word got an error: Not authorized to send Apple "
+            "events.\";\n"
+            "    NSAppleScriptErrorNumber = \"-1743\";\n"
             "}");
+}
+
+TEST_F(SimOfficeTest, AScriptStartsAnApplicationThatIsNotRunning) {
+  EXPECT_EQ(error(OfficeScripts::saveAll(OfficeApp::excel, true)), "");
+  EXPECT_EQ(mac.office().launches(), 1);
+  EXPECT_TRUE(mac.workspace().isRunning(std::string(bundleID(OfficeApp::excel))));
+  EXPECT_EQ(mac.workspace().frontmostApplication()->pid, word.pid()) << "behind what is in front";
+}
+
+TEST_F(SimOfficeTest, AnEventThatWasGivenUpIsHandledWhenTheApplicationGoesOn) {
+  const auto plan = openInWord("Plan.docx");
+  mac.office().beforeEvent = [&](const std::string& event) {
+    if (event == "save as") word.freeze();
+  };
+  EXPECT_NE(errorOfSavingAs("Plan.docx", inFolder("New.docx")).find("-1712"), std::string::npos);
+  EXPECT_FALSE(exists(inFolder("New.docx")));
+  word.resume();
+  mac.settle();
+  EXPECT_TRUE(exists(inFolder("New.docx")));
+  EXPECT_EQ(plan->path, inFolder("New.docx"));
+}
+
+TEST_F(SimOfficeTest, TimersFireWhileAScriptWaits) {
+  openInWord("Plan.docx");
+  word.quirks().answerTime = std::chrono::seconds(1);
+  int ticks = 0;
+  const auto timer = mac.mainLoop().every(std::chrono::milliseconds(400), [&] { ++ticks; });
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
+  EXPECT_EQ(ticks, 5) << "in the two seconds of two events";
+}
+
+TEST_F(SimOfficeTest, AScriptWaitsUntilTheUserHasGivenAccess) {
+  openInWord("Plan.docx");
+  mac.office().asksForAccess = true;
+  auto timer = mac.mainLoop().after(std::chrono::seconds(30), [&] { mac.office().answer(true); });
+  const auto start = mac.mainLoop().uptime();
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
+  EXPECT_EQ(mac.mainLoop().uptime() - start, std::chrono::seconds(30));
+  timer = mac.mainLoop().after(std::chrono::seconds(30), [&] { mac.office().answer(false); });
+  EXPECT_NE(errorOfSavingAs("New.docx", inFolder("Newer.docx")).find("-50"), std::string::npos);
+  EXPECT_FALSE(exists(inFolder("Newer.docx")));
+}
+
+TEST_F(SimOfficeTest, AccessGivenAfterTheTimeOutSavesStill) {
+  openInWord("Plan.docx");
+  mac.office().asksForAccess = true;
+  EXPECT_NE(errorOfSavingAs("Plan.docx", inFolder("New.docx")).find("-1712"), std::string::npos);
+  EXPECT_TRUE(mac.office().isAsking());
+  mac.office().answer(true);
+  EXPECT_TRUE(exists(inFolder("New.docx")));
+}
+
+TEST_F(SimOfficeTest, AFileIsReplacedWhenTheUserSaysSo) {
+  openInWord("Plan.docx");
+  openInWord("New.docx");
+  mac.office().asksBeforeReplacing = true;
+  auto timer = mac.mainLoop().after(std::chrono::seconds(5), [&] { mac.office().answer(false); });
+  EXPECT_NE(errorOfSavingAs("Plan.docx", inFolder("New.docx")).find("-128"), std::string::npos);
+  timer = mac.mainLoop().after(std::chrono::seconds(5), [&] { mac.office().answer(true); });
+  EXPECT_EQ(errorOfSavingAs("Plan.docx", inFolder("New.docx")), "");
+}
+
+TEST_F(SimOfficeTest, AnAddressInTheCloudIsNamedLikeAPath) {
+  mac.office().open(word, {.name = "Letter.docx", .path = "https://d.docs.live.net/1/Letter.docx"});
+  const auto result = mac.scripts().interpret(OfficeScripts::pathsByName(OfficeApp::word).value());
+  ASSERT_TRUE(result.descriptor.has_value());
+  EXPECT_EQ(result.descriptor->items().at(0).stringValue(),
+            "Letter.docx\t/https/::d.docs.live.net:1:Letter.docx");
 }
 
 TEST_F(SimOfficeTest, ATextThatIsNoScriptFailsBeforeAnythingRuns) {

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace pellar {
+
+// The days to live, by their seeds. The first thirty unless the command line says --days=FIRST-LAST.
+struct RandomDays {
+  unsigned first = 1;
+  unsigned last = 30;
+};
+RandomDays& randomDays();
+
+}  // namespace pellar

@@ -1,0 +1,201 @@
+#include "tests/simulation/RandomDesktop.h"
+
+#include <algorithm>
+#include <chrono>
+#include <filesystem>
+#include <utility>
+
+namespace pellar {
+
+using namespace std::chrono_literals;
+
+RandomDesktop::RandomDesktop(unsigned seed) : random_(seed) {
+  std::filesystem::create_directories(mac_.platform().folders.logFile.parent_path());
+  std::filesystem::create_directories(mac_.home() / "Documents");
+  mac_.workspace().onOpen = [this](const std::string& path) {
+    if (chance(2)) open(path.substr(path.rfind('/') + 1));
+  };
+  mac_.office().beforeEvent = [this](const std::string&) {
+    if (chance(20)) happen();
+  };
+  mac_.office().asksForAccess = chance(4);
+  mac_.office().asksBeforeReplacing = chance(2);
+}
+
+std::size_t RandomDesktop::below(std::size_t bound) {
+  return bound == 0 ? 0 : std::uniform_int_distribution<std::size_t>(0, bound - 1)(random_);
+}
+
+void RandomDesktop::begin() {
+  for (std::size_t i = 0; i < names.size(); ++i) launch(i);
+}
+
+void RandomDesktop::calmDown() {
+  for (auto& each : applications_) each.resume();
+  thaws_.clear();
+}
+
+void RandomDesktop::launch(std::size_t which) {
+  SimLaunch launched{.bundleId = names[which], .name = names[which]};
+  if (chance(3)) {
+    launched.refusesAtFirst =
+        std::array{SimRefusal::observers, SimRefusal::registrations, SimRefusal::everything}[below(3)];
+    launched.readyAfter = std::chrono::milliseconds(1 + below(7000));
+    launched.launchedAfter = std::chrono::milliseconds(below(9000));
+  }
+  auto application = mac_.launch(launched);
+  application.quirks().listsWindowsByCreation = chance(2);
+  application.quirks().validatesOpenMenusOnly = chance(2);
+  if (chance(2)) application.quirks().answerTime = std::chrono::milliseconds(below(40));
+  if (chance(6)) application.quirks().untoldNotifications = {"AXUIElementDestroyed", "AXWindowMiniaturized"};
+  if (!chance(4)) giveMenus(application);
+  if (applications_.size() <= which) {
+    applications_.push_back(application);
+  } else {
+    applications_[which] = application;
+  }
+  if (!chance(4)) open("First");
+}
+
+void RandomDesktop::giveMenus(SimApplication& application) {
+  const auto press = [this] {
+    if (chance(3)) happen();
+  };
+  SimMenuItem create{"New", [this] { open("New"); }};
+  if (chance(4)) create.submenu = {{"Window", press}};
+  application.setMenuBar({{"Apple", {}}, {"File", {create, {"Save", press, !chance(4)}}}});
+  auto& save = application.menu({"File", "Save"});
+  save.unansweredPress = chance(4);
+  save.validated = !chance(3);
+  if (chance(4)) save.refusedAttributes = {"AXEnabled"};
+}
+
+// Where a document is: nowhere yet, in the cloud, or on the disk.
+std::string RandomDesktop::placeOf(const std::string& title) {
+  if (chance(3)) return "";
+  if (chance(4)) return "https://d.docs.live.net/1/" + title;
+  return (mac_.home() / "Documents" / title).string();
+}
+
+AxRect RandomDesktop::frame() {
+  const double x = static_cast<double>(below(1600)) - 200;
+  const double y = static_cast<double>(below(700)) - 50;
+  return {x, y, 150 + static_cast<double>(below(1300)), 100 + static_cast<double>(below(700))};
+}
+
+void RandomDesktop::open(const std::string& title) {
+  auto& application = any(applications_);
+  if (!application.isRunning()) return;
+  if (applications_.size() == names.size() && application == applications_.back() && chance(2)) {
+    const auto document = mac_.office().openInWindow(application, {.name = title, .path = placeOf(title)});
+    if (document->window) windows_.push_back(*document->window);
+    return;
+  }
+  if (chance(8)) {
+    windows_.push_back(application.openUnfinished());
+    return;
+  }
+  windows_.push_back(application.open(title, frame()));
+  if (chance(2)) windows_.back().setDocument("file:///Users/ann/" + title);
+  if (chance(8)) windows_.back().quirks().asksBeforeClosing = true;
+  if (chance(8)) windows_.back().quirks().minimumSize = {400, 300};
+  if (chance(8)) {
+    windows_.back().quirks().refusesMoves = true;
+  } else if (chance(8)) {
+    windows_.back().quirks().frameDelay = 200ms;
+  }
+}
+
+void RandomDesktop::happen() {
+  // Users answer what their applications ask.
+  if (mac_.office().isAsking() && chance(2)) mac_.office().answer(chance(2));
+  const std::size_t what = below(24);
+  told("happens " + std::to_string(what));
+  if (what < 4 || windows_.empty()) return open("Window " + std::to_string(below(30)) + ".docx");
+  auto window = any(windows_);
+  auto& application = any(applications_);
+  what < 13 ? changeWindow(what, window, application) : changeDesktop(what, window, application);
+}
+
+void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplication& owner) {
+  switch (what) {
+    case 4:
+    case 5:
+      return window.close();
+    case 6:
+      return window.minimise();
+    case 7:
+      return window.restore();
+    case 8:
+      return window.enterFullScreen();
+    case 9:
+      return window.leaveFullScreen();
+    case 10:
+      return window.retitle(chance(5) ? std::string(300, 'x') : "Renamed " + std::to_string(below(9)));
+    case 11:
+      return window.setFrame(frame());
+    default:
+      if (window.exists()) owner.focus(window);
+  }
+}
+
+void RandomDesktop::changeDesktop(std::size_t what, SimWindow& window, SimApplication& application) {
+  switch (what) {
+    case 13:
+    case 14:
+      return mac_.activate(application);
+    case 15:
+      mac_.terminate(application);
+      return launch(static_cast<std::size_t>(&application - applications_.data()));
+    case 16:
+      return chance(2) ? mac_.leaveNobodyInFront() : mac_.activatePellar();
+    case 17:
+      return chance(2) ? application.hide() : application.show();
+    case 18:
+      return changeDisplays();
+    case 19:
+      return mac_.showSpace(static_cast<int>(below(3)));
+    case 20:
+      // By Mission Control, which is a space of its own while it is shown.
+      mac_.showSpace(9);
+      window.moveToSpace(static_cast<int>(below(3)));
+      return mac_.showSpace(static_cast<int>(below(3)));
+    case 21:
+      return changeNativeTabs(application);
+    default:
+      return hang(application);
+  }
+}
+
+void RandomDesktop::changeDisplays() {
+  const auto first = SimScreens::screen({0, 0, 1440, 900}, 25, 0);
+  const auto left = SimScreens::screen({-1200, -300, 1200, 1000}, 25, 70);
+  switch (below(4)) {
+    case 0:
+      return mac_.screens().set({});
+    case 1:
+      return mac_.screens().set({left});
+    case 2:
+      return mac_.screens().set({first, left});
+    default:
+      return mac_.screens().set({first});
+  }
+}
+
+void RandomDesktop::changeNativeTabs(SimApplication& application) {
+  auto windows = application.windowsFrontToBack();
+  std::erase_if(windows, [](const SimWindow& each) { return each.isMinimised() || each.isFullScreen(); });
+  if (windows.size() < 2) return;
+  if (chance(2)) return any(windows).selectNativeTab();
+  application.joinAsTabs({windows[0], windows[1]});
+}
+
+void RandomDesktop::hang(SimApplication& application) {
+  application.freeze();
+  if (chance(2)) act();
+  if (!chance(4)) return application.resume();
+  thaws_.push_back(mac_.mainLoop().after(std::chrono::seconds(below(200)),
+                                         [application]() mutable { application.resume(); }));
+}
+
+}  // namespace pellar
