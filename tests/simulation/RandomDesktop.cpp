@@ -47,6 +47,7 @@ void RandomDesktop::launch(std::size_t which) {
   application.quirks().listsWindowsByCreation = chance(2);
   application.quirks().validatesOpenMenusOnly = chance(2);
   if (chance(2)) application.quirks().answerTime = std::chrono::milliseconds(below(40));
+  application.quirks().mainIsNotKey = chance(3);
   if (chance(6)) application.quirks().untoldNotifications = {"AXUIElementDestroyed", "AXWindowMiniaturized"};
   if (!chance(4)) giveMenus(application);
   if (applications_.size() <= which) {

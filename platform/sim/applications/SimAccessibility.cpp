@@ -191,7 +191,7 @@ std::optional<AttributeValue> SimAccessibility::windowValue(const SimWindowPoint
   if (name == "AXSize") return window->frame.size();
   if (name == "AXMinimized") return window->minimised;
   if (name == "AXFullScreen") return window->fullScreen;
-  if (name == "AXMain") return owner.focused == window;
+  if (name == "AXMain") return owner.mainWindow() == window;
   if (name == "AXDocument" && window->document) return *window->document;
   if (name == "AXCloseButton" && window->quirks.hasCloseButton) return SimElement::ofCloseButton(window);
   return std::nullopt;
@@ -222,7 +222,7 @@ void SimAccessibility::set(const Element& element, std::string_view name, const 
     desktop_.requestSize(window, *size);
   } else if (const auto* flag = std::get_if<bool>(&value)) {
     if (name == "AXMinimized" && !window->quirks.refusesMinimise) desktop_.setMinimised(window, *flag);
-    if (name == "AXMain" && *flag) desktop_.focus(window);
+    if (name == "AXMain" && *flag) desktop_.makeMain(window);
   }
 }
 

@@ -30,6 +30,7 @@ void SimDesktop::terminate(SimApplicationState& application) {
   application.frontToBack.clear();
   application.byCreation.clear();
   application.focused.reset();
+  application.madeMain.reset();
   std::erase(frontToBack_, held);
   waitingWork_.erase(application.description.pid);
   ++revision_;
@@ -135,12 +136,20 @@ void SimDesktop::focus(const SimWindowPointer& window) {
   setFocused(*owner, window);
 }
 
+void SimDesktop::makeMain(const SimWindowPointer& window) {
+  const auto owner = application(window->pid);
+  if (!owner || !owner->quirks.mainIsNotKey) return focus(window);
+  if (window->exists && !window->minimised) owner->madeMain = window == owner->focused ? nullptr : window;
+  ++revision_;
+}
+
 void SimDesktop::focusNothing(SimApplicationState& application) {
   setFocused(application, nullptr);
 }
 
 void SimDesktop::setFocused(SimApplicationState& application, SimWindowPointer window) {
   ++revision_;
+  application.madeMain.reset();
   if (application.focused == window) return;
   application.focused = std::move(window);
   notify(application, application.focused ? application.focused->serial : 0, "AXFocusedWindowChanged");
@@ -251,6 +260,7 @@ void SimDesktop::destroy(const SimWindowPointer& window, bool stillListed) {
   std::erase(owner->frontToBack, window);
   std::erase(owner->byCreation, window);
   notify(*window, "AXUIElementDestroyed");
+  if (owner->madeMain == window) owner->madeMain.reset();
   if (owner->focused == window) focusNext(*owner);
 }
 

@@ -63,6 +63,8 @@ struct SimApplicationState {
   std::vector<SimWindowPointer> frontToBack;
   std::vector<SimWindowPointer> byCreation;
   SimWindowPointer focused;
+  SimWindowPointer madeMain;  // by hand, apart from the focused one; null when that is the main one, too
+  [[nodiscard]] const SimWindowPointer& mainWindow() const { return madeMain ? madeMain : focused; }
   SimMenuPointer menuBar;        // null when it has none
   std::string typed;             // text that went to it
   std::vector<SimKey> keysDown;  // keys with modifiers that went to it
@@ -112,6 +114,8 @@ class SimDesktop {
   SimWindowPointer open(SimApplicationState& application, std::string title, const AxRect& frame,
                         std::string subrole);
   void focus(const SimWindowPointer& window);
+  // Another process writes "AXMain".
+  void makeMain(const SimWindowPointer& window);
   void focusNothing(SimApplicationState& application);
   void setMinimised(const SimWindowPointer& window, bool minimised);
   void setFullScreen(const SimWindowPointer& window, bool fullScreen, const AxRect& screen);

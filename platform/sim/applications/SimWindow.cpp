@@ -51,6 +51,11 @@ std::optional<SimWindow> SimApplication::focusedWindow() const {
   return SimWindow(*desktop_, *screens_, state_->focused);
 }
 
+std::optional<SimWindow> SimApplication::mainWindow() const {
+  if (!state_->mainWindow()) return std::nullopt;
+  return SimWindow(*desktop_, *screens_, state_->mainWindow());
+}
+
 std::vector<SimWindow> SimApplication::windowsFrontToBack() const {
   std::vector<SimWindow> windows;
   for (const auto& window : state_->frontToBack) windows.emplace_back(*desktop_, *screens_, window);

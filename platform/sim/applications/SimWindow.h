@@ -98,6 +98,8 @@ class SimApplication {
   [[nodiscard]] SimMenuElement& menu(std::initializer_list<std::string_view> titles = {}) const;
 
   [[nodiscard]] std::optional<SimWindow> focusedWindow() const;
+  // The one that its menus act on.
+  [[nodiscard]] std::optional<SimWindow> mainWindow() const;
   [[nodiscard]] std::vector<SimWindow> windowsFrontToBack() const;
   // Keys the user typed into it.
   [[nodiscard]] const std::string& typed() const { return state_->typed; }

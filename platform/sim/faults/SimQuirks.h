@@ -43,8 +43,12 @@ struct SimApplicationQuirks {
   // (github.com/Hammerspoon/hammerspoon/issues/3753, github.com/nikitabobko/AeroSpace/issues/1615,
   // github.com/ejbills/DockDoor/issues/1455).
   NameSet untoldNotifications;
-  bool listsWindowsByCreation = false;      // "AXWindows" in order of creation, not front to back
-  bool namesNoFocusedWindow = false;        // "AXFocusedWindow" is absent
+  bool listsWindowsByCreation = false;  // "AXWindows" in order of creation, not front to back
+  bool namesNoFocusedWindow = false;    // "AXFocusedWindow" is absent
+  // A window made the main one by hand does not get the keys with it, so it is not the focused one
+  // (AXAttributeConstants.h, kAXMainAttribute: "Main does not necessarily imply that the window has key
+  // focus").
+  bool mainIsNotKey = false;
   std::chrono::milliseconds answerTime{0};  // what each round trip to it takes
   bool hung = false;                        // answers nothing until it is resumed
   // The items of its menus say whether they are enabled as of when the user last opened the menu: macOS

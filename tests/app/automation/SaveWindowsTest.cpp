@@ -9,7 +9,7 @@ class SaveWindows : public AutomationStory {
   SaveWindows() {
     // Like a real application's, the menu acts on the main window.
     editor.setMenuBar(
-        {{"Apple", {}}, {"File", {{"Save", [this] { saved.push_back(editor.focusedWindow()->title()); }}}}});
+        {{"Apple", {}}, {"File", {{"Save", [this] { saved.push_back(editor.mainWindow()->title()); }}}}});
   }
   // The record of a new window; with a file behind it unless said otherwise.
   std::shared_ptr<OfficeWindow> open(const std::string& title, bool withPath = true) {
@@ -38,6 +38,16 @@ TEST_F(SaveWindows, SavesEachAndGivesTheFrontOneItsPlaceBack) {
   EXPECT_EQ(saved, (std::vector<std::string>{"a", "b", "c"}));
   EXPECT_EQ(editor.focusedWindow()->title(), "b");
   EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 3 of 3 windows"});
+}
+
+TEST_F(SaveWindows, EachIsMadeTheMainOneAlsoWhereTheUserKeepsTheKeysInAnother) {
+  const auto a = open("a");
+  const auto b = open("b");
+  editor.quirks().mainIsNotKey = true;
+  saveAll({a, b}, b);
+  EXPECT_EQ(saved, (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(editor.focusedWindow()->title(), "b");
+  EXPECT_EQ(editor.mainWindow()->title(), "b");
 }
 
 TEST_F(SaveWindows, WithoutAFrontOneTheLastStaysMain) {
