@@ -240,16 +240,17 @@ TEST_F(StripFault, AFrozenApplicationHidesTheStripAndHasItBackAfterwards) {
 }
 
 TEST_F(StripFault, AnApplicationThatFreezesUnderAClickHasItsStripBackWithItsNextSignOfLife) {
-  auto plan = open("Plan");
-  const auto report = open("Report");
+  const auto plan = open("Plan");
+  auto report = open("Report");
   start();
   editor.freeze();
   strip().clickTab("Plan");
   EXPECT_FALSE(stripShown());
   editor.resume();
-  plan.retitle("Plan 2");
-  expectStripOver(report);
-  EXPECT_EQ(plan.raises(), 0);
+  report.retitle("Report 2");
+  expectStripOver(plan);
+  EXPECT_EQ(strip().activeTab(), "Plan") << "what was asked of it is done late";
+  EXPECT_EQ(plan.raises(), 1);
 }
 
 TEST_F(StripFault, AWindowThatTellsAPlaceOrSizeThatIsNoNumberKeepsItsStripAndItsPlace) {

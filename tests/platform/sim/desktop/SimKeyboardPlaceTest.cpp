@@ -135,7 +135,7 @@ TEST_F(SimReports, WaitForTheHandlerOfTheItemThatIsChosenInAMenu) {
 }
 
 TEST_F(SimReports, WaitForTheHandlerOfTheItemThatIsChosenInTheMenuBar) {
-  const auto item = mac.statusBar().addItem({.title = "P"}, [this] {
+  const auto item = mac.statusBar().addItem({.imageName = "", .imageHeight = 16, .title = "P"}, [this] {
     return Menu{ClosureItem{"Quit", [this] { heard.emplace_back("handler"); }}};
   });
   mac.statusBar().open([this](SimOpenMenu& menu) {
