@@ -120,6 +120,8 @@ class RandomDay : public RandomDesktop {
     mac().settle();
     mac().activate(application);
     mac().advance(30s);
+    // What is told to nobody is seen with the next picture.
+    if (!application.quirks().untoldNotifications.empty()) pellar_->tracker().refresh();
     std::set<WindowId> there;
     for (const auto& window : application.windowsFrontToBack())
       if (window.isNamed() && window.frame().width >= 200) there.insert(window.id());

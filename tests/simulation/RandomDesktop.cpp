@@ -31,6 +31,7 @@ void RandomDesktop::begin() {
 }
 
 void RandomDesktop::calmDown() {
+  calm_ = true;
   for (auto& each : applications_) each.resume();
   thaws_.clear();
 }
@@ -108,6 +109,7 @@ void RandomDesktop::open(const std::string& title) {
 }
 
 void RandomDesktop::happen() {
+  if (calm_) return;
   // Users answer what their applications ask.
   if (mac_.office().isAsking() && chance(2)) mac_.office().answer(chance(2));
   const std::size_t what = below(24);

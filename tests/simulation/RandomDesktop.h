@@ -32,7 +32,7 @@ class RandomDesktop {
   void begin();
   // Any one thing happens.
   void happen();
-  // Every application answers again.
+  // Every application answers again, and nothing happens any more.
   void calmDown();
   [[nodiscard]] std::vector<SimApplication>& applications() { return applications_; }
 
@@ -61,6 +61,7 @@ class RandomDesktop {
   std::vector<SimApplication> applications_;
   std::vector<SimWindow> windows_;
   std::vector<std::string> trail_;
+  bool calm_ = false;
   std::vector<Subscription> thaws_;  // of applications that hang
 };
 

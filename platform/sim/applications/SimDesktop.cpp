@@ -223,7 +223,9 @@ void SimDesktop::showSpace(int space) {
     const auto top =
         std::ranges::find_if(owner->frontToBack, [this](const auto& each) { return isOnScreen(*each); });
     if (top == owner->frontToBack.end()) continue;
-    focus(*top);
+    // A copy, since the list is put into another order by it.
+    const SimWindowPointer window = *top;
+    focus(window);
     activate(owner->description.pid);
     return;
   }
