@@ -72,6 +72,29 @@ TEST_F(Question, LeavesTheApplicationInFrontThatTheUserWentTo) {
   EXPECT_EQ(mac.workspace().frontmostApplication()->pid, viewer.pid());
 }
 
+TEST_F(Question, KeepsTheKeyboardWhenAWindowOfOursClosesUnderIt) {
+  mac.alerts().next([&](const TextAlert&) {
+    place->giveBack();
+    mac.settle();
+    EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
+    return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, "Budget"};
+  });
+  EXPECT_EQ(ask(), "Budget");
+  mac.settle();
+  EXPECT_EQ(mac.workspace().frontmostApplication()->pid, editor.pid());
+}
+
+TEST_F(Question, AskedOverAWindowOfOursLeavesItTheKeyboard) {
+  place->take();
+  mac.settle();
+  EXPECT_EQ(answered("Budget"), "Budget");
+  mac.settle();
+  EXPECT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
+  place->giveBack();
+  mac.settle();
+  EXPECT_EQ(mac.workspace().frontmostApplication()->pid, editor.pid());
+}
+
 TEST_F(Question, IsNotAskedWhileAnotherOneIs) {
   mac.alerts().next([&](const TextAlert&) {
     EXPECT_EQ(ask(), std::nullopt);
