@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -68,10 +67,6 @@ class DocumentPaths {
     std::weak_ptr<OfficeWindow> record = {};  // that stood for the window last
     PathInTitle inTitle = {};                 // of what was found
   };
-  struct HashOfElement {
-    std::size_t operator()(const Element& element) const { return static_cast<std::size_t>(element.hash()); }
-  };
-
   void askAfterScript();
   void keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents);
   void forgetOld();
@@ -79,7 +74,7 @@ class DocumentPaths {
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
   std::shared_ptr<Automation> automation_;
-  std::unordered_map<Element, Answer, HashOfElement> answers_;
+  std::unordered_map<Element, Answer, ElementHash> answers_;
   bool waits_ = false;  // for the end of a script
   Alive alive_;
 };

@@ -9,9 +9,8 @@
 // Modal questions for one line of text.
 namespace pellar::Prompt {
 
-// Asks, with this program in front meanwhile. The text without blanks at its
-// ends; absent when the user cancelled or left nothing, and when no question can be shown. A nested loop runs
-// until it is answered.
+// Asks, with this program in front meanwhile. The text without blanks at its ends; absent when the user
+// cancelled or left nothing, and when no question can be shown. A nested loop runs until it is answered.
 std::optional<std::string> ask(Alerts& alerts, PlaceInFront& place, const std::string& title,
                                const std::string& message, const std::string& defaultValue);
 
