@@ -39,8 +39,8 @@ class Application {
   Window openWithShadow(const std::string& title, const Box& place, int shadow);
   // The program itself gives a window another title, in any bytes.
   void setTitle(Window window, const std::string& title);
-  // A command to one window: "destroy", "fixed", "stubborn X Y", "dialog PARENT", "storm COUNT
-  // PER-SECOND".
+  // A command to one window: "destroy", "fixed", "stubborn X Y", "dialog PARENT", "group LEADER",
+  // "storm COUNT PER-SECOND".
   void tell(Window window, const std::string& command);
   void tellWithoutWaiting(Window window, const std::string& command);
   // Opens and destroys that many windows in one go.

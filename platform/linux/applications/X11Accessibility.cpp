@@ -97,9 +97,9 @@ std::optional<AttributeValue> X11Accessibility::applicationAttribute(const X11Ap
     return windows;
   }
   if (name == "AXFocusedWindow") {
-    const xcb_window_t active = applications_.activeWindow();
-    if (active == XCB_WINDOW_NONE || applications_.ofWindow(active) != &application) return std::nullopt;
-    return X11Element::make(X11Element::Kind::window, active);
+    const xcb_window_t focused = applications_.focusedWindow(application);
+    if (focused == XCB_WINDOW_NONE) return std::nullopt;
+    return X11Element::make(X11Element::Kind::window, focused);
   }
   if (name == "AXMenuBar") return menuBar(application);
   if (name == "AXTitle" && application.name) return *application.name;

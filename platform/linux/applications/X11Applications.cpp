@@ -39,6 +39,7 @@ std::optional<std::string> firstOf(std::initializer_list<std::string_view> texts
 
 X11Applications::X11Applications(X11Mirror& mirror, MainLoop& loop, DesktopEntries entries)
     : mirror_(mirror),
+      dialogs_(mirror),
       loop_(loop),
       entries_(std::move(entries)),
       hostName_(localHostName()),
@@ -69,8 +70,11 @@ const X11Application* X11Applications::ofWindow(xcb_window_t window) const {
   return found == applications_.end() ? nullptr : &found->second;
 }
 
-xcb_window_t X11Applications::activeWindow() const {
-  return mirror_.find(active_) != nullptr ? active_ : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
+xcb_window_t X11Applications::focusedWindow(const X11Application& application) const {
+  const X11Window* active = mirror_.find(active_);
+  if (active == nullptr || ofWindow(active_) != &application) return XCB_WINDOW_NONE;
+  const X11Window* standard = dialogs_.standardWindowOf(*active, application.windows);
+  return standard == nullptr ? active->id : standard->id;
 }
 
 std::optional<RunningApplication> X11Applications::frontmost() const {
@@ -116,18 +120,6 @@ bool X11Applications::isRaising(const X11Application& application) const {
 
 bool X11Applications::isLocal(const X11Window& window) const {
   return !window.clientMachine || window.clientMachine->empty() || *window.clientMachine == hostName_;
-}
-
-const X11Window& X11Applications::leaderOf(const X11Window& window) const {
-  // Dialogs of dialogs are few; windows that name one another in a ring are as many as one likes.
-  constexpr int deepest = 8;
-  const X11Window* leader = &window;
-  for (int depth = 0; depth < deepest; ++depth) {
-    const X11Window* next = leader->transientFor ? mirror_.find(*leader->transientFor) : nullptr;
-    if (next == nullptr) return *leader;
-    leader = next;
-  }
-  return window;
 }
 
 X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
@@ -184,7 +176,9 @@ void X11Applications::regroup() {
   for (auto& [key, application] : applications_) application.windows.clear();
   std::set<Key> present;
   const auto place = [this, &present](const X11Window& window, bool listed) {
-    const X11Window& leader = leaderOf(window);
+    // The window that a dialog was opened for says whose it is: a dialog may bear another class than the
+    // windows of its application, or come from another process (a desktop's file chooser).
+    const X11Window& leader = dialogs_.leaderOf(window);
     const Key key = keyOf(leader);
     keys_[window.id] = key;
     present.insert(key);

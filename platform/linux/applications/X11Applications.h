@@ -13,6 +13,7 @@
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 #include "platform/linux/applications/DesktopEntries.h"
+#include "platform/linux/applications/X11Dialogs.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -47,8 +48,10 @@ class X11Applications {
   // The application with the active window. For a moment without one, as while the focus goes from a window
   // to another, it stays the last.
   [[nodiscard]] std::optional<RunningApplication> frontmost() const;
-  // The active window, with the same moment's grace; 0 when there is none or it is gone.
-  [[nodiscard]] xcb_window_t activeWindow() const;
+  // The window of an application that the user works in; 0 when that is none of its. A dialog counts as the
+  // standard window that it belongs to, where one can be meant. The active window has the same moment's
+  // grace.
+  [[nodiscard]] xcb_window_t focusedWindow(const X11Application& application) const;
   // Counts the windows that became active.
   [[nodiscard]] std::uint64_t activationCount() const { return lastActivation_; }
   // The window of an application that was active last and is not minimised; 0 when there is none.
@@ -72,10 +75,6 @@ class X11Applications {
  private:
   using Key = std::string;
 
-  // The window that a dialog was opened for, which says whose it is: a dialog may bear another class than the
-  // windows of its application, or come from another process (a desktop's file chooser). Itself when it is
-  // none.
-  [[nodiscard]] const X11Window& leaderOf(const X11Window& window) const;
   [[nodiscard]] Key keyOf(const X11Window& window) const;
   void regroup();
   void describe(X11Application& application, const X11Window& window);
@@ -84,6 +83,7 @@ class X11Applications {
   void tell();
 
   X11Mirror& mirror_;
+  X11Dialogs dialogs_;
   MainLoop& loop_;
   DesktopEntries entries_;
   std::string hostName_;

@@ -20,7 +20,8 @@ bool reservesRoom(X11Property property) {
 
 bool sameToTheUser(const X11Window& a, const X11Window& b) {
   return a.title() == b.title() && a.frame() == b.frame() && a.minimized() == b.minimized() &&
-         a.fullscreen == b.fullscreen && a.standard() == b.standard() && a.kind == b.kind;
+         a.fullscreen == b.fullscreen && a.standard() == b.standard() && a.kind == b.kind &&
+         a.transientFor == b.transientFor && a.group == b.group;
 }
 
 }  // namespace

@@ -40,6 +40,8 @@ xcb_atom_t atomOf(X11Property property, const X11Atoms& atoms) {
       return atoms.netWmWindowType;
     case X11Property::transientFor:
       return XCB_ATOM_WM_TRANSIENT_FOR;
+    case X11Property::hints:
+      return XCB_ATOM_WM_HINTS;
     case X11Property::state:
       return atoms.netWmState;
     case X11Property::wmState:
@@ -162,6 +164,14 @@ void applyState(X11Window& window, const xcb_get_property_reply_t* reply, const 
   window.maximizedHorizontally = has(atoms.stateMaximizedHorz);
 }
 
+std::optional<xcb_window_t> groupOf(const xcb_get_property_reply_t* reply) {
+  // WM_HINTS: flags first, the group's leader last, valid with flag WindowGroupHint.
+  constexpr std::uint32_t hasGroup = 1U << 6U;
+  const auto hints = numbers(reply);
+  if (hints.size() < 9 || (hints[0] & hasGroup) == 0 || hints[8] == XCB_WINDOW_NONE) return std::nullopt;
+  return hints[8];
+}
+
 std::uint32_t gravityOf(const xcb_get_property_reply_t* reply) {
   // WM_SIZE_HINTS: flags first, the gravity last, valid with flag PWinGravity.
   constexpr std::uint32_t hasGravity = 1U << 9U;
@@ -215,6 +225,9 @@ void applyX11Property(X11Window& window, X11Property property, const xcb_get_pro
     case X11Property::transientFor:
       window.transientFor = number(reply);
       if (window.transientFor == XCB_WINDOW_NONE) window.transientFor.reset();
+      break;
+    case X11Property::hints:
+      window.group = groupOf(reply);
       break;
     case X11Property::state:
       applyState(window, reply, atoms);

@@ -21,6 +21,7 @@ enum class X11Property {
   pid,
   type,
   transientFor,
+  hints,
   state,
   wmState,
   desktop,
@@ -32,10 +33,10 @@ enum class X11Property {
 };
 
 inline constexpr std::array allX11Properties{
-    X11Property::netName,     X11Property::wmName,  X11Property::wmClass,      X11Property::clientMachine,
-    X11Property::pid,         X11Property::type,    X11Property::transientFor, X11Property::state,
-    X11Property::wmState,     X11Property::desktop, X11Property::frameExtents, X11Property::shadow,
-    X11Property::normalHints, X11Property::strut,   X11Property::strutPartial};
+    X11Property::netName, X11Property::wmName,      X11Property::wmClass,      X11Property::clientMachine,
+    X11Property::pid,     X11Property::type,        X11Property::transientFor, X11Property::hints,
+    X11Property::state,   X11Property::wmState,     X11Property::desktop,      X11Property::frameExtents,
+    X11Property::shadow,  X11Property::normalHints, X11Property::strut,        X11Property::strutPartial};
 
 // The property that an atom names; absent when the mirror does not follow it.
 [[nodiscard]] std::optional<X11Property> x11PropertyOf(xcb_atom_t atom, const X11Atoms& atoms);

@@ -54,6 +54,7 @@ struct X11Window {
   std::optional<std::int32_t> pid;
   X11WindowKind kind = X11WindowKind::normal;
   std::optional<xcb_window_t> transientFor;  // WM_TRANSIENT_FOR: the window this one is a dialog of
+  std::optional<xcb_window_t> group;         // WM_HINTS: the leader of its group of windows
   bool iconic = false;                       // WM_STATE
   bool hidden = false;                       // the four of _NET_WM_STATE
   bool fullscreen = false;

@@ -205,6 +205,13 @@ std::string PlainWindows::run(const std::string& line) {
     const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE_DIALOG");
     setNumbers(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, &type, 1);
     xcb_icccm_set_wm_transient_for(connection_, window, parent);
+  } else if (command == "group") {
+    xcb_window_t leader = XCB_NONE;
+    input >> leader;
+    xcb_icccm_wm_hints_t hints{};
+    xcb_icccm_wm_hints_set_input(&hints, 1);
+    xcb_icccm_wm_hints_set_window_group(&hints, leader);
+    xcb_icccm_set_wm_hints(connection_, window, &hints);
   } else if (command == "storm") {
     int count = 0;
     int perSecond = 0;

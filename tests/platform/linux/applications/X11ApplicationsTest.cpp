@@ -85,7 +85,7 @@ TEST_F(X11ApplicationsTest, ADialogIsOfTheApplicationItWasOpenedFor) {
   x11().application(chooser).tell(x11().window(dialog), "dialog " + std::to_string(x11().window(text).id));
   EXPECT_TRUE(wait([&] { return isInFront(editor); }));
   EXPECT_EQ(read<std::string>(elementOf(editor, "Open File"), "AXSubrole"), "AXDialog");
-  EXPECT_TRUE(isFocused(editor, elementOf(editor, "Open File")));
+  EXPECT_TRUE(isFocused(editor, elementOf(editor, "text")));
 }
 
 TEST_F(X11ApplicationsTest, DialogsOfOneAnotherAreOfTheirOwnApplications) {
