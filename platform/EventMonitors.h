@@ -13,7 +13,7 @@ struct ObservedClick {
   ScreenPoint location;
 };
 
-// Watches mouse presses without taking them. Costs nothing without a subscription. Main thread only.
+// Watches the mouse's buttons without taking their presses. Costs nothing without a subscription. Main thread only.
 class EventMonitors {
  public:
   virtual ~EventMonitors() = default;
@@ -21,6 +21,9 @@ class EventMonitors {
   [[nodiscard]] virtual Subscription onGlobalMouseDown(std::function<void()> callback) = 0;
   // Presses in this program's own windows; the press is delivered afterwards as usual.
   [[nodiscard]] virtual Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) = 0;
+  // Calls back once when no button is held any more, wherever it was pressed. Not active when none is held,
+  // nor where the system does not tell.
+  [[nodiscard]] virtual Subscription onceButtonsAreUp(std::function<void()> callback) = 0;
 };
 
 }  // namespace pellar

@@ -4,6 +4,7 @@
 
 #include "app/strip/place/StripGeometry.h"
 #include "app/tracking/AX.h"
+#include "platform/EventMonitors.h"
 #include "platform/ScreenList.h"
 
 namespace pellar {
@@ -13,7 +14,7 @@ PushDown::PushDown(const Platform& platform, std::shared_ptr<WindowTracker> trac
 
 bool PushDown::ifNeeded(OfficeWindow& window) {
   const auto target = StripGeometry::pushedDown(window.frame, platform_.screens.screens());
-  if (!target) return false;
+  if (!target || waitsForRelease()) return false;
   const Size size = window.frame.size();
   // A change of size is announced, and so brings the next report, which would ask again without an end. A
   // position that is refused is not.
@@ -26,6 +27,16 @@ bool PushDown::ifNeeded(OfficeWindow& window) {
   refusal_.reset();
   tracker_->scheduleRefresh();
   return true;
+}
+
+bool PushDown::waitsForRelease() {
+  if (!release_.active()) {
+    release_ = platform_.eventMonitors.onceButtonsAreUp([this] {
+      release_.cancel();
+      tracker_->scheduleRefresh();
+    });
+  }
+  return release_.active();
 }
 
 bool PushDown::refusedHere(const OfficeWindow& window) const {

@@ -6,6 +6,7 @@
 #include "app/tracking/WindowTracker.h"
 #include "core/Geometry.h"
 #include "platform/Platform.h"
+#include "platform/Subscription.h"
 
 namespace pellar {
 
@@ -15,11 +16,13 @@ class PushDown {
   // What `platform` refers to outlives this.
   PushDown(const Platform& platform, std::shared_ptr<WindowTracker> tracker);
 
-  // Makes room above a window, if need be, and then asks for a refresh. False when there is room already, and
-  // when the window refuses to move: it keeps its size then and is asked again with the next report.
+  // Makes room above a window, if need be, and then asks for a refresh. False when there is room already,
+  // when the window refuses to move: it keeps its size then and is asked again with the next report; and
+  // while a mouse button is held, for the user may be moving it: the refresh after the release asks again.
   bool ifNeeded(OfficeWindow& window);
 
  private:
+  [[nodiscard]] bool waitsForRelease();
   [[nodiscard]] bool refusedHere(const OfficeWindow& window) const;
   [[nodiscard]] bool moves(OfficeWindow& window, const AxRect& target);
   void giveBack(OfficeWindow& window, Size size);
@@ -33,6 +36,7 @@ class PushDown {
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
   std::optional<Refusal> refusal_;  // the last one
+  Subscription release_;            // of the mouse button, while one is waited for
 };
 
 }  // namespace pellar

@@ -19,6 +19,7 @@ struct X11EventMonitors::Listeners {
   int lastKey = 0;
   std::map<int, std::function<void()>> global;
   std::map<int, std::function<void(const ObservedClick&)>> local;
+  std::map<int, std::function<void()>> released;
 };
 
 X11EventMonitors::X11EventMonitors(X11Connection& connection, MainLoop& loop)
@@ -41,13 +42,30 @@ X11EventMonitors::~X11EventMonitors() {
 Subscription X11EventMonitors::onGlobalMouseDown(std::function<void()> callback) {
   const int key = ++listeners_->lastKey;
   listeners_->global.emplace(key, std::move(callback));
-  if (listeners_->global.size() == 1) watch(true);
+  if (listeners_->global.size() == 1) select();
   return Subscription([weak = std::weak_ptr(listeners_), key] {
     const auto listeners = weak.lock();
     if (!listeners) return;
     listeners->global.erase(key);
-    if (listeners->global.empty() && listeners->owner != nullptr) listeners->owner->watch(false);
+    if (listeners->global.empty() && listeners->owner != nullptr) listeners->owner->select();
   });
+}
+
+Subscription X11EventMonitors::onceButtonsAreUp(std::function<void()> callback) {
+  if (opcode_ == 0 || !isButtonHeld()) return {};
+  const int key = ++listeners_->lastKey;
+  listeners_->released.emplace(key, std::move(callback));
+  Subscription subscription([weak = std::weak_ptr(listeners_), key] {
+    const auto listeners = weak.lock();
+    if (!listeners || listeners->released.erase(key) == 0) return;
+    if (listeners->released.empty() && listeners->owner != nullptr) listeners->owner->select();
+  });
+  if (listeners_->released.size() == 1) {
+    select();
+    // The release may have come before anybody listened.
+    if (!isButtonHeld()) subscription.cancel();
+  }
+  return subscription;
 }
 
 Subscription X11EventMonitors::onLocalMouseDown(std::function<void(const ObservedClick&)> callback) {
@@ -70,7 +88,7 @@ void X11EventMonitors::localMouseDown(const ObservedClick& click) {
   }
 }
 
-void X11EventMonitors::watch(bool on) {
+void X11EventMonitors::select() {
   if (opcode_ == 0) return;
   struct {
     xcb_input_event_mask_t head;
@@ -78,18 +96,21 @@ void X11EventMonitors::watch(bool on) {
   } request{};
   request.head.deviceid = XCB_INPUT_DEVICE_ALL_MASTER;
   request.head.mask_len = 1;
-  request.mask = on ? XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS : 0;
-  // Waited for, so that the very next press counts.
+  if (!listeners_->global.empty()) request.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_PRESS;
+  if (!listeners_->released.empty()) request.mask |= XCB_INPUT_XI_EVENT_MASK_RAW_BUTTON_RELEASE;
+  // Waited for, so that the very next event counts.
   const XcbReply<xcb_generic_error_t> error(xcb_request_check(
       connection_.xcb(),
       xcb_input_xi_select_events_checked(connection_.xcb(), connection_.root(), 1, &request.head)));
-  if (error && !connection_.lost()) Log::write("x11 error: presses elsewhere cannot be watched");
+  if (error && !connection_.lost()) Log::write("x11 error: buttons cannot be watched elsewhere");
 }
 
 void X11EventMonitors::handle(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7f) != XCB_GE_GENERIC || listeners_->global.empty()) return;
+  if ((event.response_type & 0x7f) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-  if (generic.extension != opcode_ || generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
+  if (generic.extension != opcode_) return;
+  if (generic.event_type == XCB_INPUT_RAW_BUTTON_RELEASE) handleRelease();
+  if (generic.event_type != XCB_INPUT_RAW_BUTTON_PRESS) return;
   const auto button = reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event).detail;
   constexpr std::uint32_t left = 1;
   constexpr std::uint32_t right = 3;
@@ -104,6 +125,27 @@ void X11EventMonitors::handle(const xcb_generic_event_t& event) {
       call();
     });
   }
+}
+
+void X11EventMonitors::handleRelease() {
+  for (const auto& [key, callback] : listeners_->released) {
+    loop_.post([weak = std::weak_ptr(listeners_), key = key] {
+      const auto listeners = weak.lock();
+      if (!listeners || listeners->owner == nullptr || !listeners->released.contains(key)) return;
+      // It was one of several buttons, or has been pressed again.
+      if (listeners->owner->isButtonHeld()) return;
+      const auto call = listeners->released.extract(key).mapped();
+      if (listeners->released.empty()) listeners->owner->select();
+      call();
+    });
+  }
+}
+
+bool X11EventMonitors::isButtonHeld() const {
+  constexpr int buttons = XCB_KEY_BUT_MASK_BUTTON_1 | XCB_KEY_BUT_MASK_BUTTON_2 | XCB_KEY_BUT_MASK_BUTTON_3;
+  const XcbReply<xcb_query_pointer_reply_t> pointer(xcb_query_pointer_reply(
+      connection_.xcb(), xcb_query_pointer(connection_.xcb(), connection_.root()), nullptr));
+  return pointer && (pointer->mask & buttons) != 0;
 }
 
 bool X11EventMonitors::pointerIsInOwnWindow() const {

@@ -10,8 +10,8 @@ namespace pellar {
 
 class MainLoop;
 
-// Watches mouse presses: those of others as raw XInput events, asked for only while somebody listens; our own
-// as the panels tell of them.
+// Watches the mouse's buttons: presses of others, and all releases, as raw XInput events, asked for only while
+// somebody listens; our own presses as the panels tell of them.
 class X11EventMonitors final : public EventMonitors {
  public:
   X11EventMonitors(X11Connection& connection, MainLoop& loop);
@@ -19,6 +19,7 @@ class X11EventMonitors final : public EventMonitors {
 
   [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
   [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
+  [[nodiscard]] Subscription onceButtonsAreUp(std::function<void()> callback) override;
 
   // For the panels, which deliver the presses in our own windows: to be called before each left or right one
   // is delivered, from the main loop.
@@ -28,7 +29,10 @@ class X11EventMonitors final : public EventMonitors {
   struct Listeners;
 
   void handle(const xcb_generic_event_t& event);
-  void watch(bool on);
+  void handleRelease();
+  // Has the server tell what there are listeners for.
+  void select();
+  [[nodiscard]] bool isButtonHeld() const;
   [[nodiscard]] bool pointerIsInOwnWindow() const;
 
   X11Connection& connection_;

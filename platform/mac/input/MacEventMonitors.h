@@ -14,6 +14,7 @@ class MacEventMonitors final : public EventMonitors {
 
   [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
   [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
+  [[nodiscard]] Subscription onceButtonsAreUp(std::function<void()> callback) override;
 
  private:
   const MacPanelFactory& panels_;

@@ -6,6 +6,7 @@
 #include "platform/mac/panel/MacPanel.h"
 #include "platform/mac/panel/MacPanelFactory.h"
 #include "platform/mac/system/Conversions.h"
+#include "platform/mac/system/MouseButtons.h"
 
 namespace pellar {
 namespace {
@@ -47,6 +48,11 @@ Subscription MacEventMonitors::onLocalMouseDown(std::function<void(const Observe
                                                  .location = screenLocation(event)});
                                      return event;
                                    }]);
+}
+
+Subscription MacEventMonitors::onceButtonsAreUp(std::function<void()> callback) {
+  if (NSEvent.pressedMouseButtons == 0) return {};
+  return whenNoButtonIsDown(std::move(callback));
 }
 
 }  // namespace pellar

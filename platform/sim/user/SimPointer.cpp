@@ -6,6 +6,11 @@
 #include "platform/sim/panel/SimSearchField.h"
 
 namespace pellar {
+namespace {
+
+constexpr double titleBarHeight = 28;
+
+}  // namespace
 
 void SimPointer::moveTo(ScreenPoint point, const std::function<void()>& look) {
   location_ = point;
@@ -28,6 +33,14 @@ void SimPointer::hover() {
 }
 
 void SimPointer::dragged() {
+  if (dragged_) {
+    const AxPoint pointer = screens_.toAccessibility(location_);
+    AxRect frame = dragged_->frame;
+    frame.x = pointer.x - grip_.x;
+    frame.y = pointer.y - grip_.y;
+    desktop_.setFrame(*dragged_, AxRect::of(screens_.clamped(frame), frame.size()));
+    return;
+  }
   if (!panels_.contains(pressed_) || pressed_->simHost().view() == nullptr) return;
   if (pressedList_ != nullptr) {
     if (pressed_->simHost().contains(pressedList_))
@@ -40,6 +53,7 @@ void SimPointer::dragged() {
 void SimPointer::press(ScreenPoint point, int clickCount, Control control) {
   moveTo(point);
   leftHeld_ = true;
+  monitors_.buttonHeld();
   clickCount_ = clickCount;
   loop_.post(
       [this, clickCount, control] { deliverPress(Button::left, clickCount, control == Control::held); });
@@ -48,17 +62,21 @@ void SimPointer::press(ScreenPoint point, int clickCount, Control control) {
 
 void SimPointer::release() {
   leftHeld_ = false;
-  loop_.post([this] {
-    SimPanel* const panel = std::exchange(pressed_, nullptr);
-    SimListView* const list = std::exchange(pressedList_, nullptr);
-    if (!panels_.contains(panel) || panel->simHost().view() == nullptr) return;
-    if (list != nullptr) {
-      if (panel->simHost().contains(list)) list->release();
-      return;
-    }
-    panel->simHost().view()->mouseUp(eventIn(*panel, clickCount_, false));
-  });
+  dragged_.reset();
+  loop_.post([this] { releasePanel(); });
+  loop_.post([this] { monitors_.buttonsReleased(); });
   loop_.runUntilIdle();
+}
+
+void SimPointer::releasePanel() {
+  SimPanel* const panel = std::exchange(pressed_, nullptr);
+  SimListView* const list = std::exchange(pressedList_, nullptr);
+  if (!panels_.contains(panel) || panel->simHost().view() == nullptr) return;
+  if (list != nullptr) {
+    if (panel->simHost().contains(list)) list->release();
+    return;
+  }
+  panel->simHost().view()->mouseUp(eventIn(*panel, clickCount_, false));
 }
 
 void SimPointer::deliverPress(Button button, int clickCount, bool control) {
@@ -77,6 +95,10 @@ void SimPointer::deliverPress(Button button, int clickCount, bool control) {
   if (const auto window = desktop_.windowAt(screens_.toAccessibility(location_))) {
     desktop_.focus(window);
     desktop_.activate(window->pid);
+    const AxPoint pointer = screens_.toAccessibility(location_);
+    if (button != Button::left || !leftHeld_ || pointer.y >= window->frame.y + titleBarHeight) return;
+    dragged_ = window;
+    grip_ = {pointer.x - window->frame.x, pointer.y - window->frame.y};
   }
 }
 

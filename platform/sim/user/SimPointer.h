@@ -14,7 +14,7 @@ namespace pellar {
 
 // The user's mouse. Every event goes through the main loop, and each call returns when the loop is idle
 // again. A press lands in the panel at the pointer, else in the application window there, which comes to the
-// front.
+// front and is dragged by its title bar.
 class SimPointer {
  public:
   enum class Control : std::uint8_t { up, held };
@@ -51,6 +51,7 @@ class SimPointer {
 
   void hover();
   void dragged();
+  void releasePanel();
   void deliverPress(Button button, int clickCount, bool control);
   void pressInPanel(SimPanel& panel, Button button, const MouseEvent& event);
   [[nodiscard]] MouseEvent eventIn(const SimPanel& panel, int clickCount, bool control) const;
@@ -67,6 +68,8 @@ class SimPointer {
   SimPanel* pressed_ = nullptr;         // the panel that took the left press; may be gone
   SimListView* pressedList_ = nullptr;  // the list in it that did; may be gone
   SimPanel* hovered_ = nullptr;         // the panel under the pointer; may be gone
+  SimWindowPointer dragged_;            // the application's window that is held by its title bar
+  AxPoint grip_;                        // from that window's corner to the pointer
 };
 
 }  // namespace pellar

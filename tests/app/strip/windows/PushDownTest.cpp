@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 
 #include "tests/support/StripStory.h"
 
@@ -24,6 +25,37 @@ TEST_F(RoomForTheStrip, AWindowDraggedToTheTopByItsStripLosesOnlyTheRoomOfTheStr
   expectStripOver(plan);
 }
 
+// The title bar is the upper edge of the window.
+TEST_F(RoomForTheStrip, AWindowDraggedToTheTopByItsTitleBarAndBackIsAsBefore) {
+  const auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  const ScreenPoint grip{700, 900 - 210};
+  mac.pointer().press(grip);
+  for (const double way : {60, 120, 180, 200, 190, 120, 60, 0}) {
+    mac.pointer().moveTo({grip.x, grip.y + way});
+    const double top = std::max(SimScreens::menuBarHeight, 200 - way);
+    EXPECT_EQ(plan.frame(), (AxRect{100, top, 1200, 604})) << "it is the user's while the button is held";
+    expectStripOver(plan);
+  }
+  mac.pointer().release();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 604}));
+  EXPECT_FALSE(mac.eventMonitors().watched()) << "nothing is waited for any more";
+}
+
+TEST_F(RoomForTheStrip, AWindowLeftAtTheTopByItsTitleBarMakesRoomOnceTheButtonIsReleased) {
+  const auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  mac.pointer().press({700, 900 - 210});
+  mac.pointer().moveTo({700, 900 - 35});
+  ASSERT_EQ(plan.frame(), (AxRect{100, 25, 1200, 604}));
+  mac.accessibility().forgetRoundTrips();
+  mac.advance(std::chrono::seconds(20));
+  EXPECT_EQ(mac.accessibility().roundTrips().total(), 0) << "held still, it is not looked at";
+  mac.pointer().release();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572}));
+  expectStripOver(plan);
+}
+
 // A panel that goes off the screen under a drag may never hear of the release.
 TEST_F(RoomForTheStrip, AWindowMakesRoomAfterADragInWhichTheStripWasHidden) {
   auto plan = open("Plan", {100, 200, 1200, 604});
@@ -35,13 +67,13 @@ TEST_F(RoomForTheStrip, AWindowMakesRoomAfterADragInWhichTheStripWasHidden) {
   mac.settle();
   plan.restore();
   mac.settle();
+  mac.pointer().moveTo({from.x, from.y + 60});
+  EXPECT_EQ(plan.frame().origin(), (AxPoint{100, 180})) << "that drag is over";
   plan.moveTo({100, 25});
   mac.settle();
+  mac.pointer().release();
   EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572}));
   expectStripOver(plan);
-  mac.pointer().moveTo({from.x, from.y + 60});
-  mac.pointer().release();
-  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572})) << "that drag is over";
 }
 
 TEST_F(RoomForTheStrip, AWindowThatRefusesTheMoveButTakesTheSizeGetsItsSizeBack) {

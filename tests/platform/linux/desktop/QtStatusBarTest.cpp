@@ -18,6 +18,7 @@ class NoPresses final : public EventMonitors {
   Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> /*callback*/) override {
     return {};
   }
+  Subscription onceButtonsAreUp(std::function<void()> /*callback*/) override { return {}; }
 };
 
 bool waitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline) {
