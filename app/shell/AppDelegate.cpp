@@ -49,7 +49,7 @@ AppDelegate::~AppDelegate() {
   // Callbacks under way share these and may outlive the delegate by the rest of a turn.
   if (strip_) {
     strip_->autoSaveToggled = nullptr;
-    strip_->shownOrHidden = nullptr;
+    strip_->canCycleMayHaveChanged = nullptr;
   }
   updater_->onUpdate = nullptr;
   updater_->onEula = nullptr;
@@ -123,12 +123,12 @@ void AppDelegate::startTracking() {
 void AppDelegate::connectHotkeys() {
   hotkeys_->isActive = [weak = std::weak_ptr(strip_)] {
     const auto strip = weak.lock();
-    return strip && strip->panel().isVisible();
+    return strip && strip->canCycle();
   };
   hotkeys_->onCycle = [weak = std::weak_ptr(strip_)](bool forward) {
     if (const auto strip = weak.lock()) strip->cycle(forward);
   };
-  strip_->shownOrHidden = [this] { hotkeys_->activityChanged(); };
+  strip_->canCycleMayHaveChanged = [this] { hotkeys_->activityChanged(); };
 }
 
 // Without accepted terms there is no strip.

@@ -134,7 +134,7 @@ void StripController::hide() {
   ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); },
                 [&] {
                   panel_->orderOut();
-                  notify(shownOrHidden);
+                  notify(canCycleMayHaveChanged);
                 });
 }
 
@@ -146,7 +146,7 @@ void StripController::show() {
   view_->setTabs(tabItems());
   panel_->setFrame(StripGeometry::stripFrame(picture_->front->frame, platform_.screens.screens()), true);
   panel_->orderFrontRegardless();
-  notify(shownOrHidden);
+  notify(canCycleMayHaveChanged);
   search_->followStrip();
 }
 

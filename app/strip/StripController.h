@@ -43,8 +43,8 @@ class StripController final : public WindowTrackerDelegate,
 
   // The strip's auto-save tool was pressed.
   std::function<void()> autoSaveToggled;
-  // The strip came on the screen or left it.
-  std::function<void()> shownOrHidden;
+  // What `canCycle` answers may have changed.
+  std::function<void()> canCycleMayHaveChanged;
   // The current terms are not accepted: every picture hides the strip, and nothing opens with it.
   bool locked = false;
 
@@ -56,6 +56,8 @@ class StripController final : public WindowTrackerDelegate,
 
   // Focuses the window of the next tab, or of the previous one; wraps at both ends.
   void cycle(bool forward);
+  // Whether there is another tab to go to, on a strip that the user sees.
+  [[nodiscard]] bool canCycle() const { return panel_->isVisible() && picture_->windows.size() > 1; }
 
   // Opens the search for recently used files.
   void openRecent() { search_->open(); }

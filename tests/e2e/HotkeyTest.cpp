@@ -140,6 +140,22 @@ TEST_P(Hotkey, WhileTheStripIsHiddenTheApplicationGetsTheKey) {
   EXPECT_EQ(tabsReceived(), 1);
 }
 
+TEST_P(Hotkey, OverTheOnlyWindowTheApplicationGetsTheKey) {
+  all.push_back(editor().open("Report", {60, 120, 900, 400}));
+  startPellar();
+  strip.waitUntilOver(all[0]);
+  pressTabWith({controlKey});
+  waitUntilTabsReceived(1);
+  pressTabWith({controlKey, shiftKey});
+  waitUntilTabsReceived(2);
+  all.push_back(editor().open("Plan", {120, 180, 900, 400}));
+  strip.waitUntilOver(all[1]);
+  strip.waitUntilTabs(2);
+  pressTabWith({controlKey});
+  strip.waitUntilOver(all[0]);
+  EXPECT_EQ(tabsReceived(), 2);
+}
+
 TEST_P(Hotkey, AKeyThatAnotherProgramHoldsIsLoggedAndTheStripWorks) {
   const KeyHolder other(desktop.display());
   openThree();

@@ -129,11 +129,40 @@ TEST_F(Shortcut, AGrantedTapIsNotWorthALogLine) {
   EXPECT_EQ(mac.eventTaps().count(), 1U);
 }
 
-TEST_F(Shortcut, OverTheOnlyWindowItGoesToThatWindowAndNowhereElse) {
+TEST_F(Shortcut, OverTheOnlyWindowItIsTheApplications) {
   const auto plan = open("Plan");
   start();
+  ASSERT_TRUE(stripShown());
+  EXPECT_FALSE(mac.eventTaps().holdKeys()) << "no key waits for a shortcut that can do nothing";
+  const int raises = plan.raises();
   mac.pressKey(tabKey, control);
-  EXPECT_EQ(plan.raises(), 1);
+  mac.pressKey(tabKey, control | shift);
+  EXPECT_EQ(received(), (std::vector<SimKey>{{tabKey, control}, {tabKey, control | shift}}));
+  EXPECT_EQ(plan.raises(), raises);
+}
+
+TEST_F(Shortcut, ActsFromTheSecondWindowOnAndNoLongerOnceOneIsLeft) {
+  const auto plan = open("Plan");
+  start();
+  auto report = open("Report");
+  expectStripOver(report);
+  mac.pressKey(tabKey, control);
+  EXPECT_EQ(mac.frontWindow(), plan);
+  EXPECT_TRUE(received().empty());
+  report.close();
+  mac.settle();
+  EXPECT_FALSE(mac.eventTaps().holdKeys());
+  mac.pressKey(tabKey, control);
+  EXPECT_EQ(received(), (std::vector<SimKey>{{tabKey, control}}));
+}
+
+TEST_F(Shortcut, BringsAMinimizedWindowBack) {
+  auto plan = open("Plan");
+  open("Report");
+  start();
+  plan.minimise();
+  mac.settle();
+  mac.pressKey(tabKey, control);
   EXPECT_EQ(mac.frontWindow(), plan);
   EXPECT_TRUE(received().empty());
 }

@@ -66,6 +66,8 @@ TEST_F(TypingMeanwhile, TheShortcutWorksAgainOnceWordHasAnswered) {
 
 TEST_F(TypingMeanwhile, WhileTheUserIsAskedWhetherOfficesListsMayBeReadHisAnswerArrivesAtOnce) {
   startWithWord();
+  openAnother()->window->resizeTo({1300, 600});
+  ASSERT_TRUE(stripShown()) << "with room for the search field beside two tabs";
   int read = 0;
   mac.propertyLists().whileReading = [&](const std::filesystem::path&) {
     EXPECT_FALSE(mac.eventTaps().holdKeys());
@@ -81,6 +83,7 @@ TEST_F(TypingMeanwhile, WithoutAStripNoKeyWaitsForThisProgram) {
   start();
   EXPECT_FALSE(stripShown());
   EXPECT_FALSE(mac.eventTaps().holdKeys());
+  open("Report");
   auto plan = open("Plan");
   ASSERT_TRUE(stripShown());
   EXPECT_TRUE(mac.eventTaps().holdKeys());
