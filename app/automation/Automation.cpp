@@ -10,6 +10,7 @@
 #include "app/automation/OfficeScripts.h"
 #include "core/Log.h"
 #include "core/PathExtension.h"
+#include "core/TrueWhile.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 
@@ -42,18 +43,6 @@ bool isEmpty(const std::string& path) {
   const auto size = fs::file_size(path, error);
   return error || size == 0;
 }
-
-// Says for as long as it lives that a script is under way.
-class UnderWay {
- public:
-  explicit UnderWay(bool& flag) : flag_(flag) { flag_ = true; }
-  ~UnderWay() { flag_ = false; }
-  UnderWay(const UnderWay&) = delete;
-  UnderWay& operator=(const UnderWay&) = delete;
-
- private:
-  bool& flag_;
-};
 
 void sayKept(const std::string& oldPath, OldFile decision) {
   Log::write("rename kept " + oldPath + ": " + std::string(reason(decision)));
@@ -98,7 +87,7 @@ std::optional<ScriptDescriptor> Automation::run(const std::string& source) {
   if (busy_) return std::nullopt;
   ScriptResult result;
   {
-    const UnderWay underWay(busy_);
+    const TrueWhile busy(busy_);
     result = platform_.scripts.run(source);
   }
   scheduleNext();

@@ -68,19 +68,22 @@ bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const 
   return false;
 }
 
+bool save(Accessibility& accessibility, const OfficeWindow& window) {
+  static constexpr std::array<std::string_view, 1> titles{"Save"};
+  // Without a file, pressing Save would ask the user for one.
+  if (!window.stillShowsPath(accessibility)) return false;
+  // The menu acts on the application's main window.
+  accessibility.set(window.element, "AXMain", true);
+  return pressFileMenu(accessibility, window.pid, titles);
+}
+
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front) {
-  static constexpr std::array<std::string_view, 1> save{"Save"};
-  int pressed = 0;
-  for (const auto& window : windows) {
-    // Without a file, pressing Save would ask the user for one.
-    if (window->minimized || !window->stillShowsPath(accessibility)) continue;
-    // The menu acts on the application's main window.
-    accessibility.set(window->element, "AXMain", true);
-    if (pressFileMenu(accessibility, window->pid, save)) ++pressed;
-  }
+  int saved = 0;
+  for (const auto& window : windows)
+    if (!window->minimized && save(accessibility, *window)) ++saved;
   if (front) accessibility.set(front->element, "AXMain", true);
-  Log::write("save all: " + std::to_string(pressed) + " of " + std::to_string(windows.size()) + " windows");
+  Log::write("save all: " + std::to_string(saved) + " of " + std::to_string(windows.size()) + " windows");
 }
 
 }  // namespace pellar::FileMenu

@@ -15,8 +15,12 @@ namespace pellar::FileMenu {
 // localised menu bar the second. Whether an item was pressed; a press that the application refused is none.
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
 
-// Saves each window that says it still shows its file and is not minimised with its application's own Save,
-// then makes `front` (may be null) the main window again, and logs how many were saved.
+// Makes a window that says it still shows its file the main one, and presses its application's own Save.
+// Whether that was pressed.
+bool save(Accessibility& accessibility, const OfficeWindow& window);
+
+// Saves each window that is not minimised so, then makes `front` (may be null) the main window again, and
+// logs how many were saved.
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front);
 

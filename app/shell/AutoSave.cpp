@@ -1,16 +1,15 @@
 #include "app/shell/AutoSave.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "app/automation/Automation.h"
 #include "app/automation/FileMenu.h"
 #include "core/AppState.h"
 #include "core/Log.h"
+#include "core/TrueWhile.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -47,10 +46,10 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
   }
 
   void run() {
-    if (std::exchange(running, true)) return;
+    if (running) return;
+    const TrueWhile pass(running);
     saveOfficeDocuments();
     saveFrontDocument();
-    running = false;
   }
 
   void saveOfficeDocuments() {
@@ -65,13 +64,8 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
   void saveFrontDocument() {
     const auto app = tracker->app();
     const auto front = tracker->front();
-    // Without a file, pressing Save would ask the user for one.
     if (!app || app->office || !front) return;
-    if (!front->stillShowsPath(platform.accessibility)) return;
-    // The menu acts on the application's main window.
-    platform.accessibility.set(front->element, "AXMain", true);
-    constexpr std::array<std::string_view, 1> titles{"Save"};
-    if (FileMenu::pressFileMenu(platform.accessibility, front->pid, titles))
+    if (FileMenu::save(platform.accessibility, *front))
       Log::write("autosave: " + app->name + " saved " + front->title);
   }
 };

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "core/TrueWhile.h"
 #include "platform/mac/panel/MacPanel.h"
 #include "platform/mac/panel/MacPanelFactory.h"
 #import "platform/mac/popups/NativeMenu.h"
@@ -31,18 +32,6 @@ struct Choice {
   bool tracking = true;
 };
 
-// A menu is tracked; also when what runs meanwhile raises an exception.
-class Tracking {
- public:
-  explicit Tracking(bool& open) : open_(open) { open_ = true; }
-  ~Tracking() { open_ = false; }
-  Tracking(const Tracking&) = delete;
-  Tracking& operator=(const Tracking&) = delete;
-
- private:
-  bool& open_;
-};
-
 }  // namespace
 
 void MacMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
@@ -56,7 +45,7 @@ void MacMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
     }
   });
   {
-    const Tracking tracking(open_);
+    const TrueWhile tracking(open_);
     track(native, event.screenLocation);
   }
   choice->tracking = false;
