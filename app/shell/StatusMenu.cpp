@@ -6,6 +6,7 @@
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "core/Notify.h"
+#include "core/Weakly.h"
 #include "platform/LoginItem.h"
 #include "platform/Workspace.h"
 
@@ -27,9 +28,7 @@ StatusMenu::StatusMenu(const Platform& platform, std::shared_ptr<StateStore> sto
 
 template <class Action>
 ClosureItem StatusMenu::item(std::string title, Action action) {
-  return {std::move(title), [weak = weak_from_this(), action = std::move(action)] {
-            if (const auto self = weak.lock()) action(*self);
-          }};
+  return {std::move(title), weakly(weak_from_this(), std::move(action))};
 }
 
 template <class Action>

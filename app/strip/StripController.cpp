@@ -9,6 +9,7 @@
 #include "core/Notify.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"
+#include "core/Weakly.h"
 #include "platform/Workspace.h"
 
 namespace pellar {
@@ -60,11 +61,7 @@ StripController::~StripController() {
 
 void StripController::connect() {
   // Each callback keeps the controller alive while it runs, and does nothing once the controller is gone.
-  const auto weakly = [weak = weak_from_this()](auto action) {
-    return [weak, action](auto&&... arguments) {
-      if (const auto self = weak.lock()) action(*self, arguments...);
-    };
-  };
+  const auto weakly = [this](auto action) { return pellar::weakly(weak_from_this(), action); };
   using Self = StripController;
 
   view_->onSelect = weakly([](Self& self, WindowId id) { self.selectTab(id); });

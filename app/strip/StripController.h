@@ -67,8 +67,7 @@ class StripController final : public WindowTrackerDelegate,
  private:
   StripController(std::shared_ptr<WindowTracker> tracker, std::shared_ptr<StateStore> store,
                   std::shared_ptr<DocumentPaths> paths, std::shared_ptr<Automation> automation,
-                  const std::shared_ptr<PlaceInFront>& place,
-                  const Platform& platform);
+                  const std::shared_ptr<PlaceInFront>& place, const Platform& platform);
   void connect();
 
   [[nodiscard]] bool ownApplicationIsFrontmost() const;

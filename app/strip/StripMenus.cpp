@@ -9,6 +9,7 @@
 #include "core/Notify.h"
 #include "core/TabLabel.h"
 #include "core/Tile.h"
+#include "core/Weakly.h"
 #include "platform/MenuPresenter.h"
 #include "platform/Pasteboard.h"
 #include "platform/Workspace.h"
@@ -56,9 +57,7 @@ StripMenus::StripMenus(const Platform& platform, std::shared_ptr<StateStore> sto
 // An item whose action is called with this object, unless it is gone by then.
 template <class Action>
 ClosureItem StripMenus::item(std::string title, Action action) {
-  return {std::move(title), [weak = weak_from_this(), action = std::move(action)] {
-            if (const auto self = weak.lock()) action(*self);
-          }};
+  return {std::move(title), weakly(weak_from_this(), std::move(action))};
 }
 
 WindowList StripMenus::inPlaceOf(const std::vector<WindowReference>& seen) {

@@ -2,18 +2,16 @@
 
 #include <utility>
 
+#include "core/Weakly.h"
+
 namespace pellar {
 
 std::shared_ptr<PlaceInFront> PlaceInFront::create(Workspace& workspace) {
   std::shared_ptr<PlaceInFront> place(new PlaceInFront(workspace));
-  const auto weakly = [weak = std::weak_ptr(place)](auto action) {
-    return [weak, action](const auto&... arguments) {
-      if (const auto self = weak.lock()) action(*self, arguments...);
-    };
-  };
-  place->activated_ = workspace.onActivated(weakly([](PlaceInFront& self) { self.activated(); }));
+  const std::weak_ptr weak(place);
+  place->activated_ = workspace.onActivated(weakly(weak, [](PlaceInFront& self) { self.activated(); }));
   place->terminated_ = workspace.onTerminated(
-      weakly([](PlaceInFront& self, std::optional<ProcessId> pid) { self.terminated(pid); }));
+      weakly(weak, [](PlaceInFront& self, std::optional<ProcessId> pid) { self.terminated(pid); }));
   return place;
 }
 

@@ -67,6 +67,7 @@ class DocumentPaths {
     std::weak_ptr<OfficeWindow> record = {};  // that stood for the window last
     PathInTitle inTitle = {};                 // of what was found
   };
+
   void askAfterScript();
   void keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents);
   void forgetOld();

@@ -12,6 +12,7 @@
 #include "core/PathExtension.h"
 #include "core/TabLabel.h"
 #include "core/Utf8.h"
+#include "core/Weakly.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"
 
@@ -80,9 +81,7 @@ void StripDocuments::moveTag(const std::string& from, const std::string& to) {
 
 template <class Action>
 void StripDocuments::whenFree(Action action) {
-  automation_->whenFree([weak = weak_from_this(), action = std::move(action)] {
-    if (const auto self = weak.lock()) action(*self);
-  });
+  automation_->whenFree(weakly(weak_from_this(), std::move(action)));
 }
 
 // Each document is entered once a run, when it is first seen open.

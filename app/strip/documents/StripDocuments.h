@@ -28,8 +28,7 @@ class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
   StripDocuments(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                  std::shared_ptr<StateStore> store, std::shared_ptr<DocumentPaths> paths,
                  std::shared_ptr<Automation> automation, std::shared_ptr<PlaceInFront> place,
-                 std::shared_ptr<const TrackedPicture> picture,
-                 std::shared_ptr<WindowActions> actions);
+                 std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions);
 
   // Learns the files behind the windows of a new picture, and enters documents not seen in this run into the
   // recent files. May wait for the application.

@@ -3,6 +3,8 @@
 #include <chrono>
 #include <utility>
 
+#include "core/Weakly.h"
+
 namespace pellar {
 
 using namespace std::chrono_literals;
@@ -29,11 +31,7 @@ RecentSearch::RecentSearch(const Platform& platform, std::shared_ptr<StateStore>
 
 void RecentSearch::connect() {
   // Each callback keeps the search alive while it runs, and does nothing once the search is gone.
-  const auto weakly = [weak = weak_from_this()](auto action) {
-    return [weak, action](const auto&... arguments) {
-      if (const auto self = weak.lock()) action(*self, arguments...);
-    };
-  };
+  const auto weakly = [this](auto action) { return pellar::weakly(weak_from_this(), action); };
   using Self = RecentSearch;
 
   resignedKey_ = strip_.onDidResignKey(weakly([](Self& self) { self.end(SearchEnd::keyboardLost); }));
