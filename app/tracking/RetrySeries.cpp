@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Notify.h"
+
 namespace pellar {
 
 RetrySeries::RetrySeries(MainLoop& loop, std::vector<std::chrono::milliseconds> marks,
@@ -18,9 +20,7 @@ void RetrySeries::refused() {
   waiting_ = true;
   timer_ = loop_.after(std::chrono::ceil<std::chrono::milliseconds>(due - now), [this] {
     waiting_ = false;
-    // A copy, since it may end the series' owner.
-    const auto attempt = attempt_;
-    attempt();
+    notify(attempt_);
   });
 }
 

@@ -13,6 +13,7 @@
 #include "core/Log.h"
 #include "core/OfficeApp.h"
 #include "core/QuotedList.h"
+#include "core/Weakly.h"
 
 namespace pellar {
 
@@ -76,11 +77,7 @@ WindowTracker::WindowTracker(Accessibility& accessibility, Workspace& workspace,
       answering_(mainLoop, answeringMarks, [this] { refresh(); }) {}
 
 void WindowTracker::start() {
-  const auto weakly = [weak = weak_from_this()](auto action) {
-    return [weak, action](auto... arguments) {
-      if (const auto self = weak.lock()) action(*self, arguments...);
-    };
-  };
+  const auto weakly = [this](auto action) { return pellar::weakly(weak_from_this(), action); };
   activated_ = workspace_.onActivated(weakly([](WindowTracker& self) { self.refresh(); }));
   launched_ = workspace_.onLaunched(weakly([](WindowTracker& self, ProcessId pid) {
     const auto front = self.workspace_.frontmostApplication();
@@ -189,15 +186,19 @@ std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& a
 // One that is named and gets no tab has lost its place. One that is not named is on another space, unless its
 // own element says nothing any more; an application that is busy is not asked about its next window.
 WindowList WindowTracker::gone(const Listed& listed) {
-  WindowList gone;
-  if (order_.windows().empty()) return gone;
-  WindowList kept = listed.kept;
+  if (order_.windows().empty()) return {};
+  std::vector<const OfficeWindow*> kept;
+  kept.reserve(listed.kept.size());
+  for (const auto& window : listed.kept) kept.push_back(window.get());
   std::ranges::sort(kept);
+  WindowList missing;
+  for (const auto& window : windows_)
+    if (!std::ranges::binary_search(kept, window.get())) missing.push_back(window);
+
+  WindowList gone;
   const auto unanswered = accessibility_.unansweredReads();
-  for (const auto& window : WindowList(windows_)) {
-    if (std::ranges::binary_search(kept, window)) continue;
-    const bool named = std::ranges::find(listed.elements, window->element) != listed.elements.end();
-    if (named) {
+  for (const auto& window : missing) {
+    if (std::ranges::find(listed.elements, window->element) != listed.elements.end()) {
       gone.push_back(window);
       continue;
     }
