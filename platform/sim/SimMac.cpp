@@ -54,15 +54,10 @@ SimApplication SimMac::launch(const SimLaunch& application) {
   const auto state = desktop_.launch(application.bundleId, application.name, application.policy);
   state->quirks.refuses = application.refusesAtFirst;
   if (application.inFront) desktop_.activate(state->description.pid);
-  const auto later = [this](std::chrono::milliseconds delay, auto what) {
-    // The timer's own callback keeps its subscription, so it lives until it has fired.
-    auto timer = std::make_shared<Subscription>();
-    *timer = mainLoop_.after(delay, [timer, what] { what(); });
-  };
   if (application.readyAfter.count() > 0)
-    later(application.readyAfter, [state] { state->quirks.refuses = SimRefusal::nothing; });
+    mainLoop_.later(application.readyAfter, [state] { state->quirks.refuses = SimRefusal::nothing; });
   if (application.launchedAfter.count() > 0) {
-    later(application.launchedAfter, [this, state] { desktop_.finishLaunching(*state); });
+    mainLoop_.later(application.launchedAfter, [this, state] { desktop_.finishLaunching(*state); });
   } else {
     desktop_.finishLaunching(*state);
   }

@@ -5,13 +5,14 @@
 
 #include "platform/EventMonitors.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
 
 class MainLoop;
 
-// Watches the mouse's buttons: presses of others, and all releases, as raw XInput events, asked for only while
-// somebody listens; our own presses as the panels tell of them.
+// Watches the mouse's buttons: presses of others, and all releases, as raw XInput events, asked for only
+// while somebody listens; our own presses as the panels tell of them.
 class X11EventMonitors final : public EventMonitors {
  public:
   X11EventMonitors(X11Connection& connection, MainLoop& loop);
@@ -32,6 +33,7 @@ class X11EventMonitors final : public EventMonitors {
   void handleRelease();
   // Has the server tell what there are listeners for.
   void select();
+  [[nodiscard]] XcbReply<xcb_query_pointer_reply_t> queryPointer() const;
   [[nodiscard]] bool isButtonHeld() const;
   [[nodiscard]] bool pointerIsInOwnWindow() const;
 

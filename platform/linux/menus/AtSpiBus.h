@@ -24,6 +24,7 @@ class AtSpiBus {
  public:
   using Clock = std::chrono::steady_clock;
   using Deadline = Clock::time_point;
+  [[nodiscard]] static bool isOver(Deadline deadline) { return Clock::now() >= deadline; }
 
   AtSpiBus() = default;
   ~AtSpiBus();

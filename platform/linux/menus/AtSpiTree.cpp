@@ -92,10 +92,6 @@ bool hasOwnKey(const std::optional<QVariantList>& keyBinding) {
   return keys.contains(QLatin1Char(';')) ? !keys.section(QLatin1Char(';'), 2).isEmpty() : !keys.isEmpty();
 }
 
-bool isOver(AtSpiBus::Deadline deadline) {
-  return AtSpiBus::Clock::now() >= deadline;
-}
-
 }  // namespace
 
 QDBusPendingCall AtSpiTree::askForReferences(const AtSpiReference& parent, Deadline deadline) const {
@@ -180,9 +176,9 @@ std::optional<AtSpiReference> AtSpiTree::program(ProcessId process, Deadline dea
 
 std::optional<AtSpiReference> AtSpiTree::programOrInvited(ProcessId process, Deadline deadline) {
   auto found = program(process, deadline);
-  if (found || isOver(deadline) || !waitsForInvitation(process)) return found;
+  if (found || AtSpiBus::isOver(deadline) || !waitsForInvitation(process)) return found;
   if (!bus_.enable(deadline)) return found;
-  while (!found && !isOver(deadline)) {
+  while (!found && !AtSpiBus::isOver(deadline)) {
     std::this_thread::sleep_for(invitationPause);
     found = program(process, deadline);
   }
@@ -354,7 +350,7 @@ std::optional<AtSpiReference> AtSpiTree::itemMeantBy(const AtSpiReference& objec
     kinds = roles(*inside, deadline);
   }
   std::optional<AtSpiReference> first;
-  for (std::size_t index = 0; index < inside->size() && !isOver(deadline); ++index) {
+  for (std::size_t index = 0; index < inside->size() && !AtSpiBus::isOver(deadline); ++index) {
     const auto& each = (*inside)[index];
     if (!canBeChosen(kinds[index]) || !isSensitive(each, deadline).value_or(false)) continue;
     if (hasOwnKey(bus_.call(each, action, QStringLiteral("GetKeyBinding"), {0}, deadline))) return each;
@@ -367,7 +363,7 @@ Performed AtSpiTree::press(const AtSpiObject& object, Deadline deadline, std::at
   if (const auto& place = object.exported)
     return ExportedMenus(bus_, place->bar).activate(place->item, deadline, sent);
   const auto item = itemMeantBy(object.reference, deadline);
-  if (!item || isOver(deadline)) return Performed::refused;
+  if (!item || AtSpiBus::isOver(deadline)) return Performed::refused;
   sent = true;
   const auto call = bus_.send(*item, action, QStringLiteral("DoAction"), {0}, deadline);
   const auto answer = AtSpiBus::receive(call);

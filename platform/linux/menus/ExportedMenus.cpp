@@ -198,7 +198,7 @@ Performed ExportedMenus::activate(const ExportedItem& item, Deadline deadline,
   const auto meant = item.submenu
                          ? usual(items(*item.submenu, deadline).value_or(std::vector<ExportedItem>()))
                          : std::optional(item);
-  if (!meant || AtSpiBus::Clock::now() >= deadline) return Performed::refused;
+  if (!meant || AtSpiBus::isOver(deadline)) return Performed::refused;
   sent = true;
   auto call =
       callAction(QStringLiteral("Activate"), *meant, {QVariant(meant->target), QVariantMap()}, deadline);

@@ -268,10 +268,7 @@ void SimDesktop::destroy(const SimWindowPointer& window, bool stillListed) {
 
 void SimDesktop::later(const SimWindowPointer& window, std::function<void(SimWindowState&)> change) {
   if (window->quirks.frameDelay.count() <= 0) return change(*window);
-  // The timer's own callback keeps its subscription, so it lives until it has fired.
-  auto timer = std::make_shared<Subscription>();
-  *timer = loop_.after(window->quirks.frameDelay,
-                       [timer, window, change = std::move(change)] { change(*window); });
+  loop_.later(window->quirks.frameDelay, [window, change = std::move(change)] { change(*window); });
 }
 
 void SimDesktop::requestPosition(const SimWindowPointer& window, AxPoint position) {

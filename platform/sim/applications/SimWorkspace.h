@@ -82,9 +82,7 @@ class SimWorkspace final : public Workspace {
  private:
   void later(std::function<void()> activation) {
     if (activationTime.count() == 0) return loop_.post(std::move(activation));
-    // The timer's own callback keeps its subscription, so it lives until it has fired.
-    auto timer = std::make_shared<Subscription>();
-    *timer = loop_.after(activationTime, [timer, activation = std::move(activation)] { activation(); });
+    loop_.later(activationTime, std::move(activation));
   }
 
   SimDesktop& desktop_;

@@ -42,6 +42,12 @@ void SimMainLoop::post(Callback block) {
   posted_.push_back({std::move(block)});
 }
 
+void SimMainLoop::later(milliseconds delay, Callback block) {
+  // The timer's own callback keeps its subscription, so it lives until it has fired.
+  auto timer = std::make_shared<Subscription>();
+  *timer = after(delay, [timer, block = std::move(block)] { block(); });
+}
+
 void SimMainLoop::postInDefaultMode(Callback block) {
   const std::lock_guard lock(postedMutex_);
   posted_.push_back({std::move(block), true});

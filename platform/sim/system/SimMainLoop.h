@@ -41,6 +41,8 @@ class SimMainLoop final : public MainLoop {
   // Moves the clock from timer to timer until `condition` holds; false when it does not within `limit`.
   bool runUntil(const std::function<bool()>& condition, std::chrono::nanoseconds limit);
 
+  // Runs `block` once, `delay` from now, with nobody to hold a subscription.
+  void later(std::chrono::milliseconds delay, Callback block);
   // Runs `block` like a posted one, but in the default mode only: while a menu or a question is open it
   // waits, as the reports of an AXObserver do whose source is in that mode alone.
   void postInDefaultMode(Callback block);
