@@ -13,7 +13,8 @@ struct ObservedClick {
   ScreenPoint location;
 };
 
-// Watches the mouse's buttons without taking their presses. Costs nothing without a subscription. Main thread only.
+// Watches the mouse's buttons without taking their presses. Costs nothing without a subscription. Main thread
+// only.
 class EventMonitors {
  public:
   virtual ~EventMonitors() = default;

@@ -6,12 +6,12 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/mac/system/MouseButtons.h"
 #import "platform/mac/panel/GlassView.h"
 #import "platform/mac/panel/HostedView.h"
 #include "platform/mac/panel/ListFocus.h"
 #import "platform/mac/panel/StripPanel.h"
 #include "platform/mac/system/Conversions.h"
+#include "platform/mac/system/MouseButtons.h"
 #include "platform/mac/system/ObservedNotification.h"
 
 namespace pellar {
