@@ -37,7 +37,7 @@ struct KeyCombination {
 class EventTap {
  public:
   virtual ~EventTap() = default;
-  // While the tap does not listen, no key waits for it: each goes to its application, and the handler hears
+  // While the tap does not listen, no key waits for the handler: each goes to its application, and it hears
   // of none. Where the tap is served by the main thread, a key pressed while that is held up waits as long as
   // the tap listens. True also puts a tap that the system disabled back to work. The system may tell the
   // handler of a tap that was made to rest that it is disabled.

@@ -6,7 +6,6 @@
 #include <xcb/xcb.h>
 
 #include <array>
-#include <atomic>
 #include <chrono>
 #include <cstdint>
 #include <mutex>
@@ -55,8 +54,10 @@ class KeyTap final : public EventTap {
   KeyTap(const KeyTap&) = delete;
   KeyTap& operator=(const KeyTap&) = delete;
 
-  // The grab stays, since it may not be had again: the thread lets the key go by itself.
-  void setListening(bool listens) override { listening_ = listens; }
+  // The grab stays, since it may not be had again. Whether the tap listens is looked up on the main thread,
+  // in the key's turn: a press may come while the strip is being shown, which the user sees before the turn
+  // ends.
+  void setListening(bool listens) override { *listens_ = listens; }
 
  private:
   using WeakHandler = std::weak_ptr<EventTaps::Handler>;
@@ -80,7 +81,7 @@ class KeyTap final : public EventTap {
     const int type = event.response_type & 0x7f;
     if (type == XCB_KEY_PRESS) {
       const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
-      grabs_.settle(press, listening_ && ask(grabs_.event(press), handler));
+      grabs_.settle(press, ask(grabs_.event(press), handler));
     } else if (type == XCB_MAPPING_NOTIFY) {
       const bool had = std::exchange(taken_, grabs_.take());
       if (had && !taken_) Log::write("x11: the shortcut's key cannot be had on the new keyboard map");
@@ -95,10 +96,10 @@ class KeyTap final : public EventTap {
       if (ending_) return false;
       pending_ = decision;
     }
-    loop_.post([decision, event, weakHandler] {
+    loop_.post([decision, event, weakHandler, listens = listens_] {
       const auto handler = weakHandler.lock();
       if (!handler) return decision->abandon();
-      decision->answer([&] { return (*handler)(event); });
+      decision->answer([&] { return *listens && (*handler)(event); });
     });
     const bool swallow = decision->wait(patience);
     const std::lock_guard lock(mutex_);
@@ -110,8 +111,8 @@ class KeyTap final : public EventTap {
   Connection connection_;
   X11KeyGrabs grabs_;  // the thread's own, as its neighbours, once it runs
   bool taken_ = true;
-  std::atomic<bool> listening_ = true;
-  std::shared_ptr<EventTaps::Handler> handler_;  // called and dropped on the main thread
+  std::shared_ptr<bool> listens_ = std::make_shared<bool>(true);  // the main thread's
+  std::shared_ptr<EventTaps::Handler> handler_;                   // called and dropped on the main thread
   int end_;
   std::mutex mutex_;
   bool ending_ = false;                   // guarded by mutex_, as pending_
