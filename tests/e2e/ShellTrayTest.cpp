@@ -67,6 +67,16 @@ TEST_F(InATray, TheMenuHidesTheFrontApplicationAndShowsItAgain) {
   EXPECT_EQ(tray.rows(), above({"✓ All apps", "Hide for editor"}));
 }
 
+TEST_F(InATray, ApplicationsAreCalledByTheirWholeNames) {
+  startWithItem();
+  Application own(desktop, "my_own__R&D_&_editor_");
+  strip.waitUntilOver(own.open("Shell", {760, 300, 600, 400}));
+  waitUntilRows(above({"✓ All apps", "Hide for my_own__R&D_&_editor_"}));
+  tray.choose("Hide for my_own__R&D_&_editor_");
+  strip.waitUntilHidden();
+  waitUntilRows(above({"✓ All apps", "Hidden apps ▸", "  Show my_own__R&D_&_editor_"}));
+}
+
 TEST_F(InATray, OnlyOfficeApplicationsAreFollowedWithoutAllApps) {
   startWithItem();
   tray.choose("All apps");

@@ -29,11 +29,13 @@ class QtStatusBar::Item : public QObject {
  public:
   Item(MainLoop& loop, EventMonitors& monitors, StatusItemLook look, std::function<Menu()> menu)
       : loop_(loop), monitors_(monitors), look_(std::move(look)), menu_(std::move(menu)) {
-    QObject::connect(&native_, &QMenu::aboutToShow, &native_, [this] { refill(); });
+    using QtMenuItems::Reader;
+    QObject::connect(&native_, &QMenu::aboutToShow, &native_, [this] { refill(native_, Reader::toolkit); });
+    QObject::connect(&exported_, &QMenu::aboutToShow, &exported_,
+                     [this] { refill(exported_, Reader::sessionBus); });
     native_.installEventFilter(this);
   }
 
-  // A tray of its own process shows the menu itself: then the toolkit's stays hidden.
   bool eventFilter(QObject* object, QEvent* event) override {
     // Where somebody else has hold of the pointer, the toolkit does not hear of presses elsewhere.
     if (event->type() == QEvent::Show) elsewhere_ = monitors_.onGlobalMouseDown(&QtMenuItems::closeOpenMenus);
@@ -45,13 +47,15 @@ class QtStatusBar::Item : public QObject {
   void showInTray() {
     if (icon_) return;
     // A tray of its own process may read the menu before it says that it opens it.
-    refill();
+    refill(exported_, QtMenuItems::Reader::sessionBus);
     // The toolkit looks for a tray on the session bus, and would start a bus where there is none.
     std::optional<TemporaryVariable> noBus;
     if (!hasSessionBus()) noBus.emplace("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     icon_ = std::make_unique<QSystemTrayIcon>(MenuBarIcon::make());
     icon_->setToolTip(QStringLiteral("Pellar"));
-    icon_->setContextMenu(&native_);
+    icon_->setContextMenu(&exported_);
+    // A tray of this process' own windows has the toolkit show the menu.
+    if (exported_.platformMenu() == nullptr) icon_->setContextMenu(&native_);
     QObject::connect(icon_.get(), &QSystemTrayIcon::activated, icon_.get(),
                      [this](QSystemTrayIcon::ActivationReason reason) {
                        if (reason == QSystemTrayIcon::Trigger) open();
@@ -64,14 +68,15 @@ class QtStatusBar::Item : public QObject {
   }
 
  private:
-  void refill() {
-    const auto submenus = native_.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
-    native_.clear();
+  void refill(QMenu& menu, QtMenuItems::Reader reader) {
+    const auto submenus = menu.findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly);
+    menu.clear();
     qDeleteAll(submenus);
-    QtMenuItems::fill(native_, menu_(), [this](const std::function<void()>& handler) {
+    const auto post = [this](const std::function<void()>& handler) {
       // The menu is still closing.
       loop_.post(handler);
-    });
+    };
+    QtMenuItems::fill(menu, menu_(), post, reader);
   }
 
   MainLoop& loop_;
@@ -80,7 +85,8 @@ class QtStatusBar::Item : public QObject {
   std::function<Menu()> menu_;
   Subscription elsewhere_;                 // while the menu is on the screen
   QMenu native_;                           // depends-on: elsewhere_, which it ends when it goes
-  std::unique_ptr<QSystemTrayIcon> icon_;  // depends-on: native_
+  QMenu exported_;                         // what a tray of its own process reads and shows by itself
+  std::unique_ptr<QSystemTrayIcon> icon_;  // depends-on: native_, exported_
 };
 
 QtStatusBar::QtStatusBar(MainLoop& loop, EventMonitors& monitors) : loop_(loop), monitors_(monitors) {}

@@ -22,9 +22,19 @@ constexpr int widestTitle = 480;
 // No title of that many characters is that narrow; laying out a long one in full takes its time.
 constexpr qsizetype longestTitle = 1000;
 
-// One row of text, with an ampersand for every ampersand: the toolkit takes a single one for the mark of a
-// key.
-QString shownTitle(const std::string& title, const QFontMetrics& metrics) {
+// No character of a title is the mark of a key.
+QString withoutMarks(QString text, Reader reader) {
+  const QLatin1Char ampersand('&');
+  const QLatin1String doubled("&&");
+  if (reader == Reader::toolkit) return text.replace(ampersand, doubled);
+  // On its way to the bus the first ampersand becomes an underscore, and the others stay as they are.
+  text.replace(QLatin1Char('_'), QLatin1String("__"));
+  if (const auto first = text.indexOf(ampersand); first >= 0) text.replace(first, 1, doubled);
+  return text;
+}
+
+// One row of text.
+QString shownTitle(const std::string& title, const QFontMetrics& metrics, Reader reader) {
   QString text = QString::fromStdString(title);
   if (text.size() > longestTitle) text = text.left(longestTitle / 2) + text.right(longestTitle / 2);
   for (QChar& each : text) {
@@ -33,8 +43,7 @@ QString shownTitle(const std::string& title, const QFontMetrics& metrics) {
         each == QChar::ParagraphSeparator)
       each = QLatin1Char(' ');
   }
-  text = metrics.elidedText(text, Qt::ElideMiddle, widestTitle);
-  return text.replace(QLatin1Char('&'), QLatin1String("&&"));
+  return withoutMarks(metrics.elidedText(text, Qt::ElideMiddle, widestTitle), reader);
 }
 
 // Draws what is prominent in the accent colour: a menu's items have no colours of their own.
@@ -82,8 +91,8 @@ QIcon swatch(const Color& color, bool checked) {
   return QIcon(picture);
 }
 
-void add(QMenu& native, const ClosureItem& item, const Receiver& onChosen) {
-  QAction* action = native.addAction(shownTitle(item.title, native.fontMetrics()));
+void add(QMenu& native, const ClosureItem& item, const Receiver& onChosen, Reader reader) {
+  QAction* action = native.addAction(shownTitle(item.title, native.fontMetrics(), reader));
   action->setEnabled(item.enabled);
   if (item.checked) {
     action->setCheckable(true);
@@ -105,14 +114,15 @@ void add(QMenu& native, const ClosureItem& item, const Receiver& onChosen) {
 
 }  // namespace
 
-void fill(QMenu& native, const Menu& menu, const Receiver& onChosen) {
+void fill(QMenu& native, const Menu& menu, const Receiver& onChosen, Reader reader) {
   for (const auto& item : menu) {
     if (std::holds_alternative<MenuSeparator>(item)) {
       native.addSeparator();
     } else if (const auto* submenu = std::get_if<Submenu>(&item)) {
-      fill(*native.addMenu(shownTitle(submenu->title, native.fontMetrics())), submenu->items, onChosen);
+      fill(*native.addMenu(shownTitle(submenu->title, native.fontMetrics(), reader)), submenu->items,
+           onChosen, reader);
     } else {
-      add(native, std::get<ClosureItem>(item), onChosen);
+      add(native, std::get<ClosureItem>(item), onChosen, reader);
     }
   }
 }

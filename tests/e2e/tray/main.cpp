@@ -74,9 +74,14 @@ struct Row {
   std::vector<Row> children;
 
   [[nodiscard]] QString title() const {
-    // An underscore marks a key unless it is doubled.
-    QString text = properties.value(QStringLiteral("label")).toString();
-    return text.replace(QLatin1String("__"), QLatin1String("_"));
+    const QString label = properties.value(QStringLiteral("label")).toString();
+    QString text;
+    for (qsizetype at = 0; at < label.size(); ++at) {
+      // An underscore marks the key that follows it, and two are one that is shown.
+      if (label[at] == QLatin1Char('_') && ++at == label.size()) break;
+      text += label[at];
+    }
+    return text;
   }
 };
 

@@ -15,9 +15,10 @@ class QtMenuItemsTest : public ::testing::Test {
   QtMenuItemsTest() { SharedDesktop::get(); }
 
   // What stands in the row of an item with this title.
-  static QString shown(const std::string& title) {
+  static QString shown(const std::string& title, QtMenuItems::Reader reader = QtMenuItems::Reader::toolkit) {
     QMenu menu;
-    QtMenuItems::fill(menu, {ClosureItem{title, {}}}, [](const auto& /*handler*/) {});
+    QtMenuItems::fill(
+        menu, {ClosureItem{title, {}}}, [](const auto& /*handler*/) {}, reader);
     return menu.actions().first()->text();
   }
 };
@@ -33,8 +34,16 @@ TEST_F(QtMenuItemsTest, ALongTitleShowsItsBeginningAndItsEnd) {
 TEST_F(QtMenuItemsTest, ATitleIsOneRowWithoutMarksOfKeys) {
   EXPECT_EQ(shown("A\nB\tC"), QLatin1String("A B C"));
   EXPECT_EQ(shown("R&D"), QLatin1String("R&&D"));
+  EXPECT_EQ(shown("my_editor"), QLatin1String("my_editor"));
   EXPECT_EQ(shown("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"), QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"));
   EXPECT_EQ(shown(""), QString());
+}
+
+TEST_F(QtMenuItemsTest, ATraysTitleHasNoMarksOfKeysEither) {
+  const auto told = [](const std::string& title) { return shown(title, QtMenuItems::Reader::sessionBus); };
+  EXPECT_EQ(told("my_editor"), QLatin1String("my__editor"));
+  EXPECT_EQ(told("_a__b_"), QLatin1String("__a____b__"));
+  EXPECT_EQ(told("R&D & Co&"), QLatin1String("R&&D & Co&"));
 }
 
 }  // namespace
