@@ -15,11 +15,17 @@ class AutostartEntry final : public LoginItem {
 
   // An entry that the desktop's settings switched off does not count.
   [[nodiscard]] LoginItemStatus status() const override;
+  // Writes an entry, or takes it away. One that the user changed is his: of it only what switches it on and
+  // off is written.
   std::optional<std::string> setEnabled(bool enabled) override;
   // No desktop asks for the user's approval.
   void openSettings() override {}
 
  private:
+  [[nodiscard]] std::string read() const;
+  [[nodiscard]] std::optional<std::string> write(const std::string& text) const;
+  [[nodiscard]] std::optional<std::string> remove() const;
+
   std::filesystem::path file_;
   std::filesystem::path program_;
 };

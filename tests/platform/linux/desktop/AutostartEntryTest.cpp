@@ -67,12 +67,51 @@ TEST_F(Autostart, AProgramThatDoesNotKnowWhereItIsIsNotEntered) {
 }
 
 TEST_F(Autostart, WhatTheDesktopSwitchedOffDoesNotCount) {
-  for (const auto* off : {"Hidden=true", "X-GNOME-Autostart-enabled=false"}) {
+  for (const auto* off : {"Hidden=true", "Hidden = true", "X-GNOME-Autostart-enabled=false",
+                          "X-MATE-Autostart-enabled=false", "\tX-MATE-Autostart-enabled =\tfalse \r"}) {
     write(std::string("[Desktop Entry]\nType=Application\nExec=pellar\n") + off + "\n");
     EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::notRegistered) << off;
+    EXPECT_EQ(entryOf("/usr/bin/pellar").setEnabled(true), std::nullopt);
+    EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::enabled) << off;
   }
-  EXPECT_EQ(entryOf("/usr/bin/pellar").setEnabled(true), std::nullopt);
-  EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::enabled);
+}
+
+TEST_F(Autostart, WhatSaysThatItIsOnAndWhatIsMeantForSomethingElseDoesNotSwitchItOff) {
+  for (const auto* on : {"Hidden=false", "X-GNOME-Autostart-enabled=true", "X-MATE-Autostart-enabled = true",
+                         "#Hidden=true", "NotHidden=true", "[Desktop Action quit]\nHidden=true"}) {
+    write(std::string("[Desktop Entry]\nType=Application\nExec=pellar\n") + on + "\n");
+    EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::enabled) << on;
+  }
+  write("[Something Else]\nExec=pellar\n");
+  EXPECT_EQ(entryOf("/usr/bin/pellar").status(), LoginItemStatus::notRegistered);
+}
+
+TEST_F(Autostart, AnEntryThatTheUserChangedIsSwitchedOffAndOnAndNeverLost) {
+  const std::string own =
+      "# mine\n[Desktop Entry]\nType=Application\nName=Tabs\nExec=env LANG=C pellar\n"
+      "X-Delay=5\n\n[Desktop Action quit]\nName=Quit\nHidden=true\n";
+  write(own);
+  auto entry = entryOf("/usr/bin/pellar");
+  ASSERT_EQ(entry.status(), LoginItemStatus::enabled);
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
+  EXPECT_NE(content().find("Exec=env LANG=C pellar\n"), std::string::npos) << content();
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+  EXPECT_EQ(entry.setEnabled(true), std::nullopt);
+  EXPECT_EQ(entry.status(), LoginItemStatus::enabled);
+  EXPECT_EQ(content(), own);
+}
+
+TEST_F(Autostart, AnUnchangedEntryOfAProgramThatHasMovedNamesTheNewPlace) {
+  EXPECT_EQ(entryOf("/old/pellar").setEnabled(true), std::nullopt);
+  const auto before = content();
+  write("[Desktop Entry]\nHidden=true\n" + before.substr(before.find('\n') + 1));
+  auto entry = entryOf("/usr/bin/pellar");
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
+  EXPECT_EQ(entry.setEnabled(true), std::nullopt);
+  EXPECT_NE(content().find("Exec=\"/usr/bin/pellar\"\n"), std::string::npos) << content();
+  EXPECT_EQ(entry.setEnabled(false), std::nullopt);
+  EXPECT_FALSE(std::filesystem::exists(file()));
 }
 
 TEST_F(Autostart, AFailureIsSaidAndChangesNothing) {
