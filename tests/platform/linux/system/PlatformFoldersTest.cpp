@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 
+#include "core/HomeFolder.h"
 #include "platform/linux/system/PlatformFolders.h"
 #include "tests/e2e/Folders.h"
 
@@ -26,6 +27,16 @@ TEST_F(PlatformFoldersTest, AreBelowTheHomeFolderByDefault) {
   EXPECT_EQ(found.applicationSupport, folders.home() / ".local/share");
   EXPECT_EQ(found.logFile, folders.home() / ".local/state/Pellar/Pellar.log");
   EXPECT_TRUE(std::filesystem::is_directory(found.logFile.parent_path()));
+}
+
+TEST_F(PlatformFoldersTest, ASlashAtTheEndOfHomeChangesNothing) {
+  for (const char* slashes : {"/", "//", "/./"}) {
+    setenv("HOME", (folders.home().string() + slashes).c_str(), 1);
+    EXPECT_EQ(platformFolders().home.string(), folders.home().string()) << slashes;
+    EXPECT_EQ(platformFolders().applicationSupport.string(), (folders.home() / ".local/share").string());
+  }
+  setenv("HOME", "/", 1);
+  EXPECT_EQ(homeFolder().string(), "/");
 }
 
 TEST_F(PlatformFoldersTest, AreWhereTheEnvironmentSays) {
