@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/x11/CompoundText.h"
+
 namespace pellar {
 
 std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
@@ -110,7 +112,9 @@ std::string utf8OfLatin1(const std::string& text) {
 std::optional<std::string> titleText(const xcb_get_property_reply_t* reply, const X11Atoms& atoms) {
   auto text = bytes(reply);
   if (!text) return std::nullopt;
-  if (reply->type != atoms.utf8String) return utf8OfLatin1(withoutTrailingZeros(*text));
+  if (reply->type == XCB_ATOM_STRING) return utf8OfLatin1(withoutTrailingZeros(*text));
+  // The only other type that titles have is COMPOUND_TEXT.
+  if (reply->type != atoms.utf8String) return utf8OfCompoundText(withoutTrailingZeros(*text));
   if (reply->bytes_after > 0) text = cutBetweenCharacters(*text);
   return withoutTrailingZeros(*text);
 }

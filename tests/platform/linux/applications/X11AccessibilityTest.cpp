@@ -160,6 +160,8 @@ TEST_F(X11AccessibilityTest, TitlesComeAsTheyAre) {
   xcb_delete_property(desktop().observer().connection(), x11().window(window).id, netName);
   setText(window, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, "Caf\xe9");
   EXPECT_TRUE(becomes("Caf\xc3\xa9"));
+  setText(window, XCB_ATOM_WM_NAME, desktop().observer().atom("COMPOUND_TEXT"), "\x1b-F\xc3\xe5\xe9\xdc");
+  EXPECT_TRUE(becomes("Γειά"));
 }
 
 TEST_F(X11AccessibilityTest, AVeryLongTitleEndsBetweenTwoCharacters) {
