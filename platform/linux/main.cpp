@@ -1,5 +1,6 @@
 #include <QApplication>
 #include <QThreadPool>
+#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -49,7 +50,12 @@ bool isInsideWayland(const X11Connection& connection) {
 
 // The toolkit's application object, without what a strip of tabs has no use for. The settings are the
 // toolkit's own, not the user's, and programs started later must not inherit them.
-std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
+std::unique_ptr<QApplication> makeApplication() {
+  // From the command line it would take options of its own, another display and a style among them. It refers
+  // to what it is given as long as it lives.
+  static std::array<char, 7> name{"pellar"};
+  static std::array<char*, 2> arguments{name.data(), nullptr};
+  static int count = 1;
   const TemporaryVariable platform("QT_QPA_PLATFORM", "xcb");
   // No OpenGL, no shared-memory images that are waited for, and a pixel is a pixel.
   const TemporaryVariable openGL("QT_XCB_GL_INTEGRATION", "none");
@@ -63,7 +69,7 @@ std::unique_ptr<QApplication> makeApplication(int& argc, char** argv) {
   const TemporaryVariable session("SESSION_MANAGER", std::nullopt);
   QApplication::setDesktopSettingsAware(false);
   QApplication::setQuitOnLastWindowClosed(false);
-  auto application = std::make_unique<QApplication>(argc, argv);
+  auto application = std::make_unique<QApplication>(count, arguments.data());
   QApplication::setApplicationName(QStringLiteral("pellar"));
   // The painter's threads would each wake up once more, to end, half a minute after they had something to do.
   QThreadPool::globalInstance()->setExpiryTimeout(-1);
@@ -90,7 +96,7 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main() {
   auto opened = X11Connection::open();
   if (const auto* failure = std::get_if<X11Failure>(&opened)) {
     say(failure->sentence);
@@ -104,7 +110,7 @@ int main(int argc, char** argv) {
 
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
-  const auto application = makeApplication(argc, argv);
+  const auto application = makeApplication();
   const auto [instance, otherAnswered] = SingleInstance::claim();
   if (!instance) {
     say(otherAnswered ? "Pellar is already running; its menu is open."

@@ -98,6 +98,13 @@ TEST_F(Starting, ItEndsInOrderWhenAskedAndTakesItsWindowsAlong) {
   }
 }
 
+TEST_F(Starting, TheToolkitsOptionsOnTheCommandLineAreNotObeyed) {
+  const auto report = editor().open("Report", {200, 200, 800, 400});
+  desktop.folders().settleIn();
+  pellar = desktop.start({builtProgram("pellar"), "-display", ":4711", "-style", "nothing"}, "pellar");
+  strip.waitUntilOver(report);
+}
+
 TEST_F(Starting, AStripComesBackAfterARestart) {
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
