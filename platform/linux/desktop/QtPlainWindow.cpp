@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/QtPlainWindow.h"
 
+#include <xcb/xcb.h>
+
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
@@ -14,10 +16,13 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cstdint>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/desktop/MenuBarIcon.h"
+#include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
 namespace {
@@ -77,10 +82,35 @@ QLabel* made(const WindowLabel& label, QWidget& parent) {
   return native;
 }
 
-QPlainTextEdit* made(const WindowTextBox& box, QWidget& parent) {
+// The toolkit leaves the window manager's buttons on the frame, which do nothing here.
+void limitFrame(QWidget& window, bool closable) {
+  struct Hints {  // of Motif, as all window managers read them
+    std::uint32_t flags, functions, decorations, inputMode, status;
+  };
+  constexpr std::uint32_t functionsAndDecorations = 3;
+  constexpr std::uint32_t move = 4;
+  constexpr std::uint32_t closing = 32;
+  constexpr std::uint32_t borderAndTitle = 2 | 8;
+  const Hints hints{functionsAndDecorations, closable ? move | closing : move, borderAndTitle, 0, 0};
+  constexpr std::string_view name = "_MOTIF_WM_HINTS";
+  auto* const connection = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
+  const XcbReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
+      connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+      nullptr));
+  if (!atom) return;
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
+                      atom->atom, atom->atom, 32, sizeof hints / sizeof hints.flags, &hints);
+}
+
+// With `grows` it takes what room its column has left.
+QPlainTextEdit* made(const WindowTextBox& box, bool grows, QWidget& parent) {
   auto* native = new QPlainTextEdit(QString::fromStdString(box.text), &parent);
   native->setReadOnly(true);
-  native->setFixedHeight(pixels(box.height));
+  if (grows) {
+    native->setMinimumHeight(pixels(box.height));
+  } else {
+    native->setFixedHeight(pixels(box.height));
+  }
   native->document()->setDocumentMargin(box.inset);
   native->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   // Shows the window's ground.
@@ -158,11 +188,14 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   const Qt::Alignment side =
       description.alignment == StackAlignment::centre ? Qt::AlignHCenter : Qt::AlignRight;
   const int widest = pixels(description.contentSize.width - insets.left - insets.right);
-  const auto place = [&](QWidget* native, const std::optional<WindowFrame>& frame) {
+  // In a column of controls that end alike, what is read still begins where the text does.
+  const Qt::Alignment sideOfLabels =
+      description.alignment == StackAlignment::centre ? Qt::AlignHCenter : Qt::AlignLeft;
+  const auto place = [&](QWidget* native, const std::optional<WindowFrame>& frame, Qt::Alignment at) {
     if (!frame) {
       // A text that is too long is cut off instead of pushing the others aside.
       native->setMaximumWidth(std::min(native->maximumWidth(), widest));
-      column->addWidget(native, 0, side);
+      column->addWidget(native, 0, at);
       return;
     }
     native->setGeometry(pixels(frame->x), pixels(description.contentSize.height - frame->y - frame->height),
@@ -172,14 +205,15 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
     if (const auto* label = std::get_if<WindowLabel>(&element)) {
       auto* const native = made(*label, *dialog_);
       if (!label->id.empty()) labels_[label->id] = native;
-      place(native, label->frame);
+      place(native, label->frame, sideOfLabels);
     } else if (const auto* spacer = std::get_if<WindowSpacer>(&element)) {
       // The layout leaves its gap beside a spacer only once.
       column->addSpacing(pixels(spacer->height + description.spacing));
     } else if (const auto* box = std::get_if<WindowTextBox>(&element)) {
-      column->addWidget(made(*box, *dialog_));
+      column->addWidget(made(*box, description.columnReachesBottom, *dialog_),
+                        description.columnReachesBottom ? 1 : 0);
     } else if (const auto* button = std::get_if<WindowButton>(&element)) {
-      place(made(*button, *dialog_), button->frame);
+      place(made(*button, *dialog_), button->frame, side);
     } else if (const auto* row = std::get_if<WindowButtonRow>(&element)) {
       auto* const line = new QHBoxLayout;
       line->setSpacing(pixels(row->spacing));
@@ -188,9 +222,10 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
       column->setAlignment(line, side);
     }
   }
-  column->addStretch();
+  if (!description.columnReachesBottom) column->addStretch();
   const QSize wanted(pixels(description.contentSize.width), pixels(description.contentSize.height));
   dialog_->setFixedSize(wanted.expandedTo(column->minimumSize()));
+  limitFrame(*dialog_, description.closable);
   for (auto* const button : dialog_->findChildren<QPushButton*>())
     if (button->isDefault()) button->setFocus();
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {

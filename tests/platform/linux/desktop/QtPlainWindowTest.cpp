@@ -174,7 +174,31 @@ TEST_F(PlainWindows, ShowATextToReadAcrossTheColumn) {
   EXPECT_TRUE(box->isReadOnly());
   EXPECT_EQ(box->height(), 210);
   EXPECT_EQ(box->width(), 400);
-  EXPECT_EQ(parts<QLabel>().at(0)->geometry().right(), box->geometry().right()) << "trailing";
+  EXPECT_EQ(parts<QLabel>().at(0)->x(), box->x()) << "the heading begins where the text does";
+}
+
+TEST_F(PlainWindows, LeaveNoRoomBelowAColumnThatReachesTheBottom) {
+  show({.title = "Terms",
+        .contentSize = {440, 360},
+        .alignment = StackAlignment::trailing,
+        .spacing = 10,
+        .columnReachesBottom = true,
+        .insets = {18, 20, 18, 20},
+        .elements = {WindowTextBox{.text = "Read.", .height = 210},
+                     WindowButtonRow{10, {WindowButton{.title = "I Agree", .handler = [] {}}}}}});
+  EXPECT_EQ(native->height(), 360);
+  EXPECT_EQ(parts<QPushButton>().at(0)->geometry().bottom() + 1, 360 - 18);
+  EXPECT_GT(parts<QPlainTextEdit>().at(0)->height(), 210) << "the text has the room";
+}
+
+TEST_F(PlainWindows, AskForNoButtonsOnTheFrameThatDoNothing) {
+  const auto hints = [this] {
+    return desktop.observer().numbers(static_cast<xcb_window_t>(native->winId()), "_MOTIF_WM_HINTS");
+  };
+  show({.title = "Terms", .contentSize = {440, 360}, .closable = false, .elements = {}});
+  EXPECT_EQ(hints(), (std::vector<std::uint32_t>{3, 4, 10, 0, 0})) << "it is moved, and that is all";
+  show({.title = "About", .contentSize = {440, 360}, .elements = {}});
+  EXPECT_EQ(hints(), (std::vector<std::uint32_t>{3, 36, 10, 0, 0})) << "and closed";
 }
 
 TEST_F(PlainWindows, ReturnPressesTheDefaultButtonAlsoFromTheText) {
