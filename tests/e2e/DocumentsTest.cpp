@@ -117,6 +117,22 @@ TEST_P(Documents, AreKnownByTheirPathsAndRemembered) {
     waitUntilStateHas("\"" + document(name) + "\": \"org.xfce.mousepad\"");
 }
 
+TEST_P(Documents, ATerminalShowsNone) {
+  desktop.folders().write(document("plan.txt"), "Some text.\n");
+  const auto xterm = desktop.start(
+      {"xterm", "-geometry", "120x24+100+200", "-T", "plan.txt", "-e", "cat", document("plan.txt"), "-"},
+      "xterm");
+  const auto shell = desktop.waitForWindow("plan.txt");
+  const auto all = openInEditor({"report.txt"});
+  desktop.activate(shell);
+  showStrip(shell, 1);
+  waitUntilIdle();
+  desktop.activate(all[0]);
+  strip.waitUntilOver(all[0]);
+  waitUntilStateHas("\"" + document("report.txt") + "\"");
+  EXPECT_EQ(Folders::read(desktop.folders().stateFile()).find("plan.txt"), std::string::npos);
+}
+
 TEST_P(Documents, APathIsCopied) {
   const auto all = openInEditor({"report.txt", "my plan.txt"});
   showStripOverDocuments({"report.txt", "my plan.txt"}, all[1]);

@@ -15,6 +15,16 @@ std::string_view trimmed(std::string_view text) {
   return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
+// Whether a list, with a semicolon after each, names it.
+bool lists(std::string_view list, std::string_view wanted) {
+  while (!list.empty()) {
+    const auto end = std::min(list.find(';'), list.size());
+    if (trimmed(list.substr(0, end)) == wanted) return true;
+    list.remove_prefix(std::min(end + 1, list.size()));
+  }
+  return false;
+}
+
 }  // namespace
 
 std::string asciiLowercased(std::string_view text) {
@@ -70,6 +80,7 @@ void DesktopEntries::add(const fs::path& applications, const fs::path& file) {
     const std::string_view key = trimmed(text.substr(0, equals));
     const std::string_view value = trimmed(text.substr(equals + 1));
     if (key == "Name") entry.name = value;
+    if (key == "Categories") entry.isTerminal = lists(value, "TerminalEmulator");
     if (key == "StartupWMClass") startupClass = value;
     if (key == "Type" && value != "Application") return;
   }

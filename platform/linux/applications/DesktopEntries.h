@@ -13,6 +13,7 @@ namespace pellar {
 struct DesktopEntry {
   std::string id;    // the file's name below "applications", without ".desktop", folders joined by "-"
   std::string name;  // the entry's Name; empty when it has none
+  bool isTerminal = false;
 };
 
 // The installed desktop entries. Read on first use.

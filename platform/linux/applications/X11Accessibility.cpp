@@ -132,6 +132,10 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
 std::optional<AttributeValue> X11Accessibility::document(const X11Window& window) {
   // The names of another machine's files mean nothing here.
   if (!applications_.isLocal(window)) return std::nullopt;
+  // The open files and the command line of a terminal are no document of the window's, whatever its title
+  // says.
+  const X11Application* owner = applications_.ofWindow(window.id);
+  if (owner != nullptr && owner->isTerminal) return std::nullopt;
   documents_.tidy([this](xcb_window_t id) { return mirror_.find(id) != nullptr; });
   if (auto url = documents_.document(window.id, window.title(), window.pid)) return std::move(*url);
   return std::nullopt;

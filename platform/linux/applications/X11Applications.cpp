@@ -18,6 +18,12 @@ constexpr auto switchTimeAfterLoss = 40ms;
 
 constexpr std::chrono::nanoseconds raiseTime = 500ms;
 
+// Terminals that come without a desktop entry, by the class of their windows.
+bool isTerminalWithoutEntry(std::string_view windowClass) {
+  constexpr std::array<std::string_view, 6> classes{"xterm", "uxterm", "urxvt", "rxvt", "st", "st-256color"};
+  return std::ranges::find(classes, asciiLowercased(windowClass)) != classes.end();
+}
+
 // Above every number that the kernel gives to a process.
 constexpr ProcessId firstMadeUpPid = 1 << 30;
 
@@ -154,6 +160,7 @@ void X11Applications::describe(X11Application& application, const X11Window& win
   auto entry = entries_.forWindowClass(window.className);
   if (!entry) entry = entries_.forWindowClass(window.instanceName);
   const auto windowClass = firstOf({window.className, window.instanceName});
+  application.isTerminal = entry ? entry->isTerminal : isTerminalWithoutEntry(windowClass.value_or(""));
   if (entry) {
     application.bundleId = entry->id;
     application.name = firstOf({entry->name, windowClass.value_or(entry->id)});

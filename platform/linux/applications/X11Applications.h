@@ -23,6 +23,7 @@ struct X11Application {
   ProcessId pid = 0;  // stands for the application while it has a window; made up where no process is known
   std::optional<std::string> bundleId;
   std::optional<std::string> name;
+  bool isTerminal = false;            // what its windows show is other programs'
   std::vector<xcb_window_t> windows;  // clients, in the window manager's order
 };
 

@@ -16,6 +16,8 @@ constexpr auto moment = 20ms;
 constexpr std::chrono::milliseconds pause = 250ms;
 // A window without a document may have got one under the same title.
 constexpr std::chrono::nanoseconds staleness = 30s;
+// One with a document may show another of that name, saved to another folder.
+constexpr std::chrono::nanoseconds restlessness = 1s;
 
 constexpr std::size_t manyWindows = 64;
 
@@ -41,7 +43,8 @@ std::optional<std::string> WindowDocuments::document(xcb_window_t window, const 
     } else {
       askWhenDue(window, known);
     }
-  } else if (known.refused || (known.answered && !known.url && loop_.uptime() - known.askedAt > staleness)) {
+  } else if (known.refused ||
+             (known.answered && loop_.uptime() - known.askedAt > (known.url ? restlessness : staleness))) {
     ask(window, known);
   }
   return known.url;
@@ -91,8 +94,11 @@ void WindowDocuments::take(xcb_window_t window, std::uint64_t question, std::opt
   const auto found = known_.find(window);
   if (found == known_.end() || found->second.question != question) return;
   found->second.answered = true;
+  // A program may have its file closed for a moment while it writes it.
   if (!path) return;
-  found->second.url = fileUrlOf(*path);
+  auto url = fileUrlOf(*path);
+  if (found->second.url == url) return;
+  found->second.url = std::move(url);
   onFound_(window);
 }
 

@@ -19,7 +19,9 @@ namespace pellar {
 class MainLoop;
 
 // Which files the windows show, as "file:" URLs. A window is looked up when it is first asked about and when
-// its title has changed since, on a thread of its own: a network file system that is away holds nothing up.
+// its title has changed since, and now and then when it is asked about again, since another file of that name
+// may have taken the place of the first. This is on a thread of its own: a network file system that is away
+// holds nothing up.
 // Main thread only.
 class WindowDocuments {
  public:

@@ -37,6 +37,15 @@ TEST_F(DesktopEntriesTest, FindsAnEntryByItsOwnNameOrThatNamesEnd) {
   EXPECT_EQ(idOf(""), "");
 }
 
+TEST_F(DesktopEntriesTest, KnowsATerminalByItsCategory) {
+  install("system", "term.desktop", "[Desktop Entry]\nName=Term\nCategories = System;TerminalEmulator ;\n");
+  install("system", "last.desktop", "[Desktop Entry]\nName=Last\nCategories=TerminalEmulator\n");
+  install("system", "pad.desktop", "[Desktop Entry]\nName=Pad\nCategories=Utility;TerminalEmulators;\n");
+  EXPECT_TRUE(find("Term")->isTerminal);
+  EXPECT_TRUE(find("Last")->isTerminal);
+  EXPECT_FALSE(find("Pad")->isTerminal);
+}
+
 TEST_F(DesktopEntriesTest, TheUsersOwnEntryWins) {
   install("system", "pad.desktop", "[Desktop Entry]\nName=System's\n");
   install("own", "pad.desktop", "[Desktop Entry]\nName=Mine\n");

@@ -4,6 +4,7 @@
 #include <QTimer>
 #include <chrono>
 #include <condition_variable>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -25,7 +26,14 @@ class Files {
     std::unique_lock lock(mutex_);
     ++lookUps_;
     changed_.wait(lock, [this] { return !away_; });
+    if (const auto saved = saved_.find(title); saved != saved_.end())
+      return saved->second.empty() ? std::nullopt : std::optional(saved->second);
     return title.starts_with('/') ? std::optional(title) : std::nullopt;
+  }
+  // What a program shows under this title is saved there from now on; nowhere if the path is empty.
+  void save(const std::string& title, const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    saved_[title] = path;
   }
   void goAway() {
     const std::lock_guard lock(mutex_);
@@ -44,6 +52,7 @@ class Files {
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
+  std::map<std::string, std::string> saved_;
   bool away_ = false;
   int lookUps_ = 0;
 };
@@ -122,6 +131,28 @@ TEST_F(WindowDocumentsTest, AnAnswerForAnOldTitleIsNotGiven) {
   EXPECT_TRUE(wait([this] { return files->lookUps() >= 3; }));
   EXPECT_EQ(document(1, "none"), std::nullopt);
   EXPECT_TRUE(found.empty());
+}
+
+TEST_F(WindowDocumentsTest, SavedToAnotherFolderUnderTheSameTitleIsNoticed) {
+  files->save("plan", "/first/plan");
+  EXPECT_TRUE(wait([&] { return document(1, "plan") == "file:///first/plan"; }));
+  found.clear();
+  files->save("plan", "/second/plan");
+  EXPECT_TRUE(wait([&] { return document(1, "plan") == "file:///second/plan"; }));
+  EXPECT_EQ(found, std::vector<xcb_window_t>{1});
+  // While the program writes its file anew it has none open.
+  files->save("plan", "");
+  const int before = files->lookUps();
+  EXPECT_TRUE(wait([&] {
+    EXPECT_EQ(document(1, "plan"), "file:///second/plan");
+    return files->lookUps() > before;
+  }));
+  files->save("plan", "/second/plan");
+  EXPECT_TRUE(wait([&] {
+    EXPECT_EQ(document(1, "plan"), "file:///second/plan");
+    return files->lookUps() > before + 1;
+  }));
+  EXPECT_EQ(found.size(), 1U) << "nothing else was found";
 }
 
 TEST_F(WindowDocumentsTest, ATitleThatChangesWithoutPauseIsLookedUpNowAndThen) {
