@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "core/Geometry.h"
+#include "platform/Accessibility.h"
 #include "platform/Subscription.h"
 #include "platform/View.h"
 
@@ -65,6 +66,11 @@ class Panel {
   virtual void clearFirstResponder() = 0;
   // The panel stopped being key, from the main loop or inside resignKey.
   [[nodiscard]] virtual Subscription onDidResignKey(std::function<void()> callback) = 0;
+
+  // Shows it as the panel of another application's window. Where panels and windows share one stack it stands
+  // directly above that window, wherever that one goes, and so below what stands above it; otherwise this is
+  // orderFrontRegardless. It lasts until either is called again.
+  virtual void orderAbove(const Element& window) = 0;
 };
 
 // Makes panels; one object a program.

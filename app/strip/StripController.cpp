@@ -142,7 +142,7 @@ void StripController::show() {
   view_->setAutoSaveOn(store_->state().settings.autoSaveMinutes > 0);
   view_->setTabs(tabItems());
   panel_->setFrame(StripGeometry::stripFrame(picture_->front->frame, platform_.screens.screens()), true);
-  panel_->orderFrontRegardless();
+  panel_->orderAbove(picture_->front->element);
   notify(canCycleMayHaveChanged);
   search_->followStrip();
 }

@@ -27,7 +27,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       workspace_(applications_, accessibility_, loop_),
       monitors_(*connection_, loop_),
       eventTaps_(loop_),
-      panels_(*connection_, loop_, screens_, monitors_,
+      panels_(*connection_, mirror_, loop_, screens_, monitors_,
               [this](const ObservedClick& click) { monitors_.localMouseDown(click); }),
       menus_(*connection_, screens_, monitors_),
       alerts_(*connection_, [this] { return panels_.shownFrames(); }),

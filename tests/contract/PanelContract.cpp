@@ -14,6 +14,19 @@ TEST_F(PanelContract, IsOutOfSightUntilItIsShown) {
   EXPECT_FALSE(panel->isVisible());
 }
 
+TEST_F(PanelContract, ComesUpOverItsWindow) {
+  panel->setView(&view);
+  panel->setFrame(place, true);
+  panel->orderAbove(elementOf(pid, "Under.txt"));
+  EXPECT_TRUE(panel->isVisible());
+  settle();
+  click(at(20, 10));
+  EXPECT_TRUE(wait([this] { return view.heard("up"); }));
+  EXPECT_TRUE(isInFront(pid));
+  panel->orderOut();
+  EXPECT_FALSE(panel->isVisible());
+}
+
 TEST_F(PanelContract, LeavesTheFocusWhereItIsWhenShownAndClicked) {
   show();
   click(at(20, 10));

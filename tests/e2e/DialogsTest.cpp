@@ -21,6 +21,24 @@ class Dialogs : public EveryWindowManager {
     desktop.observer().waitUntil("the strip is over the window", [&] { return strip.isOver(window); });
   }
 
+  [[nodiscard]] std::size_t height(xcb_window_t window) {
+    return desktop.observer().heightInStack(window).value();
+  }
+  void waitUntilStripIsDirectlyAbove(Window window) {
+    desktop.observer().waitUntil("the strip stands directly above the window", [&] {
+      const auto shown = strip.window();
+      return shown && strip.isOver(window) && height(*shown) == height(window.id) + 1;
+    });
+  }
+  // A window of one colour is seen whole.
+  void expectSeen(Window window) {
+    const auto box = *desktop.observer().box(window.id);
+    const auto screen = *desktop.observer().picture(desktop.observer().root());
+    const auto colour = screen.at(box.x + box.width / 2, box.y + box.height - 2);
+    for (int y = box.y + 1; y < box.y + box.height - 1; ++y)
+      ASSERT_EQ(screen.at(box.x + box.width / 2, y), colour) << "covered in row " << y - box.y;
+  }
+
   // Three editors of one program, each with a document, the third in front.
   std::vector<Window> openThreeEditors() {
     std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
@@ -108,6 +126,52 @@ TEST_P(Dialogs, TheStripStaysUnderADialogOfADialog) {
   waitUntilIdle();
   EXPECT_TRUE(strip.isOver(report));
   strip.waitUntilTabs(2);
+}
+
+TEST_P(Dialogs, NothingOfADialogIsCovered) {
+  const auto report = editor().open("Report", {100, 300, 700, 400});
+  const auto plan = editor().open("Plan", {200, 360, 700, 400});
+  startPellar();
+  strip.waitUntilOver(plan);
+  const auto question = editor().openWithoutWaiting("Save changes?", {300, 300, 400, 200});
+  editor().tell(question, "dialog " + std::to_string(plan.id));
+  desktop.activate(question);
+  // Its text lies over the strip.
+  const auto tabs = *strip.box();
+  desktop.move(question, tabs.x + 60, tabs.y - 60);
+  waitUntilIdle();
+  EXPECT_TRUE(strip.isOver(plan));
+  waitUntilStripIsDirectlyAbove(plan);
+  EXPECT_GT(height(question.id), height(*strip.window()));
+  expectSeen(question);
+
+  // Going away and coming back changes nothing, nor does what the window manager does to either.
+  desktop.activate(report);
+  strip.waitUntilOver(report);
+  waitUntilStripIsDirectlyAbove(report);
+  for (int time = 0; time < 5; ++time) {
+    desktop.activate(plan);
+    desktop.activate(question);
+    waitUntilStripIsDirectlyAbove(plan);
+    EXPECT_GT(height(question.id), height(*strip.window()));
+    expectSeen(question);
+    desktop.activate(report);
+    waitUntilStripIsDirectlyAbove(report);
+  }
+  waitUntilIdle();
+  waitUntilStripIsDirectlyAbove(report);
+}
+
+TEST_P(Dialogs, TheStripStaysBelowAWindowThatIsKeptAbove) {
+  Application other(desktop, "notes");
+  const auto note = other.open("Note", {200, 160, 300, 300});
+  desktop.setState(note, "_NET_WM_STATE_ABOVE", true);
+  const auto report = editor().open("Report", {100, 300, 700, 400});
+  startPellar();
+  strip.waitUntilOver(report);
+  waitUntilStripIsDirectlyAbove(report);
+  EXPECT_GT(height(note.id), height(*strip.window()));
+  expectSeen(note);
 }
 
 }  // namespace

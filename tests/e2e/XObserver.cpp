@@ -184,6 +184,19 @@ std::vector<xcb_window_t> XObserver::topLevels() const {
   return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
+std::optional<std::size_t> XObserver::heightInStack(xcb_window_t window) const {
+  for (;;) {
+    const XReply<xcb_query_tree_reply_t> tree(
+        xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+    if (!tree) return std::nullopt;
+    if (tree->parent == root_) break;
+    window = tree->parent;
+  }
+  const auto all = topLevels();
+  const auto found = std::ranges::find(all, window);
+  return found == all.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - all.begin()));
+}
+
 bool XObserver::isViewable(xcb_window_t window) const {
   const XReply<xcb_get_window_attributes_reply_t> reply(
       xcb_get_window_attributes_reply(connection_, xcb_get_window_attributes(connection_, window), nullptr));

@@ -3,6 +3,7 @@
 #include <xcb/xcb.h>
 
 #include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -82,7 +83,10 @@ class XObserver {
   [[nodiscard]] int managedState(xcb_window_t window) const;
 
   // Windows.
+  // The children of the root, from the lowest to the highest.
   [[nodiscard]] std::vector<xcb_window_t> topLevels() const;
+  // How many of them are below the one that holds this window; absent when it is gone.
+  [[nodiscard]] std::optional<std::size_t> heightInStack(xcb_window_t window) const;
   [[nodiscard]] bool isViewable(xcb_window_t window) const;
   // The window itself, without any frame.
   [[nodiscard]] std::optional<Box> box(xcb_window_t window) const;

@@ -9,6 +9,7 @@
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/QtSearchField.h"
+#include "platform/linux/x11/X11Element.h"
 
 namespace pellar {
 namespace {
@@ -38,6 +39,7 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       window_(services.connection.xcb(), services.screen, services.compositor,
               toPixels(frame_, services.firstScreenHeight()),
               static_cast<int>(std::lround(style.cornerRadius))),
+      place_(services.connection, services.mirror, window_.id()),
       pointer_(services.loop, [this] { return view_; }) {}
 
 X11Panel::~X11Panel() {
@@ -79,19 +81,42 @@ std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
 }
 
 void X11Panel::orderFrontRegardless() {
+  place_.standOnTop();
+  show();
+}
+
+void X11Panel::orderAbove(const Element& window) {
+  place_.standOver(X11Element::of(window).number());
+  show();
+}
+
+void X11Panel::show() {
   if (!std::exchange(visible_, true)) {
-    window_.raise();
+    place_.take();
     shownBy_ = window_.map();
     dirty_ = pixelBounds();
     paint();
     window_.flush();
     return;
   }
+  if (!place_.isOnTop()) {
+    if (place_.keep()) window_.flush();
+    return;
+  }
   // Menus stand above panels; whatever a window manager has put there is in the way.
   if (std::exchange(obscured_, false) && window_.isBelowManagedWindow()) {
-    window_.raise();
+    place_.take();
     window_.flush();
   }
+}
+
+void X11Panel::noteStacking(const xcb_configure_notify_event_t& event) {
+  if (!visible_ || !place_.note(event) || std::exchange(placePosted_, true)) return;
+  services_.loop.post([this, alive = alive_.watch()] {
+    if (!alive) return;
+    placePosted_ = false;
+    if (visible_ && place_.keep()) window_.flush();
+  });
 }
 
 void X11Panel::orderOut() {
@@ -110,7 +135,7 @@ void X11Panel::orderOut() {
 }
 
 void X11Panel::makeKeyAndOrderFront() {
-  orderFrontRegardless();
+  show();
   if (!style_.canBecomeKey || isKey()) return;
   outsidePress_ = services_.monitors.onGlobalMouseDown([this] { resignKey(); });
   services_.keys.makeKey(*this);
@@ -321,6 +346,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
     case XCB_VISIBILITY_NOTIFY:
       obscured_ =
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
+      place_.noteVisibility();
       return;
     case XCB_BUTTON_PRESS:
       if (isCurrent(event) && noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));

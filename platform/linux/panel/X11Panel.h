@@ -14,6 +14,7 @@
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
+#include "platform/linux/panel/X11StackPlace.h"
 #include "platform/shared/panel/PointerPresence.h"
 
 namespace pellar {
@@ -39,6 +40,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] ScreenRect frame() const override { return frame_; }
   [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
   void orderFrontRegardless() override;
+  void orderAbove(const Element& window) override;
   void orderOut() override;
   [[nodiscard]] bool isVisible() const override { return visible_; }
   void makeKeyAndOrderFront() override;
@@ -60,6 +62,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] xcb_window_t window() const { return window_.id(); }
   // Takes an event of the window, from the main loop. May end the panel.
   void handle(const xcb_generic_event_t& event);
+  // Takes note of what the server says of another window's place in the stack.
+  void noteStacking(const xcb_configure_notify_event_t& event);
   // A compositing program came or went.
   void blendingChanged();
 
@@ -75,6 +79,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void keyEnded() override { outsidePress_.cancel(); }
   void tellKeyEnded() override;
 
+  void show();
   // Whether what the pointer did happened since the panel was last shown, and the panel is on the screen.
   [[nodiscard]] bool isCurrent(const xcb_generic_event_t& event) const;
   // Tells the view that the pointer is inside, unless it knows. Whether the panel is on the screen after
@@ -96,6 +101,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   std::function<void()> onEnd_;
   ScreenRect frame_;
   X11PanelWindow window_;
+  X11StackPlace place_;  // depends-on: window_
   View* view_ = nullptr;
   std::vector<QtSearchField*> fields_;
   std::vector<QtListView*> lists_;
@@ -107,6 +113,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   QRegion dirty_;
   bool needsLayout_ = true;
   bool paintPosted_ = false;
+  bool placePosted_ = false;
   bool visible_ = false;
   std::uint32_t shownBy_ = 0;  // the request that last showed it
   bool obscured_ = false;      // since the place in the stack was last looked at

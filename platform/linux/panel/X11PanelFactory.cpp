@@ -41,11 +41,11 @@ bool isMotion(const xcb_generic_event_t& event) {
 
 }  // namespace
 
-X11PanelFactory::X11PanelFactory(X11Connection& connection, QtMainLoop& loop, const ScreenList& screens,
-                                 EventMonitors& monitors,
+X11PanelFactory::X11PanelFactory(X11Connection& connection, const X11Mirror& mirror, QtMainLoop& loop,
+                                 const ScreenList& screens, EventMonitors& monitors,
                                  std::function<void(const ObservedClick&)> reportPress)
     : loop_(loop),
-      services_{connection, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
+      services_{connection, mirror, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
       subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {}
 
 X11PanelFactory::~X11PanelFactory() = default;
@@ -69,6 +69,11 @@ std::vector<PixelRect> X11PanelFactory::shownFrames() const {
 void X11PanelFactory::take(const xcb_generic_event_t& event) {
   if (services_.compositor.handle(event)) {
     for (const auto& [window, panel] : panels_) panel->blendingChanged();
+    return;
+  }
+  if ((event.response_type & 0x7fU) == XCB_CONFIGURE_NOTIFY) {
+    for (const auto& [window, panel] : panels_)
+      panel->noteStacking(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
     return;
   }
   const auto window = windowOf(event);

@@ -21,8 +21,9 @@ class X11Panel;
 class X11PanelFactory final : public PanelFactory {
  public:
   // `reportPress` is told of every press in a panel before the press is delivered.
-  X11PanelFactory(X11Connection& connection, QtMainLoop& loop, const ScreenList& screens,
-                  EventMonitors& monitors, std::function<void(const ObservedClick&)> reportPress);
+  X11PanelFactory(X11Connection& connection, const X11Mirror& mirror, QtMainLoop& loop,
+                  const ScreenList& screens, EventMonitors& monitors,
+                  std::function<void(const ObservedClick&)> reportPress);
   ~X11PanelFactory() override;
   X11PanelFactory(const X11PanelFactory&) = delete;
   X11PanelFactory& operator=(const X11PanelFactory&) = delete;

@@ -11,6 +11,7 @@
 #include "platform/linux/drawing/SpriteCache.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Mirror.h"
 #include "platform/shared/panel/KeyOwner.h"
 
 namespace pellar {
@@ -18,6 +19,7 @@ namespace pellar {
 // What all panels share.
 struct X11PanelServices {
   X11Connection& connection;
+  const X11Mirror& mirror;
   const xcb_screen_t& screen;
   MainLoop& loop;
   const ScreenList& screens;

@@ -145,11 +145,6 @@ void X11PanelWindow::unmap() {
   xcb_unmap_window(connection_, id_);
 }
 
-void X11PanelWindow::raise() {
-  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
-  xcb_configure_window(connection_, id_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
-}
-
 bool X11PanelWindow::isBelowManagedWindow() const {
   const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root_), nullptr));
   if (!tree) return false;

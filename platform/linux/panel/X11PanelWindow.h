@@ -35,7 +35,6 @@ class X11PanelWindow {
   // The number of the request: what the server tells with a lower one happened before.
   std::uint32_t map();
   void unmap();
-  void raise();
   // Whether a window that some window manager looks after stands above this one. Asks the server.
   [[nodiscard]] bool isBelowManagedWindow() const;
 

@@ -24,6 +24,8 @@ class MacPanel final : public Panel {
   [[nodiscard]] ScreenRect frame() const override;
   [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
   void orderFrontRegardless() override;
+  // Panels have a level of their own, above all windows.
+  void orderAbove(const Element& /*window*/) override { orderFrontRegardless(); }
   void orderOut() override;
   [[nodiscard]] bool isVisible() const override;
   void makeKeyAndOrderFront() override;

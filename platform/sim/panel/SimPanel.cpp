@@ -44,6 +44,16 @@ std::optional<ScreenRect> SimPanel::screenVisibleFrame() const {
 }
 
 void SimPanel::orderFrontRegardless() {
+  window_.reset();
+  show();
+}
+
+void SimPanel::orderAbove(const Element& window) {
+  window_ = window;
+  show();
+}
+
+void SimPanel::show() {
   owner_.bringForward(*this);
   if (std::exchange(visible_, true)) return;
   host_.setNeedsDisplay();
@@ -56,7 +66,7 @@ void SimPanel::orderOut() {
 }
 
 void SimPanel::makeKeyAndOrderFront() {
-  orderFrontRegardless();
+  show();
   if (style_.canBecomeKey) owner_.keys().makeKey(*this);
 }
 

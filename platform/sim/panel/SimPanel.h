@@ -26,6 +26,7 @@ class SimPanel final : public Panel, public KeyPanel {
   [[nodiscard]] ScreenRect frame() const override { return frame_; }
   [[nodiscard]] std::optional<ScreenRect> screenVisibleFrame() const override;
   void orderFrontRegardless() override;
+  void orderAbove(const Element& window) override;
   void orderOut() override;
   [[nodiscard]] bool isVisible() const override { return visible_; }
   void makeKeyAndOrderFront() override;
@@ -39,6 +40,8 @@ class SimPanel final : public Panel, public KeyPanel {
   [[nodiscard]] SimViewHost& simHost() { return host_; }
   [[nodiscard]] const SimViewHost& simHost() const { return host_; }
   [[nodiscard]] const Drawing& drawing() const { return host_.drawing(); }
+  // The window that it was last shown as the panel of; absent when it is no window's.
+  [[nodiscard]] const std::optional<Element>& window() const { return window_; }
   // How often the panel was moved or resized to another frame.
   [[nodiscard]] int frameChanges() const { return frameChanges_; }
 
@@ -49,9 +52,12 @@ class SimPanel final : public Panel, public KeyPanel {
   void tellKeyEnded() override { resignedKey_.call(); }
 
  private:
+  void show();
+
   SimPanels& owner_;
   PanelStyle style_;
   ScreenRect frame_;
+  std::optional<Element> window_;
   bool visible_ = false;
   int frameChanges_ = 0;
   CallbackList<> resignedKey_;

@@ -63,6 +63,19 @@ TEST_F(StripStory, AMinimisedWindowHasNoStripUntilItIsBack) {
   expectStripOver(plan);
 }
 
+TEST_F(StripStory, TheStripBelongsToTheWindowItIsOver) {
+  const auto plan = open("Plan");
+  const auto report = open("Report");
+  start();
+  EXPECT_EQ(strip().panel().window(), report.element());
+  editor.focus(plan);
+  EXPECT_EQ(strip().panel().window(), plan.element());
+  // It does so while it has the keyboard, too; what comes up over it stands over all.
+  pellar.strip()->openRecent();
+  EXPECT_EQ(strip().panel().window(), plan.element());
+  EXPECT_FALSE(dropdown().window());
+}
+
 TEST_F(StripStory, AFocusedWindowThatIsMinimisedHidesTheStrip) {
   auto plan = open("Plan");
   const auto report = open("Report");

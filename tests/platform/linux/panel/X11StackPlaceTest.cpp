@@ -1,0 +1,127 @@
+#include <xcb/xcb.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "platform/linux/panel/X11StackPlace.h"
+#include "tests/platform/linux/X11WorldTest.h"
+
+namespace pellar::contract {
+namespace {
+
+class X11StackPlaceTest : public X11WorldTest {
+ protected:
+  X11StackPlaceTest()
+      : pid(world().launch("Editor")),
+        report(world().open(pid, "Report", {200, 150, 500, 300})),
+        plan(world().open(pid, "Plan", {300, 250, 500, 300})) {
+    elementOf(pid, "Plan");
+    auto opened = X11Connection::open();
+    connection = std::move(std::get<std::unique_ptr<X11Connection>>(opened));
+    mirror.emplace(*connection);
+    xcb_connection_t* const xcb = connection->xcb();
+    panel = xcb_generate_id(xcb);
+    const std::uint32_t overrideRedirect = 1;
+    xcb_create_window(xcb, XCB_COPY_FROM_PARENT, panel, connection->root(), 0, 0, 10, 10, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                      &overrideRedirect);
+    place.emplace(*connection, *mirror, panel);
+  }
+
+  xcb_window_t frameOf(WorldWindow window) { return mirror->find(x11().window(window).id)->links.back().id; }
+  std::size_t height(xcb_window_t window) {
+    connection->serverTime();
+    return desktop().observer().heightInStack(window).value();
+  }
+  // What the server tells when a window has been configured.
+  static xcb_configure_notify_event_t configured(xcb_window_t window, xcb_window_t below) {
+    xcb_configure_notify_event_t event{};
+    event.response_type = XCB_CONFIGURE_NOTIFY;
+    event.event = event.window = window;
+    event.above_sibling = below;
+    return event;
+  }
+  void standOver(WorldWindow window) {
+    place->standOver(x11().window(window).id);
+    ASSERT_TRUE(place->keep());
+  }
+
+  static constexpr xcb_window_t some = 1;
+  static constexpr xcb_window_t other = 2;
+
+  ProcessId pid;
+  WorldWindow report;
+  WorldWindow plan;
+  std::unique_ptr<X11Connection> connection;
+  std::optional<X11Mirror> mirror;
+  xcb_window_t panel = XCB_WINDOW_NONE;
+  std::optional<X11StackPlace> place;
+};
+
+TEST_F(X11StackPlaceTest, ThePanelStandsDirectlyAboveItsWindow) {
+  standOver(report);
+  EXPECT_EQ(height(panel), height(frameOf(report)) + 1);
+  EXPECT_FALSE(place->keep()) << "it has its place";
+  standOver(plan);
+  EXPECT_EQ(height(panel), height(frameOf(plan)) + 1);
+  place->standOnTop();
+  place->take();
+  EXPECT_EQ(height(panel), desktop().observer().topLevels().size() - 1);
+}
+
+TEST_F(X11StackPlaceTest, AWindowThatIsMerelyMovedCostsNoRequest) {
+  standOver(report);
+  const xcb_window_t frame = frameOf(report);
+  place->note(configured(frame, some));
+  place->keep();
+  for (int step = 0; step < 10; ++step) EXPECT_FALSE(place->note(configured(frame, some)));
+  EXPECT_FALSE(place->note(configured(other, some)));
+  EXPECT_FALSE(place->keep());
+}
+
+TEST_F(X11StackPlaceTest, AWindowThatChangesItsPlaceTakesThePanelAlong) {
+  standOver(report);
+  const xcb_window_t frame = frameOf(report);
+  place->note(configured(frame, some));
+  place->keep();
+  EXPECT_TRUE(place->note(configured(frame, other)));
+  EXPECT_TRUE(place->keep());
+  // From below the panel to above it, and then who knows.
+  EXPECT_TRUE(place->note(configured(frame, panel)));
+  EXPECT_TRUE(place->keep());
+  EXPECT_TRUE(place->note(configured(frame, other)));
+}
+
+TEST_F(X11StackPlaceTest, ANeighbourThatGoesAlongDoesNotHideIt) {
+  standOver(report);
+  const xcb_window_t frame = frameOf(report);
+  place->note(configured(frame, some));
+  place->keep();
+  EXPECT_FALSE(place->note(configured(some, other)));
+  EXPECT_TRUE(place->note(configured(frame, some)));
+}
+
+TEST_F(X11StackPlaceTest, ADialogBetweenTheTwoComesAbove) {
+  standOver(report);
+  const xcb_window_t frame = frameOf(report);
+  place->note(configured(frame, some));
+  place->keep();
+  EXPECT_FALSE(place->note(configured(panel, frame)));
+  EXPECT_TRUE(place->note(configured(other, frame)));
+  EXPECT_TRUE(place->keep());
+  EXPECT_FALSE(place->keep());
+}
+
+TEST_F(X11StackPlaceTest, AWindowThatIsGoneLeavesThePanelWhereItIs) {
+  standOver(report);
+  const auto before = height(panel);
+  place->standOver(x11().window(report).id + 1000);
+  EXPECT_FALSE(place->keep());
+  EXPECT_EQ(height(panel), before);
+}
+
+}  // namespace
+}  // namespace pellar::contract
