@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "core/Geometry.h"
+#include "platform/Subscription.h"
 
 namespace pellar {
 
@@ -114,6 +115,10 @@ class Accessibility {
   // (null) when no observer can be had, for instance while the application is still launching.
   [[nodiscard]] virtual std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                                  std::function<void()> onNotification) = 0;
+
+  // Calls back once when a window has come to rest after the system moved it in several steps, into full
+  // screen or out of it for instance. Not active when it is at rest, nor where the system does not tell.
+  [[nodiscard]] virtual Subscription onceAtRest(const Element& window, std::function<void()> callback) = 0;
 };
 
 }  // namespace pellar

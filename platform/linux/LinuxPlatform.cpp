@@ -23,7 +23,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       mirror_(*connection_),
       applications_(mirror_, loop_, DesktopEntries(dataFolders())),
       screens_(*connection_, mirror_, loop_),
-      accessibility_(*connection_, mirror_, applications_, loop_),
+      accessibility_(*connection_, mirror_, applications_, screens_, loop_),
       workspace_(applications_, accessibility_, loop_),
       monitors_(*connection_, loop_),
       eventTaps_(loop_),
@@ -34,6 +34,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
       statusBar_(loop_, monitors_),
       loginItem_(configFolder(), ownProgram()),
       notifications_(loop_),
+      room_(*connection_, mirror_, applications_, screens_),
       pump_(*connection_, mirror_, applications_, loop_, std::move(onLost)),
       platform_{.mainLoop = loop_,
                 .accessibility = accessibility_,
@@ -56,6 +57,11 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
                 .bundle = builtBundle(),
                 .folders = platformFolders()} {
   applications_.onScreensChanged = [this] { screens_.noteChange(); };
+  applications_.onChanges = [this](const X11Mirror::Changes& changes) {
+    accessibility_.note(changes);
+    room_.note(changes);
+  };
+  pump_.onQuiet = [this] { room_.update(panels_.stripFrame()); };
   mirror_.readStale();
   applications_.update();
 }

@@ -8,6 +8,7 @@
 #include "platform/linux/applications/X11Accessibility.h"
 #include "platform/linux/applications/X11Applications.h"
 #include "platform/linux/applications/X11Pump.h"
+#include "platform/linux/applications/X11StripRoom.h"
 #include "platform/linux/applications/X11Workspace.h"
 #include "platform/linux/desktop/AutostartEntry.h"
 #include "platform/linux/desktop/DesktopNotifications.h"
@@ -66,6 +67,7 @@ class LinuxPlatform {
   QtHttpClient httpClient_;
   DesktopNotifications notifications_;
   QtProgram program_;
+  X11StripRoom room_;
   X11Pump pump_;
   Platform platform_;
 };

@@ -282,7 +282,11 @@ void XObserver::movePointer(int x, int y) {
 }
 
 void XObserver::press(int button) {
-  xcb_test_fake_input(connection_, XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button), XCB_CURRENT_TIME,
+  pressAfter(0, button);
+}
+
+void XObserver::pressAfter(std::uint32_t milliseconds, int button) {
+  xcb_test_fake_input(connection_, XCB_BUTTON_PRESS, static_cast<std::uint8_t>(button), milliseconds,
                       XCB_NONE, 0, 0, 0);
   fence();
 }
@@ -297,6 +301,12 @@ void XObserver::click(int x, int y, int button) {
   movePointer(x, y);
   press(button);
   release(button);
+}
+
+void XObserver::doubleClick(int x, int y) {
+  click(x, y);
+  pressAfter(80, 1);
+  release(1);
 }
 
 void XObserver::key(std::uint32_t keysym, bool down) {

@@ -107,6 +107,8 @@ class XObserver {
   void press(int button);
   void release(int button);
   void click(int x, int y, int button = 1);
+  // Two clicks as far apart as a hand makes them.
+  void doubleClick(int x, int y);
   void key(std::uint32_t keysym, bool down);
   // Presses a key and lets go of it.
   void strike(std::uint32_t keysym);
@@ -131,6 +133,8 @@ class XObserver {
   void takeEvents();
 
  private:
+  // Presses a button once the server has waited for so long.
+  void pressAfter(std::uint32_t milliseconds, int button);
   // Whether a grab that was just tried, with the server held, is refused. Gives back what was got.
   template <class Reply, class Cookie>
   bool isRefused(Cookie tried, Reply* (*answerTo)(xcb_connection_t*, Cookie, xcb_generic_error_t**),

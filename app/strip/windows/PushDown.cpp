@@ -14,7 +14,7 @@ PushDown::PushDown(const Platform& platform, std::shared_ptr<WindowTracker> trac
 
 bool PushDown::ifNeeded(OfficeWindow& window) {
   const auto target = StripGeometry::pushedDown(window.frame, platform_.screens.screens());
-  if (!target || waitsForRelease()) return false;
+  if (!target || waitsForRelease() || waitsForRest(window)) return false;
   const Size size = window.frame.size();
   // A change of size is announced, and so brings the next report, which would ask again without an end. A
   // position that is refused is not.
@@ -37,6 +37,14 @@ bool PushDown::waitsForRelease() {
     });
   }
   return release_.active();
+}
+
+bool PushDown::waitsForRest(const OfficeWindow& window) {
+  rest_ = platform_.accessibility.onceAtRest(window.element, [this] {
+    rest_.cancel();
+    tracker_->scheduleRefresh();
+  });
+  return rest_.active();
 }
 
 bool PushDown::refusedHere(const OfficeWindow& window) const {

@@ -18,11 +18,13 @@ class PushDown {
 
   // Makes room above a window, if need be, and then asks for a refresh. False when there is room already,
   // when the window refuses to move: it keeps its size then and is asked again with the next report; and
-  // while a mouse button is held, for the user may be moving it: the refresh after the release asks again.
+  // while a mouse button is held, for the user may be moving it, or the system moves the window in several
+  // steps, of which it would take ours for one: a refresh after that asks again.
   bool ifNeeded(OfficeWindow& window);
 
  private:
   [[nodiscard]] bool waitsForRelease();
+  [[nodiscard]] bool waitsForRest(const OfficeWindow& window);
   [[nodiscard]] bool refusedHere(const OfficeWindow& window) const;
   [[nodiscard]] bool moves(OfficeWindow& window, const AxRect& target);
   void giveBack(OfficeWindow& window, Size size);
@@ -37,6 +39,7 @@ class PushDown {
   std::shared_ptr<WindowTracker> tracker_;
   std::optional<Refusal> refusal_;  // the last one
   Subscription release_;            // of the mouse button, while one is waited for
+  Subscription rest_;               // of the window that was to be moved last, while it is waited for
 };
 
 }  // namespace pellar

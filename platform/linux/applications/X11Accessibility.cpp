@@ -42,12 +42,13 @@ class X11Accessibility::Observer final : public ElementObserver {
 };
 
 X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
-                                   X11Applications& applications, MainLoop& loop)
+                                   X11Applications& applications, const ScreenList& screens, MainLoop& loop)
     : connection_(connection),
       mirror_(mirror),
       applications_(applications),
       loop_(loop),
       frames_(connection, mirror),
+      rest_(mirror, screens, loop),
       menus_(loop_),
       documents_(
           loop,
@@ -127,6 +128,12 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
     return std::string(dialog ? "AXDialog" : "AXUnknown");
   }
   return std::nullopt;
+}
+
+Subscription X11Accessibility::onceAtRest(const Element& element, std::function<void()> callback) {
+  const X11Element& handle = X11Element::of(element);
+  if (handle.kind() != X11Element::Kind::window) return {};
+  return rest_.onceAtRest(handle.number(), std::move(callback));
 }
 
 std::optional<AttributeValue> X11Accessibility::document(const X11Window& window) {

@@ -8,6 +8,7 @@
 #include "platform/Accessibility.h"
 #include "platform/linux/applications/X11Applications.h"
 #include "platform/linux/applications/X11FrameWriter.h"
+#include "platform/linux/applications/X11Rest.h"
 #include "platform/linux/documents/WindowDocuments.h"
 #include "platform/linux/menus/AtSpiMenus.h"
 #include "platform/linux/x11/X11Connection.h"
@@ -22,7 +23,7 @@ class MainLoop;
 class X11Accessibility final : public Accessibility {
  public:
   X11Accessibility(X11Connection& connection, X11Mirror& mirror, X11Applications& applications,
-                   MainLoop& loop);
+                   const ScreenList& screens, MainLoop& loop);
   ~X11Accessibility() override;
 
   [[nodiscard]] bool isTrusted() const override { return true; }
@@ -38,7 +39,10 @@ class X11Accessibility final : public Accessibility {
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
+  [[nodiscard]] Subscription onceAtRest(const Element& window, std::function<void()> callback) override;
 
+  // What the mirror has taken in.
+  void note(const X11Mirror::Changes& changes) { rest_.note(changes); }
   // Makes a window the active one, in front of the others and not minimised.
   void activateWindow(xcb_window_t window);
 
@@ -66,6 +70,7 @@ class X11Accessibility final : public Accessibility {
   X11Applications& applications_;
   MainLoop& loop_;
   X11FrameWriter frames_;
+  X11Rest rest_;
   AtSpiMenus menus_;
   WindowDocuments documents_;
   MainWindow main_;

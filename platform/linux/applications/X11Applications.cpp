@@ -262,6 +262,7 @@ void X11Applications::update() {
       tell();
     });
   }
+  if (onChanges) onChanges(changes);
   desktopChanged_ = desktopChanged_ || changes.desktop;
   screensChanged_ = screensChanged_ || changes.screens;
   // Between two focus changes the observers are not told, so that the strip does not jump to a window that

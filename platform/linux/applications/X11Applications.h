@@ -66,6 +66,7 @@ class X11Applications {
   // Takes the mirror's changes and tells the listeners, which only post.
   void update();
 
+  std::function<void(const X11Mirror::Changes&)> onChanges;  // told before all others
   std::function<void(const std::set<ProcessId>&)> onWindowsChanged;
   std::function<void()> onFrontmostChanged;
   std::function<void(ProcessId)> onLaunched;

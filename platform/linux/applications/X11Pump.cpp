@@ -61,6 +61,7 @@ void X11Pump::report() {
 }
 
 void X11Pump::beforeSleep() {
+  if (onQuiet) onQuiet();
   connection_.flush();
   // Writes and replies read events too; nothing on the socket would announce those.
   const bool lost = connection_.lost() && !reportedLoss_;

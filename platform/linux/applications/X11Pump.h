@@ -25,6 +25,9 @@ class X11Pump {
   X11Pump(const X11Pump&) = delete;
   X11Pump& operator=(const X11Pump&) = delete;
 
+  // Called each time before the loop may sleep: what was reported has had its effect.
+  std::function<void()> onQuiet;
+
  private:
   void pump();
   void report();

@@ -60,6 +60,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
 
   [[nodiscard]] xcb_window_t window() const { return window_.id(); }
+  [[nodiscard]] const PanelStyle& style() const { return style_; }
   // Takes an event of the window, from the main loop. May end the panel.
   void handle(const xcb_generic_event_t& event);
   // Takes note of what the server says of another window's place in the stack.

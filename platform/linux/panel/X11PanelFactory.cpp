@@ -66,6 +66,14 @@ std::vector<PixelRect> X11PanelFactory::shownFrames() const {
   return frames;
 }
 
+std::optional<PixelRect> X11PanelFactory::stripFrame() const {
+  for (const auto& [window, panel] : panels_) {
+    if (panel->isVisible() && panel->style().stationary)
+      return toPixels(panel->frame(), services_.firstScreenHeight());
+  }
+  return std::nullopt;
+}
+
 void X11PanelFactory::take(const xcb_generic_event_t& event) {
   if (services_.compositor.handle(event)) {
     for (const auto& [window, panel] : panels_) panel->blendingChanged();

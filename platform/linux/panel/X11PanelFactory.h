@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/Panel.h"
@@ -32,6 +33,8 @@ class X11PanelFactory final : public PanelFactory {
 
   // Where the shown panels are.
   [[nodiscard]] std::vector<PixelRect> shownFrames() const;
+  // Where the strip is: the panel that stays when the desktop changes. Absent while it is off the screen.
+  [[nodiscard]] std::optional<PixelRect> stripFrame() const;
 
  private:
   void take(const xcb_generic_event_t& event);

@@ -136,7 +136,7 @@ AxRect X11ScreenList::visible(const AxRect& monitor, const AxRect& root) const {
   AxRect area = monitor;
   for (const auto& [id, window] : mirror_.windows()) {
     const auto reserves = reservesOf(window, root);
-    if (!reserves) continue;
+    if (!reserves || connection_.owns(id)) continue;
     const auto& [left, right, top, bottom] = *reserves;
     const auto band = [&monitor](double x, double y, double width, double height) {
       return monitor.intersection({x, y, width, height});
@@ -150,7 +150,12 @@ AxRect X11ScreenList::visible(const AxRect& monitor, const AxRect& root) const {
   }
   // One rectangle for all monitors says more than the windows do only when there is one monitor.
   if (monitor == root && mirror_.workArea()) {
-    if (const auto common = area.intersection(*mirror_.workArea())) area = *common;
+    AxRect workArea = *mirror_.workArea();
+    if (workArea.y > area.y && ownReserves_.contains(workArea.y)) {
+      workArea.height += workArea.y - area.y;
+      workArea.y = area.y;
+    }
+    if (const auto common = area.intersection(workArea)) area = *common;
   }
   return area;
 }

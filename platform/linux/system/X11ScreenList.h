@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <set>
 #include <utility>
 
 #include "platform/MainLoop.h"
@@ -24,6 +25,9 @@ class X11ScreenList final : public ScreenList {
   [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
     return changed_.add(std::move(callback));
   }
+  // This program keeps that many pixels free from the top of all screens together, which are part of the
+  // visible frames nevertheless.
+  void noteOwnReserve(int depth) { ownReserves_.insert(depth); }
   // The mirror has taken in that something changed.
   void noteChange() { changed_.post(loop_); }
 
@@ -36,6 +40,8 @@ class X11ScreenList final : public ScreenList {
   MainLoop& loop_;
   CallbackList<> changed_;
   bool hasMonitors_ = false;  // RandR 1.5
+  // All there ever were: the window manager's work area lags behind.
+  std::set<double> ownReserves_;
   mutable std::optional<std::uint64_t> readVersion_;
   mutable std::vector<Screen> screens_;
   Subscription events_;

@@ -20,8 +20,10 @@ bool reservesRoom(X11Property property) {
 
 bool sameToTheUser(const X11Window& a, const X11Window& b) {
   return a.title() == b.title() && a.frame() == b.frame() && a.minimized() == b.minimized() &&
-         a.fullscreen == b.fullscreen && a.standard() == b.standard() && a.kind == b.kind &&
-         a.transientFor == b.transientFor && a.group == b.group;
+         a.fullscreen == b.fullscreen && a.maximizedVertically == b.maximizedVertically &&
+         a.maximizedHorizontally == b.maximizedHorizontally && a.desktop == b.desktop &&
+         a.standard() == b.standard() && a.kind == b.kind && a.transientFor == b.transientFor &&
+         a.group == b.group;
 }
 
 }  // namespace

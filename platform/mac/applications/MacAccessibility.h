@@ -25,6 +25,11 @@ class MacAccessibility final : public Accessibility {
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
+  // The system does not tell.
+  [[nodiscard]] Subscription onceAtRest(const Element& /*window*/,
+                                        std::function<void()> /*callback*/) override {
+    return {};
+  }
 
  private:
   MainLoop& loop_;

@@ -279,4 +279,10 @@ std::unique_ptr<ElementObserver> SimAccessibility::observe(ProcessId pid,
   return std::make_unique<SimObserver>(desktop_, application, std::move(onNotification), roundTrips_, live_);
 }
 
+Subscription SimAccessibility::onceAtRest(const Element& element, std::function<void()> callback) {
+  const SimWindowPointer& window = simulated(element).window();
+  return window && window->exists && !window->atRest ? window->cameToRest.add(std::move(callback))
+                                                     : Subscription();
+}
+
 }  // namespace pellar

@@ -44,6 +44,7 @@ class SimAccessibility final : public Accessibility {
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
+  [[nodiscard]] Subscription onceAtRest(const Element& window, std::function<void()> callback) override;
 
   // The user gives or takes the permission.
   void setTrusted(bool trusted) { trusted_ = trusted; }

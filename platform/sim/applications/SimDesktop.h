@@ -39,6 +39,8 @@ struct SimWindowState {
   AxRect frameBeforeFullScreen;
   bool minimised = false;
   bool fullScreen = false;
+  bool atRest = true;  // not while the system moves it in several steps
+  CallbackList<> cameToRest;
   int space = 0;
   SimWindowGroup tabGroup;  // native window tabs; null when it is in no group
   std::optional<std::string> document;

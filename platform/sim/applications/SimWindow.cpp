@@ -15,6 +15,11 @@ void SimWindow::enterFullScreen() {
   desktop_->setFullScreen(state_, true, screens_->toAccessibility(chosen->frame));
 }
 
+void SimWindow::comeToRest() {
+  state_->atRest = true;
+  state_->cameToRest.call();
+}
+
 void SimWindow::setDocument(std::optional<std::string> url) {
   state_->document = std::move(url);
   desktop_->changedSilently();

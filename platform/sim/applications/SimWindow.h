@@ -43,6 +43,9 @@ class SimWindow {
   // Full screen on the screen that holds its middle, else the first one.
   void enterFullScreen();
   void leaveFullScreen() { desktop_->setFullScreen(state_, false, {}); }
+  // The system moves it step by step from now on, until it has come to rest.
+  void setOnItsWay() { state_->atRest = false; }
+  void comeToRest();
   void moveToSpace(int space) { desktop_->setSpace(*state_, space); }
   // The user selects it among the native tabs that share its frame.
   void selectNativeTab() { desktop_->selectNativeTab(state_); }

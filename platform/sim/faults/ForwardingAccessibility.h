@@ -34,6 +34,9 @@ class ForwardingAccessibility : public Accessibility {
                                                          std::function<void()> onNotification) override {
     return sound_.observe(pid, std::move(onNotification));
   }
+  [[nodiscard]] Subscription onceAtRest(const Element& window, std::function<void()> callback) override {
+    return sound_.onceAtRest(window, std::move(callback));
+  }
 
  private:
   Accessibility& sound_;

@@ -197,6 +197,7 @@ class ReusedNumbers final : public ForwardingAccessibility {
     return value;
   }
   void willRead(std::span<const Element>, std::span<const std::string_view>) override {}
+  [[nodiscard]] Subscription onceAtRest(const Element&, std::function<void()>) override { return {}; }
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override {
     return std::make_unique<RenumberedObserver>(

@@ -56,6 +56,38 @@ TEST_F(RoomForTheStrip, AWindowLeftAtTheTopByItsTitleBarMakesRoomOnceTheButtonIs
   expectStripOver(plan);
 }
 
+// A window that leaves full screen passes places where it has no room for the strip; a move on the way would
+// become the frame that the system gives back.
+TEST_F(RoomForTheStrip, AWindowOnItsWayOutOfFullScreenComesBackToItsOwnFrame) {
+  auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  plan.enterFullScreen();
+  mac.settle();
+  plan.setOnItsWay();
+  plan.leaveFullScreen();
+  plan.setFrame({0, 0, 1200, 604});
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{0, 0, 1200, 604}));
+  plan.setFrame({100, 200, 1200, 604});
+  plan.comeToRest();
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 604}));
+  expectStripOver(plan);
+}
+
+TEST_F(RoomForTheStrip, AWindowThatComesToRestWithoutRoomMakesRoomOnce) {
+  auto plan = open("Plan", {100, 200, 1200, 604});
+  start();
+  plan.setOnItsWay();
+  plan.setFrame({100, 25, 1200, 604});
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 25, 1200, 604}));
+  plan.comeToRest();
+  mac.settle();
+  EXPECT_EQ(plan.frame(), (AxRect{100, 57, 1200, 572}));
+  expectStripOver(plan);
+}
+
 // A panel that goes off the screen under a drag may never hear of the release.
 TEST_F(RoomForTheStrip, AWindowMakesRoomAfterADragInWhichTheStripWasHidden) {
   auto plan = open("Plan", {100, 200, 1200, 604});

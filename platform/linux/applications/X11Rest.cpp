@@ -1,0 +1,102 @@
+#include "platform/linux/applications/X11Rest.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace pellar {
+namespace {
+
+using std::chrono::milliseconds;
+
+// Longer than a busy window manager takes from a window's new place to its new state.
+constexpr milliseconds restAfterState{600};
+// From one of its reports of a move to the next.
+constexpr milliseconds restAfterMove{60};
+// A terminal that grows by lines ends somewhat above the bottom.
+constexpr double lastLine = 40;
+
+}  // namespace
+
+struct X11Rest::Wait {
+  xcb_window_t window = XCB_WINDOW_NONE;
+  std::function<void()> callback;
+  Subscription timer;
+};
+
+X11Rest::X11Rest(const X11Mirror& mirror, const ScreenList& screens, MainLoop& loop)
+    : mirror_(mirror), screens_(screens), loop_(loop) {
+  X11Mirror::Changes all;
+  for (const auto& [id, window] : mirror_.windows()) all.windows.insert(id);
+  note(all);
+}
+
+bool X11Rest::Last::sameStateAs(const Last& other) const {
+  return fullscreen == other.fullscreen && maximizedVertically == other.maximizedVertically &&
+         maximizedHorizontally == other.maximizedHorizontally;
+}
+
+bool X11Rest::reachesFromTopToBottom(const X11Window& window) const {
+  const AxRect frame = window.frame();
+  const auto screens = screens_.screens();
+  return std::ranges::any_of(screens, [&](const Screen& screen) {
+    const double height = screens.front().frame.height;
+    const auto inRoot = [height](const ScreenRect& rect) {
+      return AxRect{rect.x, height - rect.maxY(), rect.width, rect.height};
+    };
+    const AxRect visible = inRoot(screen.visibleFrame);
+    return inRoot(screen.frame).intersects(frame) && frame.y < visible.y + 1 &&
+           frame.maxY() > visible.maxY() - lastLine;
+  });
+}
+
+void X11Rest::note(const X11Mirror::Changes& changes) {
+  for (const xcb_window_t id : changes.windows) {
+    const X11Window* window = mirror_.find(id);
+    if (window == nullptr) {
+      last_.erase(id);
+      continue;
+    }
+    Last now{window->frame(), window->fullscreen, window->maximizedVertically, window->maximizedHorizontally};
+    const auto [entry, isNew] = last_.try_emplace(id, now);
+    Last& last = entry->second;
+    const bool sameState = last.sameStateAs(now);
+    if (!isNew && sameState && last.frame == now.frame) continue;
+    const bool isLarge = now.fullscreen || window->maximized() || reachesFromTopToBottom(*window);
+    // One that opens anywhere is where it is to be.
+    if (isNew && !isLarge) continue;
+    const auto rest = sameState && !isLarge ? restAfterMove : restAfterState;
+    now.restsAt = std::max<std::chrono::nanoseconds>(last.restsAt, loop_.uptime() + rest);
+    last = now;
+  }
+}
+
+milliseconds X11Rest::untilRest(xcb_window_t window) const {
+  const auto found = last_.find(window);
+  if (found == last_.end()) return milliseconds(0);
+  return std::chrono::ceil<milliseconds>(found->second.restsAt - loop_.uptime());
+}
+
+Subscription X11Rest::onceAtRest(xcb_window_t window, std::function<void()> callback) {
+  if (untilRest(window) <= milliseconds(0)) return {};
+  const auto waiting = std::make_shared<Wait>(Wait{window, std::move(callback), {}});
+  wait(waiting);
+  return Subscription([waiting] {
+    waiting->callback = nullptr;
+    waiting->timer.cancel();
+  });
+}
+
+void X11Rest::wait(const std::shared_ptr<Wait>& waiting) {
+  // A wait that is given up takes its timer along.
+  waiting->timer = loop_.after(untilRest(waiting->window), [this, weak = std::weak_ptr(waiting)] {
+    const auto still = weak.lock();
+    if (!still) return;
+    if (untilRest(still->window) > milliseconds(0)) {
+      wait(still);
+      return;
+    }
+    if (const auto callback = std::exchange(still->callback, nullptr)) callback();
+  });
+}
+
+}  // namespace pellar

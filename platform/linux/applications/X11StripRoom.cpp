@@ -1,0 +1,144 @@
+#include "platform/linux/applications/X11StripRoom.h"
+
+#include <unistd.h>
+#include <xcb/shape.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstdint>
+
+namespace pellar {
+namespace {
+
+int pixels(double value) {
+  return static_cast<int>(std::lround(value));
+}
+
+}  // namespace
+
+X11StripRoom::X11StripRoom(X11Connection& connection, const X11Mirror& mirror,
+                           const X11Applications& applications, X11ScreenList& screens)
+    : connection_(connection), mirror_(mirror), applications_(applications), screens_(screens) {}
+
+X11StripRoom::~X11StripRoom() {
+  for (const auto& [reserve, window] : made_) xcb_destroy_window(connection_.xcb(), window);
+}
+
+void X11StripRoom::note(const X11Mirror::Changes& changes) {
+  const auto concerns = [this](xcb_window_t id) {
+    const X11Window* window = mirror_.find(id);
+    return windows_.contains(id) || (window != nullptr && window->maximizedVertically);
+  };
+  stale_ = stale_ || changes.desktop || changes.screens || std::ranges::any_of(changes.windows, concerns);
+}
+
+void X11StripRoom::update(const std::optional<PixelRect>& strip) {
+  noteStrip(strip);
+  if (!stale_) return;
+  stale_ = false;
+  windows_.clear();
+  std::set<Reserve> wanted;
+  for (const xcb_window_t id : mirror_.clientList()) {
+    const X11Window& window = *mirror_.find(id);
+    if (!needsRoom(window)) continue;
+    windows_.insert(id);
+    if (const auto reserve = reserveFor(window.frame())) wanted.insert(*reserve);
+  }
+  // The new ones first, so that windows are not resized twice.
+  for (const Reserve& each : wanted) {
+    if (!made_.contains(each)) made_[each] = reserve(each);
+  }
+  std::erase_if(made_, [&](const auto& entry) {
+    if (wanted.contains(entry.first)) return false;
+    xcb_destroy_window(connection_.xcb(), entry.second);
+    return true;
+  });
+}
+
+void X11StripRoom::noteStrip(const std::optional<PixelRect>& strip) {
+  const X11Application* application = applications_.ofWindow(mirror_.activeWindow());
+  const X11Window* front =
+      application == nullptr ? nullptr : mirror_.find(applications_.focusedWindow(*application));
+  if (front == nullptr || !front->standard() || front->minimized() || front->fullscreen) return;
+  const AxRect frame = front->frame();
+  const bool isOverFront =
+      strip && strip->x == pixels(frame.x) && strip->y + strip->height == pixels(frame.y);
+  // Between two windows the strip may still be over the other one.
+  if (strip && !isOverFront) return;
+  if (strip && height_ != strip->height) {
+    height_ = strip->height;
+    stale_ = true;
+  }
+  const bool changes =
+      strip ? withStrip_.insert(application->pid).second : withStrip_.erase(application->pid) > 0;
+  stale_ = stale_ || changes;
+}
+
+bool X11StripRoom::needsRoom(const X11Window& window) const {
+  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+  if (!window.maximizedVertically || !window.standard() || window.minimized()) return false;
+  if (window.desktop && *window.desktop != everyDesktop && *window.desktop != mirror_.currentDesktop())
+    return false;
+  const X11Application* application = applications_.ofWindow(window.id);
+  return application != nullptr && withStrip_.contains(application->pid);
+}
+
+std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const AxRect& window) const {
+  const auto screens = screens_.screens();
+  const Screen* best = nullptr;
+  double bestArea = 0;
+  const auto inRoot = [&screens](const ScreenRect& rect) {
+    return AxRect{rect.x, screens.front().frame.height - rect.maxY(), rect.width, rect.height};
+  };
+  for (const Screen& screen : screens) {
+    const auto common = inRoot(screen.frame).intersection(window);
+    if (!common || common->area() <= bestArea) continue;
+    best = &screen;
+    bestArea = common->area();
+  }
+  if (best == nullptr) return std::nullopt;
+  const AxRect monitor = inRoot(best->frame);
+  const bool hasOneAbove = std::ranges::any_of(screens, [&](const Screen& screen) {
+    const AxRect other = inRoot(screen.frame);
+    return other.y < monitor.y && other.x < monitor.maxX() && monitor.x < other.maxX();
+  });
+  if (hasOneAbove) return std::nullopt;
+  return Reserve{pixels(inRoot(best->visibleFrame).y) + height_, pixels(monitor.x),
+                 pixels(monitor.maxX()) - 1};
+}
+
+// Window managers heed what is reserved by a window that they look after, as they do docks.
+xcb_window_t X11StripRoom::reserve(const Reserve& reserve) {
+  xcb_connection_t* xcb = connection_.xcb();
+  const X11Atoms& atoms = connection_.atoms();
+  const xcb_window_t window = xcb_generate_id(xcb);
+  // As small as a window can be, and under the strip, where it is in the way of no click.
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, connection_.root(),
+                    static_cast<std::int16_t>((reserve.first + reserve.last) / 2),
+                    static_cast<std::int16_t>(reserve.depth - 1), 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
+                    XCB_COPY_FROM_PARENT, 0, nullptr);
+  xcb_shape_rectangles(xcb, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_INPUT, XCB_CLIP_ORDERING_UNSORTED, window, 0, 0, 0,
+                       nullptr);
+  const auto numbers = [&](xcb_atom_t property, xcb_atom_t type, const auto& values) {
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, property, type, 32,
+                        static_cast<std::uint32_t>(values.size()), values.data());
+  };
+  const auto depth = static_cast<std::uint32_t>(reserve.depth);
+  const auto first = static_cast<std::uint32_t>(reserve.first);
+  const auto last = static_cast<std::uint32_t>(reserve.last);
+  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+  // WM_HINTS that say one thing: it takes no keys.
+  constexpr std::uint32_t inputHint = 1;
+  numbers(atoms.netWmStrutPartial, XCB_ATOM_CARDINAL,
+          std::array<std::uint32_t, 12>{0, 0, depth, 0, 0, 0, 0, 0, first, last, 0, 0});
+  numbers(atoms.netWmWindowType, XCB_ATOM_ATOM, std::array{atoms.typeDock});
+  numbers(atoms.netWmDesktop, XCB_ATOM_CARDINAL, std::array{everyDesktop});
+  numbers(atoms.netWmPid, XCB_ATOM_CARDINAL, std::array{static_cast<std::uint32_t>(getpid())});
+  numbers(XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, std::array<std::uint32_t, 9>{inputHint});
+  xcb_map_window(xcb, window);
+  screens_.noteOwnReserve(reserve.depth);
+  return window;
+}
+
+}  // namespace pellar
