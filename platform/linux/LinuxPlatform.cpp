@@ -60,6 +60,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
   applications_.onChanges = [this](const X11Mirror::Changes& changes) {
     accessibility_.note(changes);
     room_.note(changes);
+    panels_.noteWindows(changes.windows);
   };
   pump_.onQuiet = [this] { room_.update(panels_.stripFrame()); };
   mirror_.readStale();

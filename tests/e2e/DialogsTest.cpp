@@ -24,19 +24,27 @@ class Dialogs : public EveryWindowManager {
   [[nodiscard]] std::size_t height(xcb_window_t window) {
     return desktop.observer().heightInStack(window).value();
   }
+  // metacity raises what it does not manage above what it does. There the strip leaves out what it may not
+  // cover.
   void waitUntilStripIsDirectlyAbove(Window window) {
     desktop.observer().waitUntil("the strip stands directly above the window", [&] {
       const auto shown = strip.window();
-      return shown && strip.isOver(window) && height(*shown) == height(window.id) + 1;
+      return shown && strip.isOver(window) &&
+             (GetParam() == WindowManager::metacity || height(*shown) == height(window.id) + 1);
     });
   }
   // A window of one colour is seen whole.
-  void expectSeen(Window window) {
+  void waitUntilSeen(Window window) {
     const auto box = *desktop.observer().box(window.id);
-    const auto screen = *desktop.observer().picture(desktop.observer().root());
-    const auto colour = screen.at(box.x + box.width / 2, box.y + box.height - 2);
-    for (int y = box.y + 1; y < box.y + box.height - 1; ++y)
-      ASSERT_EQ(screen.at(box.x + box.width / 2, y), colour) << "covered in row " << y - box.y;
+    desktop.observer().waitUntil("the window is seen whole", [&] {
+      const auto screen = *desktop.observer().picture(desktop.observer().root());
+      const int x = box.x + box.width / 2;
+      const auto colour = screen.at(x, box.y + box.height - 2);
+      for (int y = box.y + 1; y < box.y + box.height - 1; ++y) {
+        if (screen.at(x, y) != colour) return false;
+      }
+      return true;
+    });
   }
 
   // Three editors of one program, each with a document, the third in front.
@@ -142,8 +150,7 @@ TEST_P(Dialogs, NothingOfADialogIsCovered) {
   waitUntilIdle();
   EXPECT_TRUE(strip.isOver(plan));
   waitUntilStripIsDirectlyAbove(plan);
-  EXPECT_GT(height(question.id), height(*strip.window()));
-  expectSeen(question);
+  waitUntilSeen(question);
 
   // Going away and coming back changes nothing, nor does what the window manager does to either.
   desktop.activate(report);
@@ -153,8 +160,7 @@ TEST_P(Dialogs, NothingOfADialogIsCovered) {
     desktop.activate(plan);
     desktop.activate(question);
     waitUntilStripIsDirectlyAbove(plan);
-    EXPECT_GT(height(question.id), height(*strip.window()));
-    expectSeen(question);
+    waitUntilSeen(question);
     desktop.activate(report);
     waitUntilStripIsDirectlyAbove(report);
   }
@@ -170,8 +176,7 @@ TEST_P(Dialogs, TheStripStaysBelowAWindowThatIsKeptAbove) {
   startPellar();
   strip.waitUntilOver(report);
   waitUntilStripIsDirectlyAbove(report);
-  EXPECT_GT(height(note.id), height(*strip.window()));
-  expectSeen(note);
+  waitUntilSeen(note);
 }
 
 }  // namespace

@@ -28,6 +28,12 @@ inline PixelRect toPixels(const ScreenRect& rect, double firstScreenHeight) {
   return {rounded(rect.x), rounded(firstScreenHeight - rect.maxY()), held(rect.width), held(rect.height)};
 }
 
+// What a window covers, from where the X server has it.
+inline PixelRect wholePixels(const AxRect& rect) {
+  const auto rounded = [](double value) { return static_cast<int>(std::lround(value)); };
+  return {rounded(rect.x), rounded(rect.y), rounded(rect.width), rounded(rect.height)};
+}
+
 inline ScreenPoint toScreenPoint(double x, double y, double firstScreenHeight) {
   return {x, firstScreenHeight - y};
 }

@@ -1,6 +1,7 @@
 #include "platform/linux/panel/X11Panel.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <iterator>
 #include <utility>
@@ -13,6 +14,11 @@
 
 namespace pellar {
 namespace {
+
+// From what a window manager says of its stack to the last thing that it does to it.
+constexpr std::chrono::milliseconds endOfRestacking{100};
+// After so many a window manager does not let the panel have its place.
+constexpr int mostRefusals = 3;
 
 // More rectangles than this are painted as the one around them.
 constexpr int mostParts = 8;
@@ -100,7 +106,7 @@ void X11Panel::show() {
     return;
   }
   if (!place_.isOnTop()) {
-    if (place_.keep()) window_.flush();
+    if (place_.keep()) noteStacking();
     return;
   }
   // Menus stand above panels; whatever a window manager has put there is in the way.
@@ -110,17 +116,61 @@ void X11Panel::show() {
   }
 }
 
-void X11Panel::noteStacking(const xcb_configure_notify_event_t& event) {
-  if (!visible_ || !place_.note(event) || std::exchange(placePosted_, true)) return;
+void X11Panel::noteStacking() {
+  if (!visible_ || place_.isOnTop() || std::exchange(placePosted_, true)) return;
   services_.loop.post([this, alive = alive_.watch()] {
     if (!alive) return;
     placePosted_ = false;
-    if (visible_ && place_.keep()) window_.flush();
+    takePlaceAgain();
   });
+}
+
+void X11Panel::takePlaceAgain() {
+  if (!visible_) return;
+  if (refusals_ < mostRefusals) {
+    place_.takeAgain();
+    window_.flush();
+  } else {
+    spareWindows(place_.coveredWindows());
+  }
+  // Some window managers raise what they do not manage after they have said how theirs stand.
+  placeAgain_ = services_.loop.after(endOfRestacking, [this] { checkPlace(); });
+}
+
+void X11Panel::checkPlace() {
+  if (!visible_) return;
+  auto covered = place_.coveredWindows();
+  if (refusals_ == mostRefusals) {
+    spareWindows(std::move(covered));
+  } else if (covered.empty()) {
+    refusals_ = 0;
+  } else {
+    ++refusals_;
+    takePlaceAgain();
+  }
+}
+
+void X11Panel::spareWindows(std::vector<xcb_window_t> windows) {
+  spared_ = std::move(windows);
+  std::vector<PixelRect> parts;
+  for (const xcb_window_t id : spared_) {
+    const X11Window* window = services_.mirror.find(id);
+    if (window != nullptr) parts.push_back(wholePixels(window->frame()));
+  }
+  window_.spare(std::move(parts));
+  window_.flush();
+}
+
+void X11Panel::noteWindows(const std::set<xcb_window_t>& changed) {
+  if (!std::ranges::any_of(spared_, [&](xcb_window_t id) { return changed.contains(id); })) return;
+  spareWindows(spared_);
 }
 
 void X11Panel::orderOut() {
   if (!std::exchange(visible_, false)) return;
+  refusals_ = 0;
+  spared_.clear();
+  window_.spare({});
   window_.unmap();
   window_.flush();
   services_.keys.panelLeftScreen(*this);
@@ -346,7 +396,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
     case XCB_VISIBILITY_NOTIFY:
       obscured_ =
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
-      place_.noteVisibility();
+      noteStacking();
       return;
     case XCB_BUTTON_PRESS:
       if (isCurrent(event) && noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));

@@ -7,6 +7,7 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <set>
 #include <vector>
 
 #include "core/Alive.h"
@@ -63,8 +64,10 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] const PanelStyle& style() const { return style_; }
   // Takes an event of the window, from the main loop. May end the panel.
   void handle(const xcb_generic_event_t& event);
-  // Takes note of what the server says of another window's place in the stack.
-  void noteStacking(const xcb_configure_notify_event_t& event);
+  // The window manager has changed the stack.
+  void noteStacking();
+  // These windows are new, changed or gone.
+  void noteWindows(const std::set<xcb_window_t>& changed);
   // A compositing program came or went.
   void blendingChanged();
 
@@ -81,6 +84,10 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void tellKeyEnded() override;
 
   void show();
+  void takePlaceAgain();
+  void checkPlace();
+  // These show through the panel, which stands above them and may not cover them.
+  void spareWindows(std::vector<xcb_window_t> windows);
   // Whether what the pointer did happened since the panel was last shown, and the panel is on the screen.
   [[nodiscard]] bool isCurrent(const xcb_generic_event_t& event) const;
   // Tells the view that the pointer is inside, unless it knows. Whether the panel is on the screen after
@@ -115,6 +122,9 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   bool needsLayout_ = true;
   bool paintPosted_ = false;
   bool placePosted_ = false;
+  Subscription placeAgain_;
+  int refusals_ = 0;                  // one after the other, of the place in the stack
+  std::vector<xcb_window_t> spared_;  // clients that show through the panel
   bool visible_ = false;
   std::uint32_t shownBy_ = 0;  // the request that last showed it
   bool obscured_ = false;      // since the place in the stack was last looked at

@@ -58,6 +58,10 @@ std::unique_ptr<Panel> X11PanelFactory::makePanel(const PanelStyle& style) {
   return panel;
 }
 
+void X11PanelFactory::noteWindows(const std::set<xcb_window_t>& changed) {
+  for (const auto& [window, panel] : panels_) panel->noteWindows(changed);
+}
+
 std::vector<PixelRect> X11PanelFactory::shownFrames() const {
   std::vector<PixelRect> frames;
   for (const auto& [window, panel] : panels_) {
@@ -79,9 +83,8 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
     for (const auto& [window, panel] : panels_) panel->blendingChanged();
     return;
   }
-  if ((event.response_type & 0x7fU) == XCB_CONFIGURE_NOTIFY) {
-    for (const auto& [window, panel] : panels_)
-      panel->noteStacking(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+  if (tellsNewStack(event)) {
+    for (const auto& [window, panel] : panels_) panel->noteStacking();
     return;
   }
   const auto window = windowOf(event);
@@ -93,6 +96,13 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
   // What other windows did before the user's press is known before the press counts: their notification, and
   // the refresh that it asks for.
   if (!delivery_.active()) delivery_ = loop_.whenQuiet([this] { deliver(); });
+}
+
+bool X11PanelFactory::tellsNewStack(const xcb_generic_event_t& event) const {
+  if ((event.response_type & 0x7fU) != XCB_PROPERTY_NOTIFY) return false;
+  const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+  return property.window == services_.connection.root() &&
+         property.atom == services_.connection.atoms().netClientListStacking;
 }
 
 void X11PanelFactory::deliver() {

@@ -7,6 +7,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "platform/Panel.h"
@@ -31,6 +32,9 @@ class X11PanelFactory final : public PanelFactory {
 
   [[nodiscard]] std::unique_ptr<Panel> makePanel(const PanelStyle& style) override;
 
+  // These windows are new, changed or gone.
+  void noteWindows(const std::set<xcb_window_t>& changed);
+
   // Where the shown panels are.
   [[nodiscard]] std::vector<PixelRect> shownFrames() const;
   // Where the strip is: the panel that stays when the desktop changes. Absent while it is off the screen.
@@ -38,6 +42,8 @@ class X11PanelFactory final : public PanelFactory {
 
  private:
   void take(const xcb_generic_event_t& event);
+  // Whether the window manager says by this event that the stack has changed.
+  [[nodiscard]] bool tellsNewStack(const xcb_generic_event_t& event) const;
   void deliver();
 
   QtMainLoop& loop_;

@@ -123,18 +123,31 @@ void X11PanelWindow::setFrame(const PixelRect& frame) {
   std::uint16_t mask = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
   if (resized) mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
   // The shape first: in between, the part that a window has grown by would let presses through.
-  if (resized) updateShape();
+  if (resized || !spared_.empty()) updateShape();
   xcb_configure_window(connection_, id_, mask, values.data());
 }
 
 void X11PanelWindow::updateShape() {
+  const auto shape = [this](xcb_shape_so_t operation, const std::vector<xcb_rectangle_t>& rectangles) {
+    xcb_shape_rectangles(connection_, operation, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, id_, 0, 0,
+                         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+  };
   if (compositor_.blends()) {
     xcb_shape_mask(connection_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id_, 0, 0, XCB_NONE);
-    return;
+  } else {
+    shape(XCB_SHAPE_SO_SET, roundedRows(frame_.width, frame_.height, radius_));
   }
-  const auto rows = roundedRows(frame_.width, frame_.height, radius_);
-  xcb_shape_rectangles(connection_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, id_,
-                       0, 0, static_cast<std::uint32_t>(rows.size()), rows.data());
+  if (spared_.empty()) return;
+  std::vector<xcb_rectangle_t> holes;
+  for (const PixelRect& part : spared_)
+    holes.push_back(rectangle(part.x - frame_.x, part.y - frame_.y, part.width, part.height));
+  shape(XCB_SHAPE_SO_SUBTRACT, holes);
+}
+
+void X11PanelWindow::spare(std::vector<PixelRect> parts) {
+  if (parts == spared_) return;
+  spared_ = std::move(parts);
+  updateShape();
 }
 
 std::uint32_t X11PanelWindow::map() {

@@ -31,6 +31,8 @@ class X11PanelWindow {
   void setFrame(const PixelRect& frame);
   // Cuts the corners off where they cannot be made transparent.
   void updateShape();
+  // Leaves these parts out, in root coordinates: they are not drawn and take no clicks.
+  void spare(std::vector<PixelRect> parts);
 
   // The number of the request: what the server tells with a lower one happened before.
   std::uint32_t map();
@@ -50,6 +52,7 @@ class X11PanelWindow {
   const X11Compositor& compositor_;
   int radius_;
   PixelRect frame_;
+  std::vector<PixelRect> spared_;
   xcb_window_t id_;
   xcb_gcontext_t context_;
   std::uint32_t mostBytes_;  // of one request

@@ -1,7 +1,9 @@
 #include "platform/linux/panel/X11StackPlace.h"
 
+#include <algorithm>
 #include <array>
-#include <utility>
+
+#include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
 
@@ -12,12 +14,10 @@ xcb_window_t X11StackPlace::frameNow() const {
 }
 
 void X11StackPlace::take() {
-  lost_ = false;
-  const xcb_window_t frame = frameNow();
-  if (std::exchange(frame_, frame) != frame) belowFrame_.reset();
+  frame_ = frameNow();
   // A frame that has just gone refuses: the panel stays where it is until the next one is known.
-  const bool above = frame != XCB_WINDOW_NONE;
-  const std::array<std::uint32_t, 2> values{above ? frame : static_cast<std::uint32_t>(XCB_STACK_MODE_ABOVE),
+  const bool above = frame_ != XCB_WINDOW_NONE;
+  const std::array<std::uint32_t, 2> values{above ? frame_ : static_cast<std::uint32_t>(XCB_STACK_MODE_ABOVE),
                                             XCB_STACK_MODE_ABOVE};
   const std::uint16_t sibling = above ? XCB_CONFIG_WINDOW_SIBLING : 0;
   xcb_configure_window(connection_.xcb(), panel_, sibling | XCB_CONFIG_WINDOW_STACK_MODE, values.data());
@@ -25,28 +25,32 @@ void X11StackPlace::take() {
 
 bool X11StackPlace::keep() {
   const xcb_window_t frame = frameNow();
-  if (isOnTop() || frame == XCB_WINDOW_NONE || (frame == frame_ && !lost_)) return false;
+  if (isOnTop() || frame == XCB_WINDOW_NONE || frame == frame_) return false;
   take();
   return true;
 }
 
-bool X11StackPlace::note(const xcb_configure_notify_event_t& event) {
-  // A window manager's own report says nothing of the stack.
-  const bool synthetic = (event.response_type & 0x80U) != 0;
-  if (synthetic || isOnTop() || frame_ == XCB_WINDOW_NONE || event.window == panel_) return false;
-  if (event.window == frame_) {
-    const auto before = std::exchange(belowFrame_, event.above_sibling);
-    // Once the panel is above the frame again, another window is below it.
-    if (event.above_sibling == panel_) belowFrame_.reset();
-    // A window that is merely moved, perhaps a hundred times a second, stays above the same one.
-    if (before != event.above_sibling) lost_ = true;
-  } else if (event.above_sibling == frame_) {
-    lost_ = true;
-  } else if (event.window == belowFrame_) {
-    // Should the frame follow it, the two would be neighbours again elsewhere.
-    belowFrame_.reset();
+void X11StackPlace::takeAgain() {
+  if (!isOnTop() && frameNow() != XCB_WINDOW_NONE) take();
+}
+
+std::vector<xcb_window_t> X11StackPlace::coveredWindows() const {
+  std::vector<xcb_window_t> covered;
+  const xcb_window_t frame = frameNow();
+  if (isOnTop() || frame == XCB_WINDOW_NONE) return covered;
+  const XcbReply<xcb_query_tree_reply_t> tree(xcb_query_tree_reply(
+      connection_.xcb(), xcb_query_tree(connection_.xcb(), connection_.root()), nullptr));
+  if (!tree) return covered;
+  const xcb_window_t* begin = xcb_query_tree_children(tree.get());
+  const xcb_window_t* end = begin + xcb_query_tree_children_length(tree.get());
+  const xcb_window_t* first = std::find(begin, end, frame);
+  const xcb_window_t* last = std::find(first, end, panel_);
+  if (last == end) return covered;
+  for (const auto& [id, window] : mirror_.windows()) {
+    if (window.links.empty() || window.minimized() || window.links.back().id == frame) continue;
+    if (std::find(first, last, window.links.back().id) != last) covered.push_back(id);
   }
-  return lost_;
+  return covered;
 }
 
 }  // namespace pellar

@@ -2,7 +2,7 @@
 
 #include <xcb/xcb.h>
 
-#include <optional>
+#include <vector>
 
 #include "platform/linux/x11/X11Mirror.h"
 
@@ -10,9 +10,9 @@ namespace pellar {
 
 // Where a panel's window stands in the server's one stack: above all, or directly above the frame of a window
 // of another application, below that one's dialogs and whatever else its window manager puts above it. The
-// window manager knows nothing of it and tells only which windows it moves, so the panel takes its place anew
-// after those; what it asks for then changes no other window's place, and is nothing where the place is still
-// its own. Requests are not flushed.
+// window manager knows nothing of it, and may raise it with the windows that it does not manage, so the panel
+// takes its place anew whenever the stack changed; what it asks for changes no other window's place, and is
+// nothing where the place is still its own. Requests are not flushed.
 class X11StackPlace {
  public:
   // Of the window `panel`.
@@ -26,13 +26,13 @@ class X11StackPlace {
 
   // Takes the place.
   void take();
-  // Takes it if the panel belongs to a window and may not stand directly above it. Whether that was asked
-  // for.
+  // Takes it if the panel belongs to a window and another one than before, or one that is in another frame.
+  // Whether that was asked for.
   bool keep();
-  // Something covers the panel, or no longer does.
-  void noteVisibility() { lost_ = true; }
-  // Whether another window may have come between the panel and its window by this event.
-  bool note(const xcb_configure_notify_event_t& event);
+  // Takes the place of a panel that belongs to a window whose frame is known, for the stack has changed.
+  void takeAgain();
+  // The windows that should stand above the panel and stand below it. Asks the server.
+  [[nodiscard]] std::vector<xcb_window_t> coveredWindows() const;
 
  private:
   // The top-level window of the one that the panel belongs to; 0 while that is not known.
@@ -42,9 +42,7 @@ class X11StackPlace {
   const X11Mirror& mirror_;
   xcb_window_t panel_;
   xcb_window_t client_ = XCB_WINDOW_NONE;
-  xcb_window_t frame_ = XCB_WINDOW_NONE;    // above which the place was taken
-  std::optional<xcb_window_t> belowFrame_;  // the window directly below it; absent while that is not known
-  bool lost_ = false;
+  xcb_window_t frame_ = XCB_WINDOW_NONE;  // above which the place was taken
 };
 
 }  // namespace pellar

@@ -18,6 +18,7 @@ constexpr std::pair<const char*, xcb_atom_t X11Atoms::*> atomNames[] = {
     {"WM_CHANGE_STATE", &X11Atoms::wmChangeState},
     {"_NET_SUPPORTING_WM_CHECK", &X11Atoms::netSupportingWmCheck},
     {"_NET_CLIENT_LIST", &X11Atoms::netClientList},
+    {"_NET_CLIENT_LIST_STACKING", &X11Atoms::netClientListStacking},
     {"_NET_ACTIVE_WINDOW", &X11Atoms::netActiveWindow},
     {"_NET_CURRENT_DESKTOP", &X11Atoms::netCurrentDesktop},
     {"_NET_WORKAREA", &X11Atoms::netWorkArea},

@@ -26,6 +26,7 @@ struct X11Atoms {
   xcb_atom_t wmChangeState = 0;
   xcb_atom_t netSupportingWmCheck = 0;
   xcb_atom_t netClientList = 0;
+  xcb_atom_t netClientListStacking = 0;
   xcb_atom_t netActiveWindow = 0;
   xcb_atom_t netCurrentDesktop = 0;
   xcb_atom_t netWorkArea = 0;

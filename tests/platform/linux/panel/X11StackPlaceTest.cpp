@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "platform/linux/panel/X11StackPlace.h"
 #include "tests/platform/linux/X11WorldTest.h"
@@ -36,21 +37,10 @@ class X11StackPlaceTest : public X11WorldTest {
     connection->serverTime();
     return desktop().observer().heightInStack(window).value();
   }
-  // What the server tells when a window has been configured.
-  static xcb_configure_notify_event_t configured(xcb_window_t window, xcb_window_t below) {
-    xcb_configure_notify_event_t event{};
-    event.response_type = XCB_CONFIGURE_NOTIFY;
-    event.event = event.window = window;
-    event.above_sibling = below;
-    return event;
-  }
   void standOver(WorldWindow window) {
     place->standOver(x11().window(window).id);
     ASSERT_TRUE(place->keep());
   }
-
-  static constexpr xcb_window_t some = 1;
-  static constexpr xcb_window_t other = 2;
 
   ProcessId pid;
   WorldWindow report;
@@ -72,47 +62,21 @@ TEST_F(X11StackPlaceTest, ThePanelStandsDirectlyAboveItsWindow) {
   EXPECT_EQ(height(panel), desktop().observer().topLevels().size() - 1);
 }
 
-TEST_F(X11StackPlaceTest, AWindowThatIsMerelyMovedCostsNoRequest) {
+TEST_F(X11StackPlaceTest, APanelThatWasRaisedWithOthersGoesBackToItsPlace) {
   standOver(report);
-  const xcb_window_t frame = frameOf(report);
-  place->note(configured(frame, some));
-  place->keep();
-  for (int step = 0; step < 10; ++step) EXPECT_FALSE(place->note(configured(frame, some)));
-  EXPECT_FALSE(place->note(configured(other, some)));
-  EXPECT_FALSE(place->keep());
+  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(connection->xcb(), panel, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+  EXPECT_GT(height(panel), height(frameOf(plan)));
+  EXPECT_EQ(place->coveredWindows(), std::vector{x11().window(plan).id});
+  place->takeAgain();
+  EXPECT_TRUE(place->coveredWindows().empty());
+  EXPECT_EQ(height(panel), height(frameOf(report)) + 1);
 }
 
-TEST_F(X11StackPlaceTest, AWindowThatChangesItsPlaceTakesThePanelAlong) {
-  standOver(report);
-  const xcb_window_t frame = frameOf(report);
-  place->note(configured(frame, some));
-  place->keep();
-  EXPECT_TRUE(place->note(configured(frame, other)));
-  EXPECT_TRUE(place->keep());
-  // From below the panel to above it, and then who knows.
-  EXPECT_TRUE(place->note(configured(frame, panel)));
-  EXPECT_TRUE(place->keep());
-  EXPECT_TRUE(place->note(configured(frame, other)));
-}
-
-TEST_F(X11StackPlaceTest, ANeighbourThatGoesAlongDoesNotHideIt) {
-  standOver(report);
-  const xcb_window_t frame = frameOf(report);
-  place->note(configured(frame, some));
-  place->keep();
-  EXPECT_FALSE(place->note(configured(some, other)));
-  EXPECT_TRUE(place->note(configured(frame, some)));
-}
-
-TEST_F(X11StackPlaceTest, ADialogBetweenTheTwoComesAbove) {
-  standOver(report);
-  const xcb_window_t frame = frameOf(report);
-  place->note(configured(frame, some));
-  place->keep();
-  EXPECT_FALSE(place->note(configured(panel, frame)));
-  EXPECT_TRUE(place->note(configured(other, frame)));
-  EXPECT_TRUE(place->keep());
-  EXPECT_FALSE(place->keep());
+TEST_F(X11StackPlaceTest, APanelOfNoWindowIsNotMovedWhenTheStackChanges) {
+  const auto before = height(panel);
+  place->takeAgain();
+  EXPECT_EQ(height(panel), before);
 }
 
 TEST_F(X11StackPlaceTest, AWindowThatIsGoneLeavesThePanelWhereItIs) {
@@ -120,6 +84,7 @@ TEST_F(X11StackPlaceTest, AWindowThatIsGoneLeavesThePanelWhereItIs) {
   const auto before = height(panel);
   place->standOver(x11().window(report).id + 1000);
   EXPECT_FALSE(place->keep());
+  place->takeAgain();
   EXPECT_EQ(height(panel), before);
 }
 
