@@ -32,6 +32,12 @@ std::vector<std::string> commandOf(WindowManager manager) {
       return {"metacity", "--no-composite", "--sm-disable"};
     case WindowManager::xfwm4:
       return {"xfwm4", "--compositor=off"};
+    case WindowManager::kwin:
+      return {"kwin_x11", "--no-kactivities"};
+    case WindowManager::icewm:
+      return {"icewm"};
+    case WindowManager::fluxbox:
+      return {"fluxbox"};
   }
   return {};
 }
@@ -57,6 +63,24 @@ std::string builtProgram(const std::string& name) {
 
 std::string nameOf(WindowManager manager) {
   return commandOf(manager).front();
+}
+
+void PrintTo(WindowManager manager, std::ostream* stream) {
+  *stream << nameOf(manager);
+}
+
+std::vector<WindowManager> windowManagers() {
+  const char* const named = std::getenv("PELLAR_WINDOW_MANAGERS");
+  if (named == nullptr) return {WindowManager::openbox, WindowManager::metacity, WindowManager::xfwm4};
+  std::vector<WindowManager> result;
+  std::istringstream names(named);
+  for (std::string name; std::getline(names, name, ',');) {
+    for (const auto manager : {WindowManager::openbox, WindowManager::metacity, WindowManager::xfwm4,
+                               WindowManager::kwin, WindowManager::icewm, WindowManager::fluxbox}) {
+      if (nameOf(manager) == name) result.push_back(manager);
+    }
+  }
+  return result;
 }
 
 Application::Application(Desktop& desktop, const std::string& className)
@@ -133,14 +157,16 @@ Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manage
   observer_->waitUntilWindowsAreManaged();
 }
 
-void Desktop::startWindowManager() {
+void Desktop::startWindowManager(const std::vector<std::string>& options) {
   auto environment = folders_.environment(display_);
   if (manager_ == WindowManager::xfwm4) {
     startBus();
     environment["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;
   }
-  windowManager_ = std::make_unique<Process>(commandOf(manager_), environment,
-                                             folders_.root() / (nameOf(manager_) + ".errors"));
+  auto command = commandOf(manager_);
+  command.insert(command.end(), options.begin(), options.end());
+  windowManager_ =
+      std::make_unique<Process>(command, environment, folders_.root() / (nameOf(manager_) + ".errors"));
 }
 
 void Desktop::startBus() {
@@ -255,6 +281,35 @@ void Desktop::maximise(Window window) {
   observer_->sendToRoot(window.id, "_NET_WM_STATE",
                         {1, observer_->atom("_NET_WM_STATE_MAXIMIZED_VERT"),
                          observer_->atom("_NET_WM_STATE_MAXIMIZED_HORZ"), 2});
+}
+
+void Desktop::showDesktop(std::uint32_t number) {
+  observer_->sendToRoot(observer_->root(), "_NET_CURRENT_DESKTOP", {number, observer_->serverTime()});
+  observer_->waitUntil("desktop " + std::to_string(number) + " is shown", [&] {
+    return observer_->numbers(observer_->root(), "_NET_CURRENT_DESKTOP") == std::vector{number};
+  });
+}
+
+void Desktop::sendTo(std::uint32_t number, Window window) {
+  observer_->sendToRoot(window.id, "_NET_WM_DESKTOP", {number, 2});
+  observer_->waitUntil("the window is on desktop " + std::to_string(number), [&] {
+    return observer_->numbers(window.id, "_NET_WM_DESKTOP") == std::vector{number};
+  });
+}
+
+void Desktop::restartWindowManager() {
+  const auto check = [this] { return observer_->numbers(observer_->root(), "_NET_SUPPORTING_WM_CHECK"); };
+  const auto before = check();
+  auto clients = observer_->clients();
+  std::ranges::sort(clients);
+  auto former = std::exchange(windowManager_, nullptr);
+  startWindowManager({"--replace"});
+  observer_->waitUntil("another window manager has taken all windows over", [&] {
+    auto now = observer_->clients();
+    std::ranges::sort(now);
+    return check() != before && now == clients;
+  });
+  former->waitForEnd();
 }
 
 void Desktop::dragByTitleBar(Window window, int byX, int byY) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <iosfwd>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,12 +12,17 @@
 
 namespace pellar::e2e {
 
-enum class WindowManager { openbox, metacity, xfwm4 };
+enum class WindowManager { openbox, metacity, xfwm4, kwin, icewm, fluxbox };
 
 // The path of a program of the same build as this one.
 std::string builtProgram(const std::string& name);
 
 std::string nameOf(WindowManager manager);
+// For the test framework's messages.
+void PrintTo(WindowManager manager, std::ostream* stream);
+// Under which ones the stories are told: the three that the set-up installs, or those named, with commas, in
+// PELLAR_WINDOW_MANAGERS.
+std::vector<WindowManager> windowManagers();
 
 // A window of some program, as a user means it.
 struct Window {
@@ -98,6 +104,12 @@ class Desktop {
   void enterFullScreen(Window window) { setState(window, "_NET_WM_STATE_FULLSCREEN", true); }
   void leaveFullScreen(Window window) { setState(window, "_NET_WM_STATE_FULLSCREEN", false); }
   void maximise(Window window);
+  // Goes to another of the window manager's desktops, counted from 0.
+  void showDesktop(std::uint32_t number);
+  // Moves a window to another desktop.
+  void sendTo(std::uint32_t number, Window window);
+  // Ends the window manager and starts it anew, as a user does who has changed its settings.
+  void restartWindowManager();
   // Drags a window by its title bar, as far as the window manager goes along.
   void dragByTitleBar(Window window, int byX, int byY);
   // Moves the pointer in steps with the button held.
@@ -112,7 +124,7 @@ class Desktop {
   [[nodiscard]] Box frame(Window window);
 
  private:
-  void startWindowManager();
+  void startWindowManager(const std::vector<std::string>& options = {});
   void startBus();
 
   WindowManager manager_;

@@ -54,11 +54,8 @@ class EveryWindowManager : public DesktopTest, public ::testing::WithParamInterf
 
 }  // namespace pellar::e2e
 
-#define PELLAR_FOR_EVERY_WINDOW_MANAGER(Suite)                                                     \
-  INSTANTIATE_TEST_SUITE_P(                                                                        \
-      WindowManagers, Suite,                                                                       \
-      ::testing::Values(pellar::e2e::WindowManager::openbox, pellar::e2e::WindowManager::metacity, \
-                        pellar::e2e::WindowManager::xfwm4),                                        \
-      [](const ::testing::TestParamInfo<pellar::e2e::WindowManager>& manager) {                    \
-        return pellar::e2e::nameOf(manager.param);                                                 \
-      })
+#define PELLAR_FOR_EVERY_WINDOW_MANAGER(Suite)                                                        \
+  INSTANTIATE_TEST_SUITE_P(WindowManagers, Suite, ::testing::ValuesIn(pellar::e2e::windowManagers()), \
+                           [](const ::testing::TestParamInfo<pellar::e2e::WindowManager>& manager) {  \
+                             return pellar::e2e::nameOf(manager.param);                               \
+                           })

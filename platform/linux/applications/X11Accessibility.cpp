@@ -92,7 +92,8 @@ std::optional<AttributeValue> X11Accessibility::applicationAttribute(const X11Ap
     std::vector<Element> windows;
     for (const xcb_window_t id : application.windows) {
       const X11Window* window = mirror_.find(id);
-      if (window == nullptr || window->kind == X11WindowKind::furniture) continue;
+      if (window == nullptr || window->kind == X11WindowKind::furniture || !mirror_.isOnShownDesktop(*window))
+        continue;
       windows.push_back(X11Element::make(X11Element::Kind::window, id));
     }
     return windows;
@@ -114,7 +115,7 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
   if (name == "AXTitle") return window->title();
   if (name == "AXPosition") return window->frame().origin();
   if (name == "AXSize") return window->frame().size();
-  if (name == "AXMinimized") return window->minimized();
+  if (name == "AXMinimized") return mirror_.isMinimized(*window);
   if (name == "AXFullScreen") return window->fullscreen;
   if (name == "AXCloseButton") return X11Element::make(X11Element::Kind::closeButton, id);
   if (name == "AXDocument") return document(*window);
@@ -193,7 +194,7 @@ void X11Accessibility::set(const Element& element, std::string_view name, const 
 }
 
 void X11Accessibility::setMinimized(const X11Window& window, bool minimized) {
-  if (minimized == window.minimized()) return;
+  if (minimized == mirror_.isMinimized(window)) return;
   if (!minimized) {
     // Mapping it would do too, but only being made active brings it back under every window manager.
     activateWindow(window.id);

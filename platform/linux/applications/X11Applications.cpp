@@ -101,12 +101,14 @@ std::optional<RunningApplication> X11Applications::frontmost() const {
 
 xcb_window_t X11Applications::lastActiveWindow(const X11Application& application) const {
   xcb_window_t best = XCB_WINDOW_NONE;
-  std::uint64_t latest = 0;
+  std::pair<bool, std::uint64_t> latest;  // whether it is here, and its activation
   for (const xcb_window_t id : application.windows) {
     const X11Window* window = mirror_.find(id);
-    if (window == nullptr || window->minimized() || window->kind == X11WindowKind::furniture) continue;
+    if (window == nullptr || mirror_.isMinimized(*window) || window->kind == X11WindowKind::furniture)
+      continue;
     const auto found = activations_.find(id);
-    const std::uint64_t activation = found == activations_.end() ? 0 : found->second;
+    const std::pair activation{mirror_.isOnShownDesktop(*window),
+                               found == activations_.end() ? std::uint64_t{0} : found->second};
     if (best != XCB_WINDOW_NONE && activation <= latest) continue;
     best = id;
     latest = activation;
@@ -215,6 +217,11 @@ void X11Applications::regroup() {
   std::erase_if(activations_, [this](const auto& entry) { return mirror_.find(entry.first) == nullptr; });
 }
 
+bool X11Applications::isElsewhere(xcb_window_t window) const {
+  const X11Window* found = mirror_.find(window);
+  return found != nullptr && !mirror_.isOnShownDesktop(*found);
+}
+
 void X11Applications::setActive(xcb_window_t window) {
   const auto key = keys_.find(window);
   const Key& now = key == keys_.end() ? Key() : key->second;
@@ -251,14 +258,16 @@ void X11Applications::update() {
     switching_ = false;
     switchTimer_.cancel();
     setActive(active);
-  } else if (active_ != XCB_WINDOW_NONE && !switching_) {
+  } else if (active_ != XCB_WINDOW_NONE && !switching_ && !isElsewhere(active_) &&
+             !mirror_.isBetweenWindowManagers()) {
     switching_ = true;
     const X11Window* last = mirror_.find(active_);
     // When a question of our own has been answered, the application before it is asked to come back.
-    const bool lost = (last == nullptr || last->minimized()) && activeKey_ != ownKey;
+    // A window that is merely iconic may be on its way to another desktop.
+    const bool lost = (last == nullptr || last->hidden) && activeKey_ != ownKey;
     switchTimer_ = loop_.after(lost ? switchTimeAfterLoss : switchTime, [this] {
       switching_ = false;
-      setActive(XCB_WINDOW_NONE);
+      if (!isElsewhere(active_)) setActive(XCB_WINDOW_NONE);
       tell();
     });
   }

@@ -47,7 +47,7 @@ class X11Applications {
   [[nodiscard]] bool isLocal(const X11Window& window) const;
 
   // The application with the active window. For a moment without one, as while the focus goes from a window
-  // to another, it stays the last.
+  // to another, it stays the last; so it does while the user looks at a desktop where no window is active.
   [[nodiscard]] std::optional<RunningApplication> frontmost() const;
   // The window of an application that the user works in; 0 when that is none of its. A dialog counts as the
   // standard window that it belongs to, where one can be meant. The active window has the same moment's
@@ -55,7 +55,8 @@ class X11Applications {
   [[nodiscard]] xcb_window_t focusedWindow(const X11Application& application) const;
   // Counts the windows that became active.
   [[nodiscard]] std::uint64_t activationCount() const { return lastActivation_; }
-  // The window of an application that was active last and is not minimised; 0 when there is none.
+  // The window of an application that was active last and is not minimised, of the desktop shown if it has
+  // one there; 0 when there is none.
   [[nodiscard]] xcb_window_t lastActiveWindow(const X11Application& application) const;
 
   // A window was just asked to become the active one; it counts until another is, or half a second.
@@ -81,6 +82,8 @@ class X11Applications {
   void regroup();
   void describe(X11Application& application, const X11Window& window);
   [[nodiscard]] ProcessId unusedPid(const X11Window& window);
+  // Whether a window is on another desktop than the one shown.
+  [[nodiscard]] bool isElsewhere(xcb_window_t window) const;
   void setActive(xcb_window_t window);
   void tell();
 

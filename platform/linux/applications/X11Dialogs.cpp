@@ -22,7 +22,8 @@ const X11Window* X11Dialogs::standardWindowOf(const X11Window& window,
   const X11Window* only = nullptr;
   for (const xcb_window_t id : windows) {
     const X11Window* each = mirror_.find(id);
-    if (each == nullptr || !each->standard() || each->minimized() || each->group != leader.group) continue;
+    if (each == nullptr || !each->standard() || each->group != leader.group) continue;
+    if (mirror_.isMinimized(*each) || !mirror_.isOnShownDesktop(*each)) continue;
     if (only != nullptr) return nullptr;
     only = each;
   }

@@ -60,7 +60,7 @@ void X11StripRoom::noteStrip(const std::optional<PixelRect>& strip) {
   const X11Application* application = applications_.ofWindow(mirror_.activeWindow());
   const X11Window* front =
       application == nullptr ? nullptr : mirror_.find(applications_.focusedWindow(*application));
-  if (front == nullptr || !front->standard() || front->minimized() || front->fullscreen) return;
+  if (front == nullptr || !front->standard() || mirror_.isMinimized(*front) || front->fullscreen) return;
   const AxRect frame = front->frame();
   const bool isOverFront =
       strip && strip->x == pixels(frame.x) && strip->y + strip->height == pixels(frame.y);
@@ -76,9 +76,8 @@ void X11StripRoom::noteStrip(const std::optional<PixelRect>& strip) {
 }
 
 bool X11StripRoom::needsRoom(const X11Window& window) const {
-  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
-  if (!window.maximizedVertically || !window.standard() || window.minimized()) return false;
-  if (window.desktop && *window.desktop != everyDesktop && *window.desktop != mirror_.currentDesktop())
+  if (!window.maximizedVertically || !window.standard() || mirror_.isMinimized(window) ||
+      !mirror_.isOnShownDesktop(window))
     return false;
   const X11Application* application = applications_.ofWindow(window.id);
   return application != nullptr && withStrip_.contains(application->pid);

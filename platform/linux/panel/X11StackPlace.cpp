@@ -47,7 +47,7 @@ std::vector<xcb_window_t> X11StackPlace::coveredWindows() const {
   const xcb_window_t* last = std::find(first, end, panel_);
   if (last == end) return covered;
   for (const auto& [id, window] : mirror_.windows()) {
-    if (window.links.empty() || window.minimized() || window.links.back().id == frame) continue;
+    if (window.links.empty() || mirror_.isMinimized(window) || window.links.back().id == frame) continue;
     if (std::find(first, last, window.links.back().id) != last) covered.push_back(id);
   }
   return covered;

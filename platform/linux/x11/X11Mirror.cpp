@@ -1,7 +1,6 @@
 #include "platform/linux/x11/X11Mirror.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "core/Log.h"
 
@@ -19,11 +18,11 @@ bool reservesRoom(X11Property property) {
 }
 
 bool sameToTheUser(const X11Window& a, const X11Window& b) {
-  return a.title() == b.title() && a.frame() == b.frame() && a.minimized() == b.minimized() &&
-         a.fullscreen == b.fullscreen && a.maximizedVertically == b.maximizedVertically &&
-         a.maximizedHorizontally == b.maximizedHorizontally && a.desktop == b.desktop &&
-         a.standard() == b.standard() && a.kind == b.kind && a.transientFor == b.transientFor &&
-         a.group == b.group;
+  return a.title() == b.title() && a.frame() == b.frame() && a.iconic == b.iconic && a.hidden == b.hidden &&
+         a.desktop == b.desktop && a.fullscreen == b.fullscreen &&
+         a.maximizedVertically == b.maximizedVertically &&
+         a.maximizedHorizontally == b.maximizedHorizontally && a.standard() == b.standard() &&
+         a.kind == b.kind && a.transientFor == b.transientFor && a.group == b.group;
 }
 
 }  // namespace
@@ -47,6 +46,16 @@ const X11Window* X11Mirror::find(xcb_window_t id) const {
   return found == windows_.end() ? nullptr : &found->second;
 }
 
+bool X11Mirror::isOnShownDesktop(const X11Window& window) const {
+  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+  return !currentDesktop_ || !window.desktop || window.desktop == everyDesktop ||
+         window.desktop == currentDesktop_;
+}
+
+bool X11Mirror::isMinimized(const X11Window& window) const {
+  return window.hidden || (window.iconic && isOnShownDesktop(window));
+}
+
 void X11Mirror::handle(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7f) {
     case XCB_CONFIGURE_NOTIFY:
@@ -62,6 +71,11 @@ void X11Mirror::handle(const xcb_generic_event_t& event) {
       for (auto owner = first; owner != last; ++owner) staleLinks_.insert(owner->second);
       break;
     }
+    case XCB_UNMAP_NOTIFY:
+      // Its program took it from the screen while no window manager looked after it.
+      if (leftBehind_.contains(reinterpret_cast<const xcb_unmap_notify_event_t&>(event).window))
+        rootStale_ = true;
+      break;
     case XCB_DESTROY_NOTIFY: {
       const auto& notify = reinterpret_cast<const xcb_destroy_notify_event_t&>(event);
       const auto [first, last] = owners_.equal_range(notify.window);
@@ -198,11 +212,11 @@ void X11Mirror::readRoot() {
     Log::write("no window manager lists its windows (_NET_CLIENT_LIST)");
   }
   hadWindowManager_ = hadWindowManager_ || hasWindowManager;
-  const std::uint32_t desktop = values[2].empty() ? 0 : values[2].front();
+  const auto desktop = values[2].empty() ? std::nullopt : std::optional(values[2].front());
   if (desktop != currentDesktop_) changes_.desktop = true;
   currentDesktop_ = desktop;
   std::optional<AxRect> area;
-  const std::size_t start = std::size_t{currentDesktop_} * 4;
+  const std::size_t start = std::size_t{currentDesktop_.value_or(0)} * 4;
   const auto& areas = values[3];
   if (areas.size() >= start + 4) {
     area = AxRect{static_cast<double>(static_cast<std::int32_t>(areas[start])),
@@ -229,6 +243,8 @@ void X11Mirror::reconcile() {
   for (const auto& [id, window] : windows_) {
     if (!wanted.contains(id)) leaving.push_back(id);
   }
+  leftBehind_ = leftBehindOf(leaving);
+  std::erase_if(leaving, [this](xcb_window_t id) { return leftBehind_.contains(id); });
   for (const xcb_window_t id : leaving) {
     loader_.release(id);
     forget(id);
@@ -242,10 +258,35 @@ void X11Mirror::reconcile() {
       changes_.membership = true;
     }
   }
-  clientList_.clear();
+  const std::unordered_set<xcb_window_t> listed(listed_.begin(), listed_.end());
+  std::erase_if(clientList_, [&](xcb_window_t id) {
+    return !windows_.contains(id) || (!listed.contains(id) && !leftBehind_.contains(id));
+  });
+  // Another window manager may list them in another order.
+  const std::unordered_set<xcb_window_t> known(clientList_.begin(), clientList_.end());
   for (const xcb_window_t id : listed_) {
-    if (windows_.contains(id)) clientList_.push_back(id);
+    if (windows_.contains(id) && !known.contains(id)) clientList_.push_back(id);
   }
+}
+
+// A program takes its window from the screen before the window manager lets go of it. One that is still
+// there, and not inside another program's window now, has lost its window manager.
+std::unordered_set<xcb_window_t> X11Mirror::leftBehindOf(const std::vector<xcb_window_t>& leaving) const {
+  std::vector<std::pair<xcb_window_t, xcb_get_window_attributes_cookie_t>> asked;
+  for (const xcb_window_t id : leaving) {
+    const X11Window& window = windows_.at(id);
+    const bool embedded = std::ranges::any_of(
+        window.links, [&](const auto& link) { return link.id != id && windows_.contains(link.id); });
+    if (embedded || std::ranges::find(clientList_, id) == clientList_.end()) continue;
+    asked.emplace_back(id, xcb_get_window_attributes(connection_.xcb(), id));
+  }
+  std::unordered_set<xcb_window_t> result;
+  for (const auto& [id, cookie] : asked) {
+    const XcbReply<xcb_get_window_attributes_reply_t> reply(
+        xcb_get_window_attributes_reply(connection_.xcb(), cookie, nullptr));
+    if (reply && reply->map_state != XCB_MAP_STATE_UNMAPPED) result.insert(id);
+  }
+  return result;
 }
 
 void X11Mirror::link(const X11Window& window) {
@@ -268,6 +309,7 @@ void X11Mirror::forget(xcb_window_t id) {
   unlink(found->second);
   windows_.erase(found);
   std::erase(clientList_, id);
+  leftBehind_.erase(id);
   staleLinks_.erase(id);
   changes_.windows.insert(id);
   changes_.membership = true;

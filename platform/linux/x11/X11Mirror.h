@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -40,14 +41,20 @@ class X11Mirror {
   // A window of the client list, or the active one; null when it is neither or gone. Valid until the next
   // read.
   [[nodiscard]] const X11Window* find(xcb_window_t id) const;
-  // The window manager's clients in its order.
+  // The window manager's clients, each in the place it had when it came. Those that a window manager leaves
+  // behind on the screen when it ends are among them, for the next one will take them over.
   [[nodiscard]] const std::vector<xcb_window_t>& clientList() const { return clientList_; }
+  // Whether a window manager has left its windows to the next one.
+  [[nodiscard]] bool isBetweenWindowManagers() const { return !leftBehind_.empty(); }
   // Every window known, clients or not.
   [[nodiscard]] const std::map<xcb_window_t, X11Window>& windows() const { return windows_; }
   // 0 while no window is active.
   [[nodiscard]] xcb_window_t activeWindow() const { return activeWindow_; }
-  // The desktop shown, of those that _NET_WORKAREA counts.
-  [[nodiscard]] std::uint32_t currentDesktop() const { return currentDesktop_; }
+  // Whether a window is on the desktop shown: also when it is on all of them, or there is but one.
+  [[nodiscard]] bool isOnShownDesktop(const X11Window& window) const;
+  // Whether the user has put a window away. Some window managers say "iconic" of the windows of other
+  // desktops, too.
+  [[nodiscard]] bool isMinimized(const X11Window& window) const;
   // The area of a desktop outside its panels, one rectangle for all monitors; absent when the window
   // manager does not say.
   [[nodiscard]] std::optional<AxRect> workArea() const { return workArea_; }
@@ -72,6 +79,8 @@ class X11Mirror {
   void readRoot();
   void readLinks();
   void reconcile();
+  // Those of these windows, which are listed no more, that a window manager left behind.
+  [[nodiscard]] std::unordered_set<xcb_window_t> leftBehindOf(const std::vector<xcb_window_t>& leaving) const;
   void link(const X11Window& window);
   void unlink(const X11Window& window);
   void forget(xcb_window_t id);
@@ -81,10 +90,11 @@ class X11Mirror {
   std::map<xcb_window_t, X11Window> windows_;
   std::unordered_multimap<xcb_window_t, xcb_window_t> owners_;  // of every link: the clients inside it
   std::vector<xcb_window_t> listed_;                            // as the property says
-  std::vector<xcb_window_t> clientList_;                        // those of them that exist
+  std::vector<xcb_window_t> clientList_;                        // those that exist, and those left behind
+  std::unordered_set<xcb_window_t> leftBehind_;                 // mapped and no longer listed
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
-  bool hadWindowManager_ = true;  // so that the lack of one is said once
-  std::uint32_t currentDesktop_ = 0;
+  bool hadWindowManager_ = true;                 // so that the lack of one is said once
+  std::optional<std::uint32_t> currentDesktop_;  // absent where there are no desktops
   std::optional<AxRect> workArea_;
 
   bool rootStale_ = true;

@@ -76,7 +76,6 @@ struct X11Window {
   // What the visible edge has on each side beyond the client's own area; negative where the client draws a
   // shadow.
   [[nodiscard]] X11Extents edge() const;
-  [[nodiscard]] bool minimized() const { return iconic || hidden; }
   [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
   [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transientFor; }
 
