@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <utility>
@@ -152,9 +153,24 @@ Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manage
   if (display_.empty()) throw std::runtime_error("Xvfb does not start: " + server_->errors());
 
   observer_ = std::make_unique<XObserver>(display_);
+  configure();
   startWindowManager();
   observer_->waitUntil(nameOf(manager) + " is ready", [this] { return observer_->windowManagerReady(); });
   observer_->waitUntilWindowsAreManaged();
+}
+
+// What makes a window manager's first start as bare as the others', with four desktops.
+void Desktop::configure() const {
+  const auto write = [this](const std::string& place, const std::string& text) {
+    std::filesystem::create_directories((folders_.root() / place).parent_path());
+    std::ofstream(folders_.root() / place) << text;
+  };
+  write("config/kwinrc", "[Desktops]\nNumber=4\nRows=1\n");
+  write("home/.icewm/preferences", "ShowTaskBar=0\n");
+  const auto overlay = folders_.home() / ".fluxbox/overlay";
+  write("home/.fluxbox/overlay", "background: none\n");
+  write("home/.fluxbox/init", "session.styleOverlay: " + overlay.string() +
+                                  "\nsession.screen0.toolbar.visible: false\n");
 }
 
 void Desktop::startWindowManager(const std::vector<std::string>& options) {
@@ -308,6 +324,12 @@ void Desktop::restartWindowManager() {
     auto now = observer_->clients();
     std::ranges::sort(now);
     return check() != before && now == clients;
+  });
+  // It may list them before it does what it is asked.
+  const Window last{observer_->clients().back()};
+  observer_->waitUntil("it makes a window active", [&] {
+    observer_->sendToRoot(last.id, "_NET_ACTIVE_WINDOW", {2, observer_->serverTime(), 0});
+    return observer_->activeWindow() == last.id;
   });
   former->waitForEnd();
 }

@@ -124,6 +124,7 @@ class Desktop {
   [[nodiscard]] Box frame(Window window);
 
  private:
+  void configure() const;
   void startWindowManager(const std::vector<std::string>& options = {});
   void startBus();
 
