@@ -33,7 +33,7 @@ struct PaintedStrip {
   void paint(const ViewRect& dirty) {
     const QRect clip = QRectF(dirty.x, dirty.y, dirty.width, dirty.height).toAlignedRect();
     fill(picture, clip, qRgba(30, 30, 30, 255));
-    QtCanvas canvas(picture, clip, measure, sprites);
+    QtCanvas canvas(picture, clip, 1, measure, sprites);
     view.draw(canvas, dirty);
   }
   void paintChanges() {

@@ -26,6 +26,7 @@
 #include "platform/linux/system/QtProgram.h"
 #include "platform/linux/system/X11ScreenList.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -49,6 +50,7 @@ class LinuxPlatform {
   std::unique_ptr<X11Connection> connection_;
   QtMainLoop loop_;
   X11Mirror mirror_;
+  X11Density density_;
   X11Applications applications_;
   X11ScreenList screens_;
   X11Accessibility accessibility_;

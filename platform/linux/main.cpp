@@ -14,6 +14,7 @@
 #include "platform/linux/desktop/SingleInstance.h"
 #include "platform/linux/system/TemporaryVariable.h"
 #include "platform/linux/system/TerminationSignals.h"
+#include "platform/linux/system/ToolkitScale.h"
 #include "platform/linux/x11/LostServer.h"
 #include "platform/linux/x11/XcbReply.h"
 #include "platform/shared/system/FolderLock.h"
@@ -24,7 +25,9 @@ using pellar::AppDelegate;
 using pellar::LinuxPlatform;
 using pellar::SingleInstance;
 using pellar::TemporaryVariable;
+using pellar::ToolkitScale;
 using pellar::X11Connection;
+using pellar::X11Density;
 using pellar::X11Failure;
 using pellar::XcbReply;
 namespace LostServer = pellar::LostServer;
@@ -50,17 +53,17 @@ bool isInsideWayland(const X11Connection& connection) {
 
 // The toolkit's application object, without what a strip of tabs has no use for. The settings are the
 // toolkit's own, not the user's, and programs started later must not inherit them.
-std::unique_ptr<QApplication> makeApplication() {
+std::unique_ptr<QApplication> makeApplication(const X11Connection& connection) {
   // From the command line it would take options of its own, another display and a style among them. It refers
   // to what it is given as long as it lives.
   static std::array<char, 7> name{"pellar"};
   static std::array<char*, 2> arguments{name.data(), nullptr};
   static int count = 1;
   const TemporaryVariable platform("QT_QPA_PLATFORM", "xcb");
-  // No OpenGL, no shared-memory images that are waited for, and a pixel is a pixel.
+  // No OpenGL, and no shared-memory images that are waited for.
   const TemporaryVariable openGL("QT_XCB_GL_INTEGRATION", "none");
   const TemporaryVariable sharedMemory("QT_XCB_NO_MITSHM", "1");
-  const TemporaryVariable scaling("QT_ENABLE_HIGHDPI_SCALING", "0");
+  const ToolkitScale scale(X11Density::monitorsOf(connection));
   const TemporaryVariable loop("QT_NO_GLIB", "1");
   // A desktop's own theme brings its whole toolkit along.
   const TemporaryVariable theme("QT_QPA_PLATFORMTHEME", "generic");
@@ -110,7 +113,7 @@ int main() {
 
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
-  const auto application = makeApplication();
+  const auto application = makeApplication(*connection);
   const auto [instance, otherAnswered] = SingleInstance::claim();
   if (!instance) {
     say(otherAnswered ? "Pellar is already running; its menu is open."

@@ -16,7 +16,15 @@ namespace pellar::e2e {
 // standard error, and nothing that was started is left.
 class DesktopTest : public ::testing::Test {
  protected:
-  explicit DesktopTest(WindowManager manager = WindowManager::openbox) : desktop(manager), strip(desktop) {}
+  // Of a screen, in pixels.
+  struct ScreenSize {
+    int width = 1440;
+    int height = 900;
+  };
+
+  explicit DesktopTest(WindowManager manager = WindowManager::openbox) : DesktopTest(manager, ScreenSize{}) {}
+  DesktopTest(WindowManager manager, ScreenSize screen)
+      : desktop(manager, screen.width, screen.height), strip(desktop) {}
 
   void startPellar();
   // The user reads the terms that Pellar shows, and presses Return.

@@ -42,7 +42,8 @@ int middleOf(int row) {
 std::optional<xcb_window_t> RecentPanel::window() {
   for (const auto each : strip_.allWindows()) {
     const auto box = desktop_.observer().box(each);
-    if (box && box->width == panelWidth && box->height == panelHeight && desktop_.observer().isViewable(each))
+    if (box && box->width == pixels(panelWidth) && box->height == pixels(panelHeight) &&
+        desktop_.observer().isViewable(each))
       return each;
   }
   return std::nullopt;
@@ -59,14 +60,15 @@ std::optional<Box> RecentPanel::field() {
   const auto shown = strip_.window();
   const auto place = strip_.box();
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
-  if (!place || !picture || picture->height != Strip::height) return std::nullopt;
+  if (!place || !picture || picture->height != pixels(Strip::height)) return std::nullopt;
+  const int row = pixels(throughField);
   std::optional<Box> found;
   for (int x = 0; x < picture->width;) {
     int end = x + 1;
-    while (end < picture->width && picture->at(end, throughField) == picture->at(x, throughField)) ++end;
-    const bool brighter = brightness(picture->at(x, throughField)) > brightness(picture->at(x, 2));
-    if (brighter && end - x >= shortestField && end - x <= longestField)
-      found = Box{place->x + x, place->y + 5, end - x, 22};
+    while (end < picture->width && picture->at(end, row) == picture->at(x, row)) ++end;
+    const bool brighter = brightness(picture->at(x, row)) > brightness(picture->at(x, pixels(2)));
+    if (brighter && end - x >= pixels(shortestField) && end - x <= pixels(longestField))
+      found = Box{place->x + x, place->y + pixels(5), end - x, pixels(22)};
     x = end;
   }
   return found;
@@ -91,12 +93,13 @@ bool RecentPanel::fieldHasCursor() {
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   if (!place || !box || !picture) return false;
   // The cursor is a line that is as high as the text, where an empty field's text begins.
-  constexpr int first = 18;
-  constexpr int last = 34;
+  const int first = pixels(18);
+  const int last = pixels(34);
+  const int middle = pixels(Strip::height) / 2;
   for (int x = box->x - place->x + first; x < box->x - place->x + last; ++x) {
-    int y = Strip::height / 2 - 4;
-    while (y < Strip::height / 2 + 4 && brightness(picture->at(x, y)) >= 170) ++y;
-    if (y == Strip::height / 2 + 4) return true;
+    int y = middle - pixels(4);
+    while (y < middle + pixels(4) && brightness(picture->at(x, y)) >= 170) ++y;
+    if (y == middle + pixels(4)) return true;
   }
   return false;
 }
@@ -130,8 +133,8 @@ int RecentPanel::rows() {
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   if (!picture) return 0;
   const auto hasTitle = [&](int row) {
-    for (int y = top + row * rowHeight + 2; y < top + row * rowHeight + 16; ++y) {
-      for (int x = left + 4; x < besideText; ++x)
+    for (int y = pixels(top + row * rowHeight + 2); y < pixels(top + row * rowHeight + 16); ++y) {
+      for (int x = pixels(left + 4); x < pixels(besideText); ++x)
         if (brightness(picture->at(x, y)) >= 170) return true;
     }
     return false;
@@ -146,7 +149,7 @@ std::optional<int> RecentPanel::selectedRow() {
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   if (!picture) return std::nullopt;
   for (int row = 0; row < wholeRows; ++row)
-    if (isBlue(picture->at(besideText, middleOf(row)))) return row;
+    if (isBlue(picture->at(pixels(besideText), pixels(middleOf(row))))) return row;
   return std::nullopt;
 }
 
@@ -169,7 +172,7 @@ void RecentPanel::waitUntilSelected(std::optional<int> row) {
 
 void RecentPanel::clickRow(int row) {
   const auto box = place();
-  desktop_.observer().click(box.x + besideText, box.y + middleOf(row));
+  desktop_.observer().click(box.x + pixels(besideText), box.y + pixels(middleOf(row)));
 }
 
 void RecentPanel::doubleClickRow(int row) {
@@ -179,7 +182,7 @@ void RecentPanel::doubleClickRow(int row) {
 
 void RecentPanel::clickLastRowInSight() {
   const auto box = place();
-  desktop_.observer().click(box.x + besideText, box.y + box.height - top - rowHeight / 2);
+  desktop_.observer().click(box.x + pixels(besideText), box.y + box.height - pixels(top + rowHeight / 2.0));
 }
 
 void RecentPanel::turnWheel(int notches) {

@@ -36,6 +36,7 @@ class RecentPanel {
   void turnWheel(int notches);
 
  private:
+  [[nodiscard]] int pixels(double points) const { return strip_.pixels(points); }
   [[nodiscard]] std::optional<xcb_window_t> window();
   // Whether the field's editor stands in the strip.
   [[nodiscard]] bool hasEditor();

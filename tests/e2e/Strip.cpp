@@ -54,7 +54,7 @@ std::vector<xcb_window_t> Strip::allWindows() {
 std::optional<xcb_window_t> Strip::window() {
   for (const auto window : allWindows()) {
     const auto place = desktop_.observer().box(window);
-    if (place && place->height == height && desktop_.observer().isViewable(window)) return window;
+    if (place && place->height == pixels(height) && desktop_.observer().isViewable(window)) return window;
   }
   return std::nullopt;
 }
@@ -68,17 +68,18 @@ std::vector<SeenTab> Strip::tabs() {
   const auto shown = window();
   if (!shown) return {};
   const auto picture = desktop_.observer().picture(*shown);
-  if (!picture || picture->height != height) return {};
+  if (!picture || picture->height != pixels(height)) return {};
   std::vector<SeenTab> result;
-  const int middle = height / 2;
+  const int middle = pixels(height) / 2;
   for (int x = 0; x < picture->width;) {
     int end = x + 1;
     while (end < picture->width && picture->at(end, middle) == picture->at(x, middle)) ++end;
     const int length = end - x;
-    if (colourful(picture->at(x, middle)) && length >= shortestMarker && length <= longestMarker && x >= 4) {
-      const int beside = x - 3;
+    if (colourful(picture->at(x, middle)) && length >= pixels(shortestMarker) &&
+        length <= pixels(longestMarker) && x >= 4) {
+      const int beside = x - pixels(3);
       const int difference =
-          brightness(picture->at(beside, middle)) - brightness(picture->at(beside, tabTop - 2));
+          brightness(picture->at(beside, middle)) - brightness(picture->at(beside, pixels(tabTop - 2)));
       result.push_back({x + length / 2, difference >= 30});
     }
     x = end;
@@ -142,10 +143,10 @@ std::optional<int> Strip::dropMarker() {
   const auto shown = window();
   if (!shown) return std::nullopt;
   const auto picture = desktop_.observer().picture(*shown);
-  if (!picture || picture->height != height) return std::nullopt;
+  if (!picture || picture->height != pixels(height)) return std::nullopt;
   // A line that high and that bright is nothing else: tabs are not white, and text is lower.
-  constexpr int top = 7;
-  constexpr int bottom = height - 7;
+  const int top = pixels(7);
+  const int bottom = pixels(height) - top;
   constexpr int brightest = 200;
   for (int x = 0; x < picture->width; ++x) {
     int y = top;
@@ -166,24 +167,25 @@ int Strip::endOfTab(std::size_t index) {
   if (all.size() < 2 || index >= all.size())
     throw std::runtime_error("no telling where tab " + std::to_string(index) + " of " +
                              std::to_string(all.size()) + " ends");
-  return all[index].marker - markerInset + all[1].marker - all[0].marker - tabGap;
+  return all[index].marker - pixels(markerInset) + all[1].marker - all[0].marker - pixels(tabGap);
 }
 
 void Strip::clickTab(std::size_t index, int button) {
   const auto place = shownBox();
   const auto target = tab(index);
-  desktop_.observer().click(place.x + target.marker, place.y + height / 2, button);
+  desktop_.observer().click(place.x + target.marker, place.y + pixels(height) / 2, button);
 }
 
 void Strip::clickCloseMark(std::size_t index) {
   const auto place = shownBox();
-  desktop_.observer().click(place.x + endOfTab(index) - closeMarkInset, place.y + height / 2);
+  desktop_.observer().click(place.x + endOfTab(index) - pixels(closeMarkInset), place.y + pixels(height) / 2);
 }
 
 void Strip::clickWindowButton(WindowButton button) {
   const auto place = shownBox();
-  const int middle = place.width - firstWindowButton + windowButtonPitch * static_cast<int>(button);
-  desktop_.observer().click(place.x + middle, place.y + height / 2);
+  const int middle =
+      place.width - pixels(firstWindowButton) + pixels(windowButtonPitch) * static_cast<int>(button);
+  desktop_.observer().click(place.x + middle, place.y + pixels(height) / 2);
 }
 
 void Strip::clickFirstTool() {
@@ -192,10 +194,10 @@ void Strip::clickFirstTool() {
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   if (!picture) throw std::runtime_error("no strip to look at");
   constexpr int bright = 110;
-  for (int x = endOfTab(tabs().size() - 1) + tabGap; x < picture->width; ++x) {
-    for (int y = height / 4; y < height * 3 / 4; ++y) {
+  for (int x = endOfTab(tabs().size() - 1) + pixels(tabGap); x < picture->width; ++x) {
+    for (int y = pixels(height) / 4; y < pixels(height) * 3 / 4; ++y) {
       if (brightness(picture->at(x, y)) < bright) continue;
-      desktop_.observer().click(place.x + x + 5, place.y + height / 2);
+      desktop_.observer().click(place.x + x + pixels(5), place.y + pixels(height) / 2);
       return;
     }
   }
@@ -207,22 +209,23 @@ void Strip::clickTool(StripTool tool) {
   const auto picture = desktop_.observer().picture(*window());
   if (!picture) throw std::runtime_error("no strip to use");
   // A tool's text is at least so far from the next one's, and words of one text are nearer.
-  constexpr int betweenTools = 12;
+  const int betweenTools = pixels(12);
   constexpr int writing = 120;
   constexpr int windowButtons = 3;
   const auto isWritten = [&](int x) {
-    for (int y = 8; y < height - 8; ++y)
+    for (int y = pixels(8); y < pixels(height) - pixels(8); ++y)
       if (brightness(picture->at(x, y)) >= writing) return true;
     return false;
   };
   int skipped = 0;
   const int wanted = windowButtons + static_cast<int>(tool);
-  for (int x = picture->width - tabTop; x > 0; --x) {
+  for (int x = picture->width - pixels(tabTop); x > 0; --x) {
     if (!isWritten(x)) continue;
     int left = x;
     for (int ahead = x; ahead > 0 && left - ahead < betweenTools; --ahead)
       if (isWritten(ahead)) left = ahead;
-    if (skipped++ == wanted) return desktop_.observer().click(place.x + (left + x) / 2, place.y + height / 2);
+    if (skipped++ == wanted)
+      return desktop_.observer().click(place.x + (left + x) / 2, place.y + pixels(height) / 2);
     x = left;
   }
   throw std::runtime_error("no such tool in the strip");
@@ -233,8 +236,8 @@ std::optional<std::uint32_t> Strip::tagBar(std::size_t index) {
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   const auto all = tabs();
   if (!picture || index >= all.size()) return std::nullopt;
-  constexpr int belowMarker = 23;
-  for (int y = height - tabTop; y > belowMarker; --y)
+  const int belowMarker = pixels(23);
+  for (int y = pixels(height) - pixels(tabTop); y > belowMarker; --y)
     if (const auto pixel = picture->at(all[index].marker, y); colourful(pixel)) return pixel;
   return std::nullopt;
 }
@@ -267,9 +270,10 @@ void Strip::holdTab(std::size_t from, std::size_t to) {
   const int beyond = to > from ? 1 : -1;
   const auto all = tabs();
   const int pitch = all.size() > 1 ? all[1].marker - all[0].marker : 0;
-  const int middleOfTab = pitch / 2 - markerInset;
-  desktop_.dragAndHold(place.x + source.marker, place.y + height / 2,
-                       place.x + target.marker + middleOfTab + beyond * 6, place.y + height / 2);
+  const int middleOfTab = pitch / 2 - pixels(markerInset);
+  desktop_.dragAndHold(place.x + source.marker, place.y + pixels(height) / 2,
+                       place.x + target.marker + middleOfTab + beyond * pixels(6),
+                       place.y + pixels(height) / 2);
   desktop_.observer().waitUntil("the drop marker shows where the tab will land",
                                 [this] { return dropMarker().has_value(); });
 }
@@ -281,8 +285,8 @@ void Strip::dropTab() {
 
 void Strip::dragEmptyPart(int byX, int byY) {
   const auto place = shownBox();
-  const int x = place.x + endOfTab(tabs().size() - 1) + tabGap + 1;
-  const int y = place.y + height / 2;
+  const int x = place.x + endOfTab(tabs().size() - 1) + pixels(tabGap) + 1;
+  const int y = place.y + pixels(height) / 2;
   desktop_.drag(x, y, x + byX, y + byY);
 }
 

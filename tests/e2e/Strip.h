@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <optional>
 #include <vector>
@@ -24,9 +25,13 @@ enum class WindowButton { minimise, zoom, close };
 // The strip as somebody before the screen sees and uses it.
 class Strip {
  public:
-  static constexpr int height = 32;
+  static constexpr int height = 32;  // points
 
   explicit Strip(Desktop& desktop) : desktop_(desktop) {}
+
+  // How many pixels a point has where the strip is expected; 1 at first.
+  void setScale(double scale) { scale_ = scale; }
+  [[nodiscard]] int pixels(double points) const { return static_cast<int>(std::lround(points * scale_)); }
 
   // The strip's window, while it is shown.
   [[nodiscard]] std::optional<xcb_window_t> window();
@@ -74,6 +79,7 @@ class Strip {
   [[nodiscard]] int endOfTab(std::size_t index);
 
   Desktop& desktop_;
+  double scale_ = 1;
 };
 
 }  // namespace pellar::e2e

@@ -90,16 +90,16 @@ PanelPicture PictureStage::pictureOf(View& view) {
   if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawUnder(picture.image, whole, true);
 
   view.layout();
-  QtCanvas qt(picture.image, whole, fonts_, sprites_);
+  QtCanvas qt(picture.image, whole, 1, fonts_, sprites_);
   TextNotingCanvas canvas(qt, measure_, picture.texts);
   view.draw(canvas, bounds());
   for (const PictureField* field : fields) field->draw(canvas);
   for (const PictureList* list : lists) {
-    QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame())), fonts_, sprites_);
+    QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame())), 1, fonts_, sprites_);
     TextNotingCanvas inList(qtInList, measure_, picture.texts);
     list->draw(inList);
   }
-  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawOver(picture.image, whole, true);
+  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawOver(picture.image, whole, 1, true);
   return picture;
 }
 

@@ -41,14 +41,15 @@ class X11Accessibility::Observer final : public ElementObserver {
   std::shared_ptr<Watch> watch_;
 };
 
-X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
+X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror, const X11Density& density,
                                    X11Applications& applications, const ScreenList& screens, MainLoop& loop)
     : connection_(connection),
       mirror_(mirror),
+      density_(density),
       applications_(applications),
       loop_(loop),
-      frames_(connection, mirror),
-      rest_(mirror, screens, loop),
+      frames_(connection, mirror, density),
+      rest_(mirror, density, screens, loop),
       menus_(loop_),
       documents_(
           loop,
@@ -113,8 +114,8 @@ std::optional<AttributeValue> X11Accessibility::windowAttribute(xcb_window_t id,
   const X11Window* window = mirror_.find(id);
   if (window == nullptr) return std::nullopt;
   if (name == "AXTitle") return window->title();
-  if (name == "AXPosition") return window->frame().origin();
-  if (name == "AXSize") return window->frame().size();
+  if (name == "AXPosition") return density_.map().toPoints(window->frame()).origin();
+  if (name == "AXSize") return density_.map().toPoints(window->frame()).size();
   if (name == "AXMinimized") return mirror_.isMinimized(*window);
   if (name == "AXFullScreen") return window->fullscreen;
   if (name == "AXCloseButton") return X11Element::make(X11Element::Kind::closeButton, id);

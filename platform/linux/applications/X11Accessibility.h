@@ -12,6 +12,7 @@
 #include "platform/linux/documents/WindowDocuments.h"
 #include "platform/linux/menus/AtSpiMenus.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -22,8 +23,8 @@ class MainLoop;
 // window's document and of menus, which other programs are asked for.
 class X11Accessibility final : public Accessibility {
  public:
-  X11Accessibility(X11Connection& connection, X11Mirror& mirror, X11Applications& applications,
-                   const ScreenList& screens, MainLoop& loop);
+  X11Accessibility(X11Connection& connection, X11Mirror& mirror, const X11Density& density,
+                   X11Applications& applications, const ScreenList& screens, MainLoop& loop);
   ~X11Accessibility() override;
 
   [[nodiscard]] bool isTrusted() const override { return true; }
@@ -67,6 +68,7 @@ class X11Accessibility final : public Accessibility {
 
   X11Connection& connection_;
   X11Mirror& mirror_;
+  const X11Density& density_;
   X11Applications& applications_;
   MainLoop& loop_;
   X11FrameWriter frames_;

@@ -31,8 +31,8 @@ bool near(double a, double b) {
 
 }  // namespace
 
-X11FrameWriter::X11FrameWriter(X11Connection& connection, X11Mirror& mirror)
-    : connection_(connection), mirror_(mirror) {
+X11FrameWriter::X11FrameWriter(X11Connection& connection, X11Mirror& mirror, const X11Density& density)
+    : connection_(connection), mirror_(mirror), density_(density) {
   connection_.setBeforeFlush([this] {
     send();
     // The turn is over; from now on events tell what became of the writes.
@@ -53,17 +53,27 @@ void X11FrameWriter::setSize(xcb_window_t window, Size size) {
 }
 
 void X11FrameWriter::send() {
-  for (auto& [id, wish] : unsent_) {
+  for (const auto& [id, wish] : unsent_) {
     const X11Window* window = mirror_.find(id);
     if (window == nullptr) continue;
-    wish.reportsBefore = window->placeReports;
-    request(*window, wish);
-    unsettled_[id] = wish;
+    unsettled_[id] = requestFor(*window, wish);
+    request(*window, unsettled_[id]);
   }
   unsent_.clear();
 }
 
-void X11FrameWriter::request(const X11Window& window, const Wish& wish) {
+X11FrameWriter::Request X11FrameWriter::requestFor(const X11Window& window, const Wish& wish) const {
+  const PointMap& map = density_.map();
+  const AxRect now = map.toPoints(window.frame());
+  const AxRect wanted = AxRect::of(wish.corner.value_or(now.origin()), wish.size.value_or(now.size()));
+  const RootRect pixels = map.toPixels(wanted);
+  Request request{std::nullopt, std::nullopt, window.placeReports};
+  if (wish.corner) request.corner = pixels.origin();
+  if (wish.size) request.size = pixels.size();
+  return request;
+}
+
+void X11FrameWriter::request(const X11Window& window, const Request& wish) {
   const X11Atoms& atoms = connection_.atoms();
   if (window.maximized()) {
     // Window managers leave a maximised window where it is.
@@ -100,8 +110,8 @@ void X11FrameWriter::request(const X11Window& window, const Wish& wish) {
                                   {flags, values[0], values[1], values[2], values[3]});
 }
 
-bool X11FrameWriter::fulfilled(const X11Window& window, const Wish& wish) {
-  const AxRect frame = window.frame();
+bool X11FrameWriter::fulfilled(const X11Window& window, const Request& wish) {
+  const RootRect frame = window.frame();
   const bool placed = !wish.corner || (near(frame.x, wish.corner->x) && near(frame.y, wish.corner->y));
   const bool sized =
       !wish.size || (near(frame.width, wish.size->width) && near(frame.height, wish.size->height));
@@ -112,7 +122,7 @@ void X11FrameWriter::settle(xcb_window_t id) {
   if (unsent_.contains(id)) send();
   const auto found = unsettled_.find(id);
   if (found == unsettled_.end()) return;
-  const Wish wish = found->second;
+  const Request wish = found->second;
   unsettled_.erase(found);
   const bool wasSilent = silent_.erase(id) > 0;
   const auto deadline = Clock::now() + (wasSilent ? patienceWithSilent : patience);

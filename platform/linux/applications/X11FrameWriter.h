@@ -8,6 +8,7 @@
 
 #include "core/Geometry.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -16,7 +17,7 @@ namespace pellar {
 // one request; the window manager answers it when it likes, or with something else. Main thread only.
 class X11FrameWriter {
  public:
-  X11FrameWriter(X11Connection& connection, X11Mirror& mirror);
+  X11FrameWriter(X11Connection& connection, X11Mirror& mirror, const X11Density& density);
   ~X11FrameWriter();
   X11FrameWriter(const X11FrameWriter&) = delete;
   X11FrameWriter& operator=(const X11FrameWriter&) = delete;
@@ -37,16 +38,23 @@ class X11FrameWriter {
   struct Wish {
     std::optional<AxPoint> corner;
     std::optional<Size> size;
+  };
+  // The same in pixels.
+  struct Request {
+    std::optional<RootPoint> corner;
+    std::optional<Size> size;
     std::uint64_t reportsBefore = 0;
   };
 
-  void request(const X11Window& window, const Wish& wish);
-  [[nodiscard]] static bool fulfilled(const X11Window& window, const Wish& wish);
+  [[nodiscard]] Request requestFor(const X11Window& window, const Wish& wish) const;
+  void request(const X11Window& window, const Request& wish);
+  [[nodiscard]] static bool fulfilled(const X11Window& window, const Request& wish);
 
   X11Connection& connection_;
   X11Mirror& mirror_;
+  const X11Density& density_;
   std::map<xcb_window_t, Wish> unsent_;
-  std::map<xcb_window_t, Wish> unsettled_;
+  std::map<xcb_window_t, Request> unsettled_;
   std::set<xcb_window_t> silent_;  // windows whose last write had no answer
 };
 

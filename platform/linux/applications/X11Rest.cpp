@@ -23,8 +23,9 @@ struct X11Rest::Wait {
   Subscription timer;
 };
 
-X11Rest::X11Rest(const X11Mirror& mirror, const ScreenList& screens, MainLoop& loop)
-    : mirror_(mirror), screens_(screens), loop_(loop) {
+X11Rest::X11Rest(const X11Mirror& mirror, const X11Density& density, const ScreenList& screens,
+                 MainLoop& loop)
+    : mirror_(mirror), density_(density), screens_(screens), loop_(loop) {
   X11Mirror::Changes all;
   for (const auto& [id, window] : mirror_.windows()) all.windows.insert(id);
   note(all);
@@ -36,7 +37,7 @@ bool X11Rest::Last::sameStateAs(const Last& other) const {
 }
 
 bool X11Rest::reachesFromTopToBottom(const X11Window& window) const {
-  const AxRect frame = window.frame();
+  const AxRect frame = density_.map().toPoints(window.frame());
   const auto screens = screens_.screens();
   return std::ranges::any_of(screens, [&](const Screen& screen) {
     const double height = screens.front().frame.height;

@@ -7,10 +7,10 @@
 #include <map>
 #include <memory>
 
-#include "core/Geometry.h"
 #include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
 #include "platform/Subscription.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -22,7 +22,7 @@ namespace pellar {
 // move. Main thread only.
 class X11Rest {
  public:
-  X11Rest(const X11Mirror& mirror, const ScreenList& screens, MainLoop& loop);
+  X11Rest(const X11Mirror& mirror, const X11Density& density, const ScreenList& screens, MainLoop& loop);
 
   // What the mirror has taken in.
   void note(const X11Mirror::Changes& changes);
@@ -31,7 +31,7 @@ class X11Rest {
 
  private:
   struct Last {
-    AxRect frame;
+    RootRect frame;
     bool fullscreen = false;
     bool maximizedVertically = false;
     bool maximizedHorizontally = false;
@@ -45,6 +45,7 @@ class X11Rest {
   void wait(const std::shared_ptr<Wait>& waiting);
 
   const X11Mirror& mirror_;
+  const X11Density& density_;
   const ScreenList& screens_;
   MainLoop& loop_;
   std::map<xcb_window_t, Last> last_;

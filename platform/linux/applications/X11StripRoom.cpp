@@ -11,15 +11,20 @@
 namespace pellar {
 namespace {
 
-int pixels(double value) {
+int whole(double value) {
   return static_cast<int>(std::lround(value));
 }
 
 }  // namespace
 
 X11StripRoom::X11StripRoom(X11Connection& connection, const X11Mirror& mirror,
-                           const X11Applications& applications, X11ScreenList& screens)
-    : connection_(connection), mirror_(mirror), applications_(applications), screens_(screens) {}
+                           const X11Applications& applications, const X11Density& density,
+                           X11ScreenList& screens)
+    : connection_(connection),
+      mirror_(mirror),
+      applications_(applications),
+      density_(density),
+      screens_(screens) {}
 
 X11StripRoom::~X11StripRoom() {
   for (const auto& [reserve, window] : made_) xcb_destroy_window(connection_.xcb(), window);
@@ -61,9 +66,8 @@ void X11StripRoom::noteStrip(const std::optional<PixelRect>& strip) {
   const X11Window* front =
       application == nullptr ? nullptr : mirror_.find(applications_.focusedWindow(*application));
   if (front == nullptr || !front->standard() || mirror_.isMinimized(*front) || front->fullscreen) return;
-  const AxRect frame = front->frame();
-  const bool isOverFront =
-      strip && strip->x == pixels(frame.x) && strip->y + strip->height == pixels(frame.y);
+  const RootRect frame = front->frame();
+  const bool isOverFront = strip && strip->x == whole(frame.x) && strip->y + strip->height == whole(frame.y);
   // Between two windows the strip may still be over the other one.
   if (strip && !isOverFront) return;
   if (strip && height_ != strip->height) {
@@ -83,28 +87,26 @@ bool X11StripRoom::needsRoom(const X11Window& window) const {
   return application != nullptr && withStrip_.contains(application->pid);
 }
 
-std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const AxRect& window) const {
-  const auto screens = screens_.screens();
-  const Screen* best = nullptr;
-  double bestArea = 0;
-  const auto inRoot = [&screens](const ScreenRect& rect) {
-    return AxRect{rect.x, screens.front().frame.height - rect.maxY(), rect.width, rect.height};
-  };
-  for (const Screen& screen : screens) {
-    const auto common = inRoot(screen.frame).intersection(window);
-    if (!common || common->area() <= bestArea) continue;
-    best = &screen;
-    bestArea = common->area();
-  }
-  if (best == nullptr) return std::nullopt;
-  const AxRect monitor = inRoot(best->frame);
-  const bool hasOneAbove = std::ranges::any_of(screens, [&](const Screen& screen) {
-    const AxRect other = inRoot(screen.frame);
-    return other.y < monitor.y && other.x < monitor.maxX() && monitor.x < other.maxX();
+std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const RootRect& window) const {
+  const PointMap& map = density_.map();
+  const MonitorMap& monitor = map.holding(window);
+  const RootRect& pixels = monitor.pixels();
+  const bool hasOneAbove = std::ranges::any_of(map.monitors(), [&](const MonitorMap& each) {
+    const RootRect& other = each.pixels();
+    return other.y < pixels.y && other.x < pixels.maxX() && pixels.x < other.maxX();
   });
   if (hasOneAbove) return std::nullopt;
-  return Reserve{pixels(inRoot(best->visibleFrame).y) + height_, pixels(monitor.x),
-                 pixels(monitor.maxX()) - 1};
+  const auto screens = screens_.screens();
+  for (const Screen& screen : screens) {
+    const double height = screens.front().frame.height;
+    const auto inPixels = [&](const ScreenRect& rect) {
+      return monitor.toPixels(AxRect{rect.x, height - rect.maxY(), rect.width, rect.height});
+    };
+    if (!inPixels(screen.frame).intersects(pixels)) continue;
+    return Reserve{whole(inPixels(screen.visibleFrame).y) + height_, whole(pixels.x),
+                   whole(pixels.maxX()) - 1};
+  }
+  return std::nullopt;
 }
 
 // Window managers heed what is reserved by a window that they look after, as they do docks.

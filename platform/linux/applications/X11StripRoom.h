@@ -7,11 +7,11 @@
 #include <optional>
 #include <set>
 
-#include "core/Geometry.h"
 #include "platform/linux/applications/X11Applications.h"
 #include "platform/linux/drawing/PixelRect.h"
 #include "platform/linux/system/X11ScreenList.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
 namespace pellar {
@@ -25,7 +25,7 @@ namespace pellar {
 class X11StripRoom {
  public:
   X11StripRoom(X11Connection& connection, const X11Mirror& mirror, const X11Applications& applications,
-               X11ScreenList& screens);
+               const X11Density& density, X11ScreenList& screens);
   ~X11StripRoom();
   X11StripRoom(const X11StripRoom&) = delete;
   X11StripRoom& operator=(const X11StripRoom&) = delete;
@@ -46,12 +46,13 @@ class X11StripRoom {
 
   void noteStrip(const std::optional<PixelRect>& strip);
   [[nodiscard]] bool needsRoom(const X11Window& window) const;
-  [[nodiscard]] std::optional<Reserve> reserveFor(const AxRect& window) const;
+  [[nodiscard]] std::optional<Reserve> reserveFor(const RootRect& window) const;
   [[nodiscard]] xcb_window_t reserve(const Reserve& reserve);
 
   X11Connection& connection_;
   const X11Mirror& mirror_;
   const X11Applications& applications_;
+  const X11Density& density_;
   X11ScreenList& screens_;
   bool stale_ = true;
   int height_ = 0;                        // of the strip, pixels

@@ -9,7 +9,7 @@
 namespace pellar::MenuBarIcon {
 namespace {
 
-constexpr int sides[] = {16, 22, 32};
+constexpr int sides[] = {16, 22, 32, 44, 64};
 // On a grid of 16 x 16.
 constexpr QRectF behind{1.5, 2.5, 9, 9};
 constexpr QRectF front{5.5, 5.5, 9, 8};

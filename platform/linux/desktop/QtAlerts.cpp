@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/system/ToolkitPlace.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -93,7 +94,7 @@ void QtAlerts::place(QDialog& dialog) const {
   place.moveTop(wanted);
   const auto covered = [&](const QRect& rect) {
     return std::ranges::any_of(panelFrames_(), [&](const PixelRect& panel) {
-      return rect.intersects(QRect(panel.x, panel.y, panel.width, panel.height));
+      return rect.intersects(ToolkitPlace::of(rootRect(panel)));
     });
   };
   // The nearest free place above or below.

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <cmath>
 
-#include "core/Geometry.h"
+#include "platform/linux/x11/PointMap.h"
 
 namespace pellar {
 
-// A rectangle in pixels of the X screen: origin at the top left of the root window, y downward.
+// A rectangle in whole pixels of the X screen: origin at the top left of the root window, y downward.
 struct PixelRect {
   int x = 0;
   int y = 0;
@@ -16,26 +16,20 @@ struct PixelRect {
   friend bool operator==(const PixelRect&, const PixelRect&) = default;
 };
 
-// The one place where y-up screen coordinates meet the X server's. A point is a pixel; `firstScreenHeight` is
-// the height of the first screen's frame. A part of a pixel too many is a whole one: what just fits into the
+inline RootRect rootRect(const PixelRect& rect) {
+  return {static_cast<double>(rect.x), static_cast<double>(rect.y), static_cast<double>(rect.width),
+          static_cast<double>(rect.height)};
+}
+
+// The whole pixels that a panel takes. A part of a pixel too many is a whole one: what just fits into the
 // rectangle must go on fitting.
-inline PixelRect toPixels(const ScreenRect& rect, double firstScreenHeight) {
+inline PixelRect wholePixels(const RootRect& rect) {
   const auto rounded = [](double value) { return static_cast<int>(std::lround(value)); };
   const auto held = [](double length) {
     constexpr double noise = 0.001;  // of sums of fractions
     return std::max(static_cast<int>(std::ceil(length - noise)), 1);
   };
-  return {rounded(rect.x), rounded(firstScreenHeight - rect.maxY()), held(rect.width), held(rect.height)};
-}
-
-// What a window covers, from where the X server has it.
-inline PixelRect wholePixels(const AxRect& rect) {
-  const auto rounded = [](double value) { return static_cast<int>(std::lround(value)); };
-  return {rounded(rect.x), rounded(rect.y), rounded(rect.width), rounded(rect.height)};
-}
-
-inline ScreenPoint toScreenPoint(double x, double y, double firstScreenHeight) {
-  return {x, firstScreenHeight - y};
+  return {rounded(rect.x), rounded(rect.y), held(rect.width), held(rect.height)};
 }
 
 }  // namespace pellar

@@ -33,6 +33,10 @@ QRectF inSprite(const ViewRect& rect) {
   return {rect.x - std::floor(rect.x), rect.y - std::floor(rect.y), rect.width, rect.height};
 }
 
+ViewRect scaled(const ViewRect& rect, double scale) {
+  return {rect.x * scale, rect.y * scale, rect.width * scale, rect.height * scale};
+}
+
 void paintRoundedRect(QPainter& painter, const QRectF& rect, double radius, const Color& color) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
@@ -57,18 +61,32 @@ void paintMagnifyingGlass(QPainter& painter, const QRectF& rect, const Color& co
 
 }  // namespace
 
+ViewRect QtCanvas::inPixels(const ViewRect& rect) const {
+  if (scale_ == 1) return rect;
+  // An edge between two pixels would blur. What is as wide as high stays so wherever it stands.
+  const double left = std::round(rect.x * scale_);
+  const double top = std::round(rect.y * scale_);
+  const double width = std::round(rect.maxX() * scale_) - left;
+  const double height = std::round(rect.maxY() * scale_) - top;
+  if (rect.width != rect.height) return {left, top, std::max(width, 1.0), std::max(height, 1.0)};
+  const double side = std::max(std::round(rect.width * scale_), 1.0);
+  return {left, top, side, side};
+}
+
 void QtCanvas::fillRoundedRect(const ViewRect& rect, double radius, const Color& color) {
   if (!(rect.width > 0) || !(rect.height > 0)) return;
-  if (rect.area() > largestSprite) {
+  const ViewRect pixels = inPixels(rect);
+  const double corner = radius * scale_;
+  if (pixels.area() > largestSprite) {
     QPainter painter(&picture_);
     painter.setClipRect(clip_);
-    paintRoundedRect(painter, {rect.x, rect.y, rect.width, rect.height}, radius, color);
+    paintRoundedRect(painter, {pixels.x, pixels.y, pixels.width, pixels.height}, corner, color);
     return;
   }
   SpriteKey key;
-  key.with('r').with(radius).with(premultiplied(color));
-  drawShape(key, rect, [&](QPainter& painter, const QRectF& inside) {
-    paintRoundedRect(painter, inside, radius, color);
+  key.with('r').with(corner).with(premultiplied(color));
+  drawShape(key, pixels, [&](QPainter& painter, const QRectF& inside) {
+    paintRoundedRect(painter, inside, corner, color);
   });
 }
 
@@ -87,50 +105,67 @@ void QtCanvas::drawShape(SpriteKey& key, const ViewRect& rect,
   blend(*sprite, static_cast<int>(std::floor(rect.x)), static_cast<int>(std::floor(rect.y)), picture_, clip_);
 }
 
+double QtCanvas::lineHeight(const Font& font) const {
+  const QtFace& face = measure_.face(inPixels(font));
+  return (face.ascent + face.descent) / scale_;
+}
+
 void QtCanvas::place(const Sprite& text, ViewPoint origin, const Font& font) {
   blend(text, static_cast<int>(std::lround(origin.x)),
         static_cast<int>(std::lround(origin.y + measure_.face(font).ascent)), picture_, clip_);
 }
 
-void QtCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
+void QtCanvas::drawLine(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
   place(textSprite(text, font, color, std::nullopt, measure_, sprites_), origin, font);
 }
 
-void QtCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+void QtCanvas::drawTruncatedLine(std::string_view text, const ViewRect& rect, const Font& font,
                                  const Color& color) {
   if (rect.width > 0)
     place(textSprite(text, font, color, rect.width, measure_, sprites_), rect.origin(), font);
 }
 
+void QtCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) {
+  drawLine(text, {origin.x * scale_, origin.y * scale_}, inPixels(font), color);
+}
+
+void QtCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
+                                 const Color& color) {
+  drawTruncatedLine(text, scaled(rect, scale_), inPixels(font), color);
+}
+
 void QtCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                        const Color& color) {
   if (!(rect.width > 0)) return;
-  const QString fitted = FittedText::elidedInMiddle(text, rect.width, measure_.face(font));
-  drawText(fitted.toStdString(), rect.origin(), font, color);
+  const ViewRect line = scaled(rect, scale_);
+  const QString fitted = FittedText::elidedInMiddle(text, line.width, measure_.face(inPixels(font)));
+  drawLine(fitted.toStdString(), line.origin(), inPixels(font), color);
 }
 
 void QtCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines, const Font& font,
                                const Color& color) {
   if (!(rect.width > 0) || lines < 1) return;
-  ViewRect line{rect.x, rect.y, rect.width, rect.height / lines};
-  for (const QString& fitted : FittedText::wrapped(text, rect.width, lines, measure_.face(font))) {
-    drawTruncatedText(fitted.toStdString(), line, font, color);
+  ViewRect line = scaled({rect.x, rect.y, rect.width, rect.height / lines}, scale_);
+  for (const QString& fitted : FittedText::wrapped(text, line.width, lines, measure_.face(inPixels(font)))) {
+    drawTruncatedLine(fitted.toStdString(), line, inPixels(font), color);
     line.y += line.height;
   }
 }
 
 void QtCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                                 const Color& color) {
-  const Sprite& sprite = textSprite(text, font, color, std::nullopt, measure_, sprites_);
-  const QtFace& face = measure_.face(font);
-  place(sprite, {rect.midX() - sprite.width / 2, rect.midY() - (face.ascent + face.descent) / 2}, font);
+  const ViewRect pixels = scaled(rect, scale_);
+  const Font large = inPixels(font);
+  const Sprite& sprite = textSprite(text, large, color, std::nullopt, measure_, sprites_);
+  const QtFace& face = measure_.face(large);
+  place(sprite, {pixels.midX() - sprite.width / 2, pixels.midY() - (face.ascent + face.descent) / 2}, large);
 }
 
 void QtCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
   if (!(rect.width > 0) || !(rect.height > 0)) return;
   SpriteKey key;
   key.with('s').with(symbol).with(premultiplied(color));
-  drawShape(key, rect, [&](QPainter& painter, const QRectF& inside) {
+  drawShape(key, inPixels(rect), [&](QPainter& painter, const QRectF& inside) {
     switch (symbol) {
       case Symbol::magnifyingGlass:
         paintMagnifyingGlass(painter, inside, color);

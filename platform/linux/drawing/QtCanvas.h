@@ -14,12 +14,16 @@ class QPainter;
 
 namespace pellar {
 
-// Draws into a part of a picture whose top left corner is the view's. Everything drawn is a sprite that the
-// toolkit paints when it is first needed.
+// Draws into a part of a picture whose top left corner is the view's, with `scale` pixels to a point.
+// Everything drawn is a sprite that the toolkit paints when it is first needed, at the size that is seen.
 class QtCanvas final : public Canvas {
  public:
-  QtCanvas(QImage& picture, const QRect& clip, const QtTextMeasure& measure, SpriteCache& sprites)
-      : picture_(picture), clip_(clip), measure_(measure), sprites_(sprites) {}
+  QtCanvas(QImage& picture, const QRect& clip, double scale, const QtTextMeasure& measure,
+           SpriteCache& sprites)
+      : picture_(picture), clip_(clip), scale_(scale), measure_(measure), sprites_(sprites) {}
+
+  // Of a line of text, in points.
+  [[nodiscard]] double lineHeight(const Font& font) const;
 
   void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override;
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
@@ -34,15 +38,21 @@ class QtCanvas final : public Canvas {
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
 
  private:
+  // From here on in pixels, which is what sprites and faces know.
+  [[nodiscard]] Font inPixels(const Font& font) const { return {font.size * scale_, font.weight}; }
+  [[nodiscard]] ViewRect inPixels(const ViewRect& rect) const;
   // Draws the sprite of a shape in `rect`, which `paint` paints when it is not kept; `key` without the place.
   void drawShape(SpriteKey& key, const ViewRect& rect,
                  const std::function<void(QPainter& painter, const QRectF& inside)>& paint);
   // Draws a text with its line box's top left corner at `origin`. The baseline stands on a whole pixel, or it
   // would blur.
   void place(const Sprite& text, ViewPoint origin, const Font& font);
+  void drawLine(std::string_view text, ViewPoint origin, const Font& font, const Color& color);
+  void drawTruncatedLine(std::string_view text, const ViewRect& rect, const Font& font, const Color& color);
 
   QImage& picture_;
   QRect clip_;
+  double scale_;
   const QtTextMeasure& measure_;
   SpriteCache& sprites_;
 };

@@ -10,7 +10,7 @@
 
 namespace pellar {
 
-// The system's interface font at one size and weight, in pixels. A point is a pixel.
+// The system's interface font at one weight and one size, which is in pixels here.
 struct QtFace {
   Font font;
   QFont native;
@@ -18,8 +18,8 @@ struct QtFace {
   double descent = 0;
 };
 
-// Measures text with the fonts it is drawn with. Remembers short texts: the strip asks for the same few
-// widths at every layout.
+// Measures text in pixels with the fonts it is drawn with, of so many pixels. Remembers short texts: the
+// strip asks for the same few widths at every layout.
 class QtTextMeasure final : public TextMeasure {
  public:
   [[nodiscard]] double width(std::string_view text, const Font& font) const override;

@@ -1,17 +1,22 @@
 #include "platform/linux/drawing/SpriteCache.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace pellar {
 namespace {
 
-constexpr std::size_t mostBytes = std::size_t{1024} * 1024;
+constexpr double mostBytesAtOne = 1024 * 1024;
 
 std::size_t bytesOf(const Sprite& sprite) {
   return static_cast<std::size_t>(sprite.pixels.sizeInBytes());
 }
 
 }  // namespace
+
+void SpriteCache::expect(double scale) {
+  mostBytes_ = std::max(mostBytes_, static_cast<std::size_t>(mostBytesAtOne * scale * scale));
+}
 
 const Sprite* SpriteCache::find(std::string_view key) {
   const auto found = byKey_.find(key);
@@ -30,7 +35,7 @@ const Sprite& SpriteCache::add(std::string_view key, Sprite sprite) {
 }
 
 void SpriteCache::makeRoom(std::size_t bytes) {
-  while (!entries_.empty() && bytes_ + bytes > mostBytes) {
+  while (!entries_.empty() && bytes_ + bytes > mostBytes_) {
     bytes_ -= bytesOf(entries_.back().sprite);
     byKey_.erase(entries_.back().key);
     entries_.pop_back();

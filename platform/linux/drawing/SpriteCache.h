@@ -10,9 +10,11 @@
 
 namespace pellar {
 
-// Keeps the sprites that were used last, up to a megabyte of pixels.
+// Keeps the sprites that were used last, up to a megabyte of pixels; more where a point has several.
 class SpriteCache {
  public:
+  // Sprites of so many pixels to a point are going to come.
+  void expect(double scale);
   // The sprite made under a key; null when it is not kept. Good until the next `add`.
   [[nodiscard]] const Sprite* find(std::string_view key);
   const Sprite& add(std::string_view key, Sprite sprite);
@@ -28,6 +30,7 @@ class SpriteCache {
   std::list<Entry> entries_;  // last used first
   std::unordered_map<std::string_view, std::list<Entry>::iterator> byKey_;
   std::size_t bytes_ = 0;
+  std::size_t mostBytes_ = std::size_t{1024} * 1024;
 };
 
 // A key of anything that is copied byte by byte.

@@ -212,7 +212,7 @@ std::optional<AtSpiReference> AtSpiTree::frame(const AtSpiWindow& window, Deadli
   return nearest(similar.empty() ? frames : similar, window.frame, deadline);
 }
 
-std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<Found>& frames, const AxRect& frame,
+std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<Found>& frames, const RootRect& frame,
                                                  Deadline deadline) {
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : frames) {

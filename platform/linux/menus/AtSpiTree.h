@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "core/Geometry.h"
 #include "platform/Accessibility.h"
 #include "platform/linux/menus/AtSpiBus.h"
 #include "platform/linux/menus/ExportedMenus.h"
+#include "platform/linux/x11/PointMap.h"
 
 namespace pellar {
 
@@ -19,7 +19,7 @@ namespace pellar {
 struct AtSpiWindow {
   ProcessId process = 0;
   std::string title;
-  AxRect frame;
+  RootRect frame;
   bool isOnly = false;  // the process has no other
   std::optional<ExportedMenuBar> exported;
 };
@@ -77,7 +77,7 @@ class AtSpiTree {
   [[nodiscard]] std::optional<AtSpiReference> program(ProcessId process, Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> programOrInvited(ProcessId process, Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> frame(const AtSpiWindow& window, Deadline deadline);
-  [[nodiscard]] std::optional<AtSpiReference> nearest(const std::vector<Found>& frames, const AxRect& frame,
+  [[nodiscard]] std::optional<AtSpiReference> nearest(const std::vector<Found>& frames, const RootRect& frame,
                                                       Deadline deadline);
   [[nodiscard]] std::optional<AtSpiReference> menuBarIn(const AtSpiReference& frame, Deadline deadline);
   [[nodiscard]] std::optional<std::vector<Found>> named(const AtSpiReference& parent, Deadline deadline);

@@ -1,7 +1,6 @@
 #include "platform/linux/panel/QtSearchField.h"
 
 #include <QApplication>
-#include <cmath>
 #include <utility>
 
 #include "platform/linux/drawing/QtCanvas.h"
@@ -64,9 +63,10 @@ void QtSearchField::press() {
   focus();
 }
 
-void QtSearchField::pressedInEditor(ScreenPoint location) {
+void QtSearchField::pressedInEditor(ViewPoint location) {
   if (!panel_.isVisible()) return;
-  panel_.reportPress(location);
+  const auto place = panel_.toScreen(ViewRect::of({frame_.x + location.x, frame_.y + location.y}, {}));
+  if (place) panel_.reportPress(place->origin());
   panel_.services().keys.endListFocus();
   if (onActivate_) onActivate_();
 }
@@ -90,9 +90,7 @@ void QtSearchField::makeEditor() {
 }
 
 void QtSearchField::placeEditor() {
-  editor_->setGeometry(static_cast<int>(std::lround(frame_.x)), static_cast<int>(std::lround(frame_.y)),
-                       static_cast<int>(std::lround(frame_.width)),
-                       static_cast<int>(std::lround(frame_.height)));
+  editor_->place(frame_);
 }
 
 void QtSearchField::beginEditing() {
@@ -126,10 +124,9 @@ void QtSearchField::drawAtRest(QtCanvas& canvas, const ViewRect& dirty) const {
   SearchFieldLook::drawGround(canvas, frame_);
   if (isEdited()) return;
   const bool empty = text_.empty();
-  const QtFace& face = panel_.services().measure.face(SearchFieldLook::font);
-  const ViewRect line{
-      frame_.minX() + SearchFieldLook::textLeft, frame_.midY() - (face.ascent + face.descent) / 2,
-      frame_.width - SearchFieldLook::textLeft - SearchFieldLook::textRight, face.ascent + face.descent};
+  const double height = canvas.lineHeight(SearchFieldLook::font);
+  const ViewRect line{frame_.minX() + SearchFieldLook::textLeft, frame_.midY() - height / 2,
+                      frame_.width - SearchFieldLook::textLeft - SearchFieldLook::textRight, height};
   canvas.drawTruncatedText(empty ? placeholder_ : text_, line, SearchFieldLook::font,
                            empty ? SearchFieldLook::placeholderColor : SearchFieldLook::textColor);
 }

@@ -44,7 +44,7 @@ class QtSearchField final : public SearchField, public KeyField {
 
   // For the editor.
   void typed(std::string text);
-  void pressedInEditor(ScreenPoint location);
+  void pressedInEditor(ViewPoint location);  // points from the field's top left corner
   [[nodiscard]] bool command(const std::string& selector);
 
  private:

@@ -4,11 +4,11 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWindow>
+#include <cmath>
 #include <cstdint>
 #include <optional>
 
 #include "platform/linux/drawing/PanelBackground.h"
-#include "platform/linux/drawing/PixelRect.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/panel/SearchFieldLook.h"
@@ -88,9 +88,6 @@ SearchEdit::SearchEdit(QtSearchField& field, X11Panel& panel)
   if (panel.services().compositor.depth() == 32) setAttribute(Qt::WA_TranslucentBackground);
   setFrame(false);
   setContextMenuPolicy(Qt::NoContextMenu);
-  setFont(panel.services().measure.face(SearchFieldLook::font).native);
-  setTextMargins(static_cast<int>(SearchFieldLook::textLeft) - nativeMargin, 0,
-                 static_cast<int>(SearchFieldLook::textRight) - nativeMargin, 0);
   QPalette colors;
   colors.setColor(QPalette::Base, Qt::transparent);
   colors.setColor(QPalette::Text, native(SearchFieldLook::textColor));
@@ -111,12 +108,32 @@ SearchEdit::~SearchEdit() {
   delete parentWindow_;
 }
 
+double SearchEdit::unitsPerPoint() const {
+  return panel_.scale() / devicePixelRatioF();
+}
+
+void SearchEdit::place(const ViewRect& frame) {
+  const double units = unitsPerPoint();
+  const auto rounded = [units](double points) { return static_cast<int>(std::lround(points * units)); };
+  const Font& font = SearchFieldLook::font;
+  setFont(panel_.services().measure.face({font.size * units, font.weight}).native);
+  setTextMargins(rounded(SearchFieldLook::textLeft) - nativeMargin, 0,
+                 rounded(SearchFieldLook::textRight) - nativeMargin, 0);
+  const int left = rounded(frame.x);
+  const int top = rounded(frame.y);
+  setGeometry(left, top, rounded(frame.maxX()) - left, rounded(frame.maxY()) - top);
+}
+
 void SearchEdit::paintEvent(QPaintEvent* event) {
   X11PanelServices& services = panel_.services();
-  QImage ground(size(), QImage::Format_ARGB32_Premultiplied);
-  PanelBackground::drawUnder(ground, rect(), services.compositor.blends());
-  QtCanvas canvas(ground, rect(), services.measure, services.sprites);
-  SearchFieldLook::drawGround(canvas, {0, 0, static_cast<double>(width()), static_cast<double>(height())});
+  const double ratio = devicePixelRatioF();
+  const QSize pixels = (QSizeF(size()) * ratio).toSize();
+  QImage ground(pixels, QImage::Format_ARGB32_Premultiplied);
+  PanelBackground::drawUnder(ground, ground.rect(), services.compositor.blends());
+  QtCanvas canvas(ground, ground.rect(), panel_.scale(), services.measure, services.sprites);
+  SearchFieldLook::drawGround(canvas,
+                              {0, 0, pixels.width() / panel_.scale(), pixels.height() / panel_.scale()});
+  ground.setDevicePixelRatio(ratio);
   {
     QPainter painter(this);
     painter.setCompositionMode(QPainter::CompositionMode_Source);
@@ -147,8 +164,8 @@ bool SearchEdit::offerToList(int key) {
 }
 
 void SearchEdit::mousePressEvent(QMouseEvent* event) {
-  const QPointF place = event->globalPosition();
-  field_.pressedInEditor(toScreenPoint(place.x(), place.y(), panel_.services().firstScreenHeight()));
+  const QPointF place = event->position() / unitsPerPoint();
+  field_.pressedInEditor({place.x(), place.y()});
   QLineEdit::mousePressEvent(event);
 }
 

@@ -2,6 +2,8 @@
 
 #include <QLineEdit>
 
+#include "core/Geometry.h"
+
 class QWindow;
 
 namespace pellar {
@@ -15,6 +17,9 @@ class SearchEdit final : public QLineEdit {
   SearchEdit(QtSearchField& field, X11Panel& panel);
   ~SearchEdit() override;
 
+  // Covers the field with that frame in the panel, at the size that a point has there now.
+  void place(const ViewRect& frame);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
@@ -22,6 +27,8 @@ class SearchEdit final : public QLineEdit {
 
  private:
   bool offerToList(int key);
+  // A point in the toolkit's units, which are pixels unless the whole desktop is scaled.
+  [[nodiscard]] double unitsPerPoint() const;
 
   QtSearchField& field_;
   X11Panel& panel_;

@@ -23,18 +23,6 @@ constexpr int mostRefusals = 3;
 // More rectangles than this are painted as the one around them.
 constexpr int mostParts = 8;
 
-QRect outerPixels(const ViewRect& rect) {
-  const int left = static_cast<int>(std::floor(rect.minX()));
-  const int top = static_cast<int>(std::floor(rect.minY()));
-  return {left, top, static_cast<int>(std::ceil(rect.maxX())) - left,
-          static_cast<int>(std::ceil(rect.maxY())) - top};
-}
-
-ViewRect viewRect(const QRect& rect) {
-  return {static_cast<double>(rect.x()), static_cast<double>(rect.y()), static_cast<double>(rect.width()),
-          static_cast<double>(rect.height())};
-}
-
 }  // namespace
 
 X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::function<void()> onEnd)
@@ -42,11 +30,15 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       style_(style),
       onEnd_(std::move(onEnd)),
       frame_(ScreenRect::of({0, 0}, style.contentSize)),
+      scale_(services.density.ofPanel(services.toAx(frame_)).scale()),
+      measure_(services.measure, scale_),
       window_(services.connection.xcb(), services.screen, services.compositor,
-              toPixels(frame_, services.firstScreenHeight()),
-              static_cast<int>(std::lround(style.cornerRadius))),
+              wholePixels(services.density.ofPanel(services.toAx(frame_)).toPixels(services.toAx(frame_))),
+              cornerPixels()),
       place_(services.connection, services.mirror, window_.id()),
-      pointer_(services.loop, [this] { return view_; }) {}
+      pointer_(services.loop, [this] { return view_; }) {
+  services_.sprites.expect(scale_);
+}
 
 X11Panel::~X11Panel() {
   services_.keys.panelEnded(*this);
@@ -62,9 +54,16 @@ void X11Panel::setView(View* view) {
 void X11Panel::setFrame(const ScreenRect& frame, bool display) {
   const PixelRect before = window_.frame();
   frame_ = frame;
-  window_.setFrame(toPixels(frame, services_.firstScreenHeight()));
+  const AxRect place = services_.toAx(frame);
+  const MonitorMap& map = services_.density.ofPanel(place);
+  const bool scaled = std::exchange(scale_, map.scale()) != map.scale();
+  if (scaled) {
+    measure_.setScale(scale_);
+    services_.sprites.expect(scale_);
+  }
+  window_.setFrame(wholePixels(map.toPixels(place)), cornerPixels());
   const PixelRect& now = window_.frame();
-  const bool resized = now.width != before.width || now.height != before.height;
+  const bool resized = scaled || now.width != before.width || now.height != before.height;
   if (resized) {
     setNeedsLayout();
     setNeedsDisplay();
@@ -212,8 +211,27 @@ Subscription X11Panel::onDidResignKey(std::function<void()> callback) {
   });
 }
 
+int X11Panel::cornerPixels() const {
+  return static_cast<int>(std::lround(style_.cornerRadius * scale_));
+}
+
+QRect X11Panel::outerPixels(const ViewRect& rect) const {
+  const int left = static_cast<int>(std::floor(rect.minX() * scale_));
+  const int top = static_cast<int>(std::floor(rect.minY() * scale_));
+  return {left, top, static_cast<int>(std::ceil(rect.maxX() * scale_)) - left,
+          static_cast<int>(std::ceil(rect.maxY() * scale_)) - top};
+}
+
+ViewRect X11Panel::points(const QRect& pixels) const {
+  return {pixels.x() / scale_, pixels.y() / scale_, pixels.width() / scale_, pixels.height() / scale_};
+}
+
+PointerSpace X11Panel::pointerSpace() const {
+  return {scale_, services_.density.map(), services_.firstScreenHeight()};
+}
+
 ViewRect X11Panel::bounds() const {
-  return {0, 0, static_cast<double>(window_.frame().width), static_cast<double>(window_.frame().height)};
+  return points(pixelBounds());
 }
 
 void X11Panel::setNeedsLayout() {
@@ -316,15 +334,16 @@ void X11Panel::paintPart(const QRect& part) {
   } else {
     fill(picture_, part, 0);
   }
-  QtCanvas canvas(picture_, part, services_.measure, services_.sprites);
-  if (view_ != nullptr) view_->draw(canvas, viewRect(part));
-  for (const QtSearchField* field : fields_) field->drawAtRest(canvas, viewRect(part));
+  QtCanvas canvas(picture_, part, scale_, services_.measure, services_.sprites);
+  const ViewRect dirty = points(part);
+  if (view_ != nullptr) view_->draw(canvas, dirty);
+  for (const QtSearchField* field : fields_) field->drawAtRest(canvas, dirty);
   for (QtListView* list : lists_) {
-    QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), services_.measure,
+    QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), scale_, services_.measure,
                      services_.sprites);
-    list->draw(clipped, viewRect(part));
+    list->draw(clipped, dirty);
   }
-  if (style_.glass) PanelBackground::drawOver(picture_, part, blends);
+  if (style_.glass) PanelBackground::drawOver(picture_, part, scale_, blends);
   window_.put(picture_, part);
 }
 
@@ -336,8 +355,7 @@ void X11Panel::blendingChanged() {
 }
 
 void X11Panel::press(const xcb_button_press_event_t& event) {
-  const double height = services_.firstScreenHeight();
-  const ViewPoint location{static_cast<double>(event.event_x), static_cast<double>(event.event_y)};
+  const ViewPoint location{event.event_x / scale_, event.event_y / scale_};
   if (event.detail == XCB_BUTTON_INDEX_4 || event.detail == XCB_BUTTON_INDEX_5) {
     // The wheel: a press is a notch.
     if (auto* const list = listAt(location)) list->scroll(event.detail == XCB_BUTTON_INDEX_4 ? -1 : 1);
@@ -345,14 +363,14 @@ void X11Panel::press(const xcb_button_press_event_t& event) {
   }
   if (event.detail == XCB_BUTTON_INDEX_1 || event.detail == XCB_BUTTON_INDEX_3) {
     const auto alive = alive_.watch();
-    reportPress(toScreenPoint(event.root_x, event.root_y, height));
+    reportPress(pointerSpace().onScreen(event.root_x, event.root_y));
     if (!alive || !visible_) return;
   }
   const auto field = std::find_if(fields_.begin(), fields_.end(),
                                   [&](const QtSearchField* each) { return each->contains(location); });
   if (field == fields_.end()) {
     pressedList_ = listAt(location);
-    mouse_.press(event, mouseTarget(), height);
+    mouse_.press(event, mouseTarget(), pointerSpace());
   } else if (event.detail == XCB_BUTTON_INDEX_1) {
     (*field)->press();
   }
@@ -361,7 +379,7 @@ void X11Panel::press(const xcb_button_press_event_t& event) {
 void X11Panel::release(const xcb_button_release_event_t& event) {
   View* const target = mouseTarget();
   if (event.detail == XCB_BUTTON_INDEX_1) pressedList_ = nullptr;
-  mouse_.release(event, target, services_.firstScreenHeight());
+  mouse_.release(event, target, pointerSpace());
 }
 
 bool X11Panel::isCurrent(const xcb_generic_event_t& event) const {
@@ -374,7 +392,7 @@ bool X11Panel::noteInside() {
 }
 
 void X11Panel::cross(const xcb_enter_notify_event_t& event) {
-  if (noteInside()) mouse_.cross(event, mouseTarget(), services_.firstScreenHeight());
+  if (noteInside()) mouse_.cross(event, mouseTarget(), pointerSpace());
 }
 
 void X11Panel::leave(const xcb_leave_notify_event_t& event) {
@@ -406,7 +424,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
     case XCB_MOTION_NOTIFY:
       if (!isCurrent(event) || !noteInside()) return;
       return mouse_.motion(reinterpret_cast<const xcb_motion_notify_event_t&>(event), mouseTarget(),
-                           services_.firstScreenHeight());
+                           pointerSpace());
     case XCB_ENTER_NOTIFY:
       if (!isCurrent(event)) return;
       return cross(reinterpret_cast<const xcb_enter_notify_event_t&>(event));

@@ -12,6 +12,7 @@
 
 #include "core/Alive.h"
 #include "platform/Panel.h"
+#include "platform/linux/drawing/ScaledTextMeasure.h"
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
@@ -56,12 +57,15 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void setNeedsDisplay(const ViewRect& rect) override;
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override;
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
-  [[nodiscard]] const TextMeasure& textMeasure() const override { return services_.measure; }
+  [[nodiscard]] const TextMeasure& textMeasure() const override { return measure_; }
   [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override;
   [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle& style) override;
 
   [[nodiscard]] xcb_window_t window() const { return window_.id(); }
   [[nodiscard]] const PanelStyle& style() const { return style_; }
+  [[nodiscard]] const PixelRect& pixelFrame() const { return window_.frame(); }
+  // Pixels to a point, where the panel is now.
+  [[nodiscard]] double scale() const { return scale_; }
   // Takes an event of the window, from the main loop. May end the panel.
   void handle(const xcb_generic_event_t& event);
   // The window manager has changed the stack.
@@ -102,12 +106,18 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void schedulePaint();
   void paint();
   void paintPart(const QRect& part);
+  [[nodiscard]] int cornerPixels() const;
+  [[nodiscard]] QRect outerPixels(const ViewRect& rect) const;
+  [[nodiscard]] ViewRect points(const QRect& pixels) const;
+  [[nodiscard]] PointerSpace pointerSpace() const;
   [[nodiscard]] QRect pixelBounds() const { return {0, 0, window_.frame().width, window_.frame().height}; }
 
   X11PanelServices& services_;
   PanelStyle style_;
   std::function<void()> onEnd_;
   ScreenRect frame_;
+  double scale_;
+  ScaledTextMeasure measure_;
   X11PanelWindow window_;
   X11StackPlace place_;  // depends-on: window_
   View* view_ = nullptr;

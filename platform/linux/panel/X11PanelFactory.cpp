@@ -42,10 +42,12 @@ bool isMotion(const xcb_generic_event_t& event) {
 }  // namespace
 
 X11PanelFactory::X11PanelFactory(X11Connection& connection, const X11Mirror& mirror, QtMainLoop& loop,
-                                 const ScreenList& screens, EventMonitors& monitors,
+                                 const ScreenList& screens, const X11Density& density,
+                                 EventMonitors& monitors,
                                  std::function<void(const ObservedClick&)> reportPress)
     : loop_(loop),
-      services_{connection, mirror, screenOf(connection), loop, screens, monitors, std::move(reportPress)},
+      services_{connection, mirror,   screenOf(connection),  loop, screens,
+                density,    monitors, std::move(reportPress)},
       subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {}
 
 X11PanelFactory::~X11PanelFactory() = default;
@@ -65,15 +67,14 @@ void X11PanelFactory::noteWindows(const std::set<xcb_window_t>& changed) {
 std::vector<PixelRect> X11PanelFactory::shownFrames() const {
   std::vector<PixelRect> frames;
   for (const auto& [window, panel] : panels_) {
-    if (panel->isVisible()) frames.push_back(toPixels(panel->frame(), services_.firstScreenHeight()));
+    if (panel->isVisible()) frames.push_back(panel->pixelFrame());
   }
   return frames;
 }
 
 std::optional<PixelRect> X11PanelFactory::stripFrame() const {
   for (const auto& [window, panel] : panels_) {
-    if (panel->isVisible() && panel->style().stationary)
-      return toPixels(panel->frame(), services_.firstScreenHeight());
+    if (panel->isVisible() && panel->style().stationary) return panel->pixelFrame();
   }
   return std::nullopt;
 }

@@ -24,7 +24,7 @@ class X11PanelFactory final : public PanelFactory {
  public:
   // `reportPress` is told of every press in a panel before the press is delivered.
   X11PanelFactory(X11Connection& connection, const X11Mirror& mirror, QtMainLoop& loop,
-                  const ScreenList& screens, EventMonitors& monitors,
+                  const ScreenList& screens, const X11Density& density, EventMonitors& monitors,
                   std::function<void(const ObservedClick&)> reportPress);
   ~X11PanelFactory() override;
   X11PanelFactory(const X11PanelFactory&) = delete;

@@ -1,36 +1,34 @@
 #include "platform/linux/panel/X11PanelMouse.h"
 
-#include <cstdlib>
+#include <cmath>
 #include <utility>
-
-#include "platform/linux/drawing/PixelRect.h"
 
 namespace pellar {
 namespace {
 
 constexpr std::uint32_t doubleClickMilliseconds = 400;
-constexpr int doubleClickPixels = 5;
+constexpr double doubleClickDistance = 5;  // points, in each direction
 
 // Press, release, motion, enter and leave carry these under the same names.
 template <class Event>
-MouseEvent mouseEvent(const Event& event, double firstScreenHeight) {
-  return {{static_cast<double>(event.event_x), static_cast<double>(event.event_y)},
-          toScreenPoint(event.root_x, event.root_y, firstScreenHeight),
+MouseEvent mouseEvent(const Event& event, const PointerSpace& space) {
+  return {{event.event_x / space.scale, event.event_y / space.scale},
+          space.onScreen(event.root_x, event.root_y),
           (event.state & XCB_MOD_MASK_CONTROL) != 0,
           1};
 }
 
 }  // namespace
 
-void X11PanelMouse::press(const xcb_button_press_event_t& event, View* view, double firstScreenHeight) {
-  MouseEvent mouse = mouseEvent(event, firstScreenHeight);
+void X11PanelMouse::press(const xcb_button_press_event_t& event, View* view, const PointerSpace& space) {
+  MouseEvent mouse = mouseEvent(event, space);
   last_ = mouse;
   if (event.detail == XCB_BUTTON_INDEX_1) {
     const bool again = lastPress_ && event.time - lastPress_->time <= doubleClickMilliseconds &&
-                       std::abs(event.event_x - lastPress_->x) <= doubleClickPixels &&
-                       std::abs(event.event_y - lastPress_->y) <= doubleClickPixels;
+                       std::abs(mouse.location.x - lastPress_->place.x) <= doubleClickDistance &&
+                       std::abs(mouse.location.y - lastPress_->place.y) <= doubleClickDistance;
     mouse.clickCount = again ? lastPress_->count + 1 : 1;
-    lastPress_ = Press{event.time, event.event_x, event.event_y, mouse.clickCount};
+    lastPress_ = Press{event.time, mouse.location, mouse.clickCount};
     leftDown_ = true;
     if (view != nullptr) view->mouseDown(mouse);
   } else if (event.detail == XCB_BUTTON_INDEX_2) {
@@ -40,18 +38,18 @@ void X11PanelMouse::press(const xcb_button_press_event_t& event, View* view, dou
   }
 }
 
-void X11PanelMouse::release(const xcb_button_release_event_t& event, View* view, double firstScreenHeight) {
-  last_ = mouseEvent(event, firstScreenHeight);
+void X11PanelMouse::release(const xcb_button_release_event_t& event, View* view, const PointerSpace& space) {
+  last_ = mouseEvent(event, space);
   if (event.detail != XCB_BUTTON_INDEX_1 || !std::exchange(leftDown_, false)) return;
   if (view != nullptr) view->mouseUp(last_);
 }
 
-void X11PanelMouse::motion(const xcb_motion_notify_event_t& event, View* view, double firstScreenHeight) {
-  moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
+void X11PanelMouse::motion(const xcb_motion_notify_event_t& event, View* view, const PointerSpace& space) {
+  moveTo(mouseEvent(event, space), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 
-void X11PanelMouse::cross(const xcb_enter_notify_event_t& event, View* view, double firstScreenHeight) {
-  moveTo(mouseEvent(event, firstScreenHeight), (event.state & XCB_BUTTON_MASK_1) != 0, view);
+void X11PanelMouse::cross(const xcb_enter_notify_event_t& event, View* view, const PointerSpace& space) {
+  moveTo(mouseEvent(event, space), (event.state & XCB_BUTTON_MASK_1) != 0, view);
 }
 
 void X11PanelMouse::moveTo(const MouseEvent& event, bool leftIsDown, View* view) {

@@ -11,6 +11,7 @@
 #include "platform/linux/drawing/SpriteCache.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 #include "platform/shared/panel/KeyOwner.h"
 
@@ -23,6 +24,7 @@ struct X11PanelServices {
   const xcb_screen_t& screen;
   MainLoop& loop;
   const ScreenList& screens;
+  const X11Density& density;
   EventMonitors& monitors;
   std::function<void(const ObservedClick&)> reportPress;  // before the press is delivered
   X11Compositor compositor{connection.xcb(), screen};
@@ -34,6 +36,9 @@ struct X11PanelServices {
   [[nodiscard]] double firstScreenHeight() const {
     const auto all = screens.screens();
     return all.empty() ? 0 : all.front().frame.height;
+  }
+  [[nodiscard]] AxRect toAx(const ScreenRect& rect) const {
+    return {rect.x, firstScreenHeight() - rect.maxY(), rect.width, rect.height};
   }
 };
 

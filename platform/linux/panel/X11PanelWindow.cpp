@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/XcbReply.h"
@@ -113,8 +114,12 @@ void X11PanelWindow::describe() {
   xcb_icccm_set_wm_hints(connection_, id_, &hints);
 }
 
-void X11PanelWindow::setFrame(const PixelRect& frame) {
-  if (frame == frame_) return;
+void X11PanelWindow::setFrame(const PixelRect& frame, int radius) {
+  const bool rounded = std::exchange(radius_, radius) != radius;
+  if (frame == frame_) {
+    if (rounded) updateShape();
+    return;
+  }
   const bool resized = frame.width != frame_.width || frame.height != frame_.height;
   frame_ = frame;
   std::array<std::uint32_t, 4> values{
@@ -123,7 +128,7 @@ void X11PanelWindow::setFrame(const PixelRect& frame) {
   std::uint16_t mask = XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
   if (resized) mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
   // The shape first: in between, the part that a window has grown by would let presses through.
-  if (resized || !spared_.empty()) updateShape();
+  if (resized || rounded || !spared_.empty()) updateShape();
   xcb_configure_window(connection_, id_, mask, values.data());
 }
 

@@ -17,7 +17,7 @@ class X11Compositor;
 // it, so a move is one request that takes effect at once. Requests are buffered until `flush`.
 class X11PanelWindow {
  public:
-  // Corners are rounded by `radius`.
+  // Corners are rounded by `radius` pixels.
   X11PanelWindow(xcb_connection_t* connection, const xcb_screen_t& screen, const X11Compositor& compositor,
                  const PixelRect& frame, int radius);
   ~X11PanelWindow();
@@ -28,7 +28,7 @@ class X11PanelWindow {
   [[nodiscard]] const PixelRect& frame() const { return frame_; }
 
   // Moves and resizes in one request; nothing is sent when nothing changes.
-  void setFrame(const PixelRect& frame);
+  void setFrame(const PixelRect& frame, int radius);
   // Cuts the corners off where they cannot be made transparent.
   void updateShape();
   // Leaves these parts out, in root coordinates: they are not drawn and take no clicks.

@@ -73,7 +73,9 @@ void becomeProminent(QMenu& native) {
 
 QIcon swatch(const Color& color, bool checked) {
   constexpr int side = 12;
-  QPixmap picture(side, side);
+  const double ratio = qGuiApp->devicePixelRatio();
+  QPixmap picture((QSizeF(side, side) * ratio).toSize());
+  picture.setDevicePixelRatio(ratio);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);

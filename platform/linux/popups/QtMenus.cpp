@@ -9,6 +9,7 @@
 #include "platform/EventMonitors.h"
 #include "platform/ScreenList.h"
 #include "platform/linux/popups/QtMenuItems.h"
+#include "platform/linux/system/ToolkitPlace.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -35,8 +36,8 @@ void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
     releasePointer(connection_);
     // A press elsewhere may come before the toolkit has got hold of the pointer, or where it does not.
     const Subscription elsewhere = monitors_.onGlobalMouseDown(&QtMenuItems::closeOpenMenus);
-    native.exec(
-        QPoint(static_cast<int>(event.screenLocation.x), static_cast<int>(height - event.screenLocation.y)));
+    const AxPoint place{event.screenLocation.x, height - event.screenLocation.y};
+    native.exec(ToolkitPlace::of(density_.map().toPixels(AxRect::of(place, {1, 1})).origin()));
   }
   open_ = false;
   if (chosen) chosen();

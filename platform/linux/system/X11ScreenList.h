@@ -8,16 +8,17 @@
 
 #include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
-#include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 #include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
-// The monitors by RandR, and what panels leave of each. Asks the server only after something changed.
+// The monitors, and what panels leave of each. Asks the server only after something changed.
 class X11ScreenList final : public ScreenList {
  public:
-  X11ScreenList(X11Connection& connection, X11Mirror& mirror, MainLoop& loop);
+  X11ScreenList(const X11Connection& connection, const X11Density& density, X11Mirror& mirror, MainLoop& loop)
+      : connection_(connection), density_(density), mirror_(mirror), loop_(loop) {}
 
   [[nodiscard]] std::vector<Screen> screens() const override;
   // That of the active window.
@@ -32,19 +33,17 @@ class X11ScreenList final : public ScreenList {
   void noteChange() { changed_.post(loop_); }
 
  private:
-  [[nodiscard]] std::vector<AxRect> monitors(const AxRect& root) const;
-  [[nodiscard]] AxRect visible(const AxRect& monitor, const AxRect& root) const;
+  [[nodiscard]] RootRect visible(const RootRect& monitor) const;
 
-  X11Connection& connection_;
+  const X11Connection& connection_;
+  const X11Density& density_;
   X11Mirror& mirror_;
   MainLoop& loop_;
   CallbackList<> changed_;
-  bool hasMonitors_ = false;  // RandR 1.5
   // All there ever were: the window manager's work area lags behind.
   std::set<double> ownReserves_;
   mutable std::optional<std::uint64_t> readVersion_;
   mutable std::vector<Screen> screens_;
-  Subscription events_;
 };
 
 }  // namespace pellar

@@ -106,7 +106,7 @@ void X11Mirror::handleConfigure(const xcb_configure_notify_event_t& event, bool 
     if (found == windows_.end()) continue;
     for (auto& link : found->second.links) {
       if (link.id != event.window || link.geometry == geometry) continue;
-      const AxRect before = found->second.frame();
+      const RootRect before = found->second.frame();
       link.geometry = geometry;
       if (!(found->second.frame() == before)) changes_.windows.insert(found->first);
     }
@@ -215,13 +215,13 @@ void X11Mirror::readRoot() {
   const auto desktop = values[2].empty() ? std::nullopt : std::optional(values[2].front());
   if (desktop != currentDesktop_) changes_.desktop = true;
   currentDesktop_ = desktop;
-  std::optional<AxRect> area;
+  std::optional<RootRect> area;
   const std::size_t start = std::size_t{currentDesktop_.value_or(0)} * 4;
   const auto& areas = values[3];
   if (areas.size() >= start + 4) {
-    area = AxRect{static_cast<double>(static_cast<std::int32_t>(areas[start])),
-                  static_cast<double>(static_cast<std::int32_t>(areas[start + 1])),
-                  static_cast<double>(areas[start + 2]), static_cast<double>(areas[start + 3])};
+    area = RootRect{static_cast<double>(static_cast<std::int32_t>(areas[start])),
+                    static_cast<double>(static_cast<std::int32_t>(areas[start + 1])),
+                    static_cast<double>(areas[start + 2]), static_cast<double>(areas[start + 3])};
   }
   if (area != workArea_) noteScreensChanged();
   workArea_ = area;

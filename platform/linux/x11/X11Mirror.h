@@ -57,7 +57,7 @@ class X11Mirror {
   [[nodiscard]] bool isMinimized(const X11Window& window) const;
   // The area of a desktop outside its panels, one rectangle for all monitors; absent when the window
   // manager does not say.
-  [[nodiscard]] std::optional<AxRect> workArea() const { return workArea_; }
+  [[nodiscard]] std::optional<RootRect> workArea() const { return workArea_; }
 
   // Reads all that events have made stale, in a few round trips whatever its amount. Whether there was any.
   bool readStale();
@@ -95,7 +95,7 @@ class X11Mirror {
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
   bool hadWindowManager_ = true;                 // so that the lack of one is said once
   std::optional<std::uint32_t> currentDesktop_;  // absent where there are no desktops
-  std::optional<AxRect> workArea_;
+  std::optional<RootRect> workArea_;
 
   bool rootStale_ = true;
   std::set<std::pair<xcb_window_t, X11Property>> staleProperties_;

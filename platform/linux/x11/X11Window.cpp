@@ -6,8 +6,8 @@ std::string X11Window::title() const {
   return netName ? *netName : wmName.value_or(std::string());
 }
 
-AxPoint X11Window::clientOrigin() const {
-  AxPoint origin;
+RootPoint X11Window::clientOrigin() const {
+  RootPoint origin;
   for (const Link& link : links) {
     origin.x += link.geometry.x + link.geometry.border;
     origin.y += link.geometry.y + link.geometry.border;
@@ -20,7 +20,7 @@ X11Extents X11Window::decoration() const {
   // The property wins over the frame window, which may be larger than what is seen of it (borders for
   // grabbing). But a window manager that takes a frame away may leave the property behind.
   if (frameExtents && links.size() > 1) return *frameExtents;
-  const AxPoint inner = clientOrigin();
+  const RootPoint inner = clientOrigin();
   const X11Geometry& outer = links.back().geometry;
   const X11Geometry& client = links.front().geometry;
   const int left = static_cast<int>(inner.x) - outer.x;
@@ -35,9 +35,9 @@ X11Extents X11Window::edge() const {
           frame.bottom - shadow.bottom};
 }
 
-AxRect X11Window::frame() const {
+RootRect X11Window::frame() const {
   if (links.empty()) return {};
-  const AxPoint inner = clientOrigin();
+  const RootPoint inner = clientOrigin();
   const X11Extents around = edge();
   const X11Geometry& client = links.front().geometry;
   return {inner.x - around.left, inner.y - around.top,

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Geometry.h"
+#include "platform/linux/x11/PointMap.h"
 
 namespace pellar {
 
@@ -33,8 +34,7 @@ struct X11Geometry {
 // What a window is by its type. Docks and desktops are part of the desktop's own furniture.
 enum class X11WindowKind { normal, dialog, furniture, other };
 
-// What the mirror knows of one client window. One pixel is one point; root coordinates are Accessibility
-// coordinates.
+// What the mirror knows of one client window, in pixels of the X screen.
 struct X11Window {
   // The window itself or one of its ancestors below the root.
   struct Link {
@@ -72,7 +72,7 @@ struct X11Window {
 
   [[nodiscard]] std::string title() const;
   // The visible outer edge, decorations included and shadows not.
-  [[nodiscard]] AxRect frame() const;
+  [[nodiscard]] RootRect frame() const;
   // What the visible edge has on each side beyond the client's own area; negative where the client draws a
   // shadow.
   [[nodiscard]] X11Extents edge() const;
@@ -80,7 +80,7 @@ struct X11Window {
   [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transientFor; }
 
  private:
-  [[nodiscard]] AxPoint clientOrigin() const;
+  [[nodiscard]] RootPoint clientOrigin() const;
   [[nodiscard]] X11Extents decoration() const;
 };
 

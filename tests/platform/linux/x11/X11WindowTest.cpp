@@ -13,38 +13,38 @@ X11Window framed() {
 }
 
 TEST(X11WindowTest, TheFrameWindowIsTheFrameWhileNobodySaysMore) {
-  EXPECT_EQ(framed().frame(), (AxRect{100, 50, 610, 425}));
+  EXPECT_EQ(framed().frame(), (RootRect{100, 50, 610, 425}));
   EXPECT_EQ(framed().edge(), (X11Extents{5, 5, 20, 5}));
 }
 
 TEST(X11WindowTest, TheStatedDecorationWinsOverALargerFrameWindow) {
   X11Window window = framed();
   window.frameExtents = X11Extents{1, 1, 18, 1};
-  EXPECT_EQ(window.frame(), (AxRect{104, 52, 602, 419}));
+  EXPECT_EQ(window.frame(), (RootRect{104, 52, 602, 419}));
 }
 
 TEST(X11WindowTest, AnUnframedWindowsBorderCounts) {
   X11Window window;
   window.links = {{1, {10, 20, 300, 200, 2}}};
-  EXPECT_EQ(window.frame(), (AxRect{10, 20, 304, 204}));
+  EXPECT_EQ(window.frame(), (RootRect{10, 20, 304, 204}));
 }
 
 TEST(X11WindowTest, AShadowIsTakenOff) {
   X11Window window;
   window.links = {{1, {10, 20, 300, 200, 0}}};
   window.shadow = {26, 26, 23, 29};
-  EXPECT_EQ(window.frame(), (AxRect{36, 43, 248, 148}));
+  EXPECT_EQ(window.frame(), (RootRect{36, 43, 248, 148}));
 }
 
 TEST(X11WindowTest, ADecorationLeftInThePropertyIsGoneWithTheFrame) {
   X11Window window = framed();
   window.frameExtents = X11Extents{5, 5, 20, 5};
   window.links = {{1, {100, 50, 600, 400, 0}}};
-  EXPECT_EQ(window.frame(), (AxRect{100, 50, 600, 400}));
+  EXPECT_EQ(window.frame(), (RootRect{100, 50, 600, 400}));
 }
 
 TEST(X11WindowTest, AWindowWithoutAPlaceHasNone) {
-  EXPECT_EQ(X11Window().frame(), AxRect{});
+  EXPECT_EQ(X11Window().frame(), RootRect{});
 }
 
 TEST(X11WindowTest, TheModernTitleComesFirst) {
