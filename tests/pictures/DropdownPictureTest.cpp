@@ -43,5 +43,17 @@ TEST_F(DropdownPicture, WithARowSelected) {
   expectLikePicture(stage.pictureOf(view), "dropdown-selected");
 }
 
+TEST_F(DropdownPicture, WithARowSelectedAtOneAndAHalf) {
+  ASSERT_TRUE(view.handle("moveDown:"));
+  stage.setScale(1.5);
+  expectLikePicture(stage.pictureOf(view), "dropdown-selected-150");
+}
+
+TEST_F(DropdownPicture, WithARowSelectedAtTwice) {
+  ASSERT_TRUE(view.handle("moveDown:"));
+  stage.setScale(2);
+  expectLikePicture(stage.pictureOf(view), "dropdown-selected-200");
+}
+
 }  // namespace
 }  // namespace pellar

@@ -46,6 +46,19 @@ TEST_F(CardPicture, UnderTheZoomButton) {
   expectLikePicture(stage.pictureOf(view), "card-zooming");
 }
 
+TEST_F(CardPicture, OfALongNameAtOneAndAHalf) {
+  stage.setScale(1.5);
+  show("Minutes of the yearly meeting.docx", "~/Clients/Anderson and Sons/Contracts/2024/Final drafts");
+  expectLikePicture(stage.pictureOf(view), "card-two-lines-150");
+}
+
+TEST_F(CardPicture, UnderTheClosingButtonAtTwice) {
+  stage.setScale(2);
+  show("Report.docx", "~/Documents/Reports");
+  pointAt(StripAction::closeWindow);
+  expectLikePicture(stage.pictureOf(view), "card-closing-200");
+}
+
 class PickerPicture : public testing::Test {
  protected:
   PictureStage stage{SnapView::size, PanelBackgroundKind::none};
@@ -59,6 +72,16 @@ TEST_F(PickerPicture, OfFiveLayouts) {
 TEST_F(PickerPicture, WithThePointerOnACell) {
   view.mouseMoved({{317, 27}, {}, false, 1});
   expectLikePicture(stage.pictureOf(view), "picker-top-right");
+}
+
+TEST_F(PickerPicture, AtOneAndAHalf) {
+  stage.setScale(1.5);
+  expectLikePicture(stage.pictureOf(view), "picker-150");
+}
+
+TEST_F(PickerPicture, AtTwice) {
+  stage.setScale(2);
+  expectLikePicture(stage.pictureOf(view), "picker-200");
 }
 
 }  // namespace

@@ -10,11 +10,11 @@
 namespace pellar {
 namespace {
 
-QRect pixels(const ViewRect& rect) {
-  const int left = static_cast<int>(std::floor(rect.minX()));
-  const int top = static_cast<int>(std::floor(rect.minY()));
-  return {left, top, static_cast<int>(std::ceil(rect.maxX())) - left,
-          static_cast<int>(std::ceil(rect.maxY())) - top};
+QRect pixels(const ViewRect& rect, double scale) {
+  const int left = static_cast<int>(std::floor(rect.minX() * scale));
+  const int top = static_cast<int>(std::floor(rect.minY() * scale));
+  return {left, top, static_cast<int>(std::ceil(rect.maxX() * scale)) - left,
+          static_cast<int>(std::ceil(rect.maxY() * scale)) - top};
 }
 
 std::ptrdiff_t characters(std::string_view text) {
@@ -25,8 +25,8 @@ std::ptrdiff_t characters(std::string_view text) {
 // Draws, and notes where texts may stand.
 class TextNotingCanvas final : public Canvas {
  public:
-  TextNotingCanvas(Canvas& target, const TextMeasure& measure, std::vector<TextPlace>& texts)
-      : target_(target), measure_(measure), texts_(texts) {}
+  TextNotingCanvas(Canvas& target, double scale, const TextMeasure& measure, std::vector<TextPlace>& texts)
+      : target_(target), scale_(scale), measure_(measure), texts_(texts) {}
 
   void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override {
     target_.fillRoundedRect(rect, radius, color);
@@ -68,10 +68,12 @@ class TextNotingCanvas final : public Canvas {
   static double lineHeight(const Font& font) { return 1.4 * font.size; }
   static bool isSign(std::string_view text) { return characters(text) == 1; }
   void note(const ViewRect& rect, int reach = 3, bool sign = false) {
-    texts_.push_back({pixels(rect), reach, 3, sign});
+    const auto scaled = [this](int points) { return static_cast<int>(std::lround(points * scale_)); };
+    texts_.push_back({pixels(rect, scale_), scaled(reach), scaled(3), sign});
   }
 
   Canvas& target_;
+  double scale_;
   const TextMeasure& measure_;
   std::vector<TextPlace>& texts_;
 };
@@ -84,22 +86,23 @@ double SteadyMeasure::width(std::string_view text, const Font& font) const {
 
 PanelPicture PictureStage::pictureOf(View& view) {
   PanelPicture picture;
-  const QRect whole = pixels(bounds());
+  const QRect whole = pixels(bounds(), scale_);
   picture.image = QImage(whole.size(), QImage::Format_ARGB32_Premultiplied);
   picture.image.fill(Qt::transparent);
   if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawUnder(picture.image, whole, true);
 
   view.layout();
-  QtCanvas qt(picture.image, whole, 1, fonts_, sprites_);
-  TextNotingCanvas canvas(qt, measure_, picture.texts);
+  QtCanvas qt(picture.image, whole, scale_, fonts_, sprites_);
+  TextNotingCanvas canvas(qt, scale_, measure_, picture.texts);
   view.draw(canvas, bounds());
   for (const PictureField* field : fields) field->draw(canvas);
   for (const PictureList* list : lists) {
-    QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame())), 1, fonts_, sprites_);
-    TextNotingCanvas inList(qtInList, measure_, picture.texts);
+    QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame(), scale_)), scale_, fonts_,
+                      sprites_);
+    TextNotingCanvas inList(qtInList, scale_, measure_, picture.texts);
     list->draw(inList);
   }
-  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawOver(picture.image, whole, 1, true);
+  if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawOver(picture.image, whole, scale_, true);
   return picture;
 }
 

@@ -33,9 +33,12 @@ class PictureList;
 // A view's host that takes pictures of it as the X11 edition draws them.
 class PictureStage final : public ViewHost {
  public:
+  // The size in points.
   PictureStage(Size size, PanelBackgroundKind ground) : size_(size), ground_(ground) {}
 
   void resize(Size size) { size_ = size; }
+  // How many pixels a point has in pictures taken from now on; 1 at first.
+  void setScale(double scale) { scale_ = scale; }
   [[nodiscard]] PanelPicture pictureOf(View& view);
 
   [[nodiscard]] ViewRect bounds() const override { return {0, 0, size_.width, size_.height}; }
@@ -56,6 +59,7 @@ class PictureStage final : public ViewHost {
 
  private:
   Size size_;
+  double scale_ = 1;
   PanelBackgroundKind ground_;
   SteadyMeasure measure_;
   QtTextMeasure fonts_;

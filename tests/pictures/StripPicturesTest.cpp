@@ -33,6 +33,21 @@ TEST_F(StripPicture, OfFourTabs) {
   expectLikePicture(stage.pictureOf(view), "strip");
 }
 
+TEST_F(StripPicture, AtOneAndAQuarter) {
+  stage.setScale(1.25);
+  expectLikePicture(stage.pictureOf(view), "strip-125");
+}
+
+TEST_F(StripPicture, AtOneAndAHalf) {
+  stage.setScale(1.5);
+  expectLikePicture(stage.pictureOf(view), "strip-150");
+}
+
+TEST_F(StripPicture, AtTwice) {
+  stage.setScale(2);
+  expectLikePicture(stage.pictureOf(view), "strip-200");
+}
+
 TEST_F(StripPicture, WithThePointerOnATab) {
   pointAt(0);
   expectLikePicture(stage.pictureOf(view), "strip-hovered");
