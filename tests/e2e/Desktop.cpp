@@ -245,6 +245,14 @@ void Desktop::waitUntilActive(Window window) {
                        [&] { return isActive(window); });
 }
 
+void Desktop::setFontDots(const std::string& dots) {
+  const std::string resources = "Xcursor.size:\t24\nXft.dpi:\t" + dots + "\n";
+  xcb_change_property(observer_->connection(), XCB_PROP_MODE_REPLACE, observer_->root(),
+                      XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
+                      static_cast<std::uint32_t>(resources.size()), resources.data());
+  observer_->fence();
+}
+
 void Desktop::activate(Window window) {
   // A request without a time counts from when the window manager comes to it, and beats a later click on a
   // tab.

@@ -93,6 +93,9 @@ class Desktop {
   // Waits for a window whose title contains that and makes it active.
   Window waitForWindow(const std::string& titlePart, std::chrono::milliseconds deadline = patience);
 
+  // Says in the desktop's settings how many dots its fonts have to an inch; 96 at 100 %.
+  void setFontDots(const std::string& dots);
+
   // What a user does through the window manager. Each waits until it is seen to have happened.
   void activate(Window window);
   void move(Window window, int x, int y);

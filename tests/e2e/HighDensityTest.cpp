@@ -16,21 +16,11 @@ namespace {
 constexpr std::uint32_t downKey = 0xff54;
 constexpr std::uint32_t escapeKey = 0xff1b;
 
-// Says how many dots the desktop's fonts have to an inch, as its settings do.
-void setDots(Desktop& desktop, const std::string& dots) {
-  const std::string resources = "Xcursor.size:\t24\nXft.dpi:\t" + dots + "\n";
-  auto& observer = desktop.observer();
-  xcb_change_property(observer.connection(), XCB_PROP_MODE_REPLACE, observer.root(),
-                      XCB_ATOM_RESOURCE_MANAGER, XCB_ATOM_STRING, 8,
-                      static_cast<std::uint32_t>(resources.size()), resources.data());
-  observer.fence();
-}
-
 // A large screen at 200 %.
 class DoubleDensity : public DesktopTest, public ::testing::WithParamInterface<WindowManager> {
  protected:
   DoubleDensity() : DesktopTest(GetParam(), {2880, 1800}) {
-    setDots(desktop, "192");
+    desktop.setFontDots("192");
     strip.setScale(2);
   }
   // Three windows of one program, the last in front, and Pellar.
@@ -142,10 +132,11 @@ TEST_P(DoubleDensity, TheSearchIsLargeTakesKeysAndMarksARow) {
   recent.waitUntilClosed();
 }
 
-// What a user changes while Pellar runs.
-class ChangedDensity : public DesktopTest {
+class ScaledDesktopTest : public DesktopTest {
  protected:
-  // The strip is over the window at that scale, to the pixel.
+  using DesktopTest::DesktopTest;
+
+  // Returns when the strip is over the window at that scale, to the pixel.
   void waitUntilScaled(Window window, double scale) {
     strip.setScale(scale);
     desktop.observer().waitUntil("the strip is " + std::to_string(scale) + " times as large", [&] {
@@ -156,6 +147,9 @@ class ChangedDensity : public DesktopTest {
   }
 };
 
+// What a user changes while Pellar runs.
+class ChangedDensity : public ScaledDesktopTest {};
+
 TEST_F(ChangedDensity, TheStripTakesItsNewSizeAtOnce) {
   const auto report = editor().open("Report", {60, 160, 1000, 400});
   const auto plan = editor().open("Plan", {101, 203, 1001, 401});
@@ -163,7 +157,7 @@ TEST_F(ChangedDensity, TheStripTakesItsNewSizeAtOnce) {
   waitUntilScaled(plan, 1);
   for (const auto& [dots, scale] :
        {std::pair("120", 1.25), std::pair("144", 1.5), std::pair("168", 1.75), std::pair("96", 1.0)}) {
-    setDots(desktop, dots);
+    desktop.setFontDots(dots);
     waitUntilScaled(plan, scale);
     strip.waitUntilTabs(2);
     EXPECT_EQ(strip.windowsBehindTabs({report, plan}), (std::vector{report, plan}));
@@ -174,41 +168,41 @@ TEST_F(ChangedDensity, NonsenseLeavesItAsItIsAndIsSaidOnce) {
   const auto report = editor().open("Report", {60, 160, 1000, 400});
   startPellar();
   waitUntilScaled(report, 1);
-  for (const char* dots : {"a lot", "a lot", "144"}) setDots(desktop, dots);
+  for (const char* dots : {"a lot", "a lot", "144"}) desktop.setFontDots(dots);
   waitUntilScaled(report, 1.5);
-  setDots(desktop, "-192");
+  desktop.setFontDots("-192");
   waitUntilScaled(report, 1);
   EXPECT_EQ(logLines("Xft.dpi is -192"), 1);
 }
 
-// A monitor at 100 % and one at 200 % to its right.
-class MixedDensity : public DesktopTest {
+// A monitor at 100 %, named "plain", and one at 200 %, named "fine".
+class TwoDensities : public ScaledDesktopTest {
  protected:
-  MixedDensity() : DesktopTest(WindowManager::openbox, {2880, 1200}) {
-    desktop.run({"xrandr", "--setmonitor", "plain", "1280/340x1200/320+0+0", "screen"});
-    desktop.run({"xrandr", "--setmonitor", "fine", "1600/340x1200/320+1280+0", "none"});
+  TwoDensities(ScreenSize screen, const std::string& plain, const std::string& fine)
+      : ScaledDesktopTest(WindowManager::openbox, screen) {
+    desktop.run({"xrandr", "--setmonitor", "plain", plain, "screen"});
+    desktop.run({"xrandr", "--setmonitor", "fine", fine, "none"});
   }
-  void startPellarWith(const std::string& factors) {
+  // With what some desktops tell every program of their monitors.
+  void startPellar() {
     desktop.folders().settleIn();
     auto variables = desktop.environment();
-    variables["QT_SCREEN_SCALE_FACTORS"] = factors;
+    variables["QT_SCREEN_SCALE_FACTORS"] = "plain=1;fine=2;";
     pellar = std::make_unique<Process>(std::vector{builtProgram("pellar")}, variables,
                                        desktop.folders().root() / "pellar.errors");
   }
-  void waitUntilScaled(Window window, double scale) {
-    strip.setScale(scale);
-    desktop.observer().waitUntil("the strip is " + std::to_string(scale) + " times as large", [&] {
-      const auto frame = desktop.frame(window);
-      const int high = strip.pixels(Strip::height);
-      return strip.box() == Box{frame.x, frame.y - high, frame.width, high};
-    });
-  }
+};
+
+// The fine one on the right.
+class MixedDensity : public TwoDensities {
+ protected:
+  MixedDensity() : TwoDensities({2880, 1200}, "1280/340x1200/320+0+0", "1600/340x1200/320+1280+0") {}
 };
 
 TEST_F(MixedDensity, TheStripIsAsLargeAsTheMonitorThatHoldsMostOfTheWindow) {
   const auto report = editor().open("Report", {60, 160, 1001, 400});
   const auto plan = editor().open("Plan", {100, 260, 1401, 401});
-  startPellarWith("plain=1;fine=2;");
+  startPellar();
   waitUntilScaled(plan, 1);
   strip.waitUntilTabs(2);
   desktop.move(plan, 1401, 301);
@@ -227,7 +221,7 @@ TEST_F(MixedDensity, TheStripIsAsLargeAsTheMonitorThatHoldsMostOfTheWindow) {
 
 TEST_F(MixedDensity, AWindowAtTheTopOfTheFineMonitorMakesRoomForItsStrip) {
   const auto report = editor().open("Report", {1401, 301, 901, 401});
-  startPellarWith("plain=1;fine=2;");
+  startPellar();
   waitUntilScaled(report, 2);
   desktop.observer().configure(report.id, XCB_CONFIG_WINDOW_Y, {0});
   desktop.observer().waitUntil("the window stands under the strip",
@@ -238,7 +232,7 @@ TEST_F(MixedDensity, AWindowAtTheTopOfTheFineMonitorMakesRoomForItsStrip) {
 TEST_F(MixedDensity, AMenuOnTheFineMonitorOpensWhereItWasAskedFor) {
   editor().open("Report", {60, 160, 1001, 400});
   const auto plan = editor().open("Plan", {1401, 301, 1201, 401});
-  startPellarWith("plain=1;fine=2;");
+  startPellar();
   waitUntilScaled(plan, 2);
   strip.waitUntilTabs(2);
   PopUpMenu menu(desktop, *pellar);
@@ -250,6 +244,49 @@ TEST_F(MixedDensity, AMenuOnTheFineMonitorOpensWhereItWasAskedFor) {
   EXPECT_NEAR(menu.box().y, place.y + 32, 4);
   desktop.observer().strike(escapeKey);
   menu.waitUntilClosed();
+}
+
+TEST_F(MixedDensity, AWindowDraggedByItsStripStaysUnderThePointerOnBothMonitors) {
+  editor().open("Report", {400, 300, 801, 401});
+  const auto plan = editor().open("Plan", {200, 300, 801, 401});
+  startPellar();
+  waitUntilScaled(plan, 1);
+  strip.waitUntilTabs(2);
+  const int width = desktop.frame(plan).width;
+  const auto place = *strip.box();
+  const int empty = strip.endOfTabs() + 5;
+  desktop.observer().movePointer(place.x + empty, place.y + Strip::height / 2);
+  desktop.observer().press(1);
+  int before = desktop.frame(plan).x;
+  for (int pointer = place.x + empty; pointer < 1900; pointer += 40) {
+    desktop.observer().movePointer(pointer, 500);
+    waitUntilIdle();
+    EXPECT_GE(desktop.frame(plan).x, before) << "with the pointer at " << pointer;
+    before = desktop.frame(plan).x;
+  }
+  desktop.observer().release(1);
+  waitUntilScaled(plan, 2);
+  EXPECT_EQ(desktop.frame(plan).width, width);
+  // It is held at the same point of its strip, which is twice as many pixels from the edge now.
+  EXPECT_NEAR(desktop.observer().pointer().x - desktop.frame(plan).x, 2 * empty, 4);
+}
+
+// The fine one below.
+class StackedDensity : public TwoDensities {
+ protected:
+  StackedDensity() : TwoDensities({1600, 1800}, "1600/340x600/320+0+0", "1600/340x1200/320+0+600") {}
+};
+
+TEST_F(StackedDensity, AWindowThatReachesIntoTheMonitorAboveKeepsItsStripAndItsScale) {
+  const auto report = editor().open("Report", {101, 901, 1001, 601});
+  startPellar();
+  waitUntilScaled(report, 2);
+  desktop.move(report, 101, 581);
+  waitUntilScaled(report, 2);
+  desktop.move(report, 101, 301);
+  waitUntilScaled(report, 2);
+  desktop.move(report, 101, 201);
+  waitUntilScaled(report, 1);
 }
 
 }  // namespace

@@ -71,6 +71,9 @@ class Strip {
   // Drags the strip by the room between its last tab and its first tool. Needs two tabs or more.
   void dragEmptyPart(int byX, int byY);
 
+  // Where the last tab ends, in pixels from the strip's left edge. Needs two tabs or more.
+  [[nodiscard]] int endOfTabs() { return endOfTab(tabs().size() - 1); }
+
  private:
   [[nodiscard]] bool isOurs(xcb_window_t window);
   [[nodiscard]] SeenTab tab(std::size_t index);

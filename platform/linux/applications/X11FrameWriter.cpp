@@ -68,7 +68,8 @@ X11FrameWriter::Request X11FrameWriter::requestFor(const X11Window& window, cons
   const AxRect wanted = AxRect::of(wish.corner.value_or(now.origin()), wish.size.value_or(now.size()));
   const RootRect pixels = map.toPixels(wanted);
   Request request{std::nullopt, std::nullopt, window.placeReports};
-  if (wish.corner) request.corner = pixels.origin();
+  if (wish.corner)
+    request.corner = wish.size ? pixels.origin() : map.toPixels(*wish.corner, window.frame().size());
   if (wish.size) request.size = pixels.size();
   return request;
 }

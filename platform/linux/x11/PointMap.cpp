@@ -87,4 +87,25 @@ const MonitorMap& PointMap::holding(const AxRect& points) const {
   return most;
 }
 
+RootPoint PointMap::toPixels(AxPoint corner, Size pixels) const {
+  const auto at = [pixels](RootPoint origin) { return RootRect::of(origin, pixels); };
+  for (const MonitorMap& each : monitors_) {
+    const RootPoint origin = each.toPixels(corner);
+    if (&holding(at(origin)) == &each) return origin;
+  }
+  // By the map of the nearest monitor it would be on another: it stops where it is about to leave that one.
+  const MonitorMap& here = mostOf(AxRect::of(corner, {1, 1}), monitors_, &MonitorMap::points);
+  RootPoint there = here.toPixels(corner);
+  const RootRect& area = here.pixels();
+  RootPoint held{std::max(area.x, std::min(there.x, area.maxX() - pixels.width)),
+                 std::max(area.y, std::min(there.y, area.maxY() - pixels.height))};
+  if (&holding(at(held)) != &here) return there;
+  constexpr int halvings = 20;  // of less than a million pixels
+  for (int i = 0; i < halvings; ++i) {
+    const RootPoint middle{(held.x + there.x) / 2, (held.y + there.y) / 2};
+    (&holding(at(middle)) == &here ? held : there) = middle;
+  }
+  return held;
+}
+
 }  // namespace pellar

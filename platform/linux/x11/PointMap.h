@@ -61,6 +61,10 @@ class PointMap {
   [[nodiscard]] AxPoint toPoints(RootPoint pixel) const { return holding(pixel).toPoints(pixel); }
   [[nodiscard]] AxRect toPoints(const RootRect& pixels) const { return holding(pixels).toPoints(pixels); }
   [[nodiscard]] RootRect toPixels(const AxRect& points) const { return holding(points).toPixels(points); }
+  // Where the corner of a window of so many pixels goes. Between two scales some points are no window's: as
+  // it goes over to the other monitor, its corner becomes another point at once. There it stays at that
+  // place, so that a window that is moved one way never goes back.
+  [[nodiscard]] RootPoint toPixels(AxPoint corner, Size pixels) const;
 
  private:
   std::vector<MonitorMap> monitors_;

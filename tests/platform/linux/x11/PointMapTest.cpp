@@ -142,6 +142,33 @@ RC_GTEST_PROP(PointMapProperties, WithOneScaleAllOfTheDesktopIsThatMuchSmaller, 
   if (scale == 1) RC_ASSERT(points == (AxRect{window.x, window.y, window.width, window.height}));
 }
 
+RC_GTEST_PROP(PointMapProperties, AWindowMovedToTheRightNeverGoesBack, ()) {
+  std::vector<PointMap::Monitor> monitors;
+  double left = 0;
+  for (int count = between(1, 4); count > 0; --count) {
+    monitors.push_back({{left, 0, static_cast<double>(between(800, 4000)), 2000}, anyScale()});
+    left = monitors.back().pixels.maxX();
+  }
+  const PointMap map(monitors);
+  const Size window{static_cast<double>(between(1, 800)), static_cast<double>(between(1, 400))};
+  const double first = map.monitors().front().points().x;
+  const double last = map.monitors().back().points().maxX();
+  double before = -1;
+  for (double x = first; x < last; x += 7) {
+    const double now = map.toPixels(AxPoint{x, 10}, window).x;
+    RC_ASSERT(now >= before - 0.01);
+    before = now;
+  }
+}
+
+RC_GTEST_PROP(PointMapProperties, AMovedWindowsCornerGoesBackToItsPixels, ()) {
+  const auto monitors = anyMonitors();
+  const PointMap map(monitors);
+  const RootRect window = anyWithin((*rc::gen::elementOf(monitors)).pixels);
+  const RootPoint corner = map.toPixels(map.toPoints(window).origin(), window.size());
+  RC_ASSERT(std::abs(corner.x - window.x) < 1e-6 && std::abs(corner.y - window.y) < 1e-6);
+}
+
 RC_GTEST_PROP(PointMapProperties, APressOnAMonitorIsInsideItsPoints, ()) {
   const auto monitors = anyMonitors();
   const PointMap map(monitors);
