@@ -53,8 +53,9 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       menus_(loop_),
       documents_(
           loop,
-          [places = DocumentLookUp::Places{platformFolders().home}](const std::string& title, auto process) {
-            return DocumentLookUp::find(title, process, places);
+          [places = DocumentLookUp::Places{platformFolders().home}] {
+            return [finder = std::make_shared<DocumentLookUp::FileFinder>(places)](
+                       const std::string& title, auto process) { return finder->find(title, process); };
           },
           [this](xcb_window_t window) {
             if (const X11Application* owner = applications_.ofWindow(window)) notify({owner->pid});
@@ -139,15 +140,19 @@ Subscription X11Accessibility::onceAtRest(const Element& element, std::function<
 }
 
 std::optional<AttributeValue> X11Accessibility::document(const X11Window& window) {
-  // The names of another machine's files mean nothing here.
-  if (!applications_.isLocal(window)) return std::nullopt;
-  // The open files and the command line of a terminal are no document of the window's, whatever its title
-  // says.
-  const X11Application* owner = applications_.ofWindow(window.id);
-  if (owner != nullptr && owner->isTerminal) return std::nullopt;
+  if (!mayHaveDocument(window)) return std::nullopt;
   documents_.tidy([this](xcb_window_t id) { return mirror_.find(id) != nullptr; });
   if (auto url = documents_.document(window.id, window.title(), window.pid)) return std::move(*url);
   return std::nullopt;
+}
+
+bool X11Accessibility::mayHaveDocument(const X11Window& window) const {
+  // The names of another machine's files mean nothing here.
+  if (!applications_.isLocal(window)) return false;
+  // The open files and the command line of a terminal are no document of the window's, whatever its title
+  // says.
+  const X11Application* owner = applications_.ofWindow(window.id);
+  return owner == nullptr || !owner->isTerminal;
 }
 
 xcb_window_t X11Accessibility::mainWindow(const X11Application& application) const {
@@ -231,8 +236,19 @@ void X11Accessibility::activateWindow(xcb_window_t window) {
   applications_.noteRaise(window);
 }
 
-void X11Accessibility::willRead(std::span<const Element> /*elements*/,
-                                std::span<const std::string_view> /*attributes*/) {}
+void X11Accessibility::willRead(std::span<const Element> elements,
+                                std::span<const std::string_view> attributes) {
+  if (std::ranges::find(attributes, "AXDocument") == attributes.end()) return;
+  std::vector<WindowDocuments::Shown> shown;
+  for (const Element& element : elements) {
+    const X11Element& handle = X11Element::of(element);
+    if (handle.kind() != X11Element::Kind::window || documents_.isKnown(handle.number())) continue;
+    const X11Window* window = mirror_.find(handle.number());
+    if (window == nullptr || !window->standard() || !mayHaveDocument(*window)) continue;
+    shown.push_back({window->id, window->title(), window->pid});
+  }
+  documents_.lookUp(std::move(shown));
+}
 
 std::unique_ptr<ElementObserver> X11Accessibility::observe(ProcessId pid,
                                                            std::function<void()> onNotification) {

@@ -36,7 +36,7 @@ class X11Accessibility final : public Accessibility {
   Performed perform(const Element& element, std::string_view action) override;
   // The mirror always answers.
   [[nodiscard]] std::uint64_t unansweredReads() const override { return 0; }
-  // Nothing to fetch: no read of a window asks the server.
+  // Looks the documents of windows up together; no other read of a window asks anybody.
   void willRead(std::span<const Element> elements, std::span<const std::string_view> attributes) override;
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override;
@@ -61,6 +61,7 @@ class X11Accessibility final : public Accessibility {
   [[nodiscard]] std::optional<AttributeValue> windowAttribute(xcb_window_t id, std::string_view name);
   void setMinimized(const X11Window& window, bool minimized);
   [[nodiscard]] std::optional<AttributeValue> document(const X11Window& window);
+  [[nodiscard]] bool mayHaveDocument(const X11Window& window) const;
   [[nodiscard]] std::optional<AttributeValue> menuBar(const X11Application& application);
   // The window that the application's menu bar acts on: the one made so last, or else the one used last.
   [[nodiscard]] xcb_window_t mainWindow(const X11Application& application) const;

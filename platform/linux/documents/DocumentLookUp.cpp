@@ -132,56 +132,6 @@ bool isRegularFile(const fs::path& path) {
   return fs::is_regular_file(path, error);
 }
 
-// The one file among those found; none when there are several.
-std::optional<std::string> theOnly(const std::set<std::string>& found) {
-  return found.size() == 1 ? std::optional(*found.begin()) : std::nullopt;
-}
-
-bool isNamed(const fs::path& path, const std::vector<std::string>& names) {
-  return std::ranges::find(names, path.filename().string()) != names.end();
-}
-
-std::set<std::string> openFiles(const fs::path& process, const std::vector<std::string>& names) {
-  std::set<std::string> found;
-  std::error_code error;
-  fs::directory_iterator entry(process / "fd", error);
-  for (std::size_t seen = 0; !error && entry != fs::directory_iterator() && seen < mostOpenFiles; ++seen) {
-    std::error_code unreadable;
-    // Files that are deleted, and what is no file, have no such name in the file system.
-    const fs::path target = fs::read_symlink(entry->path(), unreadable);
-    if (!unreadable && target.is_absolute() && isNamed(target, names) && isRegularFile(target))
-      found.insert(target.string());
-    entry.increment(error);
-  }
-  return found;
-}
-
-std::set<std::string> arguments(const fs::path& process, const std::vector<std::string>& names) {
-  std::ifstream stream(process / "cmdline", std::ios::binary);
-  std::string line(mostArgumentBytes, '\0');
-  stream.read(line.data(), static_cast<std::streamsize>(line.size()));
-  line.resize(static_cast<std::size_t>(std::max<std::streamsize>(stream.gcount(), 0)));
-
-  std::set<std::string> found;
-  bool isProgram = true;
-  for (std::size_t at = 0; at < line.size();) {
-    const auto end = std::min(line.find('\0', at), line.size());
-    const std::string argument = line.substr(at, end - at);
-    at = end + 1;
-    if (std::exchange(isProgram, false)) continue;
-    fs::path path = pathOfFileUrl(argument).value_or(argument);
-    if (!isNamed(path, names)) continue;
-    if (path.is_relative()) {
-      std::error_code error;
-      const fs::path folder = fs::read_symlink(process / "cwd", error);
-      if (error) continue;
-      path = folder / path;
-    }
-    if (path = path.lexically_normal(); isRegularFile(path)) found.insert(path.string());
-  }
-  return found;
-}
-
 }  // namespace
 
 TitleReading read(std::string_view title, const fs::path& home) {
@@ -202,16 +152,71 @@ TitleReading read(std::string_view title, const fs::path& home) {
   return std::move(reader).result();
 }
 
-std::optional<std::string> find(std::string_view title, std::optional<ProcessId> process,
-                                const Places& places) {
-  const TitleReading reading = read(title, places.home);
+FileFinder::PathsByName FileFinder::openPaths(const fs::path& process) {
+  PathsByName paths;
+  std::error_code error;
+  fs::directory_iterator entry(process / "fd", error);
+  for (std::size_t seen = 0; !error && entry != fs::directory_iterator() && seen < mostOpenFiles; ++seen) {
+    std::error_code unreadable;
+    // Files that are deleted, and what is no file, have no such name in the file system.
+    const fs::path target = fs::read_symlink(entry->path(), unreadable);
+    if (!unreadable && target.is_absolute()) paths.emplace(target.filename().string(), target.string());
+    entry.increment(error);
+  }
+  return paths;
+}
+
+FileFinder::PathsByName FileFinder::argumentPaths(const fs::path& process) {
+  std::ifstream stream(process / "cmdline", std::ios::binary);
+  std::string line(mostArgumentBytes, '\0');
+  stream.read(line.data(), static_cast<std::streamsize>(line.size()));
+  line.resize(static_cast<std::size_t>(std::max<std::streamsize>(stream.gcount(), 0)));
+
+  PathsByName paths;
+  bool isProgram = true;
+  for (std::size_t at = 0; at < line.size();) {
+    const auto end = std::min(line.find('\0', at), line.size());
+    const std::string argument = line.substr(at, end - at);
+    at = end + 1;
+    if (std::exchange(isProgram, false)) continue;
+    fs::path path = pathOfFileUrl(argument).value_or(argument);
+    if (path.is_relative()) {
+      std::error_code error;
+      const fs::path folder = fs::read_symlink(process / "cwd", error);
+      if (error) continue;
+      path = folder / path;
+    }
+    path = path.lexically_normal();
+    paths.emplace(path.filename().string(), path.string());
+  }
+  return paths;
+}
+
+std::optional<std::string> FileFinder::find(std::string_view title, std::optional<ProcessId> process) {
+  const TitleReading reading = read(title, places_.home);
   const auto named =
       std::ranges::find_if(reading.paths, [](const auto& path) { return isRegularFile(path); });
   if (named != reading.paths.end()) return *named;
   if (!process || *process <= 0 || reading.names.empty()) return std::nullopt;
-  const fs::path folder = places.processes / std::to_string(*process);
-  if (const auto open = openFiles(folder, reading.names); !open.empty()) return theOnly(open);
-  return theOnly(arguments(folder, reading.names));
+
+  const auto existing = [&reading](const PathsByName& paths) {
+    std::set<std::string> files;
+    for (const auto& name : reading.names) {
+      const auto [first, last] = paths.equal_range(name);
+      for (auto each = first; each != last; ++each)
+        if (isRegularFile(each->second)) files.insert(each->second);
+    }
+    return files;
+  };
+  const fs::path folder = places_.processes / std::to_string(*process);
+  if (!open_.contains(*process)) open_.emplace(*process, openPaths(folder));
+  auto found = existing(open_.at(*process));
+  if (found.empty()) {
+    if (!arguments_.contains(*process)) arguments_.emplace(*process, argumentPaths(folder));
+    found = existing(arguments_.at(*process));
+  }
+  // Of several, any may be meant.
+  return found.size() == 1 ? std::optional(*found.begin()) : std::nullopt;
 }
 
 }  // namespace pellar::DocumentLookUp

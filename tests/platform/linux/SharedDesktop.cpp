@@ -48,7 +48,7 @@ e2e::Desktop& SharedDesktop::get() {
   return parts_->desktop;
 }
 
-void SharedDesktop::TearDown() {
+void SharedDesktop::end() {
   parts_.reset();
 }
 

@@ -19,7 +19,9 @@ class SharedDesktop final : public ::testing::Environment {
   // Starts it on first use.
   static e2e::Desktop& get();
 
-  void TearDown() override;
+  // Ends it, for a program that runs no tests.
+  static void end();
+  void TearDown() override { end(); }
 
  private:
   struct Parts;

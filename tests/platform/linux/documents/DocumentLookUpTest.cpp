@@ -41,8 +41,11 @@ class DocumentLookUpTest : public ::testing::Test {
   void open(const std::string& target) {
     fs::create_symlink(target, process() / "fd" / std::to_string(++lastDescriptor));
   }
+  [[nodiscard]] DocumentLookUp::FileFinder finder() const {
+    return DocumentLookUp::FileFinder({.home = home(), .processes = root / "processes"});
+  }
   [[nodiscard]] std::optional<std::string> find(const std::string& title) const {
-    return DocumentLookUp::find(title, pid, {.home = home(), .processes = root / "processes"});
+    return finder().find(title, pid);
   }
 
   static constexpr ProcessId pid = 4711;
@@ -126,7 +129,8 @@ TEST_F(DocumentLookUpTest, TheFileOfThatNameThatTheProgramHasOpenIsTheDocument) 
   EXPECT_EQ(find("letter.odt — Writer"), letter);
   EXPECT_EQ(find("plan.odt - Writer"), std::nullopt);
   EXPECT_EQ(find("letter.odt - Writer"), letter);
-  EXPECT_EQ(DocumentLookUp::find("letter.odt - Writer", std::nullopt, {.home = home()}), std::nullopt);
+  EXPECT_EQ(DocumentLookUp::FileFinder({.home = home()}).find("letter.odt - Writer", std::nullopt),
+            std::nullopt);
 }
 
 TEST_F(DocumentLookUpTest, TwoOpenFilesOfThatNameAreNoAnswer) {
@@ -161,13 +165,13 @@ TEST_F(DocumentLookUpTest, TwoArgumentsOfThatNameAreNoAnswer) {
 TEST_F(DocumentLookUpTest, AProcessThatIsGoneOrSecretHasNone) {
   fs::remove_all(process());
   EXPECT_EQ(find("plan.txt - Editor"), std::nullopt);
-  EXPECT_EQ(DocumentLookUp::find("environ", 1, {.home = home()}), std::nullopt);
+  EXPECT_EQ(DocumentLookUp::FileFinder({.home = home()}).find("environ", 1), std::nullopt);
 }
 
 TEST_F(DocumentLookUpTest, ThisVeryProcessCanBeLookedUp) {
   const auto report = file(home() / "kept open.txt");
   std::ifstream stream(report);
-  EXPECT_EQ(DocumentLookUp::find("kept open.txt - Editor", getpid(), {.home = home()}), report);
+  EXPECT_EQ(DocumentLookUp::FileFinder({.home = home()}).find("kept open.txt - Editor", getpid()), report);
 }
 
 }  // namespace

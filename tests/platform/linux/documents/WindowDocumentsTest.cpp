@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QTimer>
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <map>
@@ -26,6 +27,7 @@ class Files {
     std::unique_lock lock(mutex_);
     ++lookUps_;
     changed_.wait(lock, [this] { return !away_; });
+    changed_.wait_for(lock, time_, [] { return false; });
     if (const auto saved = saved_.find(title); saved != saved_.end())
       return saved->second.empty() ? std::nullopt : std::optional(saved->second);
     return title.starts_with('/') ? std::optional(title) : std::nullopt;
@@ -48,13 +50,29 @@ class Files {
     const std::lock_guard lock(mutex_);
     return lookUps_;
   }
+  void begin() {
+    const std::lock_guard lock(mutex_);
+    ++goes_;
+  }
+  // How often it began to look up windows together.
+  int goes() {
+    const std::lock_guard lock(mutex_);
+    return goes_;
+  }
+  // Each look-up takes that long from now on.
+  void becomeSlow(std::chrono::milliseconds time) {
+    const std::lock_guard lock(mutex_);
+    time_ = time;
+  }
 
  private:
   std::mutex mutex_;
   std::condition_variable changed_;
   std::map<std::string, std::string> saved_;
   bool away_ = false;
+  std::chrono::milliseconds time_{};
   int lookUps_ = 0;
+  int goes_ = 0;
 };
 
 class WindowDocumentsTest : public ::testing::Test {
@@ -63,7 +81,11 @@ class WindowDocumentsTest : public ::testing::Test {
     SharedDesktop::get();
     loop = std::make_unique<QtMainLoop>();
     documents = std::make_unique<WindowDocuments>(
-        *loop, [files = files](const std::string& title, auto) { return files->lookUp(title); },
+        *loop,
+        [files = files] {
+          files->begin();
+          return [files](const std::string& title, auto) { return files->lookUp(title); };
+        },
         [this](xcb_window_t window) { found.push_back(window); });
   }
   ~WindowDocumentsTest() override { files->comeBack(); }
@@ -119,6 +141,71 @@ TEST_F(WindowDocumentsTest, FilesThatAreAwayHoldUpNobodyAndAreToldWhenTheyAreBac
   EXPECT_TRUE(wait([this] { return found.size() == 39; }));
   EXPECT_EQ(document(1, "/a"), "file:///a");
   EXPECT_EQ(document(39, "/39"), "file:///39");
+}
+
+TEST_F(WindowDocumentsTest, AHundredWindowsAreWaitedForAtMostOnce) {
+  constexpr int many = 100;
+  std::vector<WindowDocuments::Shown> shown;
+  for (xcb_window_t window = 1; window <= many; ++window)
+    shown.push_back({window, "/" + std::to_string(window), 4711});
+  // Each would be waited for, and all of them together long.
+  files->becomeSlow(4ms);
+  EXPECT_LT(timeOf([&] {
+              documents->lookUp(shown);
+              for (const auto& each : shown) static_cast<void>(document(each.window, each.title));
+              // A title that changes in the same turn, and a window that was not announced.
+              static_cast<void>(document(1, "/other"));
+              static_cast<void>(document(1000, "/1000"));
+            }),
+            200ms);
+  EXPECT_TRUE(wait([&] {
+    return std::ranges::all_of(
+               shown,
+               [&](const auto& each) { return each.window == 1 || document(each.window, each.title); }) &&
+           document(1, "/other") == "file:///other";
+  }));
+  EXPECT_EQ(document(77, "/77"), "file:///77");
+  for (const auto& each : shown)
+    EXPECT_LE(std::ranges::count(found, each.window), 1) << each.window << " was told more than once";
+  EXPECT_EQ(std::ranges::count(found, xcb_window_t{77}), 1) << "the strip hears of what came late";
+}
+
+TEST_F(WindowDocumentsTest, WindowsThatComeTogetherAreLookedUpInOneGoAndKnownInTheSameTurn) {
+  std::vector<WindowDocuments::Shown> shown;
+  for (xcb_window_t window = 1; window <= 20; ++window)
+    shown.push_back({window, "/" + std::to_string(window), 4711});
+  ASSERT_TRUE(wait([&] {
+    // On a busy machine the first ones may be late.
+    documents->tidy([](auto) { return true; });
+    documents->lookUp(shown);
+    const bool known = std::ranges::all_of(
+        shown, [&](const auto& each) { return document(each.window, each.title).has_value(); });
+    if (known) return true;
+    for (auto& each : shown) each.window += 1000;
+    return false;
+  }));
+  const int before = files->goes();
+  for (auto& each : shown) each.window += 50'000;
+  documents->lookUp(shown);
+  EXPECT_TRUE(wait([&] { return document(shown.back().window, shown.back().title).has_value(); }));
+  EXPECT_EQ(files->goes(), before + 1);
+}
+
+TEST_F(WindowDocumentsTest, WhatWasAskedForIsAnsweredBeforeWhatIsOnlyLookedUpAgain) {
+  ASSERT_TRUE(wait([&] { return document(1, "/a").has_value(); }));
+  files->save("/a", "/b");
+  files->goAway();
+  const int before = files->lookUps();
+  // After a while it is looked up again, which hangs.
+  ASSERT_TRUE(wait([&] { return document(1, "/a") && files->lookUps() > before; }));
+  for (xcb_window_t window = 2; window < 40; ++window) static_cast<void>(document(window, "none"));
+  EXPECT_LT(timeOf([&] {
+              for (xcb_window_t window = 100; window < 200; ++window)
+                static_cast<void>(document(window, "/" + std::to_string(window)));
+            }),
+            500ms);
+  files->comeBack();
+  EXPECT_TRUE(wait([&] { return document(1, "/a") == "file:///b" && document(199, "/199"); }));
 }
 
 TEST_F(WindowDocumentsTest, AnAnswerForAnOldTitleIsNotGiven) {
