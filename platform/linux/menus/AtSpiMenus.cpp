@@ -1,5 +1,6 @@
 #include "platform/linux/menus/AtSpiMenus.h"
 
+#include <algorithm>
 #include <atomic>
 #include <utility>
 #include <vector>
@@ -13,12 +14,16 @@ namespace {
 using namespace std::chrono_literals;
 using Part = AtSpiElement::Part;
 
-// A program that is just saving one document answers for the next one when it is done.
 constexpr auto walkTime = 1500ms;
+// A program that was told to save one document answers for the next one when that is written: a long one, to
+// a disk at the other end of a network.
+constexpr auto workTime = 30s;
 // What the answer may need to get from the side thread here.
 constexpr auto slack = 10ms;
 // The bus library ends a call by one of the toolkit's coarse timers, which may be early by a twentieth.
-constexpr auto coarseness = walkTime / 20 + 25ms;
+constexpr AtSpiBus::Clock::duration coarsenessOf(AtSpiBus::Clock::duration time) {
+  return time / 20 + 25ms;
+}
 constexpr auto silence = 2s;
 constexpr auto farewell = 200ms;
 
@@ -41,21 +46,26 @@ AtSpiMenus::~AtSpiMenus() {
 template <class Question>
 auto AtSpiMenus::ask(ProcessId process, Clock::time_point deadline, Question question) {
   using Answer = std::invoke_result_t<Question, AtSpiTree&>;
-  if (asking_ || Clock::now() >= deadline) return Answer();
+  const auto now = Clock::now();
+  if (asking_ || now >= deadline) return Answer();
   asking_ = true;
   auto answer = thread_.askInLoop([tree = tree_, question = std::move(question)] { return question(*tree); },
                                   deadline + slack, loop_);
   asking_ = false;
-  if (!answer || Clock::now() >= deadline - coarseness) silentSince_.insert_or_assign(process, Clock::now());
+  if (!answer || Clock::now() >= deadline - coarsenessOf(deadline - now))
+    silentSince_.insert_or_assign(process, Clock::now());
   return answer ? std::move(*answer) : Answer();
 }
 
 std::optional<Element> AtSpiMenus::menuBar(const AtSpiWindow& window) {
   const auto now = Clock::now();
   std::erase_if(silentSince_, [now](const auto& entry) { return now - entry.second > silence; });
+  std::erase_if(pressedAt_, [now](const auto& entry) { return now - entry.second > workTime; });
   if (silentSince_.contains(window.process)) return std::nullopt;
   used_ = true;
-  const auto deadline = now + walkTime;
+  const auto pressed = pressedAt_.find(window.process);
+  const auto deadline =
+      std::max(now + walkTime, pressed == pressedAt_.end() ? now : pressed->second + workTime);
   auto bar = ask(window.process, deadline,
                  [window, deadline](AtSpiTree& tree) { return tree.menuBar(window, deadline); });
   if (!bar) return std::nullopt;
@@ -107,10 +117,16 @@ Performed AtSpiMenus::press(const AtSpiElement& element) {
   const auto& facts = element.facts();
   if (facts.part != Part::item) return Performed::refused;
   const auto sent = std::make_shared<std::atomic<bool>>(false);
-  const auto answer = ask(facts.process, facts.deadline,
-                          [object = facts.object, deadline = facts.deadline, sent](AtSpiTree& tree) {
-                            return std::optional(tree.press(object, deadline, *sent));
-                          });
+  // What the press itself leads to may be a question to the user, who takes his time.
+  const auto deadline = std::min(facts.deadline, Clock::now() + walkTime);
+  const auto answer = ask(facts.process, deadline, [object = facts.object, deadline, sent](AtSpiTree& tree) {
+    return std::optional(tree.press(object, deadline, *sent));
+  });
+  if (*sent) {
+    // It is not silent but at work.
+    silentSince_.erase(facts.process);
+    pressedAt_.insert_or_assign(facts.process, Clock::now());
+  }
   return answer.value_or(*sent ? Performed::unanswered : Performed::refused);
 }
 

@@ -17,8 +17,9 @@ struct AtSpiWindow;
 
 // The menus of other programs, through AT-SPI 2. Nothing is connected, started or kept before the first menu
 // bar is asked for. From then on a whole walk, from the menu bar to the item and its press, has one deadline:
-// what does not come by then is absent, and a program that let it pass is not asked again for a while. While
-// an answer takes its time the main loop runs nested; what is asked then is absent, too. Main thread only.
+// what does not come by then is absent, and a program that let it pass is not asked again for a while. One
+// that was told to do something a short time ago may be busy with that, and is given longer. While an answer
+// takes its time the main loop runs nested; what is asked then is absent, too. Main thread only.
 class AtSpiMenus {
  public:
   explicit AtSpiMenus(MainLoop& loop);
@@ -43,6 +44,7 @@ class AtSpiMenus {
   MainLoop& loop_;
   std::shared_ptr<AtSpiTree> tree_;  // the side thread's
   std::map<ProcessId, Clock::time_point> silentSince_;
+  std::map<ProcessId, Clock::time_point> pressedAt_;
   bool used_ = false;
   bool asking_ = false;
   SideThread thread_;  // depends-on: tree_

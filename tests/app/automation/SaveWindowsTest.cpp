@@ -1,4 +1,5 @@
 #include "app/automation/FileMenu.h"
+#include "platform/sim/faults/FaultyAccessibility.h"
 #include "tests/app/automation/AutomationStory.h"
 
 namespace pellar {
@@ -117,6 +118,30 @@ TEST_F(SaveWindows, AnApplicationThatAnswersLateHasSavedEachOnce) {
   saveAll({a, b}, a);
   EXPECT_EQ(saved, (std::vector<std::string>{"a", "b"}));
   EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 2 of 2 windows"});
+}
+
+TEST_F(SaveWindows, AWindowWithoutChangesIsNotAskedAndOneThatAsksAQuestionDoesNotHoldUpTheNext) {
+  const auto unchanged = open("unchanged");
+  const auto asking = open("asking");
+  const auto slow = open("slow");
+  auto& save = editor.menu({"File", "Save"});
+  // The menu is the main window's: its item says whether that has changes.
+  FaultyAccessibility menus(mac.accessibility());
+  menus.beforeRead([&](const Element&, std::string_view attribute) {
+    if (attribute == "AXEnabled") save.enabled = editor.mainWindow()->title() != "unchanged";
+  });
+  std::optional<SimWindow> question;
+  save.onPress = [&] {
+    const std::string title = editor.mainWindow()->title();
+    saved.push_back(title);
+    // It answers nobody while its question is open, or while it writes.
+    save.unansweredPress = true;
+    if (title == "asking") question = editor.open("Keep the format?", {0, 0, 400, 300}, "AXDialog");
+  };
+  FileMenu::saveAll(menus, {unchanged, asking, slow}, unchanged);
+  EXPECT_EQ(saved, (std::vector<std::string>{"asking", "slow"}));
+  EXPECT_TRUE(question.has_value());
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 2 of 3 windows"});
 }
 
 TEST_F(SaveWindows, AMenuThatWasLookedAtAfterTheLastChangeHoldsNoneBack) {

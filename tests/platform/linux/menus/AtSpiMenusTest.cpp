@@ -311,6 +311,66 @@ TEST_P(GtkMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
   EXPECT_TRUE(hasMenuBar()) << "it is asked again when it is back";
 }
 
+// Two documents with changes in them, of a program that is then busy with the first.
+class SlowWriterTest : public GtkMenusTest {
+ protected:
+  void startWithChanges() {
+    startGtkEditor({"report.txt", "plan.txt"});
+    ASSERT_TRUE(hasMenuBar());
+    for (const char* name : {"report.txt", "plan.txt"}) typeInto(name, "x");
+    for (const char* name : {"report.txt", "plan.txt"}) {
+      accessibility().set(known(name), "AXMain", true);
+      // The title goes one way and the menus another.
+      ASSERT_TRUE(wait([this] { return menuBar() && canSave(); }));
+    }
+  }
+  // It answers nobody for longer than a walk may take.
+  [[nodiscard]] Subscription becomeBusy() {
+    // Stopped while it has the X server for itself, it would stop everybody.
+    e2e::XObserver& observer = desktop().observer();
+    xcb_grab_server(observer.connection());
+    observer.fence();
+    editor->signal(SIGSTOP);
+    xcb_ungrab_server(observer.connection());
+    observer.fence();
+    return world().platform().mainLoop.after(3s, [this] { editor->signal(SIGCONT); });
+  }
+  void saveNext(const std::string& name) {
+    accessibility().set(known(name), "AXMain", true);
+    EXPECT_EQ(accessibility().perform(fileMenuItem("Save"), "AXPress"), Performed::done);
+    EXPECT_TRUE(wait([&] { return contents(name).starts_with('x'); }));
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Ways, SlowWriterTest, ::testing::Bool(),
+                         [](const auto& way) { return way.param ? "exported" : "accessibilityBus"; });
+
+TEST_P(SlowWriterTest, AfterALongSaveTheNextWindowIsSavedToo) {
+  startWithChanges();
+  accessibility().set(known("report.txt"), "AXMain", true);
+  EXPECT_EQ(accessibility().perform(fileMenuItem("Save"), "AXPress"), Performed::done);
+  const auto back = becomeBusy();
+  int ticks = 0;
+  const auto timer = world().platform().mainLoop.every(20ms, [&ticks] { ++ticks; });
+  saveNext("plan.txt");
+  EXPECT_GT(ticks, 50) << "everything else goes on meanwhile";
+}
+
+// Where the order to save is all that a press needs; one that first asks about the item is not sent.
+class LateAnswerTest : public SlowWriterTest {};
+INSTANTIATE_TEST_SUITE_P(Ways, LateAnswerTest, ::testing::Values(true),
+                         [](const auto& /*way*/) { return "exported"; });
+
+TEST_P(LateAnswerTest, ASaveThatIsAnsweredTooLateDoesNotLeaveOutTheNextWindow) {
+  startWithChanges();
+  accessibility().set(known("report.txt"), "AXMain", true);
+  const Element save = fileMenuItem("Save");
+  const auto back = becomeBusy();
+  EXPECT_EQ(accessibility().perform(save, "AXPress"), Performed::unanswered);
+  saveNext("plan.txt");
+  EXPECT_TRUE(wait([&] { return contents("report.txt").starts_with('x'); }));
+}
+
 TEST_P(GtkMenusTest, AProgramThatEndedMeanwhileHasNothing) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
