@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <set>
 #include <stdexcept>
+#include <thread>
 
 namespace pellar::bench {
 namespace {
 
 constexpr int stripHeight = 32;
-constexpr int documentCount = 8;
 constexpr int documentWidth = 1500;  // wide enough for labels on every tab
 constexpr int warmUp = 5;
 constexpr std::chrono::milliseconds patience{2000};
@@ -34,11 +34,13 @@ FollowBenchmark::FollowBenchmark(std::vector<Subject> subjects, const Extent& ex
       extent_(extent),
       desktop_(e2e::WindowManager::openbox, 1920, 1080),
       editor_(desktop_, "editor"),
-      terminal_(desktop_, "terminal"),
       causes_(desktop_.display()),
       reactions_(desktop_.display()) {
-  shell_ = terminal_.open("Shell", {900, 520, 700, 300});
-  for (int i = 0; i < documentCount; ++i) {
+  if (extent_.windows > 2) {
+    terminal_ = std::make_unique<e2e::Application>(desktop_, "terminal");
+    shell_ = terminal_->open("Shell", {900, 520, 700, 300});
+  }
+  for (int i = 0; i < extent_.windows; ++i) {
     documents_.push_back(
         editor_.open("Document " + std::to_string(i), {20 + 24 * i, 140 + 32 * i, documentWidth, 400}));
   }
@@ -83,9 +85,11 @@ void FollowBenchmark::measure(const Subject& subject) {
   reactions_.watch(window);
   settle(subject, window, documents_.front());
   if (subject.follows) measureMoves(subject, window);
+  if (subject.follows) measureDrag(subject, *process);
   measureTitles(subject, window);
-  measureFocus(subject, window, Quantity::focusSameApp, {documents_[3], documents_[0]});
-  measureFocus(subject, window, Quantity::focusOtherApp, {shell_, documents_[0]});
+  const auto other = std::min<std::size_t>(3, documents_.size() - 1);
+  measureFocus(subject, window, Quantity::focusSameApp, {documents_[other], documents_[0]});
+  if (terminal_) measureFocus(subject, window, Quantity::focusOtherApp, {shell_, documents_[0]});
   begin(subject, Quantity::writtenMemory);
   add(subject, Quantity::writtenMemory, writtenMemory(process->pid()));
   process->end();
@@ -163,6 +167,23 @@ void FollowBenchmark::measureMoves(const Subject& subject, xcb_window_t window) 
     add(subject, Quantity::moveFromFrame, microseconds(reaction->at - cause->happened));
     add(subject, Quantity::moveFromRequest, microseconds(reaction->at - cause->asked));
   }
+}
+
+// As by a mouse that reports its place 125 times a second.
+void FollowBenchmark::measureDrag(const Subject& subject, const e2e::Process& process) {
+  constexpr int steps = 125;
+  constexpr std::chrono::microseconds interval{std::chrono::seconds(1) / steps};
+  begin(subject, Quantity::dragged);
+  rest();
+  const double before = processorTime(process.pid());
+  auto next = Clock::now();
+  for (int step = 0; step < steps; ++step) {
+    static_cast<void>(causes_.move(documents_.front().id, 20 + 2 * step, 120 + step));
+    next += interval;
+    std::this_thread::sleep_until(next);
+  }
+  rest();
+  add(subject, Quantity::dragged, processorTime(process.pid()) - before);
 }
 
 void FollowBenchmark::measureTitles(const Subject& subject, xcb_window_t window) {

@@ -20,6 +20,7 @@ enum class Quantity {
   title,            // the title's PropertyNotify to the first drawing
   focusSameApp,     // the active window's PropertyNotify to the follower over it, or the task bar's drawing
   focusOtherApp,
+  dragged,        // the processor time of all its threads for a second of a window's drag, in milliseconds
   mapped,         // from fork and exec to the window's MapNotify
   drawn,          // to more than a plain ground in it
   writtenMemory,  // megabytes, after everything else
@@ -29,10 +30,11 @@ enum class Quantity {
 struct Extent {
   int rounds = 5;
   int samples = 60;  // of each quantity in a round
+  int windows = 8;   // of the editor, at least two
 };
 
-// A private desktop with an editor of eight windows and a terminal on it. Each round starts each program
-// anew, alone, in turn, and puts it through the same changes.
+// A private desktop with an editor of some windows and, unless those are but two, a terminal on it. Each
+// round starts each program anew, alone, in turn, and puts it through the same changes.
 class FollowBenchmark {
  public:
   FollowBenchmark(std::vector<Subject> subjects, const Extent& extent);
@@ -46,6 +48,7 @@ class FollowBenchmark {
   void measure(const Subject& subject);
   xcb_window_t startUp(const Subject& subject, std::unique_ptr<e2e::Process>& process);
   void measureMoves(const Subject& subject, xcb_window_t window);
+  void measureDrag(const Subject& subject, const e2e::Process& process);
   void measureTitles(const Subject& subject, xcb_window_t window);
   void measureFocus(const Subject& subject, xcb_window_t window, Quantity quantity,
                     const std::vector<e2e::Window>& targets);
@@ -61,7 +64,7 @@ class FollowBenchmark {
 
   e2e::Desktop desktop_;
   e2e::Application editor_;
-  e2e::Application terminal_;
+  std::unique_ptr<e2e::Application> terminal_;
   std::vector<e2e::Window> documents_;
   e2e::Window shell_;
   Causes causes_;

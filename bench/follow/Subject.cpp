@@ -1,6 +1,9 @@
 #include "bench/follow/Subject.h"
 
+#include <filesystem>
 #include <fstream>
+#include <string>
+#include <system_error>
 
 namespace pellar::bench {
 
@@ -37,6 +40,19 @@ double writtenMemory(pid_t pid) {
     if (word == "Private_Dirty:" && file >> kilobytes) written += kilobytes / kilobytesPerMegabyte;
   }
   return written;
+}
+
+double processorTime(pid_t pid) {
+  constexpr double nanosecondsPerMillisecond = 1e6;
+  double spent = 0;
+  std::error_code gone;
+  for (const auto& thread :
+       std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/task", gone)) {
+    std::ifstream file(thread.path() / "schedstat");
+    double nanoseconds = 0;
+    if (file >> nanoseconds) spent += nanoseconds / nanosecondsPerMillisecond;
+  }
+  return spent;
 }
 
 }  // namespace pellar::bench

@@ -28,4 +28,7 @@ bool isOver(e2e::XObserver& observer, xcb_window_t subjectWindow, xcb_window_t t
 // in their file do not count: the kernel shares them with other programs and drops them when it wants.
 double writtenMemory(pid_t pid);
 
+// The time that all threads of a process spent on a processor so far, in milliseconds.
+double processorTime(pid_t pid);
+
 }  // namespace pellar::bench

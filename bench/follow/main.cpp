@@ -1,8 +1,9 @@
-// bench_follow PELLAR [--rounds N] [--samples N]: how fast the strip follows windows on a private X server,
-// beside a bare follower and a task bar measured in the same run.
+// bench_follow PELLAR [--rounds N] [--samples N] [--windows N]: how fast the strip follows windows on a
+// private X server, beside a bare follower and a task bar measured in the same run.
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <filesystem>
@@ -38,6 +39,7 @@ constexpr Row rows[] = {
     {Quantity::title, "title: change to drawing, us"},
     {Quantity::focusSameApp, "focus, same application, us"},
     {Quantity::focusOtherApp, "focus, other application, us"},
+    {Quantity::dragged, "drag, processor time, ms/s"},
     {Quantity::mapped, "start: exec to mapped, ms"},
     {Quantity::drawn, "start: exec to drawn, ms"},
     {Quantity::writtenMemory, "memory, anonymous or written, MB"},
@@ -77,16 +79,20 @@ void printAim(const char* text, double value, bool met) {
 
 void printAims(const FollowBenchmark& benchmark) {
   const double move = ratio(benchmark, strip, bare, Quantity::moveFromFrame);
-  printAim("move within 1.2 times the bare follower", move, move <= 1.2);
-  const double title = ratio(benchmark, taskBar, strip, Quantity::title);
-  printAim("title at least 4 times faster than the task bar", title, title >= 4);
+  printAim("move within 1.15 times the bare follower", move, move <= 1.15);
+  const double request = ratio(benchmark, strip, bare, Quantity::moveFromRequest);
+  printAim("... and from the request within 1.08 times", request, request <= 1.08);
+  const double title = ratio(benchmark, strip, bare, Quantity::title);
+  printAim("title within 3 times the bare follower, which draws no text", title, title <= 3);
   for (const auto& [quantity, text] :
-       {std::pair{Quantity::focusSameApp,
-                  "focus in the application at least 2 times faster than the task bar"},
-        std::pair{Quantity::focusOtherApp, "focus of another application at least 2 times faster"}}) {
-    const double focus = ratio(benchmark, taskBar, strip, quantity);
-    printAim(text, focus, focus >= 2);
+       {std::pair{Quantity::focusSameApp, "focus in the application within 1.15 times the bare follower"},
+        std::pair{Quantity::focusOtherApp, "focus of another application within 1.15 times"}}) {
+    if (!benchmark.has(strip, quantity)) continue;
+    const double focus = ratio(benchmark, strip, bare, quantity);
+    printAim(text, focus, focus <= 1.15);
   }
+  const double dragged = median(benchmark.samples(strip, Quantity::dragged).medians());
+  printAim("a drag of 125 steps a second under 2 ms of processor time", dragged, dragged <= 2);
   const double written = median(benchmark.samples(strip, Quantity::writtenMemory).medians());
   printAim("anonymous or written memory under 12 MB", written, written < 12);
   const double start = median(benchmark.samples(strip, Quantity::drawn).medians());
@@ -119,6 +125,8 @@ int run(const std::vector<std::string>& arguments) {
       extent.rounds = std::stoi(arguments[++i]);
     } else if (arguments[i] == "--samples" && i + 1 < arguments.size()) {
       extent.samples = std::stoi(arguments[++i]);
+    } else if (arguments[i] == "--windows" && i + 1 < arguments.size()) {
+      extent.windows = std::max(2, std::stoi(arguments[++i]));
     } else {
       program = std::filesystem::absolute(arguments[i]);
     }
