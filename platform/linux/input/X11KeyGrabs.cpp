@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "platform/linux/x11/KeyCodes.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -85,29 +86,14 @@ std::set<X11KeyGrabs::Grab> X11KeyGrabs::combinations() const {
     if ((wanted_.mask & flag) == 0) either.push_back(mask);
   }
   std::set<Grab> result;
-  for (const xcb_keycode_t key : keyCodesOf(*keysym)) {
+  for (const xcb_keycode_t key : keyCodesOf(connection_, *keysym)) {
     for (const std::uint16_t modifiers : sums(held, either)) result.emplace(key, modifiers);
   }
   return result;
 }
 
-std::set<xcb_keycode_t> X11KeyGrabs::keyCodesOf(std::uint32_t keysym) const {
-  std::set<xcb_keycode_t> result;
-  const xcb_setup_t* setup = xcb_get_setup(connection_);
-  const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-  const auto map = owned(xcb_get_keyboard_mapping_reply(
-      connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
-  if (!map || map->keysyms_per_keycode == 0) return result;
-  const xcb_keysym_t* keysyms = xcb_get_keyboard_mapping_keysyms(map.get());
-  for (int i = 0; i < xcb_get_keyboard_mapping_keysyms_length(map.get()); ++i) {
-    if (keysyms[i] == keysym)
-      result.insert(static_cast<xcb_keycode_t>(setup->min_keycode + i / map->keysyms_per_keycode));
-  }
-  return result;
-}
-
 std::uint16_t X11KeyGrabs::modifierOf(std::uint32_t keysym) const {
-  const std::set<xcb_keycode_t> keys = keyCodesOf(keysym);
+  const std::set<xcb_keycode_t> keys = keyCodesOf(connection_, keysym);
   const auto map =
       owned(xcb_get_modifier_mapping_reply(connection_, xcb_get_modifier_mapping(connection_), nullptr));
   if (!map || map->keycodes_per_modifier == 0) return 0;

@@ -30,7 +30,6 @@ class X11KeyGrabs {
   using Grab = std::pair<xcb_keycode_t, std::uint16_t>;  // modifiers
 
   [[nodiscard]] std::set<Grab> combinations() const;
-  [[nodiscard]] std::set<xcb_keycode_t> keyCodesOf(std::uint32_t keysym) const;
   // The modifier that a key sets; 0 when it sets none.
   [[nodiscard]] std::uint16_t modifierOf(std::uint32_t keysym) const;
   void release();

@@ -104,11 +104,12 @@ void QtSearchField::beginEditing() {
   editor_->show();
   QApplication::setActiveWindow(editor_.get());
   editor_->setFocus();
-  editor_->grabKeyboard();
+  X11PanelServices& services = panel_.services();
+  services.keyboard.take(static_cast<xcb_window_t>(editor_->winId()), services.inputTime);
 }
 
 void QtSearchField::endEditing() {
-  editor_->releaseKeyboard();
+  panel_.services().keyboard.giveBack();
   editor_->clearFocus();
   QApplication::setActiveWindow(nullptr);
   editor_->hide();

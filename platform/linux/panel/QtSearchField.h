@@ -13,8 +13,8 @@ class SearchEdit;
 class X11Panel;
 
 // The search field of a panel. While it does not have the keyboard it is only a drawing in the panel's
-// picture; a native editor inside the panel's window takes its place for as long as it has. The editor gets
-// its keys by grabbing the keyboard: the server's focus does not move.
+// picture; a native editor inside the panel's window, which the keys are sent on to, takes its place for
+// as long as it has.
 class QtSearchField final : public SearchField, public KeyField {
  public:
   explicit QtSearchField(X11Panel& panel);

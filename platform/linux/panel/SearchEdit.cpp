@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTimer>
 #include <QWindow>
 #include <cmath>
 #include <cstdint>
@@ -122,6 +123,15 @@ void SearchEdit::place(const ViewRect& frame) {
   const int left = rounded(frame.x);
   const int top = rounded(frame.y);
   setGeometry(left, top, rounded(frame.maxX()) - left, rounded(frame.maxY()) - top);
+}
+
+// A key is handled right after this, before any timer; also one that an input method keeps, or that does
+// nothing, must not hold up what is typed behind it.
+bool SearchEdit::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
+  const auto& key = *static_cast<const xcb_key_press_event_t*>(message);
+  if ((key.response_type & 0x7fU) == XCB_KEY_PRESS)
+    QTimer::singleShot(0, this, [this, code = key.detail] { panel_.services().keyboard.keyIsDone(code); });
+  return QLineEdit::nativeEvent(type, message, result);
 }
 
 void SearchEdit::paintEvent(QPaintEvent* event) {

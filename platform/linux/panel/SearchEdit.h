@@ -21,6 +21,7 @@ class SearchEdit final : public QLineEdit {
   void place(const ViewRect& frame);
 
  protected:
+  bool nativeEvent(const QByteArray& type, void* message, qintptr* result) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;

@@ -26,8 +26,9 @@ class QtSearchField;
 
 // A panel as a bare X window with a picture of its content: only what changed is painted and sent.
 //
-// The keyboard of a key panel is grabbed by the search field that is its first responder; the server's focus
-// and the active window stay what they are. A press outside the program's windows ends being key.
+// While a key panel has a search field for its first responder, the keyboard is borrowed from the window in
+// front (X11KeyboardFocus). A press outside the program's windows, and somebody else who is given the
+// keyboard, end being key.
 class X11Panel final : public Panel, public ViewHost, public KeyPanel {
  public:
   // `onEnd` is called by the destructor.

@@ -29,6 +29,13 @@ std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
   }
 }
 
+// When a button was pressed or let go; XCB_CURRENT_TIME for what else happens.
+xcb_timestamp_t timeOf(const xcb_generic_event_t& event) {
+  const auto type = event.response_type & 0x7fU;
+  if (type != XCB_BUTTON_PRESS && type != XCB_BUTTON_RELEASE) return XCB_CURRENT_TIME;
+  return reinterpret_cast<const xcb_button_press_event_t&>(event).time;
+}
+
 const xcb_screen_t& screenOf(const X11Connection& connection) {
   auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection.xcb()));
   while (screen.rem > 1 && screen.data->root != connection.root()) xcb_screen_next(&screen);
@@ -48,7 +55,13 @@ X11PanelFactory::X11PanelFactory(X11Connection& connection, const X11Mirror& mir
     : loop_(loop),
       services_{connection, mirror,   screenOf(connection),  loop, screens,
                 density,    monitors, std::move(reportPress)},
-      subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {}
+      subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {
+  services_.keyboard.onTaken = [this] {
+    loop_.post([this, alive = alive_.watch()] {
+      if (alive) services_.keys.loseKey();
+    });
+  };
+}
 
 X11PanelFactory::~X11PanelFactory() = default;
 
@@ -112,8 +125,10 @@ void X11PanelFactory::deliver() {
   while (!events_.empty()) {
     const xcb_generic_event_t event = events_.front();
     events_.pop_front();
+    services_.inputTime = timeOf(event);
     if (const auto panel = panels_.find(*windowOf(event)); panel != panels_.end())
       panel->second->handle(event);
+    services_.inputTime = XCB_CURRENT_TIME;
   }
 }
 

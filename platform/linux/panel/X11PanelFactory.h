@@ -10,6 +10,7 @@
 #include <set>
 #include <vector>
 
+#include "core/Alive.h"
 #include "platform/Panel.h"
 #include "platform/linux/drawing/PixelRect.h"
 #include "platform/linux/panel/X11PanelServices.h"
@@ -52,6 +53,7 @@ class X11PanelFactory final : public PanelFactory {
   std::deque<xcb_generic_event_t> events_;
   Subscription subscription_;
   Subscription delivery_;
+  Alive alive_;
 };
 
 }  // namespace pellar

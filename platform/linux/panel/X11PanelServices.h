@@ -9,6 +9,7 @@
 #include "platform/ScreenList.h"
 #include "platform/linux/drawing/QtTextMeasure.h"
 #include "platform/linux/drawing/SpriteCache.h"
+#include "platform/linux/panel/X11KeyboardFocus.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Density.h"
@@ -31,6 +32,9 @@ struct X11PanelServices {
   QtTextMeasure measure{};
   SpriteCache sprites{};
   KeyOwner keys{loop};
+  X11KeyboardFocus keyboard{connection};
+  // When the press or release that is being delivered happened; XCB_CURRENT_TIME between them.
+  xcb_timestamp_t inputTime = XCB_CURRENT_TIME;
 
   // 0 while there is no screen.
   [[nodiscard]] double firstScreenHeight() const {
