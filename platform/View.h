@@ -41,6 +41,12 @@ class View {
   // Also when the pointer goes onto a native control in the view, which may hear of it alone from then on.
   virtual void mouseMoved(const MouseEvent& event) = 0;
   virtual void mouseExited() = 0;
+
+  // A file that the user drags out of another application is over the view, told again and again;
+  // and no longer: it went on, was dropped, or the view left the screen. No view of ours takes what is
+  // dropped.
+  virtual void draggingUpdated(ViewPoint /*location*/) {}
+  virtual void draggingExited() {}
 };
 
 // What the system gives one view. Outlives the view's use of it: a panel drops its view before its host.

@@ -51,6 +51,7 @@ StripController::StripController(std::shared_ptr<WindowTracker> tracker, std::sh
                                                   place, picture_, actions_)),
       menus_(StripMenus::create(platform_, store_, picture_, actions_, paths_, documents_)),
       hoverPanels_(platform_, picture_, actions_, paths_),
+      springLoading_(platform_.mainLoop),
       pushDown_(platform_, tracker_) {
   panel_->setView(view_.get());
 }
@@ -80,6 +81,9 @@ void StripController::connect() {
   view_->onTabHover = weakly([](Self& self, std::optional<WindowId> id, std::optional<ScreenRect> tab) {
     self.hoverPanels_.tabHovered(id, tab);
   });
+  springLoading_.onOpen = weakly([](Self& self, WindowId id) { self.selectTab(id); });
+  view_->onDraggedOver =
+      weakly([](Self& self, std::optional<WindowId> id) { self.springLoading_.draggedOver(id); });
   view_->onZoomHover =
       weakly([](Self& self, std::optional<ScreenRect> tool) { self.hoverPanels_.zoomHovered(tool); });
 
@@ -128,6 +132,7 @@ void StripController::hide() {
   // The release may not reach a panel that is off the screen, and while a drag is on no window makes room.
   view_->abandonPress();
   hoverPanels_.hide();
+  springLoading_.draggedOver(std::nullopt);
   ticket.inTurn([&] { search_->end(SearchEnd::stripHidden); },
                 [&] {
                   panel_->orderOut();

@@ -11,6 +11,7 @@
 #include "app/strip/documents/DocumentPaths.h"
 #include "app/strip/documents/StripDocuments.h"
 #include "app/strip/search/RecentSearch.h"
+#include "app/strip/tabs/SpringLoading.h"
 #include "app/strip/tabs/TabStripView.h"
 #include "app/strip/windows/PictureTicket.h"
 #include "app/strip/windows/PushDown.h"
@@ -96,6 +97,7 @@ class StripController final : public WindowTrackerDelegate,
   std::shared_ptr<StripDocuments> documents_;
   std::shared_ptr<StripMenus> menus_;
   HoverPanels hoverPanels_;
+  SpringLoading springLoading_;
   PushDown pushDown_;
   WindowGroupDrag drag_;
   Subscription screensChanged_;

@@ -29,6 +29,7 @@
 #include "platform/sim/system/SimMainLoop.h"
 #include "platform/sim/system/SimScreens.h"
 #include "platform/sim/system/TemporaryFolder.h"
+#include "platform/sim/user/SimFileDrag.h"
 #include "platform/sim/user/SimKeyboard.h"
 #include "platform/sim/user/SimPointer.h"
 #include "platform/sim/user/StripReader.h"
@@ -97,6 +98,7 @@ class SimMac {
 
   // The user.
   [[nodiscard]] SimPointer& pointer() { return pointer_; }
+  [[nodiscard]] SimFileDrag& fileDrag() { return fileDrag_; }
   void type(std::string_view text) { keyboard_.type(text); }
   void pressKey(const std::string& selector) { keyboard_.command(selector); }
   // A key with modifiers, which taps see before the application in front does.
@@ -154,6 +156,7 @@ class SimMac {
   SimUserNotifications notifications_{mainLoop_};
   SimProgram program_;
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
+  SimFileDrag fileDrag_{mainLoop_, panels_};
   SimKeyboard keyboard_{mainLoop_, desktop_, panels_, eventTaps_, windows_};
   Platform platform_;
 };

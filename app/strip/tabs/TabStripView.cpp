@@ -6,7 +6,6 @@
 
 #include "app/strip/tabs/StripDrawing.h"
 #include "core/Log.h"
-#include "core/Notify.h"
 
 namespace pellar {
 namespace {

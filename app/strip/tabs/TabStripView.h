@@ -9,6 +9,7 @@
 #include "app/strip/tabs/StripLayout.h"
 #include "app/strip/tabs/TabItem.h"
 #include "core/Geometry.h"
+#include "core/Notify.h"
 #include "platform/View.h"
 
 namespace pellar {
@@ -30,6 +31,7 @@ class TabStripView final : public View {
   std::function<void(ScreenPoint offset)> onDrag;      // from the press point, y upward
   std::function<void()> onDragEnd;
   std::function<void(std::optional<WindowId>, std::optional<ScreenRect> tab)> onTabHover;
+  std::function<void(std::optional<WindowId>)> onDraggedOver;  // a file is, over this tab or none
 
   // Setters ask for layout and for a redraw of just what changed.
   void setTabs(std::vector<TabItem> tabs);
@@ -58,6 +60,8 @@ class TabStripView final : public View {
   void mouseEntered() override {}
   void mouseMoved(const MouseEvent& event) override;
   void mouseExited() override;
+  void draggingUpdated(ViewPoint location) override { notify(onDraggedOver, idUnder(location)); }
+  void draggingExited() override { notify(onDraggedOver, std::nullopt); }
 
  private:
   // The tab a press began on. Reports may move or take tabs away before the release, so the id decides.

@@ -36,6 +36,7 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
               wholePixels(services.density.ofPanel(services.toAx(frame_)).toPixels(services.toAx(frame_))),
               cornerPixels()),
       place_(services.connection, services.mirror, window_.id()),
+      dropTarget_(services.connection, window_.id()),
       pointer_(services.loop, [this] { return view_; }) {
   services_.sprites.expect(scale_);
 }
@@ -179,6 +180,7 @@ void X11Panel::orderOut() {
     View* const target = mouseTarget();
     pressedList_ = nullptr;
     mouse_.abandon(target);
+    if (alive) dropTarget_.leave(view_);
   });
   pointer_.panelLeft();
 }
@@ -431,6 +433,10 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
     case XCB_LEAVE_NOTIFY:
       if (!isCurrent(event)) return;
       return leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event));
+    case XCB_CLIENT_MESSAGE:
+      if (!isCurrent(event)) return;
+      return dropTarget_.handle(reinterpret_cast<const xcb_client_message_event_t&>(event), view_,
+                                window_.frame(), scale_);
     default:
       return;
   }

@@ -13,6 +13,7 @@
 #include "core/Alive.h"
 #include "platform/Panel.h"
 #include "platform/linux/drawing/ScaledTextMeasure.h"
+#include "platform/linux/panel/X11DropTarget.h"
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
@@ -126,6 +127,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   std::vector<QtListView*> lists_;
   QtListView* pressedList_ = nullptr;  // has the pointer until the button is released
   X11PanelMouse mouse_;
+  X11DropTarget dropTarget_;
   PointerPresence pointer_;
 
   QImage picture_;

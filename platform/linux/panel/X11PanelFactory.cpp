@@ -24,6 +24,8 @@ std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
     case XCB_ENTER_NOTIFY:
     case XCB_LEAVE_NOTIFY:
       return reinterpret_cast<const xcb_enter_notify_event_t&>(event).event;
+    case XCB_CLIENT_MESSAGE:
+      return reinterpret_cast<const xcb_client_message_event_t&>(event).window;
     default:
       return std::nullopt;
   }

@@ -46,6 +46,12 @@ constexpr std::pair<const char*, xcb_atom_t X11Atoms::*> atomNames[] = {
     {"_NET_WM_WINDOW_TYPE_DIALOG", &X11Atoms::typeDialog},
     {"_NET_WM_WINDOW_TYPE_DOCK", &X11Atoms::typeDock},
     {"_NET_WM_WINDOW_TYPE_DESKTOP", &X11Atoms::typeDesktop},
+    {"XdndAware", &X11Atoms::xdndAware},
+    {"XdndPosition", &X11Atoms::xdndPosition},
+    {"XdndStatus", &X11Atoms::xdndStatus},
+    {"XdndLeave", &X11Atoms::xdndLeave},
+    {"XdndDrop", &X11Atoms::xdndDrop},
+    {"XdndFinished", &X11Atoms::xdndFinished},
     {"_PELLAR_TIMESTAMP", &X11Atoms::pellarTimestamp},
 };
 

@@ -54,6 +54,12 @@ struct X11Atoms {
   xcb_atom_t typeDialog = 0;
   xcb_atom_t typeDock = 0;
   xcb_atom_t typeDesktop = 0;
+  xcb_atom_t xdndAware = 0;
+  xcb_atom_t xdndPosition = 0;
+  xcb_atom_t xdndStatus = 0;
+  xcb_atom_t xdndLeave = 0;
+  xcb_atom_t xdndDrop = 0;
+  xcb_atom_t xdndFinished = 0;
   xcb_atom_t pellarTimestamp = 0;
 };
 

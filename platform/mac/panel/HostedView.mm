@@ -18,6 +18,7 @@ using pellar::MouseEvent;
   if (self != nil) {
     // Since macOS 14 views do not clip by themselves, and a long text would be drawn over its neighbours.
     self.clipsToBounds = YES;
+    [self registerForDraggedTypes:@[ NSPasteboardTypeFileURL ]];
   }
   return self;
 }
@@ -175,6 +176,26 @@ using pellar::MouseEvent;
 
 - (void)mouseExited:(NSEvent*)event {
   [self pointerLeaves];
+}
+
+- (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender {
+  return [self draggingUpdated:sender];
+}
+
+- (NSDragOperation)draggingUpdated:(id<NSDraggingInfo>)sender {
+  if (_view != nullptr && self.window.visible)
+    _view->draggingUpdated(pellar::fromNSPoint<pellar::ViewSpace>([self convertPoint:sender.draggingLocation
+                                                                            fromView:nil]));
+  return NSDragOperationNone;
+}
+
+- (void)draggingExited:(id<NSDraggingInfo>)sender {
+  if (_view != nullptr) _view->draggingExited();
+}
+
+// Let go of over the view; AppKit sends this in place of the leaving.
+- (void)draggingEnded:(id<NSDraggingInfo>)sender {
+  [self draggingExited:sender];
 }
 
 @end
