@@ -228,6 +228,50 @@ TEST_P(Maximised, FullScreenAndBackLeavesItMaximised) {
   expectAsBefore(report, before);
 }
 
+// xfwm4 takes no notice of monitors that are not outputs.
+class BelowAnotherScreen : public Maximised {};
+INSTANTIATE_TEST_SUITE_P(WindowManagers, BelowAnotherScreen,
+                         ::testing::Values(WindowManager::openbox, WindowManager::metacity),
+                         [](const auto& manager) { return nameOf(manager.param); });
+
+// No room can be reserved on a screen below another one; there is room on that one.
+TEST_P(BelowAnotherScreen, AMaximisedWindowHasAllOfItAndTheStripIsAbove) {
+  desktop.run({"xrandr", "--setmonitor", "top", "1440/380x450/120+0+0", "screen"});
+  desktop.run({"xrandr", "--setmonitor", "bottom", "1440/380x450/120+0+450", "none"});
+  const auto report = editor().open("Report", {200, 560, 600, 200});
+  startPellar();
+  strip.waitUntilOver(report);
+  const auto before = desktop.frame(report);
+  for (int time = 1; time <= 10; ++time) {
+    SCOPED_TRACE(time);
+    setMaximised(report, true);
+    waitUntilFrame(report, {0, 450, 1440, 450});
+    strip.waitUntilOver(report);
+    waitUntilIdle();
+    EXPECT_TRUE(isMaximised(report));
+    EXPECT_EQ(strip.box()->y, 450 - Strip::height);
+    setMaximised(report, false);
+    expectAsBefore(report, before);
+  }
+}
+
+TEST_P(Maximised, AWindowThatFillsTheHeightOnlyKeepsThatState) {
+  const auto report = editor().open("Report", {200, 200, 600, 500});
+  startPellar();
+  strip.waitUntilOver(report);
+  const auto before = desktop.frame(report);
+  for (int time = 1; time <= 3; ++time) {
+    SCOPED_TRACE(time);
+    desktop.setState(report, "_NET_WM_STATE_MAXIMIZED_VERT", true);
+    waitUntilFrame(report, {before.x, Strip::height, before.width, 900 - Strip::height});
+    strip.waitUntilOver(report);
+    waitUntilIdle();
+    EXPECT_TRUE(isMaximised(report));
+    desktop.setState(report, "_NET_WM_STATE_MAXIMIZED_VERT", false);
+    expectAsBefore(report, before);
+  }
+}
+
 }  // namespace
 
 }  // namespace pellar::e2e

@@ -77,7 +77,14 @@ milliseconds X11Rest::untilRest(xcb_window_t window) const {
   return std::chrono::ceil<milliseconds>(found->second.restsAt - loop_.uptime());
 }
 
+bool X11Rest::isHeldBelowAnotherScreen(xcb_window_t window) const {
+  const X11Window* found = mirror_.find(window);
+  return found != nullptr && found->maximizedVertically && density_.map().hasMonitorAbove(found->frame());
+}
+
 Subscription X11Rest::onceAtRest(xcb_window_t window, std::function<void()> callback) {
+  // The end of its state is a change that has everything looked at again.
+  if (isHeldBelowAnotherScreen(window)) return Subscription([] {});
   if (untilRest(window) <= milliseconds(0)) return {};
   const auto waiting = std::make_shared<Wait>(Wait{window, std::move(callback), {}});
   wait(waiting);

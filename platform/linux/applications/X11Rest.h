@@ -19,7 +19,11 @@ namespace pellar {
 // after the other and in an order of its own, and takes a write in between for the frame that it is to give
 // back later. So a window whose state changed, or whose frame did while it fills its screen from top to
 // bottom, is at rest only after a while in which nothing more was heard; any other one soon after its last
-// move. Main thread only.
+// move.
+//
+// A window that is maximised on a screen below another one stays where its window manager holds it: no room
+// can be reserved above it, and to move it would take its state and its old frame away. Its strip has room on
+// the screen above. Main thread only.
 class X11Rest {
  public:
   X11Rest(const X11Mirror& mirror, const X11Density& density, const ScreenList& screens, MainLoop& loop);
@@ -40,6 +44,7 @@ class X11Rest {
   };
   struct Wait;
 
+  [[nodiscard]] bool isHeldBelowAnotherScreen(xcb_window_t window) const;
   [[nodiscard]] bool reachesFromTopToBottom(const X11Window& window) const;
   [[nodiscard]] std::chrono::milliseconds untilRest(xcb_window_t window) const;
   void wait(const std::shared_ptr<Wait>& waiting);

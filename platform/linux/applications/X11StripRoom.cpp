@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <utility>
 
 namespace pellar {
 namespace {
@@ -42,13 +43,18 @@ void X11StripRoom::update(const std::optional<PixelRect>& strip) {
   noteStrip(strip);
   if (!stale_) return;
   stale_ = false;
-  windows_.clear();
+  const auto before = std::exchange(windows_, {});
   std::set<Reserve> wanted;
   for (const xcb_window_t id : mirror_.clientList()) {
     const X11Window& window = *mirror_.find(id);
     if (!needsRoom(window)) continue;
-    windows_.insert(id);
-    if (const auto reserve = reserveFor(window.frame())) wanted.insert(*reserve);
+    const RootRect frame = window.frame();
+    const auto known = before.find(id);
+    // A window manager that knows other monitors would take the window to and fro with each change of mind.
+    const bool stays = known != before.end() && known->second.intersects(frame);
+    const RootRect monitor = stays ? known->second : density_.map().holding(frame).pixels();
+    windows_[id] = monitor;
+    if (const auto reserve = reserveFor(monitor)) wanted.insert(*reserve);
   }
   // The new ones first, so that windows are not resized twice.
   for (const Reserve& each : wanted) {
@@ -87,15 +93,10 @@ bool X11StripRoom::needsRoom(const X11Window& window) const {
   return application != nullptr && withStrip_.contains(application->pid);
 }
 
-std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const RootRect& window) const {
+std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const RootRect& pixels) const {
   const PointMap& map = density_.map();
-  const MonitorMap& monitor = map.holding(window);
-  const RootRect& pixels = monitor.pixels();
-  const bool hasOneAbove = std::ranges::any_of(map.monitors(), [&](const MonitorMap& each) {
-    const RootRect& other = each.pixels();
-    return other.y < pixels.y && other.x < pixels.maxX() && pixels.x < other.maxX();
-  });
-  if (hasOneAbove) return std::nullopt;
+  if (map.hasMonitorAbove(pixels)) return std::nullopt;
+  const MonitorMap& monitor = map.holding(pixels);
   const auto screens = screens_.screens();
   for (const Screen& screen : screens) {
     const double height = screens.front().frame.height;

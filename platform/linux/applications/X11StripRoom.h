@@ -46,7 +46,7 @@ class X11StripRoom {
 
   void noteStrip(const std::optional<PixelRect>& strip);
   [[nodiscard]] bool needsRoom(const X11Window& window) const;
-  [[nodiscard]] std::optional<Reserve> reserveFor(const RootRect& window) const;
+  [[nodiscard]] std::optional<Reserve> reserveFor(const RootRect& pixels) const;
   [[nodiscard]] xcb_window_t reserve(const Reserve& reserve);
 
   X11Connection& connection_;
@@ -55,10 +55,10 @@ class X11StripRoom {
   const X11Density& density_;
   X11ScreenList& screens_;
   bool stale_ = true;
-  int height_ = 0;                        // of the strip, pixels
-  std::set<ProcessId> withStrip_;         // applications that had a strip when they were last in front
-  std::set<xcb_window_t> windows_;        // those that room is reserved for
-  std::map<Reserve, xcb_window_t> made_;  // each by a window of its own
+  int height_ = 0;                            // of the strip, pixels
+  std::set<ProcessId> withStrip_;             // applications that had a strip when they were last in front
+  std::map<xcb_window_t, RootRect> windows_;  // those that room is reserved for, each on its monitor
+  std::map<Reserve, xcb_window_t> made_;      // each by a window of its own
 };
 
 }  // namespace pellar

@@ -108,4 +108,12 @@ RootPoint PointMap::toPixels(AxPoint corner, Size pixels) const {
   return held;
 }
 
+bool PointMap::hasMonitorAbove(const RootRect& pixels) const {
+  const RootRect& own = holding(pixels).pixels();
+  return std::ranges::any_of(monitors_, [&](const MonitorMap& each) {
+    const RootRect& other = each.pixels();
+    return other.y < own.y && other.x < own.maxX() && own.x < other.maxX();
+  });
+}
+
 }  // namespace pellar

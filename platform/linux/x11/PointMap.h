@@ -58,6 +58,9 @@ class PointMap {
   // A rectangle that came from pixels belongs to the monitor that it came from.
   [[nodiscard]] const MonitorMap& holding(const AxRect& points) const;
 
+  // Whether another monitor is above the one that holds most of something.
+  [[nodiscard]] bool hasMonitorAbove(const RootRect& pixels) const;
+
   [[nodiscard]] AxPoint toPoints(RootPoint pixel) const { return holding(pixel).toPoints(pixel); }
   [[nodiscard]] AxRect toPoints(const RootRect& pixels) const { return holding(pixels).toPoints(pixels); }
   [[nodiscard]] RootRect toPixels(const AxRect& points) const { return holding(points).toPixels(points); }
