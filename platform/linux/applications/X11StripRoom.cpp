@@ -134,6 +134,8 @@ xcb_window_t X11StripRoom::reserve(const Reserve& reserve) {
   constexpr std::uint32_t inputHint = 1;
   numbers(atoms.netWmStrutPartial, XCB_ATOM_CARDINAL,
           std::array<std::uint32_t, 12>{0, 0, depth, 0, 0, 0, 0, 0, first, last, 0, 0});
+  // For window managers that know only what is reserved along a whole edge.
+  numbers(atoms.netWmStrut, XCB_ATOM_CARDINAL, std::array<std::uint32_t, 4>{0, 0, depth, 0});
   numbers(atoms.netWmWindowType, XCB_ATOM_ATOM, std::array{atoms.typeDock});
   numbers(atoms.netWmDesktop, XCB_ATOM_CARDINAL, std::array{everyDesktop});
   numbers(atoms.netWmPid, XCB_ATOM_CARDINAL, std::array{static_cast<std::uint32_t>(getpid())});
