@@ -125,6 +125,10 @@ void X11Panel::noteStacking() {
   });
 }
 
+void X11Panel::noteConfigured(const xcb_configure_notify_event_t& event) {
+  if (visible_ && place_.note(event)) noteStacking();
+}
+
 void X11Panel::takePlaceAgain() {
   if (!visible_) return;
   if (refusals_ < mostRefusals) {

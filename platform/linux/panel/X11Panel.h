@@ -72,6 +72,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void handle(const xcb_generic_event_t& event);
   // The window manager has changed the stack.
   void noteStacking();
+  // Another window has been configured.
+  void noteConfigured(const xcb_configure_notify_event_t& event);
   // These windows are new, changed or gone.
   void noteWindows(const std::set<xcb_window_t>& changed);
   // A compositing program came or went.

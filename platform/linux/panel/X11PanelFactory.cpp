@@ -103,6 +103,11 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
     for (const auto& [window, panel] : panels_) panel->noteStacking();
     return;
   }
+  if ((event.response_type & 0x7fU) == XCB_CONFIGURE_NOTIFY) {
+    for (const auto& [window, panel] : panels_)
+      panel->noteConfigured(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+    return;
+  }
   const auto window = windowOf(event);
   if (!window || panels_.count(*window) == 0) return;
   // Only where the pointer is now matters.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "platform/linux/x11/XcbReply.h"
 
@@ -32,6 +33,17 @@ bool X11StackPlace::keep() {
 
 void X11StackPlace::takeAgain() {
   if (!isOnTop() && frameNow() != XCB_WINDOW_NONE) take();
+}
+
+bool X11StackPlace::note(const xcb_configure_notify_event_t& event) {
+  // A window manager's own report says nothing of the stack.
+  const bool synthetic = (event.response_type & 0x80U) != 0;
+  if (synthetic || isOnTop() || frame_ == XCB_WINDOW_NONE || event.window == panel_) return false;
+  if (event.window != frame_) return event.above_sibling == frame_;
+  // Above the panel, and so another window will be below it.
+  constexpr xcb_window_t unknown = XCB_WINDOW_NONE;
+  const xcb_window_t below = event.above_sibling == panel_ ? unknown : event.above_sibling;
+  return std::exchange(belowFrame_, below) != below || below == unknown;
 }
 
 std::vector<xcb_window_t> X11StackPlace::coveredWindows() const {

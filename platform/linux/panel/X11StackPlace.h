@@ -31,6 +31,9 @@ class X11StackPlace {
   bool keep();
   // Takes the place of a panel that belongs to a window whose frame is known, for the stack has changed.
   void takeAgain();
+  // Whether the window has moved in the stack by this event, or another one to right above it. A window that
+  // is merely moved, perhaps a hundred times a second, stays above the same one.
+  [[nodiscard]] bool note(const xcb_configure_notify_event_t& event);
   // The windows that should stand above the panel and stand below it. Asks the server.
   [[nodiscard]] std::vector<xcb_window_t> coveredWindows() const;
 
@@ -42,7 +45,8 @@ class X11StackPlace {
   const X11Mirror& mirror_;
   xcb_window_t panel_;
   xcb_window_t client_ = XCB_WINDOW_NONE;
-  xcb_window_t frame_ = XCB_WINDOW_NONE;  // above which the place was taken
+  xcb_window_t frame_ = XCB_WINDOW_NONE;       // above which the place was taken
+  xcb_window_t belowFrame_ = XCB_WINDOW_NONE;  // as the frame's last event told
 };
 
 }  // namespace pellar

@@ -79,6 +79,26 @@ TEST_F(X11StackPlaceTest, APanelOfNoWindowIsNotMovedWhenTheStackChanges) {
   EXPECT_EQ(height(panel), before);
 }
 
+TEST_F(X11StackPlaceTest, AWindowThatIsMerelyMovedSaysNothingOfTheStack) {
+  standOver(report);
+  xcb_configure_notify_event_t event{};
+  event.response_type = XCB_CONFIGURE_NOTIFY;
+  event.event = event.window = frameOf(report);
+  event.above_sibling = 1;
+  EXPECT_TRUE(place->note(event)) << "where it stood is not known";
+  for (int step = 0; step < 10; ++step) EXPECT_FALSE(place->note(event));
+  event.above_sibling = 2;
+  EXPECT_TRUE(place->note(event));
+  event.above_sibling = panel;
+  EXPECT_TRUE(place->note(event));
+  EXPECT_TRUE(place->note(event)) << "once more above the panel";
+  // Another one, elsewhere and right above the window.
+  event.event = event.window = frameOf(plan);
+  EXPECT_FALSE(place->note(event));
+  event.above_sibling = frameOf(report);
+  EXPECT_TRUE(place->note(event));
+}
+
 TEST_F(X11StackPlaceTest, AWindowThatIsGoneLeavesThePanelWhereItIs) {
   standOver(report);
   const auto before = height(panel);
