@@ -111,7 +111,9 @@ void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& a
       },
       [&] { documents_->resolvePathsIfNeeded(*app, windows); }, [&] { makeRoom(); },
       // Asked again: the steps before may have taken long.
-      [&] { mustHide() ? hide() : show(); });
+      [&] { mustHide() ? hide() : show(); },
+      // The strip first: a disk may take its time.
+      [&] { documents_->enterRecentFiles(*app, windows); });
 }
 
 // The user works in the strip itself. Also when neither program has an identifier to tell.

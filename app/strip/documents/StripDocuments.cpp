@@ -54,7 +54,6 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
   for (const auto& each : windows) paths_->adopt(each);
   paths_->askForUnknown(app, windows);
   closeRenames(windows);
-  recordRecent(app, windows);
 }
 
 // A script that was given up goes on in its application, so that a rename may end long after it failed here.
@@ -85,7 +84,7 @@ void StripDocuments::whenFree(Action action) {
 }
 
 // Each document is entered once a run, when it is first seen open.
-void StripDocuments::recordRecent(const TrackedApp& app, const WindowList& windows) {
+void StripDocuments::enterRecentFiles(const TrackedApp& app, const WindowList& windows) {
   std::vector<std::string> fresh;
   for (const auto& each : windows)
     if (const auto known = paths_->of(*each); known && recordedRecent_.insert(known->path).second)

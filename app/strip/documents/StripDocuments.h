@@ -30,9 +30,11 @@ class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
                  std::shared_ptr<Automation> automation, std::shared_ptr<PlaceInFront> place,
                  std::shared_ptr<const TrackedPicture> picture, std::shared_ptr<WindowActions> actions);
 
-  // Learns the files behind the windows of a new picture, and enters documents not seen in this run into the
-  // recent files. May wait for the application.
+  // Learns the files behind the windows of a new picture. May wait for the application.
   void resolvePathsIfNeeded(const TrackedApp& app, const WindowList& windows);
+  // Enters the documents of a picture that were not seen in this run into the recent files. Waits for the
+  // disk.
+  void enterRecentFiles(const TrackedApp& app, const WindowList& windows);
 
   // Asks for a new name and renames the document; its colour goes with it, also when the application saves
   // under that name only later. Nothing is asked without a path, or about a window that is gone.
@@ -68,7 +70,6 @@ class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
   void closeRenames(const WindowList& windows);
   void moveTag(const std::string& from, const std::string& to);
   void askGroupName(const WindowList& windows);
-  void recordRecent(const TrackedApp& app, const WindowList& windows);
 
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <chrono>
 #include <map>
+#include <string_view>
+#include <system_error>
 
 #include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/BrokenFileOperations.h"
@@ -65,12 +67,18 @@ TEST_F(RecordedRecent, DocumentsSeenTogetherAreSavedTogether) {
     open(name).setDocument("file:///" + std::string(name) + ".txt");
   test::BrokenFileOperations files;
   const auto store = std::make_shared<StateStore>(pellar.store().url(), files);
+  bool isShown = false;
+  files.before = [&](std::string_view) {
+    EXPECT_TRUE(isShown) << "a disk that takes its time does not hold up the strip";
+    return std::error_code{};
+  };
   const auto platform = mac.platform();
   const auto tracker = WindowTracker::create(platform.accessibility, platform.workspace, platform.mainLoop);
   const auto automation = std::make_shared<Automation>(platform);
   const auto paths = std::make_shared<DocumentPaths>(platform, tracker, automation);
   const auto controller = StripController::create(tracker, store, paths, automation,
                                                   PlaceInFront::create(platform.workspace), platform);
+  controller->canCycleMayHaveChanged = [&isShown] { isShown = true; };
   tracker->start();
   mac.settle();
   EXPECT_EQ(store->state().recent.size(), 3U);
