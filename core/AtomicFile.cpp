@@ -1,8 +1,10 @@
 #include "core/AtomicFile.h"
 
+#include <signal.h>
 #include <unistd.h>
 
-#include <algorithm>
+#include <cerrno>
+#include <charconv>
 #include <system_error>
 #include <utility>
 
@@ -36,13 +38,21 @@ fs::path folderOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
-// "<name>.<digits>.tmp", as this and earlier runs name their temporary files.
-bool isTemporaryOf(std::string_view name, std::string_view file) {
+// Whether a process may still be writing. One of another user's refuses the question and lives.
+bool isAlive(pid_t process) {
+  return process != ::getpid() && (::kill(process, 0) == 0 || errno == EPERM);
+}
+
+// "<name>.<process number>.tmp" of a process that has ended, as this and earlier runs name their temporary
+// files.
+bool isLeftoverOf(std::string_view name, std::string_view file) {
   if (!name.starts_with(file) || !name.ends_with(temporarySuffix)) return false;
   name.remove_prefix(file.size());
   if (name.size() < temporarySuffix.size() + 2 || name.front() != '.') return false;
   const std::string_view digits = name.substr(1, name.size() - 1 - temporarySuffix.size());
-  return std::all_of(digits.begin(), digits.end(), [](char digit) { return digit >= '0' && digit <= '9'; });
+  pid_t process = 0;
+  const auto [end, error] = std::from_chars(digits.begin(), digits.end(), process);
+  return error == std::errc{} && end == digits.end() && process > 0 && !isAlive(process);
 }
 
 }  // namespace
@@ -72,7 +82,9 @@ std::optional<std::string> AtomicFile::replace(std::string_view content) {
     return failure("cannot replace", target, error);
   }
   const fs::path folder = folderOf(target);
-  if (const auto error = operations_.flushFolder(folder)) return failure("cannot flush", folder, error);
+  const std::error_code error = operations_.flushFolder(folder);
+  // A folder that may be written to and not be opened gives the program no way to flush it.
+  if (error && error != std::errc::permission_denied) return failure("cannot flush", folder, error);
   return std::nullopt;
 }
 
@@ -95,7 +107,8 @@ std::optional<std::string> AtomicFile::writeTemporary(const fs::path& temporary,
   return std::nullopt;
 }
 
-// A run that crashed while it saved leaves its temporary file behind.
+// A run that crashed while it saved leaves its temporary file behind. That of a process which lives is its
+// own: removed under its hands, its save would fail.
 void AtomicFile::removeLeftovers(const fs::path& target) {
   if (leftoversRemoved_) return;
   leftoversRemoved_ = true;
@@ -103,7 +116,7 @@ void AtomicFile::removeLeftovers(const fs::path& target) {
   const fs::path folder = folderOf(target);
   for (const std::string& other : operations_.names(folder)) {
     // A temporary file that stays does no harm.
-    if (isTemporaryOf(other, name)) operations_.remove(folder / other);
+    if (isLeftoverOf(other, name)) operations_.remove(folder / other);
   }
 }
 

@@ -85,6 +85,10 @@ class SystemFileOperations final : public FileOperations {
     return ::close(descriptor) < 0 && errno != EINTR ? lastError() : std::error_code{};
   }
 
+  std::error_code restrictToOwner(const fs::path& file) override {
+    return ::chmod(file.c_str(), 0600) < 0 ? lastError() : std::error_code{};
+  }
+
   std::error_code rename(const fs::path& from, const fs::path& to) override {
     return ::rename(from.c_str(), to.c_str()) < 0 ? lastError() : std::error_code{};
   }

@@ -27,6 +27,8 @@ class FileOperations {
   virtual std::error_code flush(int descriptor) = 0;
   // The descriptor is gone afterwards, also on failure.
   virtual std::error_code close(int descriptor) = 0;
+  // Makes the file readable and writable by the owner only.
+  virtual std::error_code restrictToOwner(const std::filesystem::path& file) = 0;
   // Replaces `to` with `from` in one step.
   virtual std::error_code rename(const std::filesystem::path& from, const std::filesystem::path& to) = 0;
   // Returns once the content of a file that another program wrote is on the disk.

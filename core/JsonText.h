@@ -1,12 +1,15 @@
 #pragma once
 
+#include <nlohmann/json_fwd.hpp>
 #include <string_view>
 
-// JSON as it comes from files and servers, before a parser reads it.
+// JSON as it comes from files and servers.
 namespace pellar::JsonText {
 
-// Whether a parser may read the text: it has no zero byte, which parsers take for the end, and is not nested
-// so deep that it costs more memory than its length.
-bool isHarmless(std::string_view text);
+// The value that the text stands for; discarded when it is no JSON, has a zero byte, which a parser would
+// take for the end, or is nested so deep that it costs more memory than its length. A number beyond every
+// double is read as a list, so that it has the wrong type under a key for numbers, and does no harm under
+// others.
+nlohmann::json parsed(std::string_view text);
 
 }  // namespace pellar::JsonText

@@ -1,5 +1,6 @@
 #include "core/StateCoding.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <limits>
@@ -151,9 +152,28 @@ std::string encodeState(const AppState& state) {
   return json.dump(2);
 }
 
+std::set<std::string> namesLeftOut(const AppState& state) {
+  std::set<std::string> names;
+  const auto look = [&](const std::string& name) {
+    if (!Utf8::isValid(name)) names.insert(name);
+  };
+  for (const auto& [key, color] : state.tags) look(key);
+  for (const auto& [name, paths] : state.groups) {
+    look(name);
+    std::ranges::for_each(paths, look);
+  }
+  for (const auto& [path, time] : state.recent) look(path);
+  for (const auto& [path, app] : state.recentApp) {
+    look(path);
+    look(app);
+  }
+  for (const auto& [app, enabled] : state.settings.apps) look(app);
+  std::ranges::for_each(state.settings.hiddenApps, look);
+  return names;
+}
+
 std::optional<AppState> decodeState(std::string_view text) {
-  if (!JsonText::isHarmless(text)) return std::nullopt;
-  const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
+  const Json json = JsonText::parsed(text);
   AppState state;
   if (!json.is_object() || !decodeKey(json, "tags", state.tags) || !decodeKey(json, "groups", state.groups) ||
       !decodeKey(json, "settings", state.settings) || !decodeKey(json, "recent", state.recent) ||

@@ -55,8 +55,7 @@ std::string encodeUpdateInfo(const UpdateInfo& info) {
 }
 
 std::optional<UpdateInfo> decodeUpdateInfo(std::string_view text) {
-  if (!JsonText::isHarmless(text)) return std::nullopt;
-  const Json json = Json::parse(text, nullptr, /*allow_exceptions=*/false);
+  const Json json = JsonText::parsed(text);
   UpdateInfo info;
   if (!json.is_object() || !decodeRequired(json, "latest", info.latest) ||
       !decodeOptional(json, "min", info.min) || !decodeOptional(json, "notes", info.notes) ||

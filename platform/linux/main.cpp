@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "app/shell/AppDelegate.h"
+#include "core/FileSizeLimit.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/desktop/SingleInstance.h"
 #include "platform/linux/system/TemporaryVariable.h"
@@ -100,6 +101,7 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
 }  // namespace
 
 int main() {
+  pellar::FileSizeLimit::makeAnError();
   auto opened = X11Connection::open();
   if (const auto* failure = std::get_if<X11Failure>(&opened)) {
     say(failure->sentence);

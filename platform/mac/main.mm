@@ -5,6 +5,7 @@
 
 #include "app/shell/AlreadyRunning.h"
 #include "app/shell/AppDelegate.h"
+#include "core/FileSizeLimit.h"
 #include "platform/MainLoop.h"
 #include "platform/mac/MacPlatform.h"
 #include "platform/mac/desktop/EditingKeys.h"
@@ -115,6 +116,7 @@ id<NSApplicationDelegate> delegate;
 }  // namespace
 
 int main() {
+  pellar::FileSizeLimit::makeAnError();
   @autoreleasepool {
     application = NSApplication.sharedApplication;
     // The system starts a bundle once, unless it is told otherwise (open -n) or there are two copies of it.

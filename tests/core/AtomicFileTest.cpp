@@ -1,5 +1,9 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include <algorithm>
 
 #include "core/AtomicFile.h"
 #include "platform/sim/system/TemporaryFolder.h"
@@ -96,6 +100,31 @@ TEST(AtomicFile, SaysWhenTheFolderCouldNotBeFlushed) {
   EXPECT_EQ(content(folder / "state.json"), "new");
 }
 
+// Others may put files into such a folder and not look into it.
+TEST(AtomicFile, AFolderThatMayNotBeOpenedHindersNoSave) {
+  const TemporaryFolder folder;
+  const fs::path inside = folder / "drop";
+  fs::create_directory(inside);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr id_t other = 65534;
+    // Root may open any folder.
+    if (::getuid() == 0) {
+      fs::permissions(folder.path(), fs::perms(0711));
+      if (::chown(inside.c_str(), other, other) != 0 || ::setgid(other) != 0 || ::setuid(other) != 0)
+        ::_exit(2);
+    }
+    if (::chmod(inside.c_str(), 0300) != 0) ::_exit(3);
+    if (!systemFileOperations().flushFolder(inside)) ::_exit(4);
+    ::_exit(AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0);
+  }
+  int status = -1;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  fs::permissions(inside, fs::perms::owner_all);
+  EXPECT_EQ(content(inside / "state.json"), "new");
+}
+
 TEST(AtomicFile, SucceedsAgainOnceTheDiskHasRoom) {
   const TemporaryFolder folder;
   BrokenFileOperations operations;
@@ -110,20 +139,68 @@ TEST(AtomicFile, SucceedsAgainOnceTheDiskHasRoom) {
   EXPECT_EQ(content(folder / "state.json"), "new");
 }
 
+// The number of a process that has ended.
+std::string endedProcess() {
+  const pid_t process = ::fork();
+  if (process == 0) ::_exit(0);
+  EXPECT_EQ(::waitpid(process, nullptr, 0), process);
+  return std::to_string(process);
+}
+
 TEST(AtomicFile, ClearsAwayWhatACrashedRunLeft) {
   const TemporaryFolder folder;
-  for (const char* name : {"state.json.1.tmp", "state.json.99999.tmp", "state.json.tmp", "state.json.x.tmp",
-                           "state.json..tmp", "other.json.1.tmp", "state.json.1.tmp.txt"}) {
+  const std::string ended = endedProcess();
+  for (const std::string& name :
+       {"state.json." + ended + ".tmp", "state.json." + std::to_string(::getpid()) + ".tmp",
+        std::string("state.json.tmp"), std::string("state.json.x.tmp"), std::string("state.json..tmp"),
+        "other.json." + ended + ".tmp", "state.json." + ended + "x.tmp",
+        "state.json." + ended + ".tmp.txt"}) {
     put(folder / name, "half");
   }
   EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
-  EXPECT_EQ(names(folder.path()), (Names{"other.json.1.tmp", "state.json", "state.json..tmp",
-                                         "state.json.1.tmp.txt", "state.json.tmp", "state.json.x.tmp"}));
+  Names left{"other.json." + ended + ".tmp",
+             "state.json",
+             "state.json..tmp",
+             "state.json." + ended + ".tmp.txt",
+             "state.json." + ended + "x.tmp",
+             "state.json.tmp",
+             "state.json.x.tmp"};
+  std::ranges::sort(left);
+  EXPECT_EQ(names(folder.path()), left);
+}
+
+TEST(AtomicFile, LeavesWhatALivingProcessIsWriting) {
+  const TemporaryFolder folder;
+  const std::string writing = "state.json." + std::to_string(::getppid()) + ".tmp";
+  put(folder / writing, "half");
+  EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(names(folder.path()), (Names{"state.json", writing}));
+}
+
+// One file system, two programs: the second saves while the first is in the midst of it.
+TEST(AtomicFile, ASecondWriterDoesNotCostTheFirstItsSave) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  operations.before = [&](std::string_view step) {
+    if (step == "flush") {
+      const pid_t second = ::fork();
+      if (second == 0) {
+        ::_exit(AtomicFile(folder / "state.json", systemFileOperations()).replace("second") ? 1 : 0);
+      }
+      int status = -1;
+      EXPECT_EQ(::waitpid(second, &status, 0), second);
+      EXPECT_EQ(status, 0);
+    }
+    return std::error_code{};
+  };
+  EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("first"), std::nullopt);
+  EXPECT_EQ(content(folder / "state.json"), "first");
+  EXPECT_EQ(names(folder.path()), Names{"state.json"});
 }
 
 TEST(AtomicFile, AFolderInPlaceOfALeftoverIsNoHindrance) {
   const TemporaryFolder folder;
-  fs::create_directory(folder / "state.json.1.tmp");
+  fs::create_directory(folder / ("state.json." + endedProcess() + ".tmp"));
   EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
   EXPECT_EQ(content(folder / "state.json"), "new");
 }

@@ -7,7 +7,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <csignal>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -15,6 +14,7 @@
 #include <thread>
 #include <vector>
 
+#include "core/FileSizeLimit.h"
 #include "core/Log.h"
 #include "tests/support/Files.h"
 #include "tests/support/LogReader.h"
@@ -151,7 +151,7 @@ TEST_F(LogTest, OnAFullDiskNothingHappens) {
 TEST_F(LogTest, AFileThatMayNotGrowKeepsWhatItHas) {
   const std::string earlier(4096, 'e');
   put(file, earlier);
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  FileSizeLimit::makeAnError();
   rlimit whole{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &whole), 0);
   rlimit small = whole;
@@ -159,7 +159,6 @@ TEST_F(LogTest, AFileThatMayNotGrowKeepsWhatItHas) {
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
   Log::write("x");
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &whole), 0);
-  std::signal(SIGXFSZ, handler);
   EXPECT_EQ(content(file), earlier);
 }
 

@@ -157,6 +157,29 @@ TEST(StateFile, WhatIsNoJsonObjectIsRefused) {
   }
 }
 
+TEST(StateFile, ANumberTooLargeUnderAnUnknownKeyIsIgnored) {
+  const std::string digits(400, '9');
+  for (const std::string& number :
+       {std::string("1e999"), std::string("-1.5E+999"), digits, "-" + digits, digits + ".5"}) {
+    EXPECT_EQ(decodeState(R"({"x":)" + number + "}"), AppState{}) << number;
+    EXPECT_EQ(decodeState(R"({"x": [1, )" + number + R"( ,2], "settings": {"y": {"z":)" + number + "}}}"),
+              AppState{});
+    EXPECT_EQ(decodeState(R"({"recent": {"a": )" + number + "}}"), std::nullopt)
+        << "of a known key it is wrong";
+    EXPECT_EQ(decodeState(R"({"settings": {"hiddenApps": [)" + number + "]}}"), std::nullopt);
+    EXPECT_EQ(decodeState(R"({"settings": {"hiddenApps": )" + number + "}}"), std::nullopt);
+    EXPECT_EQ(decodeState(R"({"groups": {"a": )" + number + "}}"), std::nullopt);
+    EXPECT_EQ(decodeState("{" + number + ": 1}"), std::nullopt);
+    EXPECT_EQ(decodeState(R"({"tags": {"\"x\\": "\": )" + number + R"("}})")->tags.at("\"x\\"),
+              "\": " + number)
+        << "a text stays as it is";
+  }
+  for (const char* malformed :
+       {"1e999e", "1e+", "01e999", ".1e999", "1.e999", "--1e999", "1e9-99", "+1e999"}) {
+    EXPECT_EQ(decodeState(R"({"x":)" + std::string(malformed) + "}"), std::nullopt) << malformed;
+  }
+}
+
 TEST(StateFile, AByteOrderMarkAndWhiteSpaceDoNotHurt) {
   EXPECT_EQ(decodeState("\xEF\xBB\xBF{}"), AppState{});
   EXPECT_EQ(decodeState("\r\n\t {} \n"), AppState{});

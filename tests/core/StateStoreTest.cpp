@@ -3,8 +3,9 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <csignal>
+#include <utility>
 
+#include "core/FileSizeLimit.h"
 #include "core/Log.h"
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
@@ -99,13 +100,149 @@ TEST_F(StateStoreTest, BadFilesYieldDefaultsSilentlyAndStayUntilTheNextSave) {
         std::string("{\"settings\": {\"autoSaveMinutes\": \"5\"}}"), std::string(1000, '\0'),
         std::string("{\"tags\": {\"a\": \"\xFF\"}}"), std::string("[]")}) {
     put(file, bad);
+    const auto logged = log.messages().size();
     StateStore store(file);
     EXPECT_EQ(store.state(), AppState{}) << bad;
     EXPECT_EQ(content(file), bad);
-    EXPECT_EQ(log.text(), "");
+    EXPECT_EQ(log.messages().size(), logged);
     store.save();
     EXPECT_EQ(content(file), encodeState(AppState{}));
   }
+}
+
+class UnreadStateTest : public StateStoreTest {
+ protected:
+  using Names = std::vector<std::string>;
+  // The first save of a program that found what is in the file.
+  void save() const { StateStore(file).update(hideEditor); }
+
+  fs::path kept = folder / "Pellar/state.json.unreadable";
+  // Once a hand slipped in an editor.
+  std::string broken = R"({"tags": {"/a.docx": "red",}})";
+};
+
+TEST_F(UnreadStateTest, AFileThatWasNotUnderstoodIsKeptBesideTheNewOne) {
+  put(file, broken);
+  StateStore store(file);
+  EXPECT_FALSE(fs::exists(kept)) << "nothing is touched before the first save";
+  store.update(hideEditor);
+  EXPECT_EQ(content(kept), broken);
+  EXPECT_EQ(mode(kept), 0600U);
+  EXPECT_EQ(loaded(), store.state());
+  EXPECT_EQ(log.messages(), Names{"state file not understood, kept as " + kept.string()});
+  store.save();
+  EXPECT_EQ(content(kept), broken) << "only the first save keeps it";
+  EXPECT_EQ(log.messages().size(), 1U);
+}
+
+TEST_F(UnreadStateTest, OnlyTheLastFileThatWasNotUnderstoodIsKept) {
+  for (const std::string& text : {std::string("first"), broken}) {
+    put(file, text);
+    save();
+  }
+  EXPECT_EQ(content(kept), broken);
+  EXPECT_EQ(names(file.parent_path()), (Names{"state.json", "state.json.unreadable"}));
+}
+
+TEST_F(UnreadStateTest, NothingIsKeptOfAFileThatWasUnderstoodOrIsEmptyOrMissing) {
+  save();
+  save();
+  put(file, "");
+  save();
+  EXPECT_EQ(names(file.parent_path()), Names{"state.json"});
+  EXPECT_EQ(log.text(), "");
+}
+
+// With the reason gone, the user has his colours and groups back from there.
+TEST_F(UnreadStateTest, AFileThatCouldNotBeReadForAMomentIsKept) {
+  StateStore(file).update(hideEditor);
+  const std::string before = content(file);
+  for (const auto trouble :
+       {std::errc::io_error, std::errc::permission_denied, std::errc::too_many_files_open}) {
+    put(file, before);
+    fs::remove(kept);
+    BrokenFileOperations operations;
+    operations.before = [&](std::string_view step) {
+      return step == "read" ? std::make_error_code(trouble) : std::error_code{};
+    };
+    StateStore(file, operations).save();
+    EXPECT_EQ(content(kept), before);
+    EXPECT_EQ(content(file), encodeState(AppState{}));
+  }
+}
+
+TEST_F(UnreadStateTest, AFileTooLargeToReadIsMovedAside) {
+  put(file, "{}");
+  fs::resize_file(file, StateStore::largestFile + 1);
+  save();
+  EXPECT_EQ(fs::file_size(kept), StateStore::largestFile + 1);
+  EXPECT_EQ(loaded().settings.hiddenApps.size(), 1U);
+}
+
+TEST_F(UnreadStateTest, WhatCannotBeKeptIsNotOverwritten) {
+  put(file, broken);
+  fs::create_directories(kept / "in the way");
+  save();
+  EXPECT_EQ(content(file), broken);
+  ASSERT_EQ(log.messages().size(), 1U);
+  EXPECT_TRUE(log.messages()[0].starts_with("state save failed: cannot keep the old file as ")) << log.text();
+}
+
+TEST_F(UnreadStateTest, AFileThatWasTakenAwayMeanwhileHindersNoSave) {
+  put(file, broken);
+  StateStore store(file);
+  fs::remove(file);
+  store.update(hideEditor);
+  EXPECT_EQ(loaded(), store.state());
+  EXPECT_EQ(log.text(), "");
+}
+
+TEST_F(UnreadStateTest, ALinkStaysALink) {
+  put(folder / "elsewhere.json", broken);
+  fs::create_directories(file.parent_path());
+  fs::create_symlink(folder / "elsewhere.json", file);
+  save();
+  EXPECT_TRUE(fs::is_symlink(file));
+  EXPECT_EQ(content(kept), broken);
+}
+
+// A newer version may write anything under keys of its own.
+TEST_F(UnreadStateTest, ANumberTooLargeUnderAnUnknownKeyCostsNothing) {
+  put(file, R"({"later": {"limit": 1e999, "least": [-1e999]}, "tags": {"/a.docx": "red"}})");
+  EXPECT_EQ(loaded().tags.size(), 1U);
+  save();
+  EXPECT_FALSE(fs::exists(kept));
+}
+
+class LargestStateTest : public StateStoreTest {
+ protected:
+  // A state whose file has so many bytes.
+  static AppState stateOf(std::size_t bytes) {
+    AppState state;
+    state.tags[""] = "red";
+    const std::size_t rest = bytes - encodeState(state).size();
+    state.tags.clear();
+    state.tags[std::string(rest, 'x')] = "red";
+    return state;
+  }
+};
+
+TEST_F(LargestStateTest, WhatIsSavedCanBeLoadedAgain) {
+  const AppState largest = stateOf(StateStore::largestFile);
+  StateStore(file).update([&](AppState& state) { state = largest; });
+  EXPECT_EQ(fs::file_size(file), StateStore::largestFile);
+  EXPECT_TRUE(loaded() == largest);
+  EXPECT_EQ(log.text(), "");
+}
+
+TEST_F(LargestStateTest, WhatCouldNotBeLoadedAgainIsNotSaved) {
+  StateStore store(file);
+  store.update(hideEditor);
+  const AppState before = store.state();
+  store.update([&](AppState& state) { state = stateOf(StateStore::largestFile + 1); });
+  EXPECT_TRUE(loaded() == before);
+  EXPECT_EQ(log.messages().size(), 1U);
+  EXPECT_NE(log.text().find("state save failed: "), std::string::npos);
 }
 
 TEST_F(StateStoreTest, AHundredMegabytesOfGarbageYieldDefaults) {
@@ -184,7 +321,7 @@ TEST_F(StateStoreTest, AFileThatMayNotGrowKeepsItsOldContent) {
   StateStore store(file);
   store.save();
   const std::string before = content(file);
-  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  FileSizeLimit::makeAnError();
   rlimit whole{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &whole), 0);
   rlimit small = whole;
@@ -192,7 +329,6 @@ TEST_F(StateStoreTest, AFileThatMayNotGrowKeepsItsOldContent) {
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
   store.update([](AppState& state) { state.tags[std::string(100'000, 'x')] = "red"; });
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &whole), 0);
-  std::signal(SIGXFSZ, handler);
   EXPECT_NE(log.text().find("state save failed: "), std::string::npos);
   EXPECT_NE(log.text().find("File too large"), std::string::npos);
   EXPECT_EQ(content(file), before);
@@ -201,13 +337,15 @@ TEST_F(StateStoreTest, AFileThatMayNotGrowKeepsItsOldContent) {
   EXPECT_EQ(loaded(), store.state());
 }
 
-TEST_F(StateStoreTest, AnInvalidPathDoesNotCostTheRestOfTheRecord) {
+TEST_F(StateStoreTest, AnInvalidPathDoesNotCostTheRestOfTheRecordAndIsLoggedOnce) {
   StateStore store(file);
   store.update([](AppState& state) {
     state.touchRecent("/bad\xFF.docx", "word", 1);
     state.touchRecent("/good.docx", "word", 2);
   });
-  EXPECT_EQ(log.text(), "");
+  store.save();
+  EXPECT_EQ(log.messages(),
+            std::vector<std::string>{"state save left out a name that is not UTF-8: /bad\xEF\xBF\xBD.docx"});
   EXPECT_EQ(loaded().recent, (std::map<std::string, double>{{"/good.docx", 2}}));
 }
 
@@ -231,7 +369,37 @@ TEST_F(DefaultUrlTest, TheFirstStartMovesTheFileOfTheFormerName) {
   EXPECT_EQ(StateStore::defaultURL(folder.path()), file);
   EXPECT_FALSE(fs::exists(legacy));
   EXPECT_EQ(mode(folder / "Pellar"), 0700U);
+  EXPECT_EQ(mode(file), 0600U) << "others could read the old one";
   EXPECT_EQ(StateStore(file).state(), state);
+  EXPECT_EQ(log.text(), "");
+}
+
+TEST_F(DefaultUrlTest, AFileOnAnotherDeviceIsMovedToo) {
+  put(legacy, "{}");
+  BrokenFileOperations operations;
+  bool isFirst = true;
+  operations.before = [&](std::string_view step) {
+    return step == "rename" && std::exchange(isFirst, false)
+               ? std::make_error_code(std::errc::cross_device_link)
+               : std::error_code{};
+  };
+  EXPECT_EQ(StateStore::defaultURL(folder.path(), operations), file);
+  EXPECT_EQ(content(file), "{}");
+  EXPECT_EQ(mode(file), 0600U);
+  EXPECT_FALSE(fs::exists(legacy));
+  EXPECT_EQ(log.text(), "");
+}
+
+TEST_F(DefaultUrlTest, AFileThatMayOnlyBeReadIsCopied) {
+  put(legacy, "{}");
+  BrokenFileOperations operations;
+  operations.before = [&](std::string_view step) {
+    return step == "restrictToOwner" ? std::make_error_code(std::errc::operation_not_permitted)
+                                     : std::error_code{};
+  };
+  EXPECT_EQ(StateStore::defaultURL(folder.path(), operations), file);
+  EXPECT_EQ(content(file), "{}");
+  EXPECT_EQ(mode(file), 0600U);
   EXPECT_EQ(log.text(), "");
 }
 

@@ -46,6 +46,10 @@ class BrokenFileOperations final : public FileOperations {
     const auto closeError = system_.close(descriptor);
     return error ? error : closeError;
   }
+  std::error_code restrictToOwner(const std::filesystem::path& file) override {
+    const auto error = begin("restrictToOwner");
+    return error ? error : system_.restrictToOwner(file);
+  }
   std::error_code rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
     const auto error = begin("rename");
     return error ? error : system_.rename(from, to);
