@@ -6,6 +6,7 @@ namespace pellar {
 struct RandomDays {
   unsigned first = 1;
   unsigned last = 30;
+  unsigned current = 0;  // the one that is being lived
 };
 RandomDays& randomDays();
 

@@ -1,15 +1,36 @@
 #include "tests/simulation/RandomDesktop.h"
 
 #include <algorithm>
+#include <cctype>
 #include <chrono>
 #include <filesystem>
+#include <iterator>
+#include <string_view>
 #include <utility>
 
 namespace pellar {
 
 using namespace std::chrono_literals;
 
-RandomDesktop::RandomDesktop(unsigned seed) : random_(seed) {
+namespace {
+
+std::string urlOf(const std::string& path) {
+  constexpr std::string_view digits = "0123456789ABCDEF";
+  std::string url = "file://";
+  for (const char letter : path) {
+    const auto byte = static_cast<unsigned char>(letter);
+    if (std::isalnum(byte) != 0 || letter == '/' || letter == '.') {
+      url += letter;
+    } else {
+      url += {'%', digits[byte / 16], digits[byte % 16]};
+    }
+  }
+  return url;
+}
+
+}  // namespace
+
+RandomDesktop::RandomDesktop(unsigned seed) : seed_(seed), random_(seed) {
   std::filesystem::create_directories(mac_.platform().folders.logFile.parent_path());
   std::filesystem::create_directories(mac_.home() / "Documents");
   mac_.workspace().onOpen = [this](const std::string& path) {
@@ -32,7 +53,10 @@ void RandomDesktop::begin() {
 
 void RandomDesktop::calmDown() {
   calm_ = true;
-  for (auto& each : applications_) each.resume();
+  for (auto& each : applications_) {
+    judge_.leftInDoubt(each);
+    each.resume();
+  }
   thaws_.clear();
 }
 
@@ -45,6 +69,10 @@ void RandomDesktop::launch(std::size_t which) {
     launched.launchedAfter = std::chrono::milliseconds(below(9000));
   }
   auto application = mac_.launch(launched);
+  if (launched.refusesAtFirst != SimRefusal::nothing) {
+    judge_.leftInDoubt(application);
+    judge_.log().mayRefuse(application.pid());
+  }
   application.quirks().listsWindowsByCreation = chance(2);
   application.quirks().validatesOpenMenusOnly = chance(2);
   if (chance(2)) application.quirks().answerTime = std::chrono::milliseconds(below(40));
@@ -56,14 +84,27 @@ void RandomDesktop::launch(std::size_t which) {
   } else {
     applications_[which] = application;
   }
-  if (!chance(4)) open("First");
+  if (!chance(4)) open(newTitle());
+}
+
+std::string RandomDesktop::newTitle() {
+  constexpr std::array kinds{"Window %.docx",
+                             "Plan %",
+                             "Report %.xlsx - Excel",
+                             "Notes %.txt",
+                             "Deck % \u2013 Saved to my Mac",
+                             "Memo %.doc - Read-Only - Word",
+                             "Budget % [Compatibility Mode]",
+                             "A-%-Final"};
+  std::string title = kinds[below(kinds.size())];
+  return title.replace(title.find('%'), 1, std::to_string(++titles_));
 }
 
 void RandomDesktop::giveMenus(SimApplication& application) {
   const auto press = [this] {
     if (chance(3)) happen();
   };
-  SimMenuItem create{"New", [this] { open("New"); }};
+  SimMenuItem create{"New", [this] { open(newTitle()); }};
   if (chance(4)) create.submenu = {{"Window", press}};
   application.setMenuBar({{"Apple", {}}, {"File", {create, {"Save", press, !chance(4)}}}});
   auto& save = application.menu({"File", "Save"});
@@ -89,8 +130,11 @@ void RandomDesktop::open(const std::string& title) {
   auto& application = any(applications_);
   if (!application.isRunning()) return;
   if (applications_.size() == names.size() && application == applications_.back() && chance(2)) {
-    const auto document = mac_.office().openInWindow(application, {.name = title, .path = placeOf(title)});
-    if (document->window) windows_.push_back(*document->window);
+    SimDocument document{.name = title, .path = placeOf(title)};
+    document.content = judge_.documents().contentOfNext();
+    judge_.documents().put(document.path);
+    const auto opened = mac_.office().openInWindow(application, document);
+    if (opened->window) windows_.push_back(*opened->window);
     return;
   }
   if (chance(8)) {
@@ -98,7 +142,7 @@ void RandomDesktop::open(const std::string& title) {
     return;
   }
   windows_.push_back(application.open(title, frame()));
-  if (chance(2)) windows_.back().setDocument("file:///Users/ann/" + title);
+  if (chance(2)) windows_.back().setDocument(urlOf("/Users/ann/" + title));
   if (chance(8)) windows_.back().quirks().asksBeforeClosing = true;
   if (chance(8)) windows_.back().quirks().minimumSize = {400, 300};
   if (chance(8)) {
@@ -112,12 +156,21 @@ void RandomDesktop::happen() {
   if (calm_) return;
   // Users answer what their applications ask.
   if (mac_.office().isAsking() && chance(2)) mac_.office().answer(chance(2));
+  judge_.happened();
   const std::size_t what = below(24);
   told("happens " + std::to_string(what));
-  if (what < 4 || windows_.empty()) return open("Window " + std::to_string(below(30)) + ".docx");
-  auto window = any(windows_);
+  if (what < 4 || windows_.empty()) return open(newTitle());
+  auto window = anyWindow();
   auto& application = any(applications_);
+  judge_.touched(window);
   what < 13 ? changeWindow(what, window, application) : changeDesktop(what, window, application);
+}
+
+// Mostly one that is still there.
+SimWindow RandomDesktop::anyWindow() {
+  std::vector<SimWindow> there;
+  std::ranges::copy_if(windows_, std::back_inserter(there), [](const auto& each) { return each.exists(); });
+  return there.empty() || chance(6) ? any(windows_) : any(there);
 }
 
 void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplication& owner) {
@@ -130,11 +183,16 @@ void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplica
     case 7:
       return window.restore();
     case 8:
-      return window.enterFullScreen();
-    case 9:
-      return window.leaveFullScreen();
+    case 9: {
+      const AxRect before = window.frame();
+      what == 8 ? window.enterFullScreen() : window.leaveFullScreen();
+      // Without a change of the frame nothing is told.
+      if (window.frame() == before)
+        for (const auto& each : applications_) judge_.leftInDoubt(each);
+      return;
+    }
     case 10:
-      return window.retitle(chance(5) ? std::string(300, 'x') : "Renamed " + std::to_string(below(9)));
+      return window.retitle(chance(5) ? std::string(300, 'x') : newTitle());
     case 11:
       return window.setFrame(frame());
     default:
@@ -189,13 +247,16 @@ void RandomDesktop::changeNativeTabs(SimApplication& application) {
   auto windows = application.windowsFrontToBack();
   std::erase_if(windows, [](const SimWindow& each) { return each.isMinimised() || each.isFullScreen(); });
   if (windows.size() < 2) return;
+  for (const auto& each : windows) judge_.touched(each);
   if (chance(2)) return any(windows).selectNativeTab();
   application.joinAsTabs({windows[0], windows[1]});
 }
 
 void RandomDesktop::hang(SimApplication& application) {
   application.freeze();
-  if (chance(2)) act();
+  judge_.leftInDoubt(application);
+  judge_.log().mayRefuse(application.pid());
+  if (chance(2)) actMeanwhile();
   if (!chance(4)) return application.resume();
   thaws_.push_back(mac_.mainLoop().after(std::chrono::seconds(below(200)),
                                          [application]() mutable { application.resume(); }));

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/sim/SimMac.h"
+#include "tests/simulation/Judge.h"
 
 namespace pellar {
 
@@ -20,7 +21,11 @@ class RandomDesktop {
   RandomDesktop& operator=(const RandomDesktop&) = delete;
 
   [[nodiscard]] SimMac& mac() { return mac_; }
+  [[nodiscard]] Judge& judge() { return judge_; }
 
+  // What is drawn from now on depends on the day and this number alone, so that a step is the same whichever
+  // others are lived.
+  void beginStep(unsigned step) { random_.seed(seed_ * 100'003U + step); }
   std::size_t below(std::size_t bound);
   bool chance(std::size_t outOf) { return below(outOf) == 0; }
   template <class T>
@@ -37,7 +42,7 @@ class RandomDesktop {
   [[nodiscard]] std::vector<SimApplication>& applications() { return applications_; }
 
   // What the user does while an application hangs.
-  std::function<void()> act;
+  std::function<void()> actMeanwhile;
   // Each thing that happened, for who looks for a fault.
   void told(const std::string& what) { trail_.push_back(what); }
   [[nodiscard]] const std::vector<std::string>& trail() const { return trail_; }
@@ -50,16 +55,23 @@ class RandomDesktop {
   [[nodiscard]] std::string placeOf(const std::string& title);
   [[nodiscard]] AxRect frame();
   void open(const std::string& title);
+  [[nodiscard]] SimWindow anyWindow();
   void changeWindow(std::size_t what, SimWindow& window, SimApplication& owner);
   void changeDesktop(std::size_t what, SimWindow& window, SimApplication& application);
   void changeDisplays();
   void changeNativeTabs(SimApplication& application);
   void hang(SimApplication& application);
 
+  // A title no window had before.
+  [[nodiscard]] std::string newTitle();
+
+  unsigned seed_;
   std::mt19937 random_;
   SimMac mac_;
   std::vector<SimApplication> applications_;
+  Judge judge_{mac_, applications_};  // depends-on: mac_, applications_
   std::vector<SimWindow> windows_;
+  unsigned titles_ = 0;
   std::vector<std::string> trail_;
   bool calm_ = false;
   std::vector<Subscription> thaws_;  // of applications that hang

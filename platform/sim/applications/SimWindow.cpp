@@ -67,4 +67,11 @@ std::vector<SimWindow> SimApplication::windowsFrontToBack() const {
   return windows;
 }
 
+std::vector<SimWindow> SimApplication::windowsAsListed() const {
+  std::vector<SimWindow> windows;
+  for (const auto& window : state_->quirks.listsWindowsByCreation ? state_->byCreation : state_->frontToBack)
+    if (desktop_->isNamed(*window)) windows.emplace_back(*desktop_, *screens_, window);
+  return windows;
+}
+
 }  // namespace pellar

@@ -26,8 +26,12 @@ class SimWindow {
   [[nodiscard]] bool isMinimised() const { return state_->minimised; }
   [[nodiscard]] bool isFullScreen() const { return state_->fullScreen; }
   [[nodiscard]] bool exists() const { return state_->exists; }
+  [[nodiscard]] const std::string& subrole() const { return state_->subrole; }
+  [[nodiscard]] const std::optional<std::string>& document() const { return state_->document; }
   // Whether its application names it at the moment.
   [[nodiscard]] bool isNamed() const { return desktop_->isNamed(*state_); }
+  [[nodiscard]] ProcessId pid() const { return state_->pid; }
+  [[nodiscard]] bool isBehindNativeTab() const { return SimDesktop::isBehindNativeTab(*state_); }
   // By which the program knows the window and its tab.
   [[nodiscard]] WindowId id() const { return element().hash(); }
   [[nodiscard]] Element element() const { return SimElement::ofWindow(state_); }
@@ -57,6 +61,7 @@ class SimWindow {
   void setSubrole(std::string subrole);
 
   [[nodiscard]] SimWindowQuirks& quirks() { return state_->quirks; }
+  [[nodiscard]] const SimWindowQuirks& quirks() const { return state_->quirks; }
 
   friend bool operator==(const SimWindow& a, const SimWindow& b) { return a.state_ == b.state_; }
 
@@ -104,12 +109,15 @@ class SimApplication {
   // The one that its menus act on.
   [[nodiscard]] std::optional<SimWindow> mainWindow() const;
   [[nodiscard]] std::vector<SimWindow> windowsFrontToBack() const;
+  // In the order in which it names them.
+  [[nodiscard]] std::vector<SimWindow> windowsAsListed() const;
   // Keys the user typed into it.
   [[nodiscard]] const std::string& typed() const { return state_->typed; }
   // Keys with modifiers that reached it.
   [[nodiscard]] const std::vector<SimKey>& keysDown() const { return state_->keysDown; }
 
   [[nodiscard]] SimApplicationQuirks& quirks() { return state_->quirks; }
+  [[nodiscard]] const SimApplicationQuirks& quirks() const { return state_->quirks; }
 
   friend bool operator==(const SimApplication& a, const SimApplication& b) { return a.state_ == b.state_; }
 

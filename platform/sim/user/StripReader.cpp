@@ -130,8 +130,8 @@ std::optional<std::string> StripReader::activeTab() const {
   return tabs()[static_cast<std::size_t>(*index)];
 }
 
-std::optional<Color> StripReader::tagOf(std::string_view label) const {
-  const DrawnTab tab = tabAt(indexOf(label));
+std::optional<Color> StripReader::tagOf(int index) const {
+  const DrawnTab tab = tabAt(index);
   for (const auto& item : items()) {
     if (isTagBar(item) && item.rect.minX() >= tab.left && item.rect.maxX() <= tab.right) return item.color;
   }

@@ -48,7 +48,8 @@ class StripReader {
   [[nodiscard]] std::optional<std::string> activeTab() const;
   [[nodiscard]] std::optional<int> activeTabIndex() const;
   // The colour of a tab's tag bar.
-  [[nodiscard]] std::optional<Color> tagOf(std::string_view label) const;
+  [[nodiscard]] std::optional<Color> tagOf(std::string_view label) const { return tagOf(indexOf(label)); }
+  [[nodiscard]] std::optional<Color> tagOf(int index) const;
   // Every text drawn, in painting order.
   [[nodiscard]] std::vector<std::string> texts() const;
   // The texts of the tools from left to right.

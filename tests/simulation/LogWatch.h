@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "platform/Workspace.h"
+
+namespace pellar {
+
+// Reads the log as far as it has not been read, and knows which lines the program may write, and after what.
+class LogWatch {
+ public:
+  explicit LogWatch(std::filesystem::path file) : file_(std::move(file)) {}
+
+  // The application refuses observers, or does not answer, for a while at least.
+  void mayRefuse(ProcessId pid) { refusing_.insert(pid); }
+  void userDragged() { dragged_ = true; }
+  void userRenames() { renames_ = true; }
+  void serverAnswers() { answers_ = true; }
+  // Saves fail from now on, or succeed again.
+  void disk(bool refuses) { diskRefuses_ = refuses; }
+  // Lines of failed saves that were read so far.
+  [[nodiscard]] std::size_t failedSaves() const { return failedSaves_; }
+
+  // The first line since the last time that the program may not write.
+  [[nodiscard]] std::optional<std::string> compare();
+
+ private:
+  [[nodiscard]] bool mayBeWritten(std::string_view message);
+
+  std::filesystem::path file_;
+  std::streamoff read_ = 0;
+  std::set<ProcessId> refusing_;
+  bool dragged_ = false;  // since the last time
+  bool renames_ = false;
+  bool answers_ = false;
+  bool diskRefuses_ = false;
+  std::size_t failedSaves_ = 0;
+  bool inScriptError_ = false;
+};
+
+}  // namespace pellar

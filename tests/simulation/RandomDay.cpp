@@ -1,0 +1,419 @@
+#include "tests/simulation/RandomDay.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <exception>
+#include <fstream>
+#include <utility>
+
+#include "tests/support/StripTools.h"
+
+namespace pellar {
+
+using namespace std::chrono_literals;
+
+void InterruptedCalls::set(const Element& element, std::string_view name, const AttributeValue& value) {
+  interrupt();
+  ForwardingAccessibility::set(element, name, value);
+  interrupt();
+}
+
+Performed InterruptedCalls::perform(const Element& element, std::string_view action) {
+  interrupt();
+  const Performed performed = ForwardingAccessibility::perform(element, action);
+  interrupt();
+  return performed;
+}
+
+void InterruptedCalls::interrupt() {
+  if (std::exchange(inside_, true)) return;
+  if (happening) happening();
+  inside_ = false;
+}
+
+RandomDay::RandomDay(unsigned seed) : RandomDesktop(seed) {
+  // Every other day.
+  if (seed % 2 == 0) {
+    interrupted_.happening = [this] {
+      if (chance(6)) happen();
+      if (chance(6)) mac().settle();
+    };
+  }
+  actMeanwhile = [this] { act(); };
+  mac().scripts().answer = [this](const std::string& source) {
+    if (++scriptsUnderWay_ > 1) judge().found("scripts ran inside one another");
+    auto result = mac().scripts().interpret(source);
+    --scriptsUnderWay_;
+    return result;
+  };
+  pellar_->store().update([&](AppState& state) {
+    state.settings.acceptedEulaVersion = "1";
+    if (chance(2)) state.settings.autoSaveMinutes = 1;
+    for (const char* name : {"Plan.txt", "Report.txt", "Budget.docx"}) {
+      const std::string path = mac().home() / name;
+      std::ofstream(path) << judge().documents().contentOfNext();
+      judge().documents().put(path);
+      state.touchRecent(path, "org.example.editor", 1);
+    }
+  });
+  judge().state().adopt();
+  begin();
+  // Scripts may have been interrupted.
+  judge().draggedSomewhere();
+  start();
+}
+
+std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps) {
+  unsigned now = 0;
+  const auto finding = [&](std::string what) {
+    told(judge().described());
+    return Finding{now, std::move(what), trail()};
+  };
+  try {
+    for (const unsigned number : steps) {
+      now = number;
+      beginStep(number);
+      told("-- step " + std::to_string(number));
+      step();
+      if (!judge().findings().empty()) return finding(judge().findings().front());
+    }
+    now = stepsPerDay;
+    beginStep(now);
+    told("-- evening");
+    evening();
+    if (!judge().findings().empty()) return finding(judge().findings().front());
+  } catch (const std::exception& error) {
+    return finding(error.what());
+  }
+  return std::nullopt;
+}
+
+void RandomDay::step() {
+  answerMenusAndQuestions();
+  chance(2) ? happen() : act();
+  if (chance(60)) restart();
+  mac().settle();
+  judge().atRest();
+  if (chance(4)) mac().advance(std::chrono::milliseconds(below(900)));
+  if (chance(40)) mac().advance(31s);
+  if (chance(400)) mac().advance(8h);
+  if (chance(6)) {
+    lookAgain();
+  } else {
+    mac().settle();
+    judge().atRest();
+  }
+  if (chance(10))
+    if (const auto wrong = judge().documents().compare()) judge().found(*wrong);
+}
+
+void RandomDay::lookAgain() {
+  told("the screens are announced again");
+  mac().settle();
+  // One that answers only while it is looked at is looked at too early.
+  const bool asked = judge().frontAnswers();
+  mac().screens().set(mac().screens().screens());
+  mac().settle();
+  judge().atRest(asked);
+}
+
+void RandomDay::evening() {
+  calmDown();
+  mac().pointer().moveTo({-3000, -3000});
+  mac().advance(30s);
+  for (const auto size : {Size{200, 58}, Size{372, 150}})
+    for (const auto* panel : mac().panels().all())
+      if (panel->style().contentSize == size && panel->isVisible())
+        judge().found("a panel stays though the pointer left long ago");
+  for (auto& each : applications()) goBackTo(each);
+  mac().advance(30s);
+  if (mac().office().launches() > 0) judge().found("a script brought an application back");
+  // The looks for updates, and auto-save where it is on.
+  if (mac().mainLoop().activeTimers() > 2) judge().found("timers are left over");
+  if (const auto wrong = judge().documents().compare()) judge().found(*wrong);
+}
+
+void RandomDay::goBackTo(SimApplication& application) {
+  mac().leaveNobodyInFront();
+  mac().settle();
+  mac().activate(application);
+  mac().advance(30s);
+  lookAgain();
+}
+
+void RandomDay::start() {
+  judge().started();
+  pellar_->applicationDidFinishLaunching();
+  mac().settle();
+  judge().atRest();
+}
+
+// In the middle of whatever is shown or waited for.
+void RandomDay::restart() {
+  told("restarts");
+  pellar_.reset();
+  if (!mac().panels().all().empty() || mac().eventMonitors().watched() || mac().eventTaps().count() > 0 ||
+      mac().accessibility().liveObservers() > 0)
+    judge().found("something is left of the program that ended");
+  if (chance(2)) happen();
+  mac().settle();
+  pellar_.emplace(mac().platformWith(interrupted_));
+  start();
+}
+
+// --- what the user does ---
+
+void RandomDay::act() {
+  judge().happened();
+  const std::size_t what = below(22);
+  told("acts " + std::to_string(what));
+  if (what < 10) return useMouse(what);
+  switch (what) {
+    case 10:
+      return mac().type(chance(2) ? "p" : "t");
+    case 11:
+      return mac().pressKey(
+          std::array{"moveDown:", "moveUp:", "insertNewline:", "cancelOperation:"}[below(4)]);
+    case 12:
+    case 13:
+    case 14:
+      return dragTab();
+    case 15:
+    case 16:
+    case 17:
+      return tagTab();
+    case 18:
+      return saveGroup();
+    case 19:
+      return changeSettings();
+    default:
+      return mac().pressKey(48, KeyFlags::control | (chance(2) ? KeyFlags::shift : 0));
+  }
+}
+
+void RandomDay::useMouse(std::size_t what) {
+  auto& pointer = mac().pointer();
+  switch (what) {
+    case 0:
+    case 1:
+    case 2:
+      return click(somewhere(), [&](ScreenPoint point) { pointer.click(point); });
+    case 3:
+      // The second press may meet another strip than the first.
+      judge().state().uncertain();
+      return pointer.doubleClick(somewhere());
+    case 4:
+      return pointer.rightClick(somewhere());
+    case 5:
+      return chance(2) ? pointer.middleClick(somewhere()) : pointer.controlClick(somewhere());
+    case 6:
+    case 7:
+      pointer.moveTo(somewhere());
+      return mac().advance(std::chrono::milliseconds(below(700)));
+    default:
+      return dragSomewhere();
+  }
+}
+
+// A press on the auto-save tool changes a setting.
+void RandomDay::click(ScreenPoint point, const std::function<void(ScreenPoint)>& way) {
+  if (strip().visible()) {
+    for (const char* tool : {tool::autoSaveOn, tool::autoSaveOff}) {
+      const auto tools = strip().tools();
+      if (std::ranges::find(tools, tool) == tools.end()) continue;
+      constexpr double widestTool = 120;
+      if (std::abs(strip().toolPoint(tool).x - point.x) < widestTool) judge().state().uncertain();
+    }
+  }
+  way(point);
+}
+
+void RandomDay::dragSomewhere() {
+  judge().draggedSomewhere();
+  judge().log().userDragged();
+  click(somewhere(), [this](ScreenPoint point) { mac().pointer().press(point); });
+  for (std::size_t moves = below(5); moves > 0; --moves) {
+    mac().pointer().moveTo(chance(2) ? somewhere() : anywhere());
+    if (chance(4)) happen();
+  }
+  if (!chance(10)) return mac().pointer().release();
+  // Somebody else takes the release.
+  mac().settle();
+  mac().pointer().release();
+}
+
+std::optional<std::size_t> RandomDay::anyTab() {
+  const std::size_t count = judge().tabs().size();
+  if (count == 0 || !strip().visible() || strip().tabs().size() != count) return std::nullopt;
+  const std::size_t tab = below(count);
+  const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
+  return mac().panels().at(point) == &strip().panel() ? std::optional(tab) : std::nullopt;
+}
+
+void RandomDay::dragTab() {
+  const auto tab = anyTab();
+  if (!tab || judge().tabs().size() < 2) return;
+  const auto tabs = judge().tabs();
+  const std::size_t place = below(tabs.size());
+  if (place == *tab) return;
+  told("drags the tab of " + tabs[*tab].title() + " to place " + std::to_string(place));
+  judge().log().userDragged();
+  judge().dropped(tabs[*tab], place);
+  strip().dragTab(static_cast<int>(*tab)).to(static_cast<int>(place));
+}
+
+void RandomDay::tagTab() {
+  const auto tab = anyTab();
+  if (!tab) return;
+  const SimWindow window = judge().tabs()[*tab];
+  constexpr std::array colors{"Red", "Orange", "Yellow", "Green", "Blue", "Purple", "None"};
+  const std::string color = colors[below(colors.size())];
+  told("gives " + window.title() + " the colour " + color);
+  const auto keys = judge().tagKeys(window);
+  if (keys.empty()) return;
+  const bool interrupted = chance(4);
+  menuPlan_ = [this, window, color, keys, interrupted](SimOpenMenu& menu) {
+    if (interrupted) happen();
+    menu.choose({"Colour tag", color});
+    auto lower = color;
+    lower.front() = static_cast<char>(std::tolower(lower.front()));
+    if (interrupted || keys != judge().tagKeys(window)) return judge().state().uncertain();
+    judge().state().tagged(keys, color == "None" ? std::nullopt : std::optional(lower));
+  };
+  mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
+  menuPlan_ = nullptr;
+}
+
+void RandomDay::saveGroup() {
+  if (judge().tabs().empty() || !strip().visible()) return;
+  const auto tools = strip().tools();
+  if (std::ranges::find(tools, "Groups") == tools.end()) return;
+  const ScreenPoint point = strip().toolPoint("Groups");
+  if (mac().panels().at(point) != &strip().panel()) return;
+  told("saves a group");
+  menuPlan_ = [](SimOpenMenu& menu) { menu.choose({"Save open tabs as group\u2026"}); };
+  answerPlan_ = "Group " + std::to_string(below(3));
+  filesPlan_.clear();
+  for (const auto& each : judge().tabs()) filesPlan_.push_back(judge().filesOf(each));
+  mac().pointer().click(point);
+  menuPlan_ = nullptr;
+  answerPlan_.reset();
+}
+
+void RandomDay::changeSettings() {
+  auto& saved = judge().state();
+  auto& item = mac().statusBar();
+  if (!item.hasItem()) return;
+  const auto rows = item.rows();
+  const auto isThere = [&](const std::string& start) {
+    return std::ranges::any_of(rows, [&](const auto& row) { return row.starts_with(start); });
+  };
+  using Content = SavedState::Content;
+  if (isThere("Hidden apps")) {
+    const auto hidden = *saved.expected().hiddenApps.begin();
+    saved.chose([&](Content& content) { content.hiddenApps.erase(hidden); });
+    told("shows the strip for " + hidden);
+    return item.choose({"Hidden apps", "Show " + hidden});
+  }
+  if (!saved.expected().allApps || chance(6)) {
+    saved.chose([](Content& content) { content.allApps = !content.allApps; });
+    told("changes whether all applications are followed");
+    return item.choose({"All apps"});
+  }
+  switch (below(4)) {
+    case 0:
+      saved.chose([](Content& content) { content.apps["word"] = !content.apps["word"]; });
+      told("changes whether Word is followed");
+      return item.choose({"Word"});
+    case 1:
+      saved.chose([](Content& content) { content.autoUpdateCheck = !content.autoUpdateCheck; });
+      return item.choose({"Automatically check for updates"});
+    case 2:
+      saved.chose([&](Content& content) { content.autoSaveMinutes = content.autoSaveMinutes == 0 ? 5 : 0; });
+      told("changes auto-save");
+      return item.choose(
+          {"Auto-save changed files", saved.expected().autoSaveMinutes == 0 ? "Off" : "Every 5 min"});
+    default:
+      for (const auto& each : {"org.example.editor", "org.example.viewer"}) {
+        if (!isThere(std::string("Hide for ") + each)) continue;
+        saved.chose([&](Content& content) { content.hiddenApps.insert(each); });
+        told(std::string("hides the strip for ") + each);
+        return item.choose({std::string("Hide for ") + each});
+      }
+  }
+}
+
+ScreenPoint RandomDay::anywhere() {
+  return {static_cast<double>(below(1600)) - 100, static_cast<double>(below(900))};
+}
+
+// Mostly on the strip, also on the panels beside it.
+ScreenPoint RandomDay::somewhere() {
+  std::vector<ScreenRect> shown;
+  for (const auto* panel : mac().panels().all())
+    if (panel->isVisible()) shown.push_back(panel->frame());
+  if (shown.empty() || chance(6)) return anywhere();
+  const ScreenRect& rect = any(shown);
+  return {rect.x + static_cast<double>(below(static_cast<std::size_t>(rect.width) + 1)),
+          rect.y + static_cast<double>(below(static_cast<std::size_t>(rect.height) + 1))};
+}
+
+void RandomDay::answerMenusAndQuestions() {
+  if (mac().menus().awaited() == 0) {
+    mac().menus().next([this](SimOpenMenu& menu) {
+      if (const auto plan = std::exchange(menuPlan_, nullptr)) return plan(menu);
+      if (chance(2)) happen();
+      mac().settle();
+      chooseAny(menu);
+    });
+  }
+  if (mac().alerts().awaited() == 0) {
+    mac().alerts().next([this](const TextAlert& question) {
+      const bool group = question.messageText == "Group name";
+      if (const auto name = std::exchange(answerPlan_, std::nullopt); name && group) {
+        judge().state().grouped(*name, filesPlan_);
+        return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, *name};
+      }
+      if (chance(2)) happen();
+      mac().settle();
+      const int button = TextAlertAnswer::firstButtonReturn + (chance(4) ? 1 : 0);
+      const std::string name = "Name " + std::to_string(below(5));
+      told("answers " + name);
+      if (group) {
+        judge().state().uncertain();
+      } else {
+        judge().state().renaming(name);
+        judge().documents().renaming(name);
+        judge().log().userRenames();
+      }
+      return TextAlertAnswer{button, name};
+    });
+  }
+}
+
+void RandomDay::chooseAny(SimOpenMenu& menu) {
+  const auto rows = menu.rows();
+  const std::string row = rows[below(rows.size())];
+  constexpr std::string_view submenu = " \u25B8";
+  told("chooses " + row);
+  if (row.ends_with(submenu)) {
+    const std::string title = row.substr(0, row.size() - submenu.size());
+    if (title != "Layout") judge().state().uncertain();
+    if (const auto item = itemOf(menu.rows({title})); !item.empty()) menu.choose({title, item});
+  } else if (const auto item = itemOf({row}); !item.empty()) {
+    if (item.starts_with("Auto-save")) judge().state().uncertain();
+    menu.choose({item});
+  }
+}
+
+// One that can be chosen; empty when there is none in its place.
+std::string RandomDay::itemOf(std::vector<std::string> rows) {
+  constexpr std::string_view check = "\u2713 ";
+  std::string row = any(rows);
+  if (row == "---" || row.starts_with("(")) return {};
+  return row.starts_with(check) ? row.substr(check.size()) : row;
+}
+
+}  // namespace pellar
