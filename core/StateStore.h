@@ -18,7 +18,7 @@ namespace pellar {
 class StateStore {
  public:
   // The most bytes that a file of ours has: what is larger is neither written nor read.
-  static constexpr std::size_t largestFile = std::size_t{64} << 20;
+  static constexpr std::size_t largestFile = std::size_t{16} << 20;
 
   // Loads the file; one that is missing, unreadable or invalid yields the default state and is left as it is
   // until the next save. `operations` must outlive the store.

@@ -54,8 +54,8 @@ TEST(AtomicFile, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
   const TemporaryFolder folder;
   BrokenFileOperations operations;
   EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("new"), std::nullopt);
-  EXPECT_EQ(operations.steps, (Names{"createFolders", "remove", "createFile", "write", "flush", "close",
-                                     "rename", "flushFolder"}));
+  EXPECT_EQ(operations.steps, (Names{"createFolders", "names", "remove", "createFile", "write", "flush",
+                                     "close", "rename", "flushFolder"}));
 }
 
 TEST(AtomicFile, GoesOnWhenTheSystemWritesOnlyAPart) {

@@ -8,7 +8,7 @@
 #include "core/StateCoding.h"
 #include "core/StateStore.h"
 #include "platform/sim/system/TemporaryFolder.h"
-#include "tests/support/BrokenFileOperations.h"
+#include "tests/support/EveryStep.h"
 #include "tests/support/Files.h"
 #include "tests/support/LogReader.h"
 
@@ -18,7 +18,9 @@ namespace {
 namespace fs = std::filesystem;
 using test::BrokenFileOperations;
 using test::content;
+using test::Mishap;
 using test::names;
+using test::put;
 
 AppState stateWith(int paths) {
   AppState state;
@@ -26,65 +28,142 @@ AppState stateWith(int paths) {
   return state;
 }
 
-// Saves `after` in another process, which ends without any goodbye just before its step number `last`.
-// Returns whether it ended so; false when the save was over before.
-bool crashesWhileSaving(const fs::path& file, const AppState& after, int last, std::size_t longestWrite) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    BrokenFileOperations operations;
-    operations.longestWrite = longestWrite;
-    StateStore store(file, operations);
-    int step = 0;
-    operations.before = [&](std::string_view) {
-      if (step++ == last) ::_exit(1);
-      return std::error_code{};
-    };
-    store.update([&](AppState& state) { state = after; });
-    ::_exit(0);
+// Whatever happens at whatever step, the next start finds the old or the new, whole.
+class StateCrash : public testing::TestWithParam<Mishap> {
+ protected:
+  void startAnew() const {
+    for (const char* each : {"Pellar", "Fennick"}) fs::remove_all(folder / each);
   }
-  int status = 0;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
-  EXPECT_TRUE(WIFEXITED(status));
-  return WEXITSTATUS(status) == 1;
-}
+  // A program that changed everything and ends.
+  void change(BrokenFileOperations& operations) const {
+    StateStore(file, operations).update([&](AppState& state) { state = after; });
+  }
+  // The next start, with nothing in its way, and what it saves.
+  void expectRestartSaves(const std::string& where) const {
+    StateStore store(file);
+    store.update([&](AppState& state) { state = before; });
+    EXPECT_EQ(StateStore(file).state(), before) << where;
+    for (const std::string& name : names(folder / "Pellar"))
+      EXPECT_FALSE(name.ends_with(".tmp") && !name.starts_with("state.json.unreadable."))
+          << where << ": " << name;
+  }
 
-TEST(StateStoreCrash, AtEveryStepTheOldStateOrTheNewIsWhole) {
   const AppState before = stateWith(3);
-  const AppState after = stateWith(200);
-  const TemporaryFolder folder;
-  const LogReader log;
-  const fs::path file = folder / "Pellar/state.json";
+  const AppState after = stateWith(20);
+  TemporaryFolder folder;
+  fs::path file = folder / "Pellar/state.json";
+  fs::path kept = folder / "Pellar/state.json.unreadable";
+  fs::path legacy = folder / "Fennick/state.json";
+  LogReader log;
+};
+
+TEST_P(StateCrash, OfASave) {
+  const std::string old = encodeState(before);
   int oldSeen = 0;
-  int newSeen = 0;
-  bool crashed = true;
-  for (int step = 0; crashed; ++step) {
-    StateStore(file).update([&](AppState& state) { state = before; });
-    crashed = crashesWhileSaving(file, after, step, /*longestWrite=*/512);
-    const std::string text = content(file);
-    EXPECT_TRUE(text == encodeState(before) || text == encodeState(after)) << "crashed before step " << step;
-    (text == encodeState(before) ? oldSeen : newSeen) += 1;
-  }
-  EXPECT_GT(oldSeen, 10) << "several writes, then the flush, the close and the rename";
-  EXPECT_EQ(newSeen, 2) << "before the folder is flushed, and after everything";
-  StateStore(file).save();
-  EXPECT_EQ(names(file.parent_path()), std::vector<std::string>{"state.json"});
+  const int steps = tellWithEveryStepHit(
+      GetParam(), {.prepare =
+                       [&] {
+                         startAnew();
+                         put(file, old);
+                       },
+                   .work = [&](BrokenFileOperations& operations) { change(operations); },
+                   .check =
+                       [&](const std::string& where) {
+                         const std::string text = content(file);
+                         EXPECT_TRUE(text == old || text == encodeState(after)) << where << ": " << text;
+                         oldSeen += text == old ? 1 : 0;
+                         expectRestartSaves(where);
+                       }});
+  EXPECT_GT(steps, 15) << "the look, several writes, the flushes and the rename";
+  EXPECT_GT(oldSeen, 10);
 }
 
-TEST(StateStoreCrash, TheFirstSaveLeavesNothingOrTheWholeFile) {
-  const AppState after = stateWith(50);
-  bool crashed = true;
-  for (int step = 0; crashed; ++step) {
-    const TemporaryFolder folder;
-    const LogReader log;
-    const fs::path file = folder / "Pellar/state.json";
-    crashed = crashesWhileSaving(file, after, step, /*longestWrite=*/512);
-    if (fs::exists(file)) {
-      EXPECT_EQ(content(file), encodeState(after)) << step;
-    } else {
-      EXPECT_TRUE(crashed);
-    }
-  }
+TEST_P(StateCrash, OfTheFirstSave) {
+  tellWithEveryStepHit(GetParam(),
+                       {.prepare = [&] { startAnew(); },
+                        .work = [&](BrokenFileOperations& operations) { change(operations); },
+                        .check =
+                            [&](const std::string& where) {
+                              EXPECT_TRUE(!fs::exists(file) || content(file) == encodeState(after)) << where;
+                              expectRestartSaves(where);
+                            }});
 }
+
+TEST_P(StateCrash, OfASaveOverAFileThatWasNotUnderstood) {
+  const std::string broken = encodeState(stateWith(10)) + ",";
+  tellWithEveryStepHit(GetParam(),
+                       {.prepare =
+                            [&] {
+                              startAnew();
+                              put(file, broken);
+                            },
+                        .work = [&](BrokenFileOperations& operations) { change(operations); },
+                        .check =
+                            [&](const std::string& where) {
+                              EXPECT_TRUE(content(file) == broken || content(kept) == broken)
+                                  << where << ": the user's work is gone";
+                              if (fs::exists(file)) {
+                                EXPECT_TRUE(content(file) == broken || content(file) == encodeState(after))
+                                    << where;
+                              }
+                              expectRestartSaves(where);
+                              EXPECT_EQ(content(kept), broken) << where;
+                            }});
+}
+
+TEST_P(StateCrash, OfAMigration) {
+  tellWithEveryStepHit(
+      GetParam(),
+      {.prepare =
+           [&] {
+             startAnew();
+             put(legacy, encodeState(before));
+           },
+       .work = [&](BrokenFileOperations& operations) { StateStore::defaultURL(folder.path(), operations); },
+       .check =
+           [&](const std::string& where) {
+             EXPECT_TRUE(content(legacy) == encodeState(before) || content(file) == encodeState(before))
+                 << where;
+             EXPECT_EQ(StateStore(StateStore::defaultURL(folder.path())).state(), before) << where;
+             EXPECT_EQ(test::mode(file), 0600U) << where;
+             expectRestartSaves(where);
+           }});
+}
+
+TEST_P(StateCrash, OfAMigrationFromAnotherDevice) {
+  int bothSeen = 0;
+  const int steps = tellWithEveryStepHit(
+      GetParam(), {.prepare =
+                       [&] {
+                         startAnew();
+                         put(legacy, encodeState(before));
+                       },
+                   .work =
+                       [&](BrokenFileOperations& operations) {
+                         operations.crossesDevices = [&](const fs::path& from) { return from == legacy; };
+                         StateStore::defaultURL(folder.path(), operations);
+                       },
+                   .check =
+                       [&](const std::string& where) {
+                         if (fs::exists(file)) {
+                           EXPECT_EQ(content(file), encodeState(before)) << where;
+                         }
+                         EXPECT_TRUE(fs::exists(file) || content(legacy) == encodeState(before)) << where;
+                         bothSeen += fs::exists(file) && fs::exists(legacy) ? 1 : 0;
+                         EXPECT_EQ(StateStore(StateStore::defaultURL(folder.path())).state(), before)
+                             << where;
+                         expectRestartSaves(where);
+                       }});
+  EXPECT_GT(steps, 10);
+  EXPECT_GT(bothSeen, 0) << "the old file goes only when the new one lasts";
+}
+
+std::string nameOf(const testing::TestParamInfo<Mishap>& info) {
+  static const std::vector<std::string> names{"OneStepFails", "AllFailFromThere", "TheProgramDies"};
+  return names.at(static_cast<std::size_t>(info.param));
+}
+
+INSTANTIATE_TEST_SUITE_P(AtEveryStep, StateCrash, testing::ValuesIn(test::everyMishap), nameOf);
 
 // A process that saves without pause is killed in the midst of it, again and again.
 TEST(StateStoreCrash, KilledAtAnyInstantTheFileIsWhole) {

@@ -3,7 +3,6 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "core/FileSizeLimit.h"
 #include "core/Log.h"
@@ -377,12 +376,7 @@ TEST_F(DefaultUrlTest, TheFirstStartMovesTheFileOfTheFormerName) {
 TEST_F(DefaultUrlTest, AFileOnAnotherDeviceIsMovedToo) {
   put(legacy, "{}");
   BrokenFileOperations operations;
-  bool isFirst = true;
-  operations.before = [&](std::string_view step) {
-    return step == "rename" && std::exchange(isFirst, false)
-               ? std::make_error_code(std::errc::cross_device_link)
-               : std::error_code{};
-  };
+  operations.crossesDevices = [&](const fs::path& from) { return from == legacy; };
   EXPECT_EQ(StateStore::defaultURL(folder.path(), operations), file);
   EXPECT_EQ(content(file), "{}");
   EXPECT_EQ(mode(file), 0600U);

@@ -12,13 +12,15 @@
 namespace pellar::test {
 
 // The machine's own file system, except that each step may be made to fail or be watched. Records the steps
-// that change something, by name, in their order.
+// by name, in their order.
 class BrokenFileOperations final : public FileOperations {
  public:
   // Asked before a step with its name; an error makes the step fail without doing anything.
   std::function<std::error_code(std::string_view step)> before = [](std::string_view) {
     return std::error_code{};
   };
+  // Whether the place that a rename takes a file from is on another device than where it goes.
+  std::function<bool(const std::filesystem::path& from)> crossesDevices = [](const auto&) { return false; };
   // The most bytes that one write takes.
   std::size_t longestWrite = std::string::npos;
   std::vector<std::string> steps;
@@ -51,8 +53,9 @@ class BrokenFileOperations final : public FileOperations {
     return error ? error : system_.restrictToOwner(file);
   }
   std::error_code rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    const auto error = begin("rename");
-    return error ? error : system_.rename(from, to);
+    if (const auto error = begin("rename")) return error;
+    return crossesDevices(from) ? std::make_error_code(std::errc::cross_device_link)
+                                : system_.rename(from, to);
   }
   std::error_code flushFile(const std::filesystem::path& file) override {
     flushed.push_back(file);
@@ -69,7 +72,7 @@ class BrokenFileOperations final : public FileOperations {
     return error ? error : system_.remove(file);
   }
   std::vector<std::string> names(const std::filesystem::path& folder) override {
-    return system_.names(folder);
+    return begin("names") ? std::vector<std::string>{} : system_.names(folder);
   }
   std::error_code read(const std::filesystem::path& file, std::size_t limit, std::string& content) override {
     const auto error = begin("read");
