@@ -33,11 +33,14 @@ std::optional<TagColor> tagColorWithRawValue(std::string_view raw) {
 }
 
 void AppState::touchRecent(const std::string& path, const std::optional<std::string>& app, double now) {
+  // A file system that tells spellings apart has the file under the last one.
+  if (const auto entry = recent.find(path); entry != recent.end() && entry->first != path)
+    recent.erase(entry);
   recent[path] = now;
   if (app) recentApp[path] = *app;
   if (recent.size() <= recentCapacity) return;
 
-  using Entry = std::map<std::string, double>::iterator;
+  using Entry = NameMap<double>::iterator;
   std::vector<Entry> entries;
   entries.reserve(recent.size());
   for (auto entry = recent.begin(); entry != recent.end(); ++entry) entries.push_back(entry);

@@ -1,12 +1,12 @@
 #pragma once
 
 #include <array>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/NameMap.h"
 #include "core/Settings.h"
 
 namespace pellar {
@@ -24,14 +24,14 @@ std::optional<TagColor> tagColorWithRawValue(std::string_view rawValue);
 
 // Everything remembered between runs.
 struct AppState {
-  std::map<std::string, std::string> tags;                 // TabLabel::tagKey -> TagColor raw value
-  std::map<std::string, std::vector<std::string>> groups;  // group name -> file paths in tab order
+  NameMap<std::string> tags;                 // TabLabel::tagKey -> TagColor raw value
+  NameMap<std::vector<std::string>> groups;  // group name -> file paths in tab order
   Settings settings;
-  std::map<std::string, double> recent;          // POSIX path -> last use, seconds since 1970 UTC
-  std::map<std::string, std::string> recentApp;  // POSIX path -> key of the application last used with
+  NameMap<double> recent;          // POSIX path -> last use, seconds since 1970 UTC
+  NameMap<std::string> recentApp;  // POSIX path -> key of the application last used with
 
   // Records that `path` was used at `now` (seconds since 1970 UTC) with the application `app`; an absent
-  // `app` leaves an earlier one in place. Keeps the newest 300 paths.
+  // `app` leaves an earlier one in place. The path is kept as spelt last. Keeps the newest 300 paths.
   void touchRecent(const std::string& path, const std::optional<std::string>& app, double now);
 
   friend bool operator==(const AppState&, const AppState&) = default;

@@ -19,11 +19,14 @@ double orderedTime(double time) {
 // Calls `use(path, time)` for each path of either record, in the order of the paths, with the later of its
 // times. A time of our own before 1970 counts as 1970.
 template <class Use>
-void forEach(const std::map<std::string, double>& own, const std::map<std::string, double>& seeds, Use use) {
+void forEach(const NameMap<double>& own, const NameMap<double>& seeds, Use use) {
   auto ours = own.begin();
   auto theirs = seeds.begin();
   while (ours != own.end() || theirs != seeds.end()) {
-    const int order = ours == own.end() ? 1 : theirs == seeds.end() ? -1 : ours->first.compare(theirs->first);
+    const auto isFirst = own.key_comp();
+    const int order = ours == own.end() || (theirs != seeds.end() && isFirst(theirs->first, ours->first)) ? 1
+                      : theirs == seeds.end() || isFirst(ours->first, theirs->first)                      ? -1
+                                                                                                          : 0;
     if (order > 0) {
       use(theirs->first, theirs->second);
       ++theirs;
@@ -37,7 +40,7 @@ void forEach(const std::map<std::string, double>& own, const std::map<std::strin
 }
 
 bool belongs(const std::string& path, std::optional<OfficeApp> app, const std::optional<std::string>& appKey,
-             const std::map<std::string, std::string>& apps) {
+             const NameMap<std::string>& apps) {
   if (app) {
     const auto known = extensions(*app);
     return std::find(known.begin(), known.end(), lowerPathExtension(path)) != known.end();
@@ -49,10 +52,9 @@ bool belongs(const std::string& path, std::optional<OfficeApp> app, const std::o
 
 }  // namespace
 
-std::vector<std::string> list(const std::map<std::string, double>& own,
-                              const std::map<std::string, double>& seeds, std::string_view query,
-                              std::optional<OfficeApp> app, const std::optional<std::string>& appKey,
-                              const std::map<std::string, std::string>& apps,
+std::vector<std::string> list(const NameMap<double>& own, const NameMap<double>& seeds,
+                              std::string_view query, std::optional<OfficeApp> app,
+                              const std::optional<std::string>& appKey, const NameMap<std::string>& apps,
                               const std::function<bool(const std::string&)>& exists) {
   const std::string typed = Utf8::repaired(query);
   const std::string wanted = Utf8::folded(Utf8::trimmed(typed));

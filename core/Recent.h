@@ -1,12 +1,12 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/NameMap.h"
 #include "core/OfficeApp.h"
 
 namespace pellar::Recent {
@@ -19,10 +19,9 @@ namespace pellar::Recent {
 //   appKey   else keep those last used with this application; absent for all
 //   apps     AppState::recentApp
 //   exists   whether a file is still there; asked once for each path that passed everything else
-std::vector<std::string> list(const std::map<std::string, double>& own,
-                              const std::map<std::string, double>& seeds, std::string_view query,
-                              std::optional<OfficeApp> app, const std::optional<std::string>& appKey,
-                              const std::map<std::string, std::string>& apps,
+std::vector<std::string> list(const NameMap<double>& own, const NameMap<double>& seeds,
+                              std::string_view query, std::optional<OfficeApp> app,
+                              const std::optional<std::string>& appKey, const NameMap<std::string>& apps,
                               const std::function<bool(const std::string&)>& exists);
 
 }  // namespace pellar::Recent

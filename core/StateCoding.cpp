@@ -46,8 +46,8 @@ bool isStorable(const std::vector<std::string>&) {
   return true;
 }
 
-template <class Value>
-Json encoded(const std::map<std::string, Value>& values) {
+template <class Value, class Order>
+Json encoded(const std::map<std::string, Value, Order>& values) {
   Json result = Json::object();
   for (const auto& [key, value] : values) {
     if (Utf8::isValid(key) && isStorable(value)) result[key] = encoded(value);
@@ -112,8 +112,8 @@ bool decode(const Json& json, std::vector<std::string>& values) {
   return true;
 }
 
-template <class Value>
-bool decode(const Json& json, std::map<std::string, Value>& values) {
+template <class Value, class Order>
+bool decode(const Json& json, std::map<std::string, Value, Order>& values) {
   if (!json.is_object()) return false;
   values.clear();
   for (const auto& [key, element] : json.items()) {

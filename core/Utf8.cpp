@@ -40,6 +40,8 @@ std::size_t decode(std::string_view text, utf8proc_int32_t& character) {
   return length < 1 ? 1 : static_cast<std::size_t>(length);
 }
 
+constexpr std::string_view iWithDot = "i\xCC\x87";  // as case folding makes it of the Turkish capital I
+
 // Below the first combining mark nothing composes.
 constexpr utf8proc_int32_t firstCombiningMark = 0x300;
 
@@ -96,6 +98,40 @@ std::string composed(const std::string& text) {
   // It fails only for want of memory; the text as it is then still finds what is spelt the same.
   if (length < 0) return text;
   return {reinterpret_cast<const char*>(raw), static_cast<std::size_t>(length)};
+}
+
+// The first part of a text that is composed by itself: a slash joins with nothing, so a path is taken
+// component by component.
+std::string_view firstPart(std::string_view text) {
+  return text.substr(0, std::min(text.find('/'), text.size() - 1) + 1);
+}
+
+// What a part is ordered by; as it is where it has no composed form.
+std::string orderedBy(std::string_view part) {
+  const std::string text(part);
+  return isAscii(part) || part.size() > longestComposed ? text : composed(text);
+}
+
+// The case folding of one character, which may be several.
+void appendFolded(std::string& result, utf8proc_int32_t character) {
+  utf8proc_int32_t folded[8];
+  int lastClass = UTF8PROC_BOUNDCLASS_START;
+  const auto count = utf8proc_decompose_char(character, folded, 8, UTF8PROC_CASEFOLD, &lastClass);
+  for (utf8proc_ssize_t index = 0; index < count; ++index) {
+    utf8proc_uint8_t encoded[4];
+    const auto length = utf8proc_encode_char(folded[index], encoded);
+    result.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
+  }
+}
+
+// Takes the dots off each small i; whether there was one.
+bool removeDots(std::string& text) {
+  bool found = false;
+  for (auto at = text.find(iWithDot); at != std::string::npos; at = text.find(iWithDot, at)) {
+    text.erase(at + 1, iWithDot.size() - 1);
+    found = true;
+  }
+  return found;
 }
 
 }  // namespace
@@ -206,13 +242,31 @@ std::string folded(std::string_view text) {
   for (std::string_view rest = valid; !rest.empty();) {
     utf8proc_int32_t character = 0;
     rest.remove_prefix(decode(rest, character));
-    character = utf8proc_tolower(character);
+    // Below the marks one folds to a letter with a mark: the capital I with a dot.
     isComposed = isComposed && character < firstCombiningMark;
-    utf8proc_uint8_t encoded[4];
-    const auto length = utf8proc_encode_char(character, encoded);
-    result.append(reinterpret_cast<const char*>(encoded), static_cast<std::size_t>(length));
+    appendFolded(result, character);
   }
-  return isComposed || result.size() > longestComposed ? result : composed(result);
+  const bool isLong = result.size() > longestComposed;
+  if (!isComposed && !isLong) result = composed(result);
+  return removeDots(result) && !isLong ? composed(result) : result;
+}
+
+bool NameOrder::operator()(std::string_view left, std::string_view right) const {
+  for (;;) {
+    const auto differ =
+        std::mismatch(left.begin(), left.end(), right.begin(), right.end()).first - left.begin();
+    // The part in which they differ begins behind the last slash that they have in common.
+    const auto slash = left.substr(0, static_cast<std::size_t>(differ)).rfind('/');
+    const std::size_t start = slash == std::string_view::npos ? 0 : slash + 1;
+    left.remove_prefix(start);
+    right.remove_prefix(start);
+    if (left.empty() || right.empty()) return left.size() < right.size();
+    const auto ours = firstPart(left);
+    const auto theirs = firstPart(right);
+    if (const int order = orderedBy(ours).compare(orderedBy(theirs)); order != 0) return order < 0;
+    left.remove_prefix(ours.size());
+    right.remove_prefix(theirs.size());
+  }
 }
 
 }  // namespace pellar::Utf8

@@ -26,8 +26,8 @@ std::string repaired(std::string_view text);
 // UTF-8.
 std::string_view trimmed(std::string_view text);
 
-// Whether two texts read the same: letters may be composed in one and not in the other, and a byte that is
-// part of no valid character reads as U+FFFD.
+// The one meaning of "the same name". Whether two texts read the same: letters may be composed in one and not
+// in the other, and a byte that is part of no valid character reads as U+FFFD.
 bool areEquivalent(std::string_view left, std::string_view right);
 
 // Whether `name` stands in `text` as a whole: neither beside a letter, a number, "-", "_" or ".", nor with
@@ -35,8 +35,16 @@ bool areEquivalent(std::string_view left, std::string_view right);
 // Plan". Spelt as in areEquivalent(); an empty name stands nowhere.
 bool standsIn(std::string_view text, std::string_view name);
 
-// The text in lower case and composed form, so that equal names compare equal however they were typed.
-// Repairs text that is not valid UTF-8.
+// Orders names by their composed form, so that those that read the same count as one. Unlike
+// areEquivalent(), it takes bytes that are no valid character for what they are: they name different files.
+struct NameOrder {
+  bool operator()(std::string_view left, std::string_view right) const;
+};
+
+// The one meaning of "found in": a text is found in another when its folded form is a part of the other's.
+// The text without regard to case and in composed form. All forms of a letter are one, as the Greek sigma's
+// at the end of a word and elsewhere, and so are i and the Turkish capital I with a dot. Repairs text that is
+// not valid UTF-8.
 std::string folded(std::string_view text);
 
 }  // namespace pellar::Utf8

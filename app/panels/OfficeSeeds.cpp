@@ -34,8 +34,8 @@ double lastUse(const PropertyListValue& bookmark) {
 
 }  // namespace
 
-std::map<std::string, double> officeSeeds(PropertyLists& propertyLists, const std::filesystem::path& home) {
-  std::map<std::string, double> seeds;
+NameMap<double> officeSeeds(PropertyLists& propertyLists, const std::filesystem::path& home) {
+  NameMap<double> seeds;
   for (const auto word : words) {
     const auto bookmarks = propertyLists.read(bookmarksOf(word, home));
     if (!bookmarks) continue;

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <filesystem>
-#include <map>
 #include <string>
 
+#include "core/NameMap.h"
 #include "platform/PropertyLists.h"
 
 namespace pellar {
@@ -11,7 +11,6 @@ namespace pellar {
 // The documents that the Office applications themselves remember in the home folder: POSIX paths and when
 // each was last used, in seconds since 1970 (0 when that is not known). Reads the disk each time; what cannot
 // be read counts as nothing remembered.
-[[nodiscard]] std::map<std::string, double> officeSeeds(PropertyLists& propertyLists,
-                                                        const std::filesystem::path& home);
+[[nodiscard]] NameMap<double> officeSeeds(PropertyLists& propertyLists, const std::filesystem::path& home);
 
 }  // namespace pellar

@@ -55,8 +55,7 @@ void RecentView::layout() {
 
 void RecentView::reload(const std::string& query) {
   const AppState& state = store_->state();
-  const auto seeds =
-      app ? officeSeeds(platform_.propertyLists, platform_.folders.home) : std::map<std::string, double>();
+  const auto seeds = app ? officeSeeds(platform_.propertyLists, platform_.folders.home) : NameMap<double>();
   items_ = Recent::list(state.recent, seeds, query, app, appKey, state.recentApp, exists);
   list_->reload(items_.size(), [this](std::size_t index) { return row(index); });
 }

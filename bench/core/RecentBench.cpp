@@ -13,10 +13,10 @@ constexpr int usualCount = 300;
 constexpr int hostileCount = 100'000;  // as a foreign state file may hold
 
 // Paths that share no name with those of another folder.
-std::map<std::string, double> pathsIn(const std::string& folder, int count) {
+NameMap<double> pathsIn(const std::string& folder, int count) {
   static const char* const names[] = {"Quarterly report ", "Übersicht ", "Budget ", "Notes "};
   static const char* const extensions[] = {".docx", ".xlsx", ".pptx", ".txt"};
-  std::map<std::string, double> paths;
+  NameMap<double> paths;
   for (int i = 0; i < count; ++i) {
     const std::string name = names[i % 4] + std::to_string(i) + extensions[i / 4 % 4];
     paths[folder + name] = 1'700'000'000.0 + i * 37 % 1000;
@@ -28,7 +28,7 @@ std::map<std::string, double> pathsIn(const std::string& folder, int count) {
 void list(benchmark::State& state, const std::string& query, int count) {
   const auto own = pathsIn("/home/ann/Documents/", count);
   const auto seeds = pathsIn("/home/ann/Library/Projects/", count);
-  std::map<std::string, std::string> apps;
+  NameMap<std::string> apps;
   for (const auto& [path, time] : own) apps[path] = "org.example.editor";
   const auto exists = [](const std::string&) { return true; };
   std::size_t shown = 0;

@@ -25,10 +25,10 @@ rc::Gen<double> anyTime() {
 AppState anyState() {
   const auto texts = rc::gen::container<std::vector<std::string>>(anyBytes());
   AppState state;
-  state.tags = *rc::gen::container<std::map<std::string, std::string>>(anyBytes(), anyBytes());
-  state.groups = *rc::gen::container<std::map<std::string, std::vector<std::string>>>(anyBytes(), texts);
-  state.recent = *rc::gen::container<std::map<std::string, double>>(anyBytes(), anyTime());
-  state.recentApp = *rc::gen::container<std::map<std::string, std::string>>(anyBytes(), anyBytes());
+  state.tags = *rc::gen::container<NameMap<std::string>>(anyBytes(), anyBytes());
+  state.groups = *rc::gen::container<NameMap<std::vector<std::string>>>(anyBytes(), texts);
+  state.recent = *rc::gen::container<NameMap<double>>(anyBytes(), anyTime());
+  state.recentApp = *rc::gen::container<NameMap<std::string>>(anyBytes(), anyBytes());
   state.settings.apps =
       *rc::gen::container<std::map<std::string, bool>>(anyBytes(), rc::gen::arbitrary<bool>());
   state.settings.launchAtLogin = *rc::gen::arbitrary<bool>();

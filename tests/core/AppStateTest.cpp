@@ -36,16 +36,26 @@ TEST(AppState, StartsEmpty) {
 TEST(TouchRecent, RecordsTheTimeAndTheApplication) {
   AppState state;
   state.touchRecent("/a.docx", "word", 100);
-  EXPECT_EQ(state.recent, (std::map<std::string, double>{{"/a.docx", 100}}));
-  EXPECT_EQ(state.recentApp, (std::map<std::string, std::string>{{"/a.docx", "word"}}));
+  EXPECT_EQ(state.recent, (NameMap<double>{{"/a.docx", 100}}));
+  EXPECT_EQ(state.recentApp, (NameMap<std::string>{{"/a.docx", "word"}}));
 }
 
 TEST(TouchRecent, APathAlreadyThereOnlyGetsANewTime) {
   AppState state;
   state.touchRecent("/a.docx", "word", 100);
   state.touchRecent("/a.docx", "com.example.editor", 50);
-  EXPECT_EQ(state.recent, (std::map<std::string, double>{{"/a.docx", 50}}));
+  EXPECT_EQ(state.recent, (NameMap<double>{{"/a.docx", 50}}));
   EXPECT_EQ(state.recentApp["/a.docx"], "com.example.editor");
+}
+
+TEST(TouchRecent, AFileSpeltInAnotherWayIsTheSameFileUnderItsLastSpelling) {
+  AppState state;
+  const std::string composed = "/é.docx";
+  const std::string decomposed = "/e\u0301.docx";
+  state.touchRecent(composed, "word", 100);
+  state.touchRecent(decomposed, std::nullopt, 200);
+  EXPECT_EQ(state.recent, (NameMap<double>{{decomposed, 200}}));
+  EXPECT_EQ(state.recentApp[decomposed], "word");
 }
 
 TEST(TouchRecent, WithoutAnApplicationTheEarlierOneStays) {
@@ -53,7 +63,7 @@ TEST(TouchRecent, WithoutAnApplicationTheEarlierOneStays) {
   state.touchRecent("/a.docx", "word", 100);
   state.touchRecent("/a.docx", std::nullopt, 200);
   state.touchRecent("/b.docx", std::nullopt, 200);
-  EXPECT_EQ(state.recentApp, (std::map<std::string, std::string>{{"/a.docx", "word"}}));
+  EXPECT_EQ(state.recentApp, (NameMap<std::string>{{"/a.docx", "word"}}));
 }
 
 TEST(TouchRecent, TheThreeHundredAndFirstFileDropsTheOldest) {

@@ -13,7 +13,7 @@
 namespace pellar {
 namespace {
 
-using Times = std::map<std::string, double>;
+using Times = NameMap<double>;
 
 rc::Gen<std::string> anyPath() {
   const auto folder =
@@ -45,14 +45,14 @@ RC_GTEST_PROP(RecentProperty, ListsExactlyWhatPassesEveryFilterNewestFirst, ()) 
       *rc::gen::element<std::optional<OfficeApp>>(std::nullopt, OfficeApp::word, OfficeApp::excel);
   const auto key = *rc::gen::element<std::optional<std::string>>(std::nullopt, "k");
   const auto gone = *rc::gen::container<std::set<std::string>>(anyPath());
-  std::map<std::string, std::string> apps;
+  NameMap<std::string> apps;
   for (const auto& path : *rc::gen::container<std::vector<std::string>>(anyPath())) apps[path] = "k";
 
   const auto exists = [&](const std::string& path) { return !gone.contains(path); };
   const std::vector<std::string> listed = Recent::list(own, seeds, query, app, key, apps, exists);
 
-  Times all = seeds;
-  all.insert(own.begin(), own.end());
+  Times all = own;
+  all.insert(seeds.begin(), seeds.end());
   std::set<std::string> expected;
   const std::string valid = Utf8::repaired(query);
   const std::string wanted = Utf8::folded(Utf8::trimmed(valid));

@@ -12,12 +12,12 @@ using Paths = std::vector<std::string>;
 
 // What the user sees in the list, with everything left out that a test does not speak of.
 struct Ask {
-  std::map<std::string, double> own;
-  std::map<std::string, double> seeds;
+  NameMap<double> own;
+  NameMap<double> seeds;
   std::string query;
   std::optional<OfficeApp> app;
   std::optional<std::string> appKey;
-  std::map<std::string, std::string> apps;
+  NameMap<std::string> apps;
   std::function<bool(const std::string&)> exists = [](const std::string&) { return true; };
 
   [[nodiscard]] Paths list() const { return Recent::list(own, seeds, query, app, appKey, apps, exists); }
@@ -117,6 +117,42 @@ TEST(Recent, QueriesInAnyAlphabetIgnoreCase) {
   ask.own = {{"/Отчёт.docx", 1}};
   ask.query = "ОТЧЁТ";
   EXPECT_EQ(ask.list().size(), 1U);
+}
+
+TEST(Recent, AGreekNameIsFoundWhateverSigmaIsTyped) {
+  Ask ask;
+  ask.own = {{"/Users/x/ΟΔΟΣ.docx", 1}};
+  for (const char* typed : {"οδος", "οδοσ", "ΟΔΟΣ"}) {
+    ask.query = typed;
+    EXPECT_EQ(ask.list(), Paths{"/Users/x/ΟΔΟΣ.docx"}) << typed;
+  }
+}
+
+TEST(Recent, ATurkishCapitalIIsFoundWithAPlainOne) {
+  const std::string composed = "/Users/x/İstanbul.docx";
+  const std::string decomposed = "/Users/x/I\u0307zmir.docx";
+  Ask ask;
+  ask.own = {{composed, 2}, {decomposed, 1}};
+  ask.query = "istanbul";
+  EXPECT_EQ(ask.list(), Paths{composed});
+  for (const char* typed : {"izmir", "İzmir", "I\u0307ZMIR"}) {
+    ask.query = typed;
+    EXPECT_EQ(ask.list(), Paths{decomposed}) << typed;
+  }
+}
+
+// Scripts tell a path composed, Office's own list decomposed.
+TEST(Recent, AFileThatOfficeSpellsInAnotherWayIsListedOnce) {
+  const std::string composed = "/Users/x/Résumé.docx";
+  const std::string decomposed = "/Users/x/Re\u0301sume\u0301.docx";
+  Ask ask;
+  ask.own = {{composed, 100}, {"/z", 150}};
+  ask.seeds = {{decomposed, 200}, {"/Users/x/R", 50}};
+  EXPECT_EQ(ask.list(), (Paths{composed, "/z", "/Users/x/R"}));
+  ask.app = std::nullopt;
+  ask.appKey = "word";
+  ask.apps = {{decomposed, "word"}};
+  EXPECT_EQ(ask.list(), Paths{composed});
 }
 
 TEST(Recent, AQueryIsNoPattern) {

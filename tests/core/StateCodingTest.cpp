@@ -80,8 +80,8 @@ TEST(StateFile, ANullCountsAsMissingEverywhere) {
       decodeState(R"({"tags": {"a": null, "b": "red"}, "groups": {"g": null, "h": ["/x", null]},
                                      "recent": {"/r": null}, "settings": {"apps": {"word": null}}})");
   ASSERT_TRUE(state);
-  EXPECT_EQ(state->tags, (std::map<std::string, std::string>{{"b", "red"}}));
-  EXPECT_EQ(state->groups, (std::map<std::string, std::vector<std::string>>{{"h", {"/x"}}}));
+  EXPECT_EQ(state->tags, (NameMap<std::string>{{"b", "red"}}));
+  EXPECT_EQ(state->groups, (NameMap<std::vector<std::string>>{{"h", {"/x"}}}));
   EXPECT_TRUE(state->recent.empty());
   EXPECT_TRUE(state->settings.isEnabled(OfficeApp::word));
 }
@@ -113,8 +113,8 @@ TEST(StateFile, AWrongTypeAnywhereMakesTheWholeFileUnreadable) {
 TEST(StateFile, AWholeNumberIsAGoodTimeAndAnIntegralOneAGoodInteger) {
   const auto state = decodeState(R"({"recent": {"/a": 5, "/b": 5.0, "/c": 18446744073709551615, "/d": -1}})");
   ASSERT_TRUE(state);
-  EXPECT_EQ(state->recent, (std::map<std::string, double>{
-                               {"/a", 5}, {"/b", 5}, {"/c", 18446744073709551616.0}, {"/d", -1}}));
+  EXPECT_EQ(state->recent,
+            (NameMap<double>{{"/a", 5}, {"/b", 5}, {"/c", 18446744073709551616.0}, {"/d", -1}}));
   EXPECT_EQ(settingsIn(R"("autoSaveMinutes": 5.0)")->autoSaveMinutes, 5);
   EXPECT_EQ(settingsIn(R"("autoSaveMinutes": 5e1)")->autoSaveMinutes, 50);
   EXPECT_EQ(settingsIn(R"("autoSaveMinutes": -0.0)")->autoSaveMinutes, 0);
@@ -187,7 +187,7 @@ TEST(StateFile, AByteOrderMarkAndWhiteSpaceDoNotHurt) {
 
 TEST(StateFile, OfAKeyGivenTwiceTheLastCounts) {
   EXPECT_EQ(decodeState(R"({"tags": {"a": "red"}, "tags": {"b": "blue"}})")->tags,
-            (std::map<std::string, std::string>{{"b", "blue"}}));
+            (NameMap<std::string>{{"b", "blue"}}));
   EXPECT_EQ(decodeState(R"({"tags": {"a": "red", "a": "blue"}})")->tags.at("a"), "blue");
   EXPECT_EQ(settingsIn(R"("allApps": 1, "allApps": false)")->allApps, false);
 }
@@ -212,7 +212,7 @@ TEST(StateFile, TimesThatAreNotFiniteNeverReachItNorCostTheRest) {
   state.recent = {{"/nan", std::numeric_limits<double>::quiet_NaN()},
                   {"/inf", std::numeric_limits<double>::infinity()},
                   {"/good", 5}};
-  EXPECT_EQ(decodeState(encodeState(state))->recent, (std::map<std::string, double>{{"/good", 5}}));
+  EXPECT_EQ(decodeState(encodeState(state))->recent, (NameMap<double>{{"/good", 5}}));
 }
 
 TEST(StateFile, TextsThatAreNotUtf8NeverReachItNorCostTheRest) {
@@ -226,10 +226,10 @@ TEST(StateFile, TextsThatAreNotUtf8NeverReachItNorCostTheRest) {
   state.settings.acceptedEulaVersion = "1\xFF";
   const auto read = decodeState(encodeState(state));
   ASSERT_TRUE(read);
-  EXPECT_EQ(read->tags, (std::map<std::string, std::string>{{"/good", "red"}}));
-  EXPECT_EQ(read->groups, (std::map<std::string, std::vector<std::string>>{{"mixed", {"/a", "/b"}}}));
-  EXPECT_EQ(read->recent, (std::map<std::string, double>{{"/good", 2}}));
-  EXPECT_EQ(read->recentApp, (std::map<std::string, std::string>{{"/fine", "word"}}));
+  EXPECT_EQ(read->tags, (NameMap<std::string>{{"/good", "red"}}));
+  EXPECT_EQ(read->groups, (NameMap<std::vector<std::string>>{{"mixed", {"/a", "/b"}}}));
+  EXPECT_EQ(read->recent, (NameMap<double>{{"/good", 2}}));
+  EXPECT_EQ(read->recentApp, (NameMap<std::string>{{"/fine", "word"}}));
   EXPECT_EQ(read->settings.apps, (std::map<std::string, bool>{{"word", false}}));
   EXPECT_EQ(read->settings.hiddenApps, (std::vector<std::string>{"com.example.editor"}));
   EXPECT_EQ(read->settings.acceptedEulaVersion, "");

@@ -345,7 +345,7 @@ TEST_F(StateStoreTest, AnInvalidPathDoesNotCostTheRestOfTheRecordAndIsLoggedOnce
   store.save();
   EXPECT_EQ(log.messages(),
             std::vector<std::string>{"state save left out a name that is not UTF-8: /bad\xEF\xBF\xBD.docx"});
-  EXPECT_EQ(loaded().recent, (std::map<std::string, double>{{"/good.docx", 2}}));
+  EXPECT_EQ(loaded().recent, (NameMap<double>{{"/good.docx", 2}}));
 }
 
 class DefaultUrlTest : public ::testing::Test {

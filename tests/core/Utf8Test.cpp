@@ -63,6 +63,74 @@ TEST(Utf8, FoldsCaseAndComposition) {
   EXPECT_EQ(Utf8::folded("PLAN\xFF"), "plan\uFFFD");
 }
 
+TEST(Utf8, FoldsEveryFormOfALetterAlike) {
+  EXPECT_EQ(Utf8::folded("ΟΔΟΣ"), Utf8::folded("οδος")) << "the sigma at the end of a word";
+  EXPECT_EQ(Utf8::folded("İstanbul"), "istanbul");
+  EXPECT_EQ(Utf8::folded("I\u0307stanbul"), "istanbul");
+  EXPECT_EQ(Utf8::folded("I\u0307\u0301"), Utf8::folded("\u00ED"));
+  EXPECT_EQ(Utf8::folded("STRASSE"), Utf8::folded("Straße"));
+  EXPECT_EQ(Utf8::folded("ПЛАН"), "план");
+  EXPECT_EQ(Utf8::folded("ΐ"), Utf8::folded("ι\u0308\u0301"));
+  EXPECT_NE(Utf8::folded("ısı"), Utf8::folded("isi")) << "two letters to who reads Turkish";
+  EXPECT_NE(Utf8::folded("e"), Utf8::folded("é"));
+}
+
+class NameOrder : public testing::Test {
+ protected:
+  [[nodiscard]] bool isSame(std::string_view left, std::string_view right) const {
+    return !isBefore(left, right) && !isBefore(right, left);
+  }
+  Utf8::NameOrder isBefore;
+};
+
+TEST_F(NameOrder, TakesEverySpellingOfANameForOne) {
+  EXPECT_TRUE(isSame("/Ann/Résumé.docx", "/Ann/Re\u0301sume\u0301.docx"));
+  EXPECT_TRUE(isSame("e\u0323\u0307", "e\u0307\u0323")) << "marks above and below in any order";
+  EXPECT_TRUE(isSame("\u212Bngström", "A\u030Angstro\u0308m"));
+  EXPECT_FALSE(isSame("e", "é"));
+  EXPECT_FALSE(isSame("e", "e\u0301"));
+  EXPECT_FALSE(isSame("Plan", "plan"));
+  EXPECT_FALSE(isSame("é", "éé"));
+}
+
+TEST_F(NameOrder, IsThatOfTheComposedNames) {
+  EXPECT_TRUE(isBefore("Zoe", "Zoe\u0301"));
+  EXPECT_TRUE(isBefore("Zoe\u0301", "Zoé 2"));
+  EXPECT_TRUE(isBefore("a!b", "a/b"));
+  EXPECT_TRUE(isBefore("ez", "e\u0301a")) << "as é stands behind z";
+  EXPECT_TRUE(isBefore("", "a"));
+  EXPECT_FALSE(isBefore("", ""));
+}
+
+TEST_F(NameOrder, TellsBytesThatAreNoCharacterApart) {
+  EXPECT_FALSE(isSame("/\xFF", "/\xFE"));
+  EXPECT_FALSE(isSame("/\xFF", "/\uFFFD"));
+}
+
+RC_GTEST_PROP(Utf8Property, NamesHaveOneOrder, ()) {
+  // Few letters and marks, so that names are often the same.
+  const auto name = rc::gen::map(rc::gen::container<std::vector<std::string>>(rc::gen::element<std::string>(
+                                     "a", "e", "/", "\u00E9", "\u0301", "\u0323", "\u0307", "\u1EB9", "\xFF",
+                                     "\u1112", "\u1161", "\u11AB")),
+                                 [](const std::vector<std::string>& parts) {
+                                   std::string joined;
+                                   for (const auto& part : parts) joined += part;
+                                   return joined;
+                                 });
+  const Utf8::NameOrder isBefore;
+  const auto a = *name;
+  const auto b = *name;
+  const auto c = *name;
+  RC_ASSERT(!isBefore(a, a));
+  RC_ASSERT(!(isBefore(a, b) && isBefore(b, a)));
+  RC_ASSERT(!(isBefore(a, b) && isBefore(b, c)) || isBefore(a, c));
+  const auto isSame = [&](const std::string& left, const std::string& right) {
+    return !isBefore(left, right) && !isBefore(right, left);
+  };
+  RC_ASSERT(!(isSame(a, b) && isSame(b, c)) || isSame(a, c));
+  if (Utf8::isValid(a) && Utf8::isValid(b)) RC_ASSERT(isSame(a, b) == Utf8::areEquivalent(a, b));
+}
+
 TEST(Utf8, FoldsEverySpellingOfALetterAlike) {
   // Composed, decomposed, and the sign that once had a place of its own.
   EXPECT_EQ(Utf8::folded("\u00C5ngstr\u00F6m"), Utf8::folded("A\u030Angstro\u0308m"));

@@ -196,12 +196,7 @@ void StripDocuments::askGroupName(const WindowList& windows) {
   const auto name = Prompt::ask(platform_.alerts, *place_, "Group name",
                                 std::to_string(paths.size()) + " saved files will be in this group.", "");
   if (!name) return;
-  store_->update([&](AppState& state) {
-    auto& groups = state.groups;
-    const auto same = std::ranges::find_if(
-        groups, [&](const auto& group) { return Utf8::areEquivalent(group.first, *name); });
-    groups.insert_or_assign(same == groups.end() ? *name : same->first, paths);
-  });
+  store_->update([&](AppState& state) { state.groups.insert_or_assign(*name, paths); });
 }
 
 void StripDocuments::openGroup(const std::string& name) {

@@ -143,7 +143,7 @@ TEST_F(WorkingWeek, FromTheFirstStartToTheNextMonday) {
   EXPECT_EQ(contentOf(pathOf("Roadmap.docx")), "the plan");
   mac.menus().nextChoose({"Colour tag", "Green"});
   mac.strip().rightClickTab("Roadmap");
-  EXPECT_EQ(savedState().tags, (std::map<std::string, std::string>{{pathOf("Roadmap.docx"), "green"}}));
+  EXPECT_EQ(savedState().tags, (NameMap<std::string>{{pathOf("Roadmap.docx"), "green"}}));
   EXPECT_EQ(said(), Rows{});
 
   // Thursday. An update is out, and is announced once.

@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 using TagMenu = MenuStory;
 using WordTags = WordStory;
-using Tags = std::map<std::string, std::string>;
+using Tags = NameMap<std::string>;
 
 TEST_F(TagMenu, ListsTheColoursWithTheirSwatches) {
   open("Plan");
@@ -66,6 +66,15 @@ TEST_F(TagMenu, NoneTakesTheColourAway) {
   choose("Plan", {"Colour tag", "Green"});
   choose("Plan", {"Colour tag", "None"});
   EXPECT_EQ(strip().tagOf("Plan"), std::nullopt);
+  EXPECT_TRUE(saved().tags.empty());
+}
+
+TEST_F(TagMenu, AColourIsFoundHoweverTheProgramSpellsTheTitle) {
+  open("R\u00E9sum\u00E9");
+  pellar.store().update([](AppState& state) { state.tags = {{"title:Re\u0301sume\u0301", "red"}}; });
+  start();
+  EXPECT_EQ(strip().tagOf("R\u00E9sum\u00E9"), Color::of(SystemColor::red));
+  choose("R\u00E9sum\u00E9", {"Colour tag", "None"});
   EXPECT_TRUE(saved().tags.empty());
 }
 

@@ -154,7 +154,7 @@ class RenameWithQuestions : public OneScriptAtATime {
   void answerIn(std::chrono::seconds time, bool yes) {
     answer = mac.mainLoop().after(time, [this, yes] { mac.office().answer(yes); });
   }
-  using Tags = std::map<std::string, std::string>;
+  using Tags = NameMap<std::string>;
   [[nodiscard]] Tags redOf(const std::string& name) { return {{pathOf(name), "red"}}; }
 
   SimDocumentPointer plan;

@@ -31,10 +31,8 @@ TEST_F(RecordedRecent, ADocumentSeenOpenIsEnteredWithItsApplicationAndTime) {
   open("Plan").setDocument("file:///Users/ann/My%20Plan.txt");
   open("Untitled");
   start();
-  EXPECT_EQ(state().recent,
-            (std::map<std::string, double>{{"/Users/ann/My Plan.txt", SimMainLoop::startSeconds}}));
-  EXPECT_EQ(state().recentApp,
-            (std::map<std::string, std::string>{{"/Users/ann/My Plan.txt", "org.example.editor"}}));
+  EXPECT_EQ(state().recent, (NameMap<double>{{"/Users/ann/My Plan.txt", SimMainLoop::startSeconds}}));
+  EXPECT_EQ(state().recentApp, (NameMap<std::string>{{"/Users/ann/My Plan.txt", "org.example.editor"}}));
   EXPECT_EQ(StateStore(pellar.store().url()).state(), state());
 }
 

@@ -13,7 +13,7 @@
 namespace pellar {
 namespace {
 
-using Tags = std::map<std::string, std::string>;
+using Tags = NameMap<std::string>;
 
 class Renaming : public WordStory {
  protected:

@@ -39,7 +39,7 @@ TEST_F(BusyApplication, AColourChosenForItsTabIsKept) {
   open("Plan");
   start();
   chooseAfter("Plan", [&] { editor.freeze(); }, {"Colour tag", "Red"});
-  EXPECT_EQ(saved().tags, (std::map<std::string, std::string>{{"title:Plan", "red"}}));
+  EXPECT_EQ(saved().tags, (NameMap<std::string>{{"title:Plan", "red"}}));
   editor.resume();
   pellar.tracker().refresh();
   mac.settle();
@@ -56,7 +56,7 @@ TEST_F(BusyApplication, AColourIsKeptAlsoWhenItsStripWentMeanwhile) {
                 EXPECT_FALSE(stripShown());
               },
               {"Colour tag", "Red"});
-  EXPECT_EQ(saved().tags, (std::map<std::string, std::string>{{"title:Plan", "red"}}));
+  EXPECT_EQ(saved().tags, (NameMap<std::string>{{"title:Plan", "red"}}));
 }
 
 TEST_F(BusyApplication, TheOthersAreClosedOnceItAnswersAgain) {
