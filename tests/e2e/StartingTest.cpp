@@ -123,6 +123,15 @@ TEST_F(Starting, TheLogTellsThatTrackingStarted) {
   EXPECT_EQ(logLines("tracking started"), 1);
 }
 
+TEST_F(Starting, UnderALimitOnFileSizesItGoesOnWithoutSaving) {
+  desktop.folders().write(desktop.folders().stateFile(), "{}");
+  const auto report = editor().open("Report", {200, 200, 800, 400});
+  pellar = desktop.start({"/bin/sh", "-c", "ulimit -f 0; exec \"$0\"", builtProgram("pellar")}, "pellar");
+  acceptTerms();
+  strip.waitUntilOver(report);
+  EXPECT_EQ(Folders::read(desktop.folders().stateFile()), "{}");
+}
+
 class AStateFile : public DesktopTest,
                    public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
 

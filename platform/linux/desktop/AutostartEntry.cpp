@@ -5,12 +5,10 @@
 #include <iterator>
 #include <string>
 #include <string_view>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 #include "core/AtomicFile.h"
-#include "core/FileOperations.h"
 
 namespace pellar {
 namespace {
@@ -118,8 +116,11 @@ std::string switched(const std::vector<Line>& lines, bool on) {
 
 }  // namespace
 
-AutostartEntry::AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program)
-    : file_(configFolder / "autostart" / "app.pellar.Pellar.desktop"), program_(std::move(program)) {}
+AutostartEntry::AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program,
+                               FileOperations& operations)
+    : file_(configFolder / "autostart" / "app.pellar.Pellar.desktop"),
+      program_(std::move(program)),
+      operations_(operations) {}
 
 std::string AutostartEntry::read() const {
   std::ifstream stream(file_, std::ios::binary);
@@ -127,13 +128,11 @@ std::string AutostartEntry::read() const {
 }
 
 std::optional<std::string> AutostartEntry::write(const std::string& text) const {
-  return AtomicFile(file_, systemFileOperations()).replace(text);
+  return AtomicFile(file_, operations_).replace(text);
 }
 
 std::optional<std::string> AutostartEntry::remove() const {
-  std::error_code error;
-  std::filesystem::remove(file_, error);
-  if (error) return file_.string() + ": " + error.message();
+  if (const auto error = operations_.remove(file_)) return file_.string() + ": " + error.message();
   return std::nullopt;
 }
 

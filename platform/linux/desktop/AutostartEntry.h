@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/FileOperations.h"
 #include "platform/LoginItem.h"
 
 namespace pellar {
@@ -11,7 +12,9 @@ class AutostartEntry final : public LoginItem {
  public:
   // `configFolder` is the user's folder of settings; `program` is started, an absolute path;
   // an empty one where that is not known, which cannot be switched on.
-  AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program);
+  // `operations` must outlive this.
+  AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program,
+                 FileOperations& operations = systemFileOperations());
 
   // An entry that the desktop's settings switched off does not count.
   [[nodiscard]] LoginItemStatus status() const override;
@@ -28,6 +31,7 @@ class AutostartEntry final : public LoginItem {
 
   std::filesystem::path file_;
   std::filesystem::path program_;
+  FileOperations& operations_;
 };
 
 }  // namespace pellar

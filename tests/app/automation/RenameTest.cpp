@@ -332,6 +332,33 @@ TEST_F(Rename, AnOldFileThatCannotBeRemovedStaysBesideTheNewOne) {
   }
 }
 
+// The disk refuses one step, or all from there, or the machine stops: the document is whole under its old
+// name or its new one.
+TEST_F(Rename, AtEveryStepTheDocumentIsWholeUnderOneOfItsNames) {
+  int round = 0;
+  for (const bool staysBroken : {false, true}) {
+    for (int hit = 0; hit < 4; ++hit) {
+      const std::string before = report->path;
+      const std::string after = inFolder("Round " + std::to_string(round++) + ".docx");
+      test::BrokenFileOperations files;
+      int steps = 0;
+      files.before = [&](std::string_view) {
+        // Were it the last step, this is what a restart would find.
+        EXPECT_EQ(contentOf(exists(before) ? before : after), "as opened");
+        const int step = steps++;
+        return step == hit || (staysBroken && step > hit) ? std::make_error_code(std::errc::io_error)
+                                                          : std::error_code{};
+      };
+      Automation hindered(mac.platform(), files);
+      EXPECT_EQ(hindered.rename(*record(*report->window), before, std::string(lastComponent(after))), after);
+      EXPECT_EQ(contentOf(after), "as opened");
+      const bool wasHit = steps > hit;
+      EXPECT_EQ(exists(before), wasHit) << "the old file goes when nothing is in doubt";
+      EXPECT_EQ(wasHit, hit < 3);
+    }
+  }
+}
+
 TEST_F(Rename, AnOldFileThatIsGoneAlreadyDoesNotMatter) {
   mac.office().afterEvent = [&](const std::string&) { std::filesystem::remove(inFolder("Old.docx")); };
   EXPECT_EQ(rename("Plan"), inFolder("Plan.docx"));

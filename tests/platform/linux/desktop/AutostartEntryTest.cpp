@@ -6,6 +6,7 @@
 
 #include "platform/linux/desktop/AutostartEntry.h"
 #include "platform/sim/system/TemporaryFolder.h"
+#include "tests/support/EveryStep.h"
 
 namespace pellar {
 namespace {
@@ -121,6 +122,45 @@ TEST_F(Autostart, AFailureIsSaidAndChangesNothing) {
   ASSERT_TRUE(failure.has_value());
   EXPECT_FALSE(failure->empty());
   EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
+}
+
+// Whatever happens at whatever step, the next login finds the entry as it was or as it was to be.
+TEST_F(Autostart, AtEveryStepTheOldEntryOrTheNewIsWhole) {
+  ASSERT_EQ(entryOf("/opt/old/pellar").setEnabled(true), std::nullopt);
+  const std::string old = content();
+  ASSERT_EQ(entryOf("/usr/bin/pellar").setEnabled(true), std::nullopt);
+  const std::string written = content();
+  const std::string users = written + "Comment[de]=Reiter\n";
+  struct Change {
+    std::string before;
+    bool enabled;
+    std::string after;
+  };
+  for (const auto mishap : test::everyMishap) {
+    for (const Change& change :
+         {Change{"", true, written}, Change{old, true, written}, Change{old, false, ""},
+          Change{users, false, "[Desktop Entry]\nHidden=true\n" + users.substr(16)}}) {
+      bool changedWholly = false;
+      test::tellWithEveryStepHit(
+          mishap, {.prepare =
+                       [&] {
+                         std::filesystem::remove_all(folder / "config");
+                         if (!change.before.empty()) write(change.before);
+                       },
+                   .work =
+                       [&](test::BrokenFileOperations& operations) {
+                         AutostartEntry entry(folder / "config", "/usr/bin/pellar", operations);
+                         static_cast<void>(entry.setEnabled(change.enabled));
+                       },
+                   .check =
+                       [&](const std::string& where) {
+                         EXPECT_TRUE(content() == change.before || content() == change.after)
+                             << where << content();
+                         changedWholly = content() == change.after;
+                       }});
+      EXPECT_TRUE(changedWholly) << "the last time nothing was in the way";
+    }
+  }
 }
 
 }  // namespace
