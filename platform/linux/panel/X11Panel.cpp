@@ -15,11 +15,6 @@
 namespace pellar {
 namespace {
 
-// From what a window manager says of its stack to the last thing that it does to it.
-constexpr std::chrono::milliseconds endOfRestacking{100};
-// After so many a window manager does not let the panel have its place.
-constexpr int mostRefusals = 3;
-
 // More rectangles than this are painted as the one around them.
 constexpr int mostParts = 8;
 
@@ -35,7 +30,7 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       window_(services.connection.xcb(), services.screen, services.compositor,
               wholePixels(services.density.ofPanel(services.toAx(frame_)).toPixels(services.toAx(frame_))),
               cornerPixels()),
-      place_(services.connection, services.mirror, window_.id()),
+      stack_(services.connection, services.mirror, services.loop, window_),
       dropTarget_(services.connection, window_.id()),
       pointer_(services.loop, [this] { return view_; }) {
   services_.sprites.expect(scale_);
@@ -87,94 +82,38 @@ std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
 }
 
 void X11Panel::orderFrontRegardless() {
-  place_.standOnTop();
+  stack_.standOnTop();
   show();
 }
 
 void X11Panel::orderAbove(const Element& window) {
-  place_.standOver(X11Element::of(window).number());
+  stack_.standOver(X11Element::of(window).number());
   show();
 }
 
 void X11Panel::show() {
   if (!std::exchange(visible_, true)) {
-    place_.take();
+    stack_.take();
     shownBy_ = window_.map();
     dirty_ = pixelBounds();
     paint();
     window_.flush();
     return;
   }
-  if (!place_.isOnTop()) {
-    if (place_.keep()) noteStacking();
+  if (!stack_.isOnTop()) {
+    stack_.keep();
     return;
   }
   // Menus stand above panels; whatever a window manager has put there is in the way.
   if (std::exchange(obscured_, false) && window_.isBelowManagedWindow()) {
-    place_.take();
+    stack_.take();
     window_.flush();
   }
-}
-
-void X11Panel::noteStacking() {
-  if (!visible_ || place_.isOnTop() || std::exchange(placePosted_, true)) return;
-  services_.loop.post([this, alive = alive_.watch()] {
-    if (!alive) return;
-    placePosted_ = false;
-    takePlaceAgain();
-  });
-}
-
-void X11Panel::noteConfigured(const xcb_configure_notify_event_t& event) {
-  if (visible_ && place_.note(event)) noteStacking();
-}
-
-void X11Panel::takePlaceAgain() {
-  if (!visible_) return;
-  if (refusals_ < mostRefusals) {
-    place_.takeAgain();
-    window_.flush();
-  } else {
-    spareWindows(place_.coveredWindows());
-  }
-  // Some window managers raise what they do not manage after they have said how theirs stand.
-  placeAgain_ = services_.loop.after(endOfRestacking, [this] { checkPlace(); });
-}
-
-void X11Panel::checkPlace() {
-  if (!visible_) return;
-  auto covered = place_.coveredWindows();
-  if (refusals_ == mostRefusals) {
-    spareWindows(std::move(covered));
-  } else if (covered.empty()) {
-    refusals_ = 0;
-  } else {
-    ++refusals_;
-    takePlaceAgain();
-  }
-}
-
-void X11Panel::spareWindows(std::vector<xcb_window_t> windows) {
-  spared_ = std::move(windows);
-  std::vector<PixelRect> parts;
-  for (const xcb_window_t id : spared_) {
-    const X11Window* window = services_.mirror.find(id);
-    if (window != nullptr) parts.push_back(wholePixels(window->frame()));
-  }
-  window_.spare(std::move(parts));
-  window_.flush();
-}
-
-void X11Panel::noteWindows(const std::set<xcb_window_t>& changed) {
-  if (!std::ranges::any_of(spared_, [&](xcb_window_t id) { return changed.contains(id); })) return;
-  spareWindows(spared_);
 }
 
 void X11Panel::orderOut() {
   if (!std::exchange(visible_, false)) return;
-  refusals_ = 0;
-  spared_.clear();
-  window_.spare({});
+  stack_.rest();
   window_.unmap();
   window_.flush();
   services_.keys.panelLeftScreen(*this);
@@ -420,7 +359,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
     case XCB_VISIBILITY_NOTIFY:
       obscured_ =
           reinterpret_cast<const xcb_visibility_notify_event_t&>(event).state != XCB_VISIBILITY_UNOBSCURED;
-      noteStacking();
+      stack_.noteStacking();
       return;
     case XCB_BUTTON_PRESS:
       if (isCurrent(event) && noteInside()) press(reinterpret_cast<const xcb_button_press_event_t&>(event));

@@ -7,7 +7,6 @@
 #include <functional>
 #include <list>
 #include <memory>
-#include <set>
 #include <vector>
 
 #include "core/Alive.h"
@@ -17,7 +16,7 @@
 #include "platform/linux/panel/X11PanelMouse.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
-#include "platform/linux/panel/X11StackPlace.h"
+#include "platform/linux/panel/X11StackKeeper.h"
 #include "platform/shared/panel/PointerPresence.h"
 
 namespace pellar {
@@ -70,12 +69,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] double scale() const { return scale_; }
   // Takes an event of the window, from the main loop. May end the panel.
   void handle(const xcb_generic_event_t& event);
-  // The window manager has changed the stack.
-  void noteStacking();
-  // Another window has been configured.
-  void noteConfigured(const xcb_configure_notify_event_t& event);
-  // These windows are new, changed or gone.
-  void noteWindows(const std::set<xcb_window_t>& changed);
+  // Is told of other windows.
+  [[nodiscard]] X11StackKeeper& stack() { return stack_; }
   // A compositing program came or went.
   void blendingChanged();
 
@@ -92,10 +87,6 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void tellKeyEnded() override;
 
   void show();
-  void takePlaceAgain();
-  void checkPlace();
-  // These show through the panel, which stands above them and may not cover them.
-  void spareWindows(std::vector<xcb_window_t> windows);
   // Whether what the pointer did happened since the panel was last shown, and the panel is on the screen.
   [[nodiscard]] bool isCurrent(const xcb_generic_event_t& event) const;
   // Tells the view that the pointer is inside, unless it knows. Whether the panel is on the screen after
@@ -123,7 +114,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   double scale_;
   ScaledTextMeasure measure_;
   X11PanelWindow window_;
-  X11StackPlace place_;  // depends-on: window_
+  X11StackKeeper stack_;  // depends-on: window_
   View* view_ = nullptr;
   std::vector<QtSearchField*> fields_;
   std::vector<QtListView*> lists_;
@@ -136,10 +127,6 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   QRegion dirty_;
   bool needsLayout_ = true;
   bool paintPosted_ = false;
-  bool placePosted_ = false;
-  Subscription placeAgain_;
-  int refusals_ = 0;                  // one after the other, of the place in the stack
-  std::vector<xcb_window_t> spared_;  // clients that show through the panel
   bool visible_ = false;
   std::uint32_t shownBy_ = 0;  // the request that last showed it
   bool obscured_ = false;      // since the place in the stack was last looked at

@@ -76,7 +76,7 @@ std::unique_ptr<Panel> X11PanelFactory::makePanel(const PanelStyle& style) {
 }
 
 void X11PanelFactory::noteWindows(const std::set<xcb_window_t>& changed) {
-  for (const auto& [window, panel] : panels_) panel->noteWindows(changed);
+  for (const auto& [window, panel] : panels_) panel->stack().noteWindows(changed);
 }
 
 std::vector<PixelRect> X11PanelFactory::shownFrames() const {
@@ -100,12 +100,12 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
     return;
   }
   if (tellsNewStack(event)) {
-    for (const auto& [window, panel] : panels_) panel->noteStacking();
+    for (const auto& [window, panel] : panels_) panel->stack().noteStacking();
     return;
   }
   if ((event.response_type & 0x7fU) == XCB_CONFIGURE_NOTIFY) {
     for (const auto& [window, panel] : panels_)
-      panel->noteConfigured(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
+      panel->stack().noteConfigured(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
     return;
   }
   const auto window = windowOf(event);

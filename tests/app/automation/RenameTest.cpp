@@ -339,7 +339,8 @@ TEST_F(Rename, AtEveryStepTheDocumentIsWholeUnderOneOfItsNames) {
   for (const bool staysBroken : {false, true}) {
     for (int hit = 0; hit < 4; ++hit) {
       const std::string before = report->path;
-      const std::string after = inFolder("Round " + std::to_string(round++) + ".docx");
+      const std::string name = "Round " + std::to_string(round++);
+      const std::string after = inFolder(name + ".docx");
       test::BrokenFileOperations files;
       int steps = 0;
       files.before = [&](std::string_view) {
@@ -350,7 +351,7 @@ TEST_F(Rename, AtEveryStepTheDocumentIsWholeUnderOneOfItsNames) {
                                                           : std::error_code{};
       };
       Automation hindered(mac.platform(), files);
-      EXPECT_EQ(hindered.rename(*record(*report->window), before, std::string(lastComponent(after))), after);
+      EXPECT_EQ(hindered.rename(*record(*report->window), before, name), after);
       EXPECT_EQ(contentOf(after), "as opened");
       const bool wasHit = steps > hit;
       EXPECT_EQ(exists(before), wasHit) << "the old file goes when nothing is in doubt";

@@ -110,7 +110,7 @@ TEST_F(Groups, ANameTypedInOtherCharactersIsTheSameName) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
   saveAs("\u00DCbersicht");
-  EXPECT_EQ(saved().groups, (std::map<std::string, Labels>{{"U\u0308bersicht", {pathOf("Plan.docx")}}}));
+  EXPECT_EQ(saved().groups, (NameMap<Labels>{{"U\u0308bersicht", {pathOf("Plan.docx")}}}));
 }
 
 TEST_F(Groups, ANameOfBlanksOrNoAnswerSavesNothing) {
