@@ -5,7 +5,7 @@ namespace pellar::e2e {
 std::optional<Box> SidePanel::box() {
   for (const auto window : strip_.allWindows()) {
     const auto box = desktop_.observer().box(window);
-    if (box && box->height == height_ && desktop_.observer().isViewable(window)) return box;
+    if (box && box->height == strip_.pixels(height_) && desktop_.observer().isViewable(window)) return box;
   }
   return std::nullopt;
 }

@@ -206,8 +206,7 @@ void Strip::clickFirstTool() {
 
 void Strip::clickTool(StripTool tool) {
   const auto place = shownBox();
-  const auto picture = desktop_.observer().picture(*window());
-  if (!picture) throw std::runtime_error("no strip to use");
+  std::optional<Picture> picture;
   // A tool's text is at least so far from the next one's, and words of one text are nearer.
   const int betweenTools = pixels(12);
   constexpr int writing = 120;
@@ -217,6 +216,15 @@ void Strip::clickTool(StripTool tool) {
       if (brightness(picture->at(x, y)) >= writing) return true;
     return false;
   };
+  // A strip that has just changed its width may be drawn for the one before.
+  desktop_.observer().waitUntil("the strip is drawn up to its right end", [&] {
+    const auto shown = window();
+    picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
+    const int closeButton = place.width - pixels(firstWindowButton) +
+                            static_cast<int>(WindowButton::close) * pixels(windowButtonPitch);
+    return picture && picture->width == place.width && isWritten(closeButton) &&
+           !isWritten(place.width - pixels(tabGap));
+  });
   int skipped = 0;
   const int wanted = windowButtons + static_cast<int>(tool);
   for (int x = picture->width - pixels(tabTop); x > 0; --x) {

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/linux/desktop/MenuBarIcon.h"
 #include "platform/linux/system/ToolkitPlace.h"
 #include "platform/linux/x11/XcbReply.h"
 
@@ -42,6 +43,7 @@ std::optional<TextAlertAnswer> QtAlerts::runModal(const TextAlert& alert) {
   if (std::exchange(open_, true)) return std::nullopt;
   QDialog dialog;
   dialog.setWindowTitle(QStringLiteral("Pellar"));
+  dialog.setWindowIcon(MenuBarIcon::make());
   dialog.setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                         Qt::WindowCloseButtonHint | Qt::WindowStaysOnTopHint);
   auto* column = new QVBoxLayout(&dialog);

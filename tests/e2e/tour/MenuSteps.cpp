@@ -75,6 +75,8 @@ void askForGroupName(Stage& stage) {
     return stage.observer().numbers(stage.observer().activeWindow(), "_NET_WM_PID") ==
            std::vector{static_cast<std::uint32_t>(stage.pellar().pid())};
   });
+  if (stage.observer().numbers(stage.observer().activeWindow(), "_NET_WM_ICON").empty())
+    throw std::runtime_error("the question has no icon");
   stage.observer().type("Friday");
 }
 

@@ -1,12 +1,12 @@
 #include "tests/e2e/tour/Photographer.h"
 
-#include <QImage>
 #include <QPainter>
 #include <QPolygonF>
 #include <array>
 #include <cctype>
 #include <cstdio>
 #include <stdexcept>
+#include <utility>
 
 #include "tests/e2e/XReply.h"
 #include "tests/e2e/tools/Photograph.h"
@@ -15,7 +15,7 @@ namespace pellar::e2e {
 
 namespace {
 
-// So many looks in a row must show the same before the desktop counts as drawn.
+// So many looks must show what one did before the desktop counts as drawn.
 constexpr int stillLooks = 4;
 
 bool isNumberedPicture(const std::filesystem::path& file) {
@@ -37,26 +37,41 @@ void drawPointer(QImage& picture, const QPointF& tip) {
 
 }  // namespace
 
-Photographer::Photographer(XObserver& observer, std::filesystem::path folder)
-    : observer_(observer), folder_(std::move(folder)) {
+Photographer::Photographer(std::filesystem::path folder) : folder_(std::move(folder)) {
   std::filesystem::create_directories(folder_);
   for (const auto& entry : std::filesystem::directory_iterator(folder_)) {
     if (isNumberedPicture(entry.path())) std::filesystem::remove(entry.path());
   }
 }
 
-std::filesystem::path Photographer::take(const std::string& name) {
-  QImage picture;
-  int still = 0;
-  observer_.waitUntil("the desktop holds still", [&] {
-    QImage now = photograph(observer_.connection(), observer_.root());
-    still = !now.isNull() && now == picture ? still + 1 : 0;
-    picture = std::move(now);
-    return still >= stillLooks;
+std::filesystem::path Photographer::take(XObserver& desktop, const std::string& name) {
+  // A text cursor blinks, so two pictures may take turns.
+  struct Look {
+    QImage picture;
+    int times = 0;
+  };
+  Look last;
+  Look before;
+  desktop.waitUntil("the desktop holds still", [&] {
+    QImage now = photograph(desktop.connection(), desktop.root());
+    if (now.isNull()) return false;
+    if (now != last.picture) {
+      std::swap(last, before);
+      if (now != last.picture) last = {std::move(now), 0};
+    }
+    return ++last.times > stillLooks;
   });
-  const auto cookie = xcb_query_pointer(observer_.connection(), observer_.root());
+  return save(desktop, std::move(last.picture), name);
+}
+
+std::filesystem::path Photographer::takeAtOnce(XObserver& desktop, const std::string& name) {
+  return save(desktop, photograph(desktop.connection(), desktop.root()), name);
+}
+
+std::filesystem::path Photographer::save(XObserver& desktop, QImage picture, const std::string& name) {
+  const auto cookie = xcb_query_pointer(desktop.connection(), desktop.root());
   const XReply<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(observer_.connection(), cookie, nullptr));
+      xcb_query_pointer_reply(desktop.connection(), cookie, nullptr));
   if (pointer) drawPointer(picture, QPointF(pointer->root_x, pointer->root_y));
 
   std::array<char, 16> number{};

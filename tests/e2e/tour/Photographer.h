@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <filesystem>
 #include <string>
 
@@ -7,17 +8,20 @@
 
 namespace pellar::e2e {
 
-// Keeps numbered pictures of the whole desktop in one folder: 01-first.png, 02-second.png ...
+// Keeps numbered pictures of whole desktops in one folder: 01-first.png, 02-second.png ...
 class Photographer {
  public:
   // Makes the folder, and removes the numbered pictures an earlier one left there.
-  Photographer(XObserver& observer, std::filesystem::path folder);
+  explicit Photographer(std::filesystem::path folder);
 
   // Waits until the desktop holds still and saves what it shows, with the pointer. Returns the file.
-  std::filesystem::path take(const std::string& name);
+  std::filesystem::path take(XObserver& desktop, const std::string& name);
+  // The same without waiting.
+  std::filesystem::path takeAtOnce(XObserver& desktop, const std::string& name);
 
  private:
-  XObserver& observer_;
+  std::filesystem::path save(XObserver& desktop, QImage picture, const std::string& name);
+
   std::filesystem::path folder_;
   int taken_ = 0;
 };

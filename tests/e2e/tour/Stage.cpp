@@ -24,14 +24,27 @@ constexpr Document documentsToOpen[] = {
     {"budget.txt", "Budget\n\nTravel      1200\nPrinting     350\nTraining    2400\n", thirdPlace},
 };
 
+// Of a screen at 100 %.
+constexpr int screenWidth = 1440;
+constexpr int screenHeight = 900;
+
 constexpr std::uint32_t background = 0x4f6d7a;
+constexpr std::uint32_t secondBackground = 0x6b6479;
 
 }  // namespace
 
-Stage::Stage(std::string pellarProgram)
-    : pellarProgram_(std::move(pellarProgram)), desktop_(WindowManager::openbox), strip_(desktop_) {
+Stage::Stage(std::string pellarProgram, int scale)
+    : pellarProgram_(std::move(pellarProgram)),
+      scale_(scale),
+      desktop_(WindowManager::openbox, screenWidth * scale, screenHeight * scale),
+      strip_(desktop_) {
+  strip_.setScale(scale);
+  if (scale > 1) desktop_.setFontDots(std::to_string(96 * scale));
   paintBackground();
+  makeEditorPlain();
   openTerminal();
+  // It reads the dots of its titles' font when it starts.
+  if (scale > 1) desktop_.restartWindowManager();
   openDocuments();
 }
 
@@ -42,10 +55,56 @@ void Stage::paintBackground() {
   observer().fence();
 }
 
+// With the scale that desktops tell their GTK programs. It enlarges text too, which the dots of the fonts
+// have done already.
+std::unique_ptr<Process> Stage::start(const std::vector<std::string>& command, const std::string& name) {
+  auto variables = desktop_.environment();
+  if (scale_ > 1) {
+    variables["GDK_SCALE"] = std::to_string(scale_);
+    variables["GDK_DPI_SCALE"] = std::to_string(1.0 / scale_);
+  }
+  return std::make_unique<Process>(command, variables, desktop_.folders().root() / (name + ".errors"));
+}
+
+// Run by root, the editor warns in every window, in a label that nothing but a style can take away.
+void Stage::makeEditorPlain() {
+  desktop_.folders().write(desktop_.folders().config() / "gtk-3.0" / "gtk.css",
+                           "window:not(.dialog) > * > * > label, window:not(.dialog) > * > * > separator {\n"
+                           "  background: none; color: transparent; font-size: 1px; min-height: 0;\n"
+                           "}\n");
+}
+
+void Stage::addMonitor() {
+  const auto half = static_cast<std::uint16_t>(screenWidth * scale_ / 2);
+  const auto height = static_cast<std::uint16_t>(screenHeight * scale_);
+  const auto size = std::to_string(half) + "/190x" + std::to_string(height) + "/240+";
+  desktop_.run({"xrandr", "--setmonitor", "left", size + "0+0", "screen"});
+  desktop_.run({"xrandr", "--setmonitor", "right", size + std::to_string(half) + "+0", "none"});
+
+  auto* connection = observer().connection();
+  const auto root = observer().root();
+  const auto pixmap = xcb_generate_id(connection);
+  const auto pen = xcb_generate_id(connection);
+  constexpr int depth = 24;
+  xcb_create_pixmap(connection, depth, pixmap, root, static_cast<std::uint16_t>(2 * half), height);
+  xcb_create_gc(connection, pen, pixmap, XCB_GC_FOREGROUND, &background);
+  const xcb_rectangle_t left{0, 0, half, height};
+  xcb_poly_fill_rectangle(connection, pixmap, pen, 1, &left);
+  xcb_change_gc(connection, pen, XCB_GC_FOREGROUND, &secondBackground);
+  const xcb_rectangle_t right{static_cast<std::int16_t>(half), 0, half, height};
+  xcb_poly_fill_rectangle(connection, pixmap, pen, 1, &right);
+  xcb_change_window_attributes(connection, root, XCB_CW_BACK_PIXMAP, &pixmap);
+  xcb_clear_area(connection, 0, root, 0, 0, 0, 0);
+  xcb_free_gc(connection, pen);
+  xcb_free_pixmap(connection, pixmap);
+  observer().fence();
+}
+
 void Stage::openTerminal() {
-  shell_ = desktop_.start({"xterm", "-geometry", "80x14+760+610", "-fa", "DejaVu Sans Mono", "-fs", "10",
-                           "-T", "Terminal", "-e", "sh", "-c", "cd && PS1='$ ' exec sh"},
-                          "xterm");
+  const auto corner = "+" + std::to_string(760 * scale_) + "+" + std::to_string(610 * scale_);
+  shell_ = start({"xterm", "-geometry", "80x14" + corner, "-fa", "DejaVu Sans Mono", "-fs", "10", "-T",
+                  "Terminal", "-e", "sh", "-c", "cd && PS1='$ ' exec sh"},
+                 "xterm");
   terminal_ = desktop_.waitForWindow("Terminal");
   placeOfTerminal_ = desktop_.frame(terminal_);
 }
@@ -59,11 +118,11 @@ void Stage::openDocuments() {
     desktop_.folders().write(file, document.text);
     command.push_back(file.string());
   }
-  editor_ = desktop_.start(command, "mousepad");
+  editor_ = start(command, "mousepad");
   for (const auto& document : documentsToOpen) {
     const auto window = desktop_.waitForWindow(document.name);
-    desktop_.resize(window, document.place.width, document.place.height);
-    desktop_.move(window, document.place.x, document.place.y);
+    desktop_.resize(window, document.place.width * scale_, document.place.height * scale_);
+    desktop_.move(window, document.place.x * scale_, document.place.y * scale_);
     documents_.push_back(window);
   }
   orderDocumentsAsOpened();
@@ -78,11 +137,11 @@ void Stage::orderDocumentsAsOpened() {
 void Stage::startPellar() {
   // Nobody has accepted the terms yet. A tour asks no web site.
   desktop_.folders().write(desktop_.folders().stateFile(), R"({"settings":{"autoUpdateCheck":false}})");
-  pellar_ = desktop_.start({pellarProgram_}, "pellar");
+  pellar_ = start({pellarProgram_}, "pellar");
 }
 
 void Stage::startPellarAgain() {
-  const auto second = desktop_.start({pellarProgram_}, "second");
+  const auto second = start({pellarProgram_}, "second");
   const auto ending = second->waitForEnd();
   if (!ending || ending->exitCode != 0) throw std::runtime_error("a second start does not end as it should");
 }
@@ -108,8 +167,14 @@ std::string Stage::seen() {
   const auto place = strip_.box();
   if (!place) return "no strip";
   const Window front{observer().activeWindow()};
-  const auto where = "strip at " + describe(*place) + (strip_.isOver(front) ? " on \"" : " but not on \"") +
-                     titleOf(front) + "\", ";
+  auto where = "strip at " + describe(*place);
+  if (strip_.isOver(front)) {
+    where += " on \"" + titleOf(front) + "\", ";
+  } else {
+    const auto below = std::ranges::find_if(documents_, [&](Window window) { return strip_.isOver(window); });
+    where += below == documents_.end() ? " on no document" : " on \"" + titleOf(*below) + "\"";
+    where += " with \"" + titleOf(front) + "\" in front, ";
+  }
   // A tab in the hand lies over the others, so there is no counting them.
   if (const auto marker = strip_.dropMarker())
     return where + "a tab to be dropped at " + std::to_string(*marker);

@@ -14,7 +14,8 @@ namespace pellar::e2e {
 // this object.
 class Stage {
  public:
-  explicit Stage(std::string pellarProgram);
+  // `scale` is how many pixels a point has, on the desktop and in its programs.
+  explicit Stage(std::string pellarProgram, int scale = 1);
 
   [[nodiscard]] Desktop& desktop() { return desktop_; }
   [[nodiscard]] XObserver& observer() { return desktop_.observer(); }
@@ -27,6 +28,9 @@ class Stage {
   // Tabs stand in the order in which the windows were opened until a user moves them, and again when the
   // editor comes back to the front.
   void orderDocumentsAsOpened();
+
+  // Splits the screen into two monitors beside each other, each with a background of its own.
+  void addMonitor();
 
   void startPellar();
   // The program a second time, which has the first one open its menu, and ends.
@@ -44,11 +48,14 @@ class Stage {
   [[nodiscard]] std::string titleOf(Window window);
 
  private:
+  std::unique_ptr<Process> start(const std::vector<std::string>& command, const std::string& name);
   void paintBackground();
+  void makeEditorPlain();
   void openDocuments();
   void openTerminal();
 
   std::string pellarProgram_;
+  int scale_;
   Desktop desktop_;
   Strip strip_;
   std::unique_ptr<Process> editor_;

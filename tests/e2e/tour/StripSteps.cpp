@@ -4,6 +4,8 @@
 #include <memory>
 #include <stdexcept>
 
+#include "tests/e2e/SidePanel.h"
+
 namespace pellar::e2e {
 
 namespace {
@@ -96,6 +98,7 @@ void zoom(Stage& stage) {
     return frame.x == 0 && frame.y == Strip::height && screen.width - frame.width < 20 &&
            screen.height - frame.y - frame.height < 20;
   });
+  SidePanel::picker(stage.desktop(), stage.strip()).waitUntilGone();
   expectOverDocument(stage, front);
 }
 
@@ -107,6 +110,7 @@ void zoomBack(Stage& stage) {
     const auto frame = stage.desktop().frame(front);
     return frame.width < zoomed.width && frame.height < zoomed.height && frame.y > Strip::height;
   });
+  SidePanel::picker(stage.desktop(), stage.strip()).waitUntilGone();
   expectOverDocument(stage, front);
 }
 
