@@ -169,8 +169,8 @@ void Desktop::configure() const {
   write("home/.icewm/preferences", "ShowTaskBar=0\n");
   const auto overlay = folders_.home() / ".fluxbox/overlay";
   write("home/.fluxbox/overlay", "background: none\n");
-  write("home/.fluxbox/init", "session.styleOverlay: " + overlay.string() +
-                                  "\nsession.screen0.toolbar.visible: false\n");
+  write("home/.fluxbox/init",
+        "session.styleOverlay: " + overlay.string() + "\nsession.screen0.toolbar.visible: false\n");
 }
 
 void Desktop::startWindowManager(const std::vector<std::string>& options) {

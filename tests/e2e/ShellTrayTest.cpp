@@ -56,8 +56,8 @@ class InATray : public Shell {
 
 TEST_F(InATray, TheMenuHidesTheFrontApplicationAndShowsItAgain) {
   startWithItem();
-  EXPECT_EQ(tray.item(),
-            (Rows{"Category: ApplicationStatus", "Id: pellar", "Status: Active", "Icon: 16x16 22x22 32x32 44x44 64x64"}));
+  EXPECT_EQ(tray.item(), (Rows{"Category: ApplicationStatus", "Id: pellar", "Status: Active",
+                               "Icon: 16x16 22x22 32x32 44x44 64x64"}));
   EXPECT_EQ(tray.rows(), above({"✓ All apps", "Hide for editor"}));
   tray.choose("Hide for editor");
   strip.waitUntilHidden();

@@ -16,7 +16,8 @@ class X11DropTarget {
   // Tells drag sources that the window understands them.
   X11DropTarget(X11Connection& connection, xcb_window_t window);
 
-  // A client message of the window. `view` may be null; `frame` is the window's, `scale` its pixels to a point.
+  // A client message of the window. `view` may be null; `frame` is the window's, `scale` its pixels to a
+  // point.
   void handle(const xcb_client_message_event_t& message, View* view, const PixelRect& frame, double scale);
   // The window left the screen.
   void leave(View* view);

@@ -1,7 +1,6 @@
 #include "platform/linux/panel/X11Panel.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <iterator>
 #include <utility>
