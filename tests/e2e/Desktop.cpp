@@ -39,6 +39,8 @@ std::vector<std::string> commandOf(WindowManager manager) {
       return {"icewm"};
     case WindowManager::fluxbox:
       return {"fluxbox"};
+    case WindowManager::i3:
+      return {"i3"};
   }
   return {};
 }
@@ -76,8 +78,9 @@ std::vector<WindowManager> windowManagers() {
   std::vector<WindowManager> result;
   std::istringstream names(named);
   for (std::string name; std::getline(names, name, ',');) {
-    for (const auto manager : {WindowManager::openbox, WindowManager::metacity, WindowManager::xfwm4,
-                               WindowManager::kwin, WindowManager::icewm, WindowManager::fluxbox}) {
+    for (const auto manager :
+         {WindowManager::openbox, WindowManager::metacity, WindowManager::xfwm4, WindowManager::kwin,
+          WindowManager::icewm, WindowManager::fluxbox, WindowManager::i3}) {
       if (nameOf(manager) == name) result.push_back(manager);
     }
   }
@@ -167,6 +170,7 @@ void Desktop::configure() const {
   };
   write("config/kwinrc", "[Desktops]\nNumber=4\nRows=1\n");
   write("home/.icewm/preferences", "ShowTaskBar=0\n");
+  write("config/i3/config", "# i3 config file (v4)\nfor_window [title=\"^Floating\"] floating enable\n");
   const auto overlay = folders_.home() / ".fluxbox/overlay";
   write("home/.fluxbox/overlay", "background: none\n");
   write("home/.fluxbox/init",

@@ -12,7 +12,7 @@
 
 namespace pellar::e2e {
 
-enum class WindowManager { openbox, metacity, xfwm4, kwin, icewm, fluxbox };
+enum class WindowManager { openbox, metacity, xfwm4, kwin, icewm, fluxbox, i3 };
 
 // The path of a program of the same build as this one.
 std::string builtProgram(const std::string& name);

@@ -184,16 +184,21 @@ std::vector<xcb_window_t> XObserver::topLevels() const {
   return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
-std::optional<std::size_t> XObserver::heightInStack(xcb_window_t window) const {
+std::optional<xcb_window_t> XObserver::topLevelOf(xcb_window_t window) const {
   for (;;) {
     const XReply<xcb_query_tree_reply_t> tree(
         xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
     if (!tree) return std::nullopt;
-    if (tree->parent == root_) break;
+    if (tree->parent == root_) return window;
     window = tree->parent;
   }
+}
+
+std::optional<std::size_t> XObserver::heightInStack(xcb_window_t window) const {
+  const auto top = topLevelOf(window);
+  if (!top) return std::nullopt;
   const auto all = topLevels();
-  const auto found = std::ranges::find(all, window);
+  const auto found = std::ranges::find(all, *top);
   return found == all.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - all.begin()));
 }
 
@@ -227,6 +232,9 @@ std::optional<Box> XObserver::frame(xcb_window_t window) const {
     result->y -= decoration->top;
     result->width += decoration->left + decoration->right;
     result->height += decoration->top + decoration->bottom;
+  } else if (const auto top = topLevelOf(window)) {
+    // A window manager that says nothing of its frames.
+    return box(*top);
   }
   return result;
 }

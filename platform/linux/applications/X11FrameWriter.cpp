@@ -89,8 +89,10 @@ void X11FrameWriter::request(const X11Window& window, const Request& wish) {
   if (wish.corner) {
     mask |= XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y;
     // A shadow is part of the window for everybody but the user.
-    values[0] = static_cast<std::uint32_t>(coordinate(wish.corner->x - window.shadow.left));
-    values[1] = static_cast<std::uint32_t>(coordinate(wish.corner->y - window.shadow.top));
+    const int left = placesClient_ ? window.edge().left : -window.shadow.left;
+    const int top = placesClient_ ? window.edge().top : -window.shadow.top;
+    values[0] = static_cast<std::uint32_t>(coordinate(wish.corner->x + left));
+    values[1] = static_cast<std::uint32_t>(coordinate(wish.corner->y + top));
   }
   if (wish.size) {
     mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
@@ -119,11 +121,25 @@ bool X11FrameWriter::fulfilled(const X11Window& window, const Request& wish) {
   return placed && sized;
 }
 
+bool X11FrameWriter::meantAnotherCorner(const X11Window& window, const Request& wish) {
+  if (!wish.corner) return false;
+  // i3 puts the client there, not the frame. Asked again and again for the same place, it would move a window
+  // off the screen step by step.
+  const double left = window.edge().left + window.shadow.left;
+  const double top = window.edge().top + window.shadow.top;
+  const double sign = placesClient_ ? 1 : -1;
+  const RootRect frame = window.frame();
+  if (top < 1 || !near(frame.x, wish.corner->x + sign * left) || !near(frame.y, wish.corner->y + sign * top))
+    return false;
+  placesClient_ = !placesClient_;
+  return true;
+}
+
 void X11FrameWriter::settle(xcb_window_t id) {
   if (unsent_.contains(id)) send();
   const auto found = unsettled_.find(id);
   if (found == unsettled_.end()) return;
-  const Request wish = found->second;
+  Request wish = found->second;
   unsettled_.erase(found);
   const bool wasSilent = silent_.erase(id) > 0;
   const auto deadline = Clock::now() + (wasSilent ? patienceWithSilent : patience);
@@ -137,7 +153,11 @@ void X11FrameWriter::settle(xcb_window_t id) {
     answered = window->placeReports != wish.reportsBefore;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - Clock::now());
     if (left <= left.zero()) break;
-    if (!connection_.waitForInput(answered ? std::min(left, endOfAnswer) : left)) break;
+    if (connection_.waitForInput(answered ? std::min(left, endOfAnswer) : left)) continue;
+    if (!answered || !meantAnotherCorner(*window, wish)) break;
+    wish.reportsBefore = window->placeReports;
+    request(*window, wish);
+    xcb_flush(connection_.xcb());
   }
   if (!answered) silent_.insert(id);
 }

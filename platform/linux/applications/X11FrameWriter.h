@@ -49,10 +49,14 @@ class X11FrameWriter {
   [[nodiscard]] Request requestFor(const X11Window& window, const Wish& wish) const;
   void request(const X11Window& window, const Request& wish);
   [[nodiscard]] static bool fulfilled(const X11Window& window, const Request& wish);
+  // Whether the window is off the place it was to have by just what its frame adds, so that the window
+  // manager takes a place to be another corner than it was thought to; from now on it is thought to do so.
+  [[nodiscard]] bool meantAnotherCorner(const X11Window& window, const Request& wish);
 
   X11Connection& connection_;
   X11Mirror& mirror_;
   const X11Density& density_;
+  bool placesClient_ = false;  // a place is the client's corner to the window manager, not the frame's
   std::map<xcb_window_t, Wish> unsent_;
   std::map<xcb_window_t, Request> unsettled_;
   std::set<xcb_window_t> silent_;  // windows whose last write had no answer
