@@ -13,7 +13,6 @@ namespace {
 
 constexpr double stripHeight = 32;
 constexpr double smallestTabbedWidth = 200;
-constexpr double narrowestLabelled = 64;
 constexpr double tolerance = 0.5;
 constexpr Size dropdownSize{480, 300};
 constexpr Size cardSize{200, 58};

@@ -217,16 +217,9 @@ void RandomDay::useMouse(std::size_t what) {
   }
 }
 
-// A press on the auto-save tool changes a setting.
+// A press in the strip may meet the auto-save tool, which changes a setting.
 void RandomDay::click(ScreenPoint point, const std::function<void(ScreenPoint)>& way) {
-  if (strip().visible()) {
-    for (const char* tool : {tool::autoSaveOn, tool::autoSaveOff}) {
-      const auto tools = strip().tools();
-      if (std::ranges::find(tools, tool) == tools.end()) continue;
-      constexpr double widestTool = 120;
-      if (std::abs(strip().toolPoint(tool).x - point.x) < widestTool) judge().state().uncertain();
-    }
-  }
+  if (strip().visible() && mac().panels().at(point) == &strip().panel()) judge().state().mayToggleAutoSave();
   way(point);
 }
 
@@ -255,6 +248,8 @@ std::optional<std::size_t> RandomDay::anyTab() {
 void RandomDay::dragTab() {
   const auto tab = anyTab();
   if (!tab || judge().tabs().size() < 2) return;
+  // Of a tab without a label little more than its mark is left to be gripped.
+  if (strip().tabs()[*tab].empty()) return;
   const auto tabs = judge().tabs();
   const std::size_t place = below(tabs.size());
   if (place == *tab) return;

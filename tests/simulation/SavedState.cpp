@@ -174,14 +174,20 @@ std::optional<std::string> SavedState::compareWith(const Content& read) const {
 
 std::optional<std::string> SavedState::compare() {
   const std::string now = identity();
-  if (now == lastSeen_ && !tagging_ && !grouping_ && !uncertain_ && !chosen_) return std::nullopt;
+  if (now == lastSeen_ && !tagging_ && !grouping_ && !uncertain_ && !chosen_) {
+    mayToggleAutoSave_ = false;
+    return std::nullopt;
+  }
   auto content = read();
   if (!content) return "the state file cannot be read";
+  // On is once a minute, whatever it was before it went off.
+  if (mayToggleAutoSave_ && content->autoSaveMinutes == (content_.autoSaveMinutes == 0 ? 1 : 0))
+    content_.autoSaveMinutes = content->autoSaveMinutes;
   const auto wrong = uncertain_ ? std::nullopt : compareWith(*content);
   content_ = std::move(*content);
   tagging_.reset();
   grouping_.reset();
-  uncertain_ = chosen_ = false;
+  uncertain_ = chosen_ = mayToggleAutoSave_ = false;
   lastSeen_ = now;
   return wrong;
 }

@@ -37,6 +37,8 @@ class SavedState {
   void renaming(const std::string& name) { newNames_.insert(name); }
   // What was chosen may or may not have come about: once, the file tells.
   void uncertain() { uncertain_ = true; }
+  // The user pressed where the auto-save tool may be.
+  void mayToggleAutoSave() { mayToggleAutoSave_ = true; }
   void grouped(const std::string& name, std::vector<std::set<std::optional<std::string>>> files);
   // The user changed a setting.
   void chose(const std::function<void(Content&)>& change) {
@@ -62,7 +64,8 @@ class SavedState {
   std::filesystem::path file_;
   Content content_;
   bool uncertain_ = false;
-  bool chosen_ = false;   // since the last comparison
+  bool chosen_ = false;  // since the last comparison, as the next
+  bool mayToggleAutoSave_ = false;
   std::string lastSeen_;  // which file that was
 
   struct Tagging {
