@@ -4,25 +4,19 @@
 #include <fstream>
 #include <system_error>
 
+#include "platform/linux/x11/ConfigText.h"
+
 namespace pellar {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
+using ConfigText::trimmed;
 
 // Whether a list, with a semicolon after each, names it.
 bool lists(std::string_view list, std::string_view wanted) {
-  while (!list.empty()) {
-    const auto end = std::min(list.find(';'), list.size());
-    if (trimmed(list.substr(0, end)) == wanted) return true;
-    list.remove_prefix(std::min(end + 1, list.size()));
-  }
-  return false;
+  bool found = false;
+  ConfigText::split(list, ';', [&](std::string_view part) { found = found || trimmed(part) == wanted; });
+  return found;
 }
 
 }  // namespace

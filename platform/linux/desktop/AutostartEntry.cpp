@@ -9,9 +9,12 @@
 #include <vector>
 
 #include "core/AtomicFile.h"
+#include "platform/linux/x11/ConfigText.h"
 
 namespace pellar {
 namespace {
+
+using ConfigText::trimmed;
 
 // The Desktop Entry Specification: an argument in double quotes, in which some characters are escaped by a
 // backslash, as a value in which every backslash is doubled. A percent sign begins a field code unless
@@ -31,12 +34,6 @@ std::string quotedForExec(const std::string& argument) {
     }
   }
   return text + "\"";
-}
-
-std::string_view trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
 // A line of the entry that starts the program: other groups of the file are for other things.

@@ -5,8 +5,13 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "platform/linux/x11/ConfigText.h"
+
 namespace pellar {
 namespace {
+
+using ConfigText::split;
+using ConfigText::trimmed;
 
 constexpr double least = 1;
 constexpr double most = 4;
@@ -19,23 +24,6 @@ std::optional<std::string> variable(const char* name) {
   const char* value = std::getenv(name);
   if (value == nullptr || *value == '\0') return std::nullopt;
   return value;
-}
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const auto first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
-
-// Calls `take` with each part of a text between separators.
-template <class Take>
-void split(std::string_view text, char separator, const Take& take) {
-  for (std::size_t start = 0; start <= text.size();) {
-    const auto end = std::min(text.find(separator, start), text.size());
-    take(text.substr(start, end - start));
-    start = end + 1;
-  }
 }
 
 // The value of a resource; the last of several lines counts.
