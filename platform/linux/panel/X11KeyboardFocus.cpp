@@ -38,8 +38,9 @@ xcb_window_t managedWindowAround(const X11Connection& connection, xcb_window_t w
 
 }  // namespace
 
-X11KeyboardFocus::X11KeyboardFocus(X11Connection& connection)
+X11KeyboardFocus::X11KeyboardFocus(X11Connection& connection, MainLoop& loop)
     : connection_(connection),
+      watch_(connection.xcb(), loop),
       events_(connection.onEvent([this](const xcb_generic_event_t& event) { handle(event); })) {}
 
 void X11KeyboardFocus::makeWindow(xcb_window_t parent) {
@@ -56,6 +57,7 @@ void X11KeyboardFocus::makeWindow(xcb_window_t parent) {
   // This grabs nothing but what is typed into the window itself: it makes the server wait behind these keys.
   for (const xcb_keycode_t key : endingKeys_)
     xcb_grab_key(xcb, 0, window_, XCB_MOD_MASK_ANY, key, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_SYNC);
+  watch_.begin();
 }
 
 // A window manager that knows the time only from the events it sees has seen nothing of the user's press. It
@@ -105,6 +107,7 @@ void X11KeyboardFocus::letKeysGo() {
 }
 
 void X11KeyboardFocus::end() {
+  watch_.end();
   letKeysGo();
   xcb_destroy_window(connection_.xcb(), std::exchange(window_, XCB_WINDOW_NONE));
   connection_.flush();
@@ -144,6 +147,7 @@ void X11KeyboardFocus::handle(const xcb_generic_event_t& event) {
     case XCB_DESTROY_NOTIFY:
       if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window != window_) return;
       window_ = XCB_WINDOW_NONE;
+      watch_.end();
       if (onTaken) onTaken();
       return;
     default:

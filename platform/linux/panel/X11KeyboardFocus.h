@@ -8,6 +8,7 @@
 #include <set>
 
 #include "platform/Subscription.h"
+#include "platform/linux/panel/KeyboardWatch.h"
 
 namespace pellar {
 
@@ -21,7 +22,7 @@ class X11Connection;
 // ends without a word, the server gives the focus back to it.
 class X11KeyboardFocus {
  public:
-  explicit X11KeyboardFocus(X11Connection& connection);
+  X11KeyboardFocus(X11Connection& connection, MainLoop& loop);
   ~X11KeyboardFocus() { giveBack(); }
   X11KeyboardFocus(const X11KeyboardFocus&) = delete;
   X11KeyboardFocus& operator=(const X11KeyboardFocus&) = delete;
@@ -35,8 +36,8 @@ class X11KeyboardFocus {
   void giveBack();
 
   // What the user types behind Escape, Return or Enter waits in the server, so that it goes to the window
-  // that has the keyboard once that key has done its work, as fast as it may come. To be called then, for
-  // any key.
+  // that has the keyboard once that key has done its work, as fast as it may come; a second at most when the
+  // main thread hangs. To be called then, for any key.
   void keyIsDone(xcb_keycode_t key);
 
   // Somebody else has the keyboard. Called from a handler of the connection or inside `take`: only posts.
@@ -59,6 +60,7 @@ class X11KeyboardFocus {
   std::uint8_t revertBefore_ = XCB_INPUT_FOCUS_POINTER_ROOT;
   std::set<xcb_keycode_t> endingKeys_;
   std::optional<xcb_keycode_t> waitedFor_;  // the key behind which others wait
+  KeyboardWatch watch_;
   Subscription events_;
 };
 

@@ -32,7 +32,7 @@ struct X11PanelServices {
   QtTextMeasure measure{};
   SpriteCache sprites{};
   KeyOwner keys{loop};
-  X11KeyboardFocus keyboard{connection};
+  X11KeyboardFocus keyboard{connection, loop};
   // When the press or release that is being delivered happened; XCB_CURRENT_TIME between them.
   xcb_timestamp_t inputTime = XCB_CURRENT_TIME;
 
