@@ -42,7 +42,8 @@ class X11Accessibility::Observer final : public ElementObserver {
 };
 
 X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror, const X11Density& density,
-                                   X11Applications& applications, const ScreenList& screens, MainLoop& loop)
+                                   X11Applications& applications, const X11ScreenList& screens,
+                                   MainLoop& loop)
     : connection_(connection),
       mirror_(mirror),
       density_(density),

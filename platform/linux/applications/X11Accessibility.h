@@ -24,7 +24,7 @@ class MainLoop;
 class X11Accessibility final : public Accessibility {
  public:
   X11Accessibility(X11Connection& connection, X11Mirror& mirror, const X11Density& density,
-                   X11Applications& applications, const ScreenList& screens, MainLoop& loop);
+                   X11Applications& applications, const X11ScreenList& screens, MainLoop& loop);
   ~X11Accessibility() override;
 
   [[nodiscard]] bool isTrusted() const override { return true; }

@@ -12,7 +12,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds restAfterState{600};
 // From one of its reports of a move to the next.
 constexpr milliseconds restAfterMove{60};
-// A terminal that grows by lines ends somewhat above the bottom.
+// A terminal that grows by lines ends somewhat above the bottom, so many points at most.
 constexpr double lastLine = 40;
 
 }  // namespace
@@ -23,7 +23,7 @@ struct X11Rest::Wait {
   Subscription timer;
 };
 
-X11Rest::X11Rest(const X11Mirror& mirror, const X11Density& density, const ScreenList& screens,
+X11Rest::X11Rest(const X11Mirror& mirror, const X11Density& density, const X11ScreenList& screens,
                  MainLoop& loop)
     : mirror_(mirror), density_(density), screens_(screens), loop_(loop) {
   X11Mirror::Changes all;
@@ -37,16 +37,11 @@ bool X11Rest::Last::sameStateAs(const Last& other) const {
 }
 
 bool X11Rest::reachesFromTopToBottom(const X11Window& window) const {
-  const AxRect frame = density_.map().toPoints(window.frame());
-  const auto screens = screens_.screens();
-  return std::ranges::any_of(screens, [&](const Screen& screen) {
-    const double height = screens.front().frame.height;
-    const auto inRoot = [height](const ScreenRect& rect) {
-      return AxRect{rect.x, height - rect.maxY(), rect.width, rect.height};
-    };
-    const AxRect visible = inRoot(screen.visibleFrame);
-    return inRoot(screen.frame).intersects(frame) && frame.y < visible.y + 1 &&
-           frame.maxY() > visible.maxY() - lastLine;
+  const RootRect frame = window.frame();
+  return std::ranges::any_of(screens_.monitors(), [&](const X11ScreenList::Monitor& monitor) {
+    const RootRect& visible = monitor.visible;
+    return monitor.pixels.intersects(frame) && frame.y < visible.y + monitor.scale &&
+           frame.maxY() > visible.maxY() - lastLine * monitor.scale;
   });
 }
 

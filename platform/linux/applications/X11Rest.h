@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "platform/MainLoop.h"
-#include "platform/ScreenList.h"
 #include "platform/Subscription.h"
+#include "platform/linux/system/X11ScreenList.h"
 #include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 
@@ -26,7 +26,7 @@ namespace pellar {
 // the screen above. Main thread only.
 class X11Rest {
  public:
-  X11Rest(const X11Mirror& mirror, const X11Density& density, const ScreenList& screens, MainLoop& loop);
+  X11Rest(const X11Mirror& mirror, const X11Density& density, const X11ScreenList& screens, MainLoop& loop);
 
   // What the mirror has taken in.
   void note(const X11Mirror::Changes& changes);
@@ -51,7 +51,7 @@ class X11Rest {
 
   const X11Mirror& mirror_;
   const X11Density& density_;
-  const ScreenList& screens_;
+  const X11ScreenList& screens_;
   MainLoop& loop_;
   std::map<xcb_window_t, Last> last_;
 };

@@ -94,18 +94,10 @@ bool X11StripRoom::needsRoom(const X11Window& window) const {
 }
 
 std::optional<X11StripRoom::Reserve> X11StripRoom::reserveFor(const RootRect& pixels) const {
-  const PointMap& map = density_.map();
-  if (map.hasMonitorAbove(pixels)) return std::nullopt;
-  const MonitorMap& monitor = map.holding(pixels);
-  const auto screens = screens_.screens();
-  for (const Screen& screen : screens) {
-    const double height = screens.front().frame.height;
-    const auto inPixels = [&](const ScreenRect& rect) {
-      return monitor.toPixels(AxRect{rect.x, height - rect.maxY(), rect.width, rect.height});
-    };
-    if (!inPixels(screen.frame).intersects(pixels)) continue;
-    return Reserve{whole(inPixels(screen.visibleFrame).y) + height_, whole(pixels.x),
-                   whole(pixels.maxX()) - 1};
+  if (density_.map().hasMonitorAbove(pixels)) return std::nullopt;
+  for (const auto& monitor : screens_.monitors()) {
+    if (monitor.pixels.intersects(pixels))
+      return Reserve{whole(monitor.visible.y) + height_, whole(pixels.x), whole(pixels.maxX()) - 1};
   }
   return std::nullopt;
 }
@@ -129,7 +121,6 @@ xcb_window_t X11StripRoom::reserve(const Reserve& reserve) {
   const auto depth = static_cast<std::uint32_t>(reserve.depth);
   const auto first = static_cast<std::uint32_t>(reserve.first);
   const auto last = static_cast<std::uint32_t>(reserve.last);
-  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
   // WM_HINTS that say one thing: it takes no keys.
   constexpr std::uint32_t inputHint = 1;
   numbers(atoms.netWmStrutPartial, XCB_ATOM_CARDINAL,

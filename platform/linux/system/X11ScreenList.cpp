@@ -57,8 +57,14 @@ void take(RootRect& area, const RootRect& monitor, const std::optional<RootRect>
 }  // namespace
 
 std::vector<Screen> X11ScreenList::screens() const {
-  if (readVersion_ == mirror_.screensVersion()) return screens_;
+  update();
+  return screens_;
+}
+
+void X11ScreenList::update() const {
+  if (readVersion_ == mirror_.screensVersion()) return;
   readVersion_ = mirror_.screensVersion();
+  monitors_.clear();
   screens_.clear();
   const auto& all = density_.map().monitors();
   const double height = all.front().points().height;
@@ -66,10 +72,10 @@ std::vector<Screen> X11ScreenList::screens() const {
     return ScreenRect{rect.x, height - rect.maxY(), rect.width, rect.height};
   };
   for (const MonitorMap& each : all) {
-    if (each.pixels().area() > 0)
-      screens_.push_back({flipped(each.points()), flipped(each.toPoints(visible(each.pixels())))});
+    if (each.pixels().area() <= 0) continue;
+    monitors_.push_back({each.pixels(), visible(each.pixels()), each.scale()});
+    screens_.push_back({flipped(each.points()), flipped(each.toPoints(monitors_.back().visible))});
   }
-  return screens_;
 }
 
 std::optional<Screen> X11ScreenList::mainScreen() const {

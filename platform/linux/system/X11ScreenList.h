@@ -5,6 +5,7 @@
 #include <optional>
 #include <set>
 #include <utility>
+#include <vector>
 
 #include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
@@ -26,6 +27,18 @@ class X11ScreenList final : public ScreenList {
   [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
     return changed_.add(std::move(callback));
   }
+  // The same as pixels.
+  struct Monitor {
+    RootRect pixels;
+    RootRect visible;
+    double scale = 1;  // pixels of a point
+  };
+  // Valid until the screens change.
+  [[nodiscard]] const std::vector<Monitor>& monitors() const {
+    update();
+    return monitors_;
+  }
+
   // This program keeps that many pixels free from the top of all screens together, which are part of the
   // visible frames nevertheless.
   void noteOwnReserve(int depth) { ownReserves_.insert(depth); }
@@ -33,6 +46,7 @@ class X11ScreenList final : public ScreenList {
   void noteChange() { changed_.post(loop_); }
 
  private:
+  void update() const;
   [[nodiscard]] RootRect visible(const RootRect& monitor) const;
 
   const X11Connection& connection_;
@@ -43,6 +57,7 @@ class X11ScreenList final : public ScreenList {
   // All there ever were: the window manager's work area lags behind.
   std::set<double> ownReserves_;
   mutable std::optional<std::uint64_t> readVersion_;
+  mutable std::vector<Monitor> monitors_;
   mutable std::vector<Screen> screens_;
 };
 

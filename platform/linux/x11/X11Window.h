@@ -34,6 +34,9 @@ struct X11Geometry {
 // What a window is by its type. Docks and desktops are part of the desktop's own furniture.
 enum class X11WindowKind { normal, dialog, furniture, other };
 
+// _NET_WM_DESKTOP of a window that is on all of them (EWMH).
+constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
+
 // What the mirror knows of one client window, in pixels of the X screen.
 struct X11Window {
   // The window itself or one of its ancestors below the root.
