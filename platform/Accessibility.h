@@ -118,6 +118,8 @@ class Accessibility {
 
   // Calls back once when a window has come to rest after the system moved it in several steps, into full
   // screen or out of it for instance. Not active when it is at rest, nor where the system does not tell.
+  // Active and never called for a window that the system holds where it is and that must not be moved
+  // meanwhile.
   [[nodiscard]] virtual Subscription onceAtRest(const Element& window, std::function<void()> callback) = 0;
 };
 

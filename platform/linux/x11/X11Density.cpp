@@ -74,13 +74,20 @@ X11Density::X11Density(X11Connection& connection, X11Mirror& mirror)
     const int type = event.response_type & 0x7f;
     if (firstEvent &&
         (type == *firstEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == *firstEvent + XCB_RANDR_NOTIFY)) {
-      mirror_.noteScreensChanged();
+      noteChange();
+    } else if (type == XCB_CONFIGURE_NOTIFY) {
+      const auto& notify = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
+      if (notify.window == connection_.root()) noteChange();
     } else if (type == XCB_PROPERTY_NOTIFY) {
       const auto& notify = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-      if (notify.window == connection_.root() && notify.atom == XCB_ATOM_RESOURCE_MANAGER)
-        mirror_.noteScreensChanged();
+      if (notify.window == connection_.root() && notify.atom == XCB_ATOM_RESOURCE_MANAGER) noteChange();
     }
   });
+}
+
+void X11Density::noteChange() {
+  stale_ = true;
+  mirror_.noteScreensChanged();
 }
 
 X11Density::Reading X11Density::read(const X11Connection& connection) {
@@ -108,8 +115,7 @@ std::vector<X11Density::Monitor> X11Density::monitorsOf(const X11Connection& con
 }
 
 void X11Density::update() const {
-  if (readVersion_ == mirror_.screensVersion()) return;
-  readVersion_ = mirror_.screensVersion();
+  if (!std::exchange(stale_, false)) return;
   auto reading = read(connection_);
   if (reading.nonsense && reading.nonsense != reading_.nonsense)
     Log::write("no scale to go by: " + *reading.nonsense);

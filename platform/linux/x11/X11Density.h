@@ -2,7 +2,6 @@
 
 #include <xcb/xcb.h>
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,7 +16,7 @@ class X11Mirror;
 
 // Which monitors there are, by RandR, how many pixels a point has on each, and so where the points of the
 // application are on the X screen. Everything that turns points into pixels asks here. Asks the server only
-// after something changed; the mirror tells of changes as of any others of the screens.
+// after one of these changed; the mirror tells of that as of any other change of the screens.
 class X11Density {
  public:
   struct Monitor {
@@ -48,11 +47,12 @@ class X11Density {
     std::optional<std::string> nonsense;
   };
   [[nodiscard]] static Reading read(const X11Connection& connection);
+  void noteChange();
   void update() const;
 
   X11Connection& connection_;
   X11Mirror& mirror_;
-  mutable std::optional<std::uint64_t> readVersion_;  // of the mirror's screens
+  mutable bool stale_ = true;
   mutable Reading reading_;
   mutable PointMap map_;
   Subscription events_;

@@ -47,7 +47,6 @@ const X11Window* X11Mirror::find(xcb_window_t id) const {
 }
 
 bool X11Mirror::isOnShownDesktop(const X11Window& window) const {
-  constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
   return !currentDesktop_ || !window.desktop || window.desktop == everyDesktop ||
          window.desktop == currentDesktop_;
 }
@@ -91,10 +90,6 @@ void X11Mirror::handle(const xcb_generic_event_t& event) {
 }
 
 void X11Mirror::handleConfigure(const xcb_configure_notify_event_t& event, bool synthetic) {
-  if (event.window == connection_.root()) {
-    noteScreensChanged();
-    return;
-  }
   const auto own = windows_.find(event.window);
   if (own != windows_.end()) ++own->second.placeReports;
   // A window manager's own report speaks of the root's coordinates; the links already say the same.
