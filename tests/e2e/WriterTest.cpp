@@ -89,6 +89,8 @@ class Writer : public EveryWindowManager {
     strip.waitUntilTabs(names.size());
     for (const auto& name : names)
       waitUntilStateHas("\"" + document(name).string() + "\": \"libreoffice-writer\"");
+    // A window that came up at the top of the screen makes room.
+    waitUntilIdle();
   }
 
   std::unique_ptr<Process> suite;
