@@ -9,6 +9,7 @@
 #include <fstream>
 #include <sstream>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 
 namespace pellar::e2e {
@@ -168,6 +169,13 @@ void Desktop::configure() const {
     std::filesystem::create_directories((folders_.root() / place).parent_path());
     std::ofstream(folders_.root() / place) << text;
   };
+  // Its own settings, but that a key maximises a window as it does elsewhere.
+  std::string openbox = Folders::read("/etc/xdg/openbox/rc.xml");
+  constexpr std::string_view keys = "<keyboard>";
+  if (const auto at = openbox.find(keys); at != std::string::npos) {
+    openbox.insert(at + keys.size(), "<keybind key=\"A-F10\"><action name=\"ToggleMaximize\"/></keybind>");
+    write("config/openbox/rc.xml", openbox);
+  }
   write("config/kwinrc", "[Desktops]\nNumber=4\nRows=1\n");
   write("home/.icewm/preferences", "ShowTaskBar=0\n");
   write("config/i3/config", "# i3 config file (v4)\nfor_window [title=\"^Floating\"] floating enable\n");
@@ -191,7 +199,7 @@ void Desktop::startWindowManager(const std::vector<std::string>& options) {
 
 void Desktop::startBus() {
   if (bus_) return;
-  bus_ = start({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"}, "dbus-daemon");
+  bus_ = start(folders_.busCommand(), "dbus-daemon");
   busAddress_ = bus_->readLine();
 }
 

@@ -4,6 +4,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <system_error>
 
 namespace pellar::e2e {
 
@@ -77,6 +78,26 @@ void Folders::settleIn() const {
     return;
   }
   write(stateFile(), state);
+}
+
+std::vector<std::string> Folders::busCommand() const {
+  const auto services = root_ / "services";
+  std::filesystem::create_directories(services);
+  for (const char* name : {"org.a11y.Bus.service", "org.xfce.Xfconf.service"}) {
+    std::error_code isMissing;
+    std::filesystem::copy_file(std::filesystem::path("/usr/share/dbus-1/services") / name, services / name,
+                               std::filesystem::copy_options::overwrite_existing, isMissing);
+  }
+  const auto configuration = root_ / "bus.conf";
+  write(configuration,
+        "<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\"\n"
+        " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">\n<busconfig><type>session</type>"
+        "<listen>unix:dir=" +
+            (root_ / "run").string() + "</listen><auth>EXTERNAL</auth><servicedir>" + services.string() +
+            "</servicedir><policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/>"
+            "<allow eavesdrop=\"true\"/><allow own=\"*\"/></policy></busconfig>\n");
+  return {"dbus-daemon", "--config-file=" + configuration.string(), "--nofork", "--nopidfile",
+          "--print-address=1"};
 }
 
 void Folders::write(const std::filesystem::path& file, const std::string& content) const {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "platform/sim/system/TemporaryFolder.h"
 #include "tests/e2e/Process.h"
@@ -33,6 +34,10 @@ class Folders {
   // Has the user of these folders be one who has accepted the terms and asks no web site for updates, as far
   // as the state file can be read. So he is from the start.
   void settleIn() const;
+
+  // The command of a session bus with an address that it prints. Of what is installed on the machine it
+  // starts only what these desktops are made with: assistive technology's own bus, and xfwm4's settings.
+  [[nodiscard]] std::vector<std::string> busCommand() const;
 
   // Writes a file with all folders above it.
   void write(const std::filesystem::path& file, const std::string& content) const;

@@ -64,9 +64,7 @@ class Notifying : public testing::Test {
 
   e2e::Folders folders;
   e2e::Environment environment = folders.environment("");
-  e2e::Process bus{{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1"},
-                   environment,
-                   folders.root() / "bus.errors"};
+  e2e::Process bus{folders.busCommand(), environment, folders.root() / "bus.errors"};
   std::unique_ptr<e2e::Process> server;
   QtMainLoop loop;
   DesktopNotifications notifications{loop};
