@@ -60,10 +60,7 @@ class Hotkey : public EveryWindowManager {
     strip.waitUntilOver(all.back());
     strip.waitUntilTabs(all.size());
   }
-  void strike(std::uint32_t key) {
-    desktop.observer().key(key, true);
-    desktop.observer().key(key, false);
-  }
+  void strike(std::uint32_t key) { desktop.observer().strike(key); }
   void pressTabWith(const std::vector<std::uint32_t>& held) {
     for (const auto key : held) desktop.observer().key(key, true);
     strike(tabKey);

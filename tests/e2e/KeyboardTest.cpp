@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 
@@ -88,10 +87,7 @@ class Keyboard : public EveryWindowManager {
     strip.waitUntilOver(report);
     return report;
   }
-  void strike(std::uint32_t key) {
-    desktop.observer().key(key, true);
-    desktop.observer().key(key, false);
-  }
+  void strike(std::uint32_t key) { desktop.observer().strike(key); }
   void type(const std::string& text) {
     for (const char letter : text) strike(static_cast<unsigned char>(letter));
   }
@@ -104,12 +100,6 @@ class Keyboard : public EveryWindowManager {
     desktop.observer().waitUntil("the application has the key", [&] {
       return desktop.keysReceived(window, static_cast<unsigned char>(key)) == count;
     });
-  }
-
-  [[nodiscard]] std::size_t windowsSeen() {
-    const auto all = desktop.observer().topLevels();
-    return static_cast<std::size_t>(std::ranges::count_if(
-        all, [this](xcb_window_t window) { return desktop.observer().isViewable(window); }));
   }
 
   RecentPanel recent;
@@ -139,12 +129,12 @@ TEST_P(Keyboard, AltTabGoesToAnotherWindowDuringASearchAndEndsIt) {
   const auto letter = letters.open("Letter", {300, 300, 700, 400});
   startWithReport();
   searchFor("documents", 3);
-  const auto before = windowsSeen();
+  const auto before = desktop.observer().viewableTopLevels();
   desktop.observer().key(altKey, true);
   desktop.observer().key(tabKey, true);
   // A window manager that comes to it only after the keys were let go of may wait for that in vain.
   desktop.observer().waitUntil("the window manager shows the windows",
-                               [&, before] { return windowsSeen() > before; });
+                               [&, before] { return desktop.observer().viewableTopLevels() > before; });
   desktop.observer().key(tabKey, false);
   desktop.observer().key(altKey, false);
   desktop.waitUntilActive(letter);

@@ -64,10 +64,7 @@ class Recent : public EveryWindowManager {
     strip.waitUntilTabs(1);
     return letter;
   }
-  void strike(std::uint32_t key) {
-    desktop.observer().key(key, true);
-    desktop.observer().key(key, false);
-  }
+  void strike(std::uint32_t key) { desktop.observer().strike(key); }
   void type(const std::string& text) {
     for (const char letter : text) strike(static_cast<unsigned char>(letter));
   }
@@ -197,10 +194,7 @@ class RecentKeys : public EveryWindowManager {
     strip.waitUntilTabs(1);
     return window;
   }
-  void strike(std::uint32_t key) {
-    desktop.observer().key(key, true);
-    desktop.observer().key(key, false);
-  }
+  void strike(std::uint32_t key) { desktop.observer().strike(key); }
   void waitUntilReceived(Window window, int count) {
     desktop.observer().waitUntil("the application has the key",
                                  [&] { return desktop.keysReceived(window, 'x') == count; });

@@ -173,6 +173,37 @@ TEST_P(Maximised, TenTimesByTheTitleBarTheWindowStandsBelowItsStripAndComesBack)
   }
 }
 
+// Those that have a key for it, each the same.
+class MaximisedByKey : public Maximised {
+ protected:
+  void changeByKey() {
+    constexpr std::uint32_t altKey = 0xffe9;
+    constexpr std::uint32_t f10Key = 0xffc7;
+    desktop.observer().key(altKey, true);
+    desktop.observer().strike(f10Key);
+    desktop.observer().key(altKey, false);
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximisedByKey,
+                         ::testing::Values(WindowManager::openbox, WindowManager::metacity,
+                                           WindowManager::xfwm4),
+                         [](const auto& manager) { return nameOf(manager.param); });
+
+TEST_P(MaximisedByKey, TenTimesTheWindowStandsBelowItsStripAndComesBack) {
+  const auto report = editor().open("Report", {200, 200, 600, 500});
+  startPellar();
+  strip.waitUntilOver(report);
+  const auto before = desktop.frame(report);
+  for (int time = 1; time <= 10; ++time) {
+    SCOPED_TRACE(time);
+    changeByKey();
+    expectMaximisedBelowItsStrip(report);
+    changeByKey();
+    expectAsBefore(report, before);
+  }
+}
+
 TEST_P(Maximised, AWindowThatWasMaximisedBeforeGetsItsStripAndStaysMaximised) {
   const auto report = editor().open("Report", {200, 200, 600, 500});
   const auto before = desktop.frame(report);

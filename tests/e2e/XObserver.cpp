@@ -184,6 +184,12 @@ std::vector<xcb_window_t> XObserver::topLevels() const {
   return {first, first + xcb_query_tree_children_length(reply.get())};
 }
 
+std::size_t XObserver::viewableTopLevels() const {
+  const auto all = topLevels();
+  return static_cast<std::size_t>(
+      std::ranges::count_if(all, [this](xcb_window_t window) { return isViewable(window); }));
+}
+
 std::optional<xcb_window_t> XObserver::topLevelOf(xcb_window_t window) const {
   for (;;) {
     const XReply<xcb_query_tree_reply_t> tree(

@@ -85,6 +85,8 @@ class XObserver {
   // Windows.
   // The children of the root, from the lowest to the highest.
   [[nodiscard]] std::vector<xcb_window_t> topLevels() const;
+  // How many of them can be seen, if nothing is above them.
+  [[nodiscard]] std::size_t viewableTopLevels() const;
   // The one of them that holds this window, or is it; absent when it is gone.
   [[nodiscard]] std::optional<xcb_window_t> topLevelOf(xcb_window_t window) const;
   // How many of them are below the one that holds this window; absent when it is gone.
