@@ -163,6 +163,9 @@ std::string Judge::described() const {
         << (each.isMinimised() ? ", minimised" : "") << (each.isFullScreen() ? ", full screen" : "") << ", "
         << at.x << " " << at.y << " " << at.width << " " << at.height << "]";
   }
+  out << "; order" << (known_ ? "" : " (not known)");
+  for (const auto& each : order_)
+    out << " [" << each.title() << "]" << (touched_.contains(each.id()) ? " touched" : "");
   const auto strip = mac_.strip();
   if (!strip.visible()) return out.str() + "; the strip is hidden";
   const auto active = strip.activeTabIndex();
@@ -198,15 +201,14 @@ void Judge::judgeStrip(bool asked) {
     forgetOrder();
     return closeInterval();
   }
-  if (isInDoubt(*application, asked)) {
-    ++count_.partly;
-    orderUnknown_ = true;
-    known_ = false;
-    return;
-  }
   if (application->pid() != pid_) {
     forgetOrder();
     pid_ = application->pid();
+  }
+  if (isInDoubt(*application, asked)) {
+    ++count_.partly;
+    orderUnknown_ = true;
+    return losePlaces(*application);
   }
   Windows tabbed = application->windowsAsListed();
   std::erase_if(tabbed, [](const auto& each) { return !hasTab(each); });
@@ -214,11 +216,19 @@ void Judge::judgeStrip(bool asked) {
   closeInterval();
 }
 
+// Each of its windows may have got a tab meanwhile, anywhere among the others.
+void Judge::losePlaces(const SimApplication& application) {
+  known_ = false;
+  for (const auto& each : application.windowsFrontToBack())
+    if (each.subrole() == "AXStandardWindow" && !contains(order_, each)) order_.push_back(each);
+  for (const auto& each : order_) touched(each);
+}
+
 void Judge::closeInterval() {
   happenings_ = 0;
   orderUnknown_ = false;
   std::erase_if(touched_, [this](WindowId id) {
-    return std::ranges::find(shown_, id, &SimWindow::id) != shown_.end() ||
+    return (known_ && std::ranges::find(shown_, id, &SimWindow::id) != shown_.end()) ||
            std::ranges::find(order_, id, &SimWindow::id) == order_.end();
   });
 }

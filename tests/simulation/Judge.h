@@ -89,6 +89,7 @@ class Judge {
   void judgeDropdown(const Windows& fronts);
   void judgePanelsOverNothing();
   void forgetOrder();
+  void losePlaces(const SimApplication& application);
   void closeInterval();
   [[nodiscard]] bool isSingle() const { return happenings_ <= 1 && !orderUnknown_; }
   [[nodiscard]] const SimPanel* panelOf(Size contentSize) const;
@@ -108,7 +109,8 @@ class Judge {
   bool known_ = false;          // whether that is what is seen
   std::size_t happenings_ = 0;  // since the last rest
   bool orderUnknown_ = false;   // more than one order is right
-  std::set<WindowId> touched_;  // since the last rest; of windows without a tab, since they had one
+  // Since the last rest; of windows without a tab, or without a known place, since they had one.
+  std::set<WindowId> touched_;
   std::set<ProcessId> inDoubt_;
   std::map<std::string, std::set<WindowId>> titles_;  // whose each title ever was
   std::optional<WindowId> searchedOver_;              // the front window when the drop-down was first seen

@@ -65,10 +65,10 @@ RandomDay::RandomDay(unsigned seed) : RandomDesktop(seed) {
   start();
 }
 
-std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps) {
+std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps, bool toBeRead) {
   unsigned now = 0;
   const auto finding = [&](std::string what) {
-    told(judge().described());
+    if (!toBeRead) told(judge().described());
     return Finding{now, std::move(what), trail()};
   };
   try {
@@ -77,6 +77,7 @@ std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps) {
       beginStep(number);
       told("-- step " + std::to_string(number));
       step();
+      if (toBeRead) told(judge().described());
       if (!judge().findings().empty()) return finding(judge().findings().front());
     }
     now = stepsPerDay;

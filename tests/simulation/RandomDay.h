@@ -45,7 +45,8 @@ class RandomDay : public RandomDesktop {
   explicit RandomDay(unsigned seed);
 
   // Lives the steps of these numbers, which rise, and the evening; the first finding ends the day.
-  [[nodiscard]] std::optional<Finding> live(const std::vector<unsigned>& steps);
+  // With what is seen after each step, when the story is to be read.
+  [[nodiscard]] std::optional<Finding> live(const std::vector<unsigned>& steps, bool toBeRead = false);
 
  private:
   [[nodiscard]] StripReader strip() { return mac().strip(); }

@@ -28,6 +28,32 @@ std::string urlOf(const std::string& path) {
   return url;
 }
 
+// What happens by its number, for the story.
+constexpr std::array happenings{"opens a window",
+                                "opens a window",
+                                "opens a window",
+                                "opens a window",
+                                "closes",
+                                "closes",
+                                "minimises",
+                                "restores",
+                                "makes full screen",
+                                "ends full screen of",
+                                "gives another title to",
+                                "moves",
+                                "focuses",
+                                "activates",
+                                "activates",
+                                "ends and launches",
+                                "activates another program than",
+                                "hides or shows",
+                                "changes the displays",
+                                "shows a space",
+                                "takes to a space",
+                                "changes native tabs of",
+                                "hangs",
+                                "hangs"};
+
 }  // namespace
 
 RandomDesktop::RandomDesktop(unsigned seed) : seed_(seed), random_(seed) {
@@ -158,10 +184,14 @@ void RandomDesktop::happen() {
   if (mac_.office().isAsking() && chance(2)) mac_.office().answer(chance(2));
   judge_.happened();
   const std::size_t what = below(24);
-  told("happens " + std::to_string(what));
-  if (what < 4 || windows_.empty()) return open(newTitle());
+  if (what < 4 || windows_.empty()) {
+    told("opens a window");
+    return open(newTitle());
+  }
   auto window = anyWindow();
   auto& application = any(applications_);
+  told(std::string(happenings.at(what)) + " [" + window.title() + "], process " +
+       std::to_string(what < 12 ? window.pid() : application.pid()));
   judge_.touched(window);
   what < 13 ? changeWindow(what, window, application) : changeDesktop(what, window, application);
 }

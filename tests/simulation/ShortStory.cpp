@@ -49,7 +49,7 @@ std::string whatIsFound(unsigned seed, const std::vector<unsigned>& steps) {
 
 std::string shortStory(unsigned seed) {
   const auto steps = shortened(seed, everyStep());
-  const auto finding = findingOf(seed, steps);
+  const auto finding = RandomDay(seed).live(steps, /*toBeRead=*/true);
   if (!finding) return "day " + std::to_string(seed) + " is another when it is lived again";
   std::string numbers;
   for (const unsigned step : steps) numbers += (numbers.empty() ? "" : ", ") + std::to_string(step);
