@@ -106,6 +106,9 @@ class SimMac {
   void click(const SimWindow& window);
   [[nodiscard]] StripReader strip() { return {panels_, screens_, pointer_}; }
 
+  // What applications tell, as it is delivered.
+  [[nodiscard]] CallbackList<SimNotification>& applicationNotifications() { return desktop_.notifications(); }
+
   // The parts.
   [[nodiscard]] SimMainLoop& mainLoop() { return mainLoop_; }
   [[nodiscard]] SimAccessibility& accessibility() { return accessibility_; }

@@ -44,6 +44,17 @@ bool isHiding(const SimWindow& front) {
   return front.isMinimised() || front.isFullScreen() || !(front.frame().width > 0);
 }
 
+// Of tabs that are as narrow as tabs get, each known by its mark.
+std::size_t narrowestTabsIn(double width) {
+  constexpr double firstMark = 14.5;
+  constexpr double step = 30;
+  return width <= firstMark ? 0 : static_cast<std::size_t>(std::ceil((width - firstMark) / step));
+}
+
+bool answers(const SimApplication& application) {
+  return !application.quirks().hung && application.quirks().refuses == SimRefusal::nothing;
+}
+
 std::optional<std::string> nameOf(const std::optional<Color>& color) {
   if (!color) return std::nullopt;
   for (const auto& [system, name] : {std::pair{SystemColor::red, "red"},
@@ -69,7 +80,13 @@ Judge::Judge(SimMac& mac, const std::vector<SimApplication>& applications)
         // It may have been another one in between.
         if (front != nullptr && front->pid() == pid_) return draggedSomewhere();
         forgetOrder();
-      })) {}
+      })),
+      resized_(mac.applicationNotifications().add([this](const SimNotification&) { noteNarrow(); })) {}
+
+void Judge::noteNarrow() {
+  for (const auto& each : order_)
+    if (each.frame().width < smallestTabbedWidth) narrow_.insert(each.id());
+}
 
 void Judge::started() {
   forgetOrder();
@@ -103,22 +120,25 @@ const SimApplication* Judge::inFront() const {
   return found == applications_.end() ? nullptr : &*found;
 }
 
-bool Judge::frontAnswers() const {
-  const auto* application = inFront();
-  return application != nullptr && !application->quirks().hung &&
-         application->quirks().refuses == SimRefusal::nothing;
+void Judge::leftInDoubt(const SimApplication& application) {
+  inDoubt_.insert(application.pid());
+  if (asked_ == application.pid()) asked_ = 0;
 }
 
-bool Judge::isInDoubt(const SimApplication& application, bool asked) {
-  const auto& quirks = application.quirks();
-  if (quirks.hung || quirks.refuses != SimRefusal::nothing) {
-    inDoubt_.insert(application.pid());
+void Judge::looksAgain() {
+  const auto* application = inFront();
+  if (application == nullptr || !answers(*application)) return;
+  asked_ = application->pid();
+  if (inDoubt_.erase(asked_) > 0) orderUnknown_ = true;
+}
+
+bool Judge::isInDoubt(const SimApplication& application) {
+  if (!answers(application)) {
+    leftInDoubt(application);
     log_.mayRefuse(application.pid());
-  } else if (asked) {
-    if (inDoubt_.erase(application.pid()) > 0) orderUnknown_ = true;
-    return false;
   }
-  return inDoubt_.contains(application.pid()) || !quirks.untoldNotifications.empty();
+  if (asked_ == application.pid()) return false;
+  return inDoubt_.contains(application.pid()) || !application.quirks().untoldNotifications.empty();
 }
 
 bool Judge::hasTab(const SimWindow& window) {
@@ -173,28 +193,31 @@ std::string Judge::described() const {
          (active ? std::to_string(*active) : "none");
 }
 
-void Judge::atRest(bool asked) {
+void Judge::atRest() {
   for (const auto& application : applications_) {
     for (const auto& window : application.windowsFrontToBack()) titles_[window.title()].insert(window.id());
-    if (application.quirks().hung || application.quirks().refuses != SimRefusal::nothing) {
-      inDoubt_.insert(application.pid());
+    if (!answers(application)) {
+      leftInDoubt(application);
       log_.mayRefuse(application.pid());
     }
   }
   if (const auto wrong = log_.compare()) found("a line in the log: " + *wrong);
   if (const auto wrong = state_.compare()) found(*wrong);
   judgePanelsOverNothing();
-  judgeStrip(asked);
+  judgeStrip();
+  asked_ = 0;
 }
 
-void Judge::judgeStrip(bool asked) {
+void Judge::judgeStrip() {
   const auto front = mac_.workspace().frontmostApplication();
   // While the user works with the program itself its strip stays as it was.
   if (front && front->bundleId == mac_.workspace().ownBundleId()) return forgetOrder();
   const SimApplication* application = inFront();
   // What the last one in front does not tell is not known to be over.
+  if (application != nullptr) lastInFront_ = application->pid();
   if (application == nullptr &&
-      std::ranges::any_of(applications_, [](const auto& each) { return each.quirks().hung; }))
+      (inDoubt_.contains(lastInFront_) ||
+       std::ranges::any_of(applications_, [](const auto& each) { return !answers(each); })))
     return forgetOrder();
   if (application == nullptr || !state_.follows(*front->bundleId)) {
     judgeHidden(application == nullptr ? "nobody is in front" : "the application is not followed");
@@ -205,26 +228,36 @@ void Judge::judgeStrip(bool asked) {
     forgetOrder();
     pid_ = application->pid();
   }
-  if (isInDoubt(*application, asked)) {
+  if (isInDoubt(*application)) {
     ++count_.partly;
     orderUnknown_ = true;
-    return losePlaces(*application);
+    known_ = false;
+    losePlaces(*application, {});
+    for (const auto& each : order_) touched(each);
+    return;
   }
   Windows tabbed = application->windowsAsListed();
   std::erase_if(tabbed, [](const auto& each) { return !hasTab(each); });
-  judgeTabs(*application, tabbed, asked);
+  // One that was too narrow for a moment, as by a tile of no screen, lost its place.
+  if (std::ranges::any_of(tabbed, [this](const auto& each) { return narrow_.contains(each.id()); }))
+    draggedSomewhere();
+  // One may have had a tab, and gone to another space since.
+  if (!isSingle()) losePlaces(*application, tabbed);
+  judgeTabs(*application, tabbed, asked_ == application->pid());
   closeInterval();
 }
 
-// Each of its windows may have got a tab meanwhile, anywhere among the others.
-void Judge::losePlaces(const SimApplication& application) {
-  known_ = false;
-  for (const auto& each : application.windowsFrontToBack())
-    if (each.subrole() == "AXStandardWindow" && !contains(order_, each)) order_.push_back(each);
-  for (const auto& each : order_) touched(each);
+// Its windows, but for these, may have got a tab meanwhile, anywhere among the others.
+void Judge::losePlaces(const SimApplication& application, const Windows& without) {
+  for (const auto& each : application.windowsFrontToBack()) {
+    if (each.subrole() != "AXStandardWindow" || contains(order_, each) || contains(without, each)) continue;
+    order_.push_back(each);
+    touched(each);
+  }
 }
 
 void Judge::closeInterval() {
+  narrow_.clear();
   happenings_ = 0;
   orderUnknown_ = false;
   std::erase_if(touched_, [this](WindowId id) {
@@ -278,6 +311,10 @@ bool Judge::keepsPlaces(const Windows& seen) const {
 std::optional<Judge::Windows> Judge::judgeOrder(const SimApplication&, const Windows& tabbed,
                                                 const Windows& expected) {
   const auto labels = mac_.strip().tabs();
+  // The narrowest tabs run on past the right edge, where they cannot be seen.
+  if (labels.size() < tabbed.size() && labels.size() == narrowestTabsIn(mac_.strip().frame().width) &&
+      std::ranges::all_of(labels, &std::string::empty))
+    return std::nullopt;
   if (labels.size() != tabbed.size()) {
     found("there are other tabs than windows: tabs" + text(labels) + ", windows" + text(expected));
     return std::nullopt;

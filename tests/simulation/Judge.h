@@ -31,14 +31,16 @@ class Judge {
   // Something was done to this window.
   void touched(const SimWindow& window) { touched_.insert(window.id()); }
   // The application did not answer, or changed in a way that it does not tell.
-  void leftInDoubt(const SimApplication& application) { inDoubt_.insert(application.pid()); }
+  void leftInDoubt(const SimApplication& application);
+  // The world is about to make the program look again.
+  void looksAgain();
   // Only what is seen tells what became of the tabs' order.
   void draggedSomewhere() { orderUnknown_ = true; }
   // The user dropped the tab of a window at a place among the other tabs.
   void dropped(const SimWindow& window, std::size_t place);
 
-  // Compares. `asked` when the world has just made the program look again.
-  void atRest(bool asked = false);
+  // Compares.
+  void atRest();
 
   // The windows with a tab, in the order of the tabs; empty where the judge does not know.
   [[nodiscard]] std::vector<SimWindow> tabs() const { return known_ ? shown_ : std::vector<SimWindow>(); }
@@ -51,11 +53,12 @@ class Judge {
   [[nodiscard]] DocumentWatch& documents() { return documents_; }
   [[nodiscard]] LogWatch& log() { return log_; }
 
+  // Whether no more than one thing happened since the last rest, in a way that leaves no doubt.
+  [[nodiscard]] bool isSingle() const { return happenings_ <= 1 && !orderUnknown_; }
+
   // What was wrong, in words.
   [[nodiscard]] const std::vector<std::string>& findings() const { return findings_; }
   void found(std::string what) { findings_.push_back(std::move(what)); }
-  // Whether the application in front answers.
-  [[nodiscard]] bool frontAnswers() const;
   // The application in front and the strip, as they are.
   [[nodiscard]] std::string described() const;
   // How many rests were judged in full, and how many only in part.
@@ -63,6 +66,13 @@ class Judge {
     std::size_t whole = 0;
     std::size_t partly = 0;
     std::size_t hidden = 0;
+    [[nodiscard]] std::size_t all() const { return whole + partly + hidden; }
+    Count& operator+=(const Count& other) {
+      whole += other.whole;
+      partly += other.partly;
+      hidden += other.hidden;
+      return *this;
+    }
   };
   [[nodiscard]] const Count& count() const { return count_; }
 
@@ -70,14 +80,14 @@ class Judge {
   using Windows = std::vector<SimWindow>;
 
   [[nodiscard]] const SimApplication* inFront() const;
-  [[nodiscard]] bool isInDoubt(const SimApplication& application, bool asked);
+  [[nodiscard]] bool isInDoubt(const SimApplication& application);
   [[nodiscard]] static bool hasTab(const SimWindow& window);
   [[nodiscard]] std::set<std::string> labelsOf(const SimWindow& window) const;
   [[nodiscard]] Windows expectedOrder(const Windows& listed) const;
   [[nodiscard]] std::optional<Windows> seenOrder(const Windows& tabbed) const;
   [[nodiscard]] bool keepsPlaces(const Windows& seen) const;
 
-  void judgeStrip(bool asked);
+  void judgeStrip();
   void judgeHidden(const std::string& why);
   void judgeTabs(const SimApplication& application, const Windows& tabbed, bool asked);
   [[nodiscard]] std::optional<Windows> judgeOrder(const SimApplication& application, const Windows& tabbed,
@@ -88,10 +98,10 @@ class Judge {
   void judgeCard(const Windows& tabbed);
   void judgeDropdown(const Windows& fronts);
   void judgePanelsOverNothing();
+  void noteNarrow();
   void forgetOrder();
-  void losePlaces(const SimApplication& application);
+  void losePlaces(const SimApplication& application, const Windows& without);
   void closeInterval();
-  [[nodiscard]] bool isSingle() const { return happenings_ <= 1 && !orderUnknown_; }
   [[nodiscard]] const SimPanel* panelOf(Size contentSize) const;
   [[nodiscard]] bool isShown(Size contentSize) const;
 
@@ -112,9 +122,13 @@ class Judge {
   // Since the last rest; of windows without a tab, or without a known place, since they had one.
   std::set<WindowId> touched_;
   std::set<ProcessId> inDoubt_;
+  ProcessId lastInFront_ = 0;
+  ProcessId asked_ = 0;        // who was looked at anew since the last rest, and answered; 0 for nobody
+  std::set<WindowId> narrow_;  // likewise; windows that were too narrow for a tab
   std::map<std::string, std::set<WindowId>> titles_;  // whose each title ever was
   std::optional<WindowId> searchedOver_;              // the front window when the drop-down was first seen
   Subscription activated_;
+  Subscription resized_;
 };
 
 }  // namespace pellar

@@ -14,6 +14,15 @@ namespace pellar {
 
 using namespace std::chrono_literals;
 
+namespace {
+
+bool offers(const SimOpenMenu& menu, const std::string& row) {
+  const auto rows = menu.rows();
+  return std::ranges::find(rows, row) != rows.end();
+}
+
+}  // namespace
+
 void InterruptedCalls::set(const Element& element, std::string_view name, const AttributeValue& value) {
   interrupt();
   ForwardingAccessibility::set(element, name, value);
@@ -114,10 +123,10 @@ void RandomDay::lookAgain() {
   told("the screens are announced again");
   mac().settle();
   // One that answers only while it is looked at is looked at too early.
-  const bool asked = judge().frontAnswers();
+  judge().looksAgain();
   mac().screens().set(mac().screens().screens());
   mac().settle();
-  judge().atRest(asked);
+  judge().atRest();
 }
 
 void RandomDay::evening() {
@@ -269,13 +278,16 @@ void RandomDay::tagTab() {
   told("gives " + window.title() + " the colour " + color);
   const auto keys = judge().tagKeys(window);
   if (keys.empty()) return;
+  // The tabs are those of the last rest: where more happened since, it may be another one that is met.
+  const bool known = judge().isSingle();
   const bool interrupted = chance(4);
-  menuPlan_ = [this, window, color, keys, interrupted](SimOpenMenu& menu) {
+  menuPlan_ = [this, window, color, keys, interrupted, known](SimOpenMenu& menu) {
+    if (!offers(menu, "Colour tag \u25B8")) return chooseAny(menu);
     if (interrupted) happen();
     menu.choose({"Colour tag", color});
     auto lower = color;
     lower.front() = static_cast<char>(std::tolower(lower.front()));
-    if (interrupted || keys != judge().tagKeys(window)) return judge().state().uncertain();
+    if (!known || !judge().isSingle() || keys != judge().tagKeys(window)) return judge().state().uncertain();
     judge().state().tagged(keys, color == "None" ? std::nullopt : std::optional(lower));
   };
   mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
@@ -289,7 +301,10 @@ void RandomDay::saveGroup() {
   const ScreenPoint point = strip().toolPoint("Groups");
   if (mac().panels().at(point) != &strip().panel()) return;
   told("saves a group");
-  menuPlan_ = [](SimOpenMenu& menu) { menu.choose({"Save open tabs as group\u2026"}); };
+  menuPlan_ = [this](SimOpenMenu& menu) {
+    constexpr auto* save = "Save open tabs as group\u2026";
+    offers(menu, save) ? menu.choose({save}) : chooseAny(menu);
+  };
   answerPlan_ = "Group " + std::to_string(below(3));
   filesPlan_.clear();
   for (const auto& each : judge().tabs()) filesPlan_.push_back(judge().filesOf(each));
@@ -299,10 +314,13 @@ void RandomDay::saveGroup() {
 }
 
 void RandomDay::changeSettings() {
+  if (!mac().statusBar().hasItem()) return;
+  mac().statusBar().open([this](SimOpenMenu& menu) { changeSettings(menu); });
+}
+
+void RandomDay::changeSettings(SimOpenMenu& menu) {
   auto& saved = judge().state();
-  auto& item = mac().statusBar();
-  if (!item.hasItem()) return;
-  const auto rows = item.rows();
+  const auto rows = menu.rows();
   const auto isThere = [&](const std::string& start) {
     return std::ranges::any_of(rows, [&](const auto& row) { return row.starts_with(start); });
   };
@@ -311,32 +329,32 @@ void RandomDay::changeSettings() {
     const auto hidden = *saved.expected().hiddenApps.begin();
     saved.chose([&](Content& content) { content.hiddenApps.erase(hidden); });
     told("shows the strip for " + hidden);
-    return item.choose({"Hidden apps", "Show " + hidden});
+    return menu.choose({"Hidden apps", "Show " + hidden});
   }
   if (!saved.expected().allApps || chance(6)) {
     saved.chose([](Content& content) { content.allApps = !content.allApps; });
     told("changes whether all applications are followed");
-    return item.choose({"All apps"});
+    return menu.choose({"All apps"});
   }
   switch (below(4)) {
     case 0:
       saved.chose([](Content& content) { content.apps["word"] = !content.apps["word"]; });
       told("changes whether Word is followed");
-      return item.choose({"Word"});
+      return menu.choose({"Word"});
     case 1:
       saved.chose([](Content& content) { content.autoUpdateCheck = !content.autoUpdateCheck; });
-      return item.choose({"Automatically check for updates"});
+      return menu.choose({"Automatically check for updates"});
     case 2:
       saved.chose([&](Content& content) { content.autoSaveMinutes = content.autoSaveMinutes == 0 ? 5 : 0; });
       told("changes auto-save");
-      return item.choose(
+      return menu.choose(
           {"Auto-save changed files", saved.expected().autoSaveMinutes == 0 ? "Off" : "Every 5 min"});
     default:
       for (const auto& each : {"org.example.editor", "org.example.viewer"}) {
         if (!isThere(std::string("Hide for ") + each)) continue;
         saved.chose([&](Content& content) { content.hiddenApps.insert(each); });
         told(std::string("hides the strip for ") + each);
-        return item.choose({std::string("Hide for ") + each});
+        return menu.choose({std::string("Hide for ") + each});
       }
   }
 }
@@ -370,6 +388,8 @@ void RandomDay::answerMenusAndQuestions() {
       const bool group = question.messageText == "Group name";
       if (const auto name = std::exchange(answerPlan_, std::nullopt); name && group) {
         judge().state().grouped(*name, filesPlan_);
+        // The tabs are those of the last rest.
+        if (!judge().isSingle()) judge().state().uncertain();
         return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, *name};
       }
       if (chance(2)) happen();

@@ -68,6 +68,7 @@ class RandomDay : public RandomDesktop {
   void tagTab();
   void saveGroup();
   void changeSettings();
+  void changeSettings(SimOpenMenu& menu);
   void answerMenusAndQuestions();
   void chooseAny(SimOpenMenu& menu);
   [[nodiscard]] std::string itemOf(std::vector<std::string> rows);

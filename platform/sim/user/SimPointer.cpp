@@ -167,8 +167,12 @@ void SimPointer::middleClick(ScreenPoint point) {
 }
 
 void SimPointer::drag(ScreenPoint from, ScreenPoint to) {
-  constexpr int steps = 4;
   press(from);
+  dragOn(from, to);
+}
+
+void SimPointer::dragOn(ScreenPoint from, ScreenPoint to) {
+  constexpr int steps = 4;
   for (int step = 1; step <= steps; ++step) {
     const double part = static_cast<double>(step) / steps;
     moveTo({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});

@@ -36,6 +36,8 @@ class SimPointer {
   void middleClick(ScreenPoint point);
   // Press, several steps on the way, release.
   void drag(ScreenPoint from, ScreenPoint to);
+  // The same after the press.
+  void dragOn(ScreenPoint from, ScreenPoint to);
   // Turns the wheel there, downward when positive.
   void scroll(ScreenPoint point, int notches);
 

@@ -306,6 +306,9 @@ void StripReader::rightClickEmptyStrip() {
 TabDrag::TabDrag(StripReader& reader, int index) : reader_(reader), index_(index) {}
 
 void TabDrag::to(int index) {
+  const ScreenPoint from = reader_.tabPoint(index_);
+  // The press may end a search, and the tabs get wider: the hand goes by what is seen then.
+  reader_.pointer_.press(from);
   std::vector<double> middles;
   const auto tabs = reader_.drawnTabs();
   for (std::size_t other = 0; other < tabs.size(); ++other) {
@@ -321,8 +324,7 @@ void TabDrag::to(int index) {
   } else {
     x = (middles[place - 1] + middles[place]) / 2;
   }
-  const ScreenPoint from = reader_.tabPoint(index_);
-  reader_.pointer_.drag(from, {reader_.frame().x + x, from.y});
+  reader_.pointer_.dragOn(from, {reader_.frame().x + x, from.y});
 }
 
 void TabDrag::by(double dx, double dy) {
