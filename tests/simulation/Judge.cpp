@@ -308,6 +308,18 @@ bool Judge::keepsPlaces(const Windows& seen) const {
   return before == after;
 }
 
+// Whether no other order is right.
+bool Judge::isSure(const Windows& expected) const {
+  return isSingle() && (known_ || order_.empty()) && !bringsUnknownPlace(expected);
+}
+
+// Whether one of them comes whose place among those that had no tab is not known.
+bool Judge::bringsUnknownPlace(const Windows& expected) const {
+  return std::ranges::any_of(expected, [this](const auto& each) {
+    return touched_.contains(each.id()) && !contains(shown_, each) && contains(order_, each);
+  });
+}
+
 std::optional<Judge::Windows> Judge::judgeOrder(const SimApplication&, const Windows& tabbed,
                                                 const Windows& expected) {
   const auto labels = mac_.strip().tabs();
@@ -319,10 +331,7 @@ std::optional<Judge::Windows> Judge::judgeOrder(const SimApplication&, const Win
     found("there are other tabs than windows: tabs" + text(labels) + ", windows" + text(expected));
     return std::nullopt;
   }
-  const bool sure =
-      isSingle() && (known_ || order_.empty()) && std::ranges::none_of(expected, [&](const auto& each) {
-        return touched_.contains(each.id()) && !contains(shown_, each) && contains(order_, each);
-      });
+  const bool sure = isSure(expected);
   const auto reads = [&](const Windows& order) {
     return std::ranges::equal(labels, order, [&](const auto& label, const auto& window) {
       return label.empty() || labelsOf(window).contains(label);
@@ -367,13 +376,14 @@ void Judge::judgeTabs(const SimApplication& application, const Windows& tabbed, 
     // A drop of a tab does not bring another window to the front.
     if (asked && known_ && isSingle() && !fronts.empty()) fronts.resize(1, fronts.front());
   }
+  const bool placed = !orderUnknown_ && !bringsUnknownPlace(expected);
   judgeFront(fronts);
   judgeDropdown(fronts);
   judgeCard(tabbed);
   if (!mac_.strip().visible()) {
     // The order is known still, where nothing made it uncertain.
     ++count_.hidden;
-    const bool sure = known_ ? isSingle() : tabbed.size() <= 1;
+    const bool sure = tabbed.size() <= 1 ? isSingle() || !known_ : isSure(expected);
     shown_ = expected;
     known_ = sure;
     if (!sure) orderUnknown_ = true;
@@ -405,8 +415,10 @@ void Judge::judgeTabs(const SimApplication& application, const Windows& tabbed, 
   }
   now.insert(now.end(), next, shown_.end());
   order_ = std::move(now);
-  if (!known_) {
-    for (const auto& each : order_) touched(each);
+  // Where they are among those that are seen is as little known as these were.
+  const Windows& unknown = !known_ ? order_ : waiting;
+  if (!known_ || !placed) {
+    for (const auto& each : unknown) touched(each);
   }
 }
 

@@ -85,6 +85,8 @@ class Judge {
   [[nodiscard]] std::set<std::string> labelsOf(const SimWindow& window) const;
   [[nodiscard]] Windows expectedOrder(const Windows& listed) const;
   [[nodiscard]] std::optional<Windows> seenOrder(const Windows& tabbed) const;
+  [[nodiscard]] bool isSure(const Windows& expected) const;
+  [[nodiscard]] bool bringsUnknownPlace(const Windows& expected) const;
   [[nodiscard]] bool keepsPlaces(const Windows& seen) const;
 
   void judgeStrip();
