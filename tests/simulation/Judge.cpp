@@ -104,6 +104,7 @@ void Judge::dropped(const SimWindow& window, std::size_t place) {
   Windows others = shown_;
   std::erase(others, window);
   if (!contains(order_, window) || place > others.size()) return draggedSomewhere();
+  touched(window);
   std::erase(order_, window);
   // Where it comes among windows that are not seen is not said.
   for (const auto& each : order_)
@@ -149,9 +150,13 @@ bool Judge::hasTab(const SimWindow& window) {
 std::set<std::optional<std::string>> Judge::filesOf(const SimWindow& window) const {
   // An Office application is asked for its documents, and may not have been able to tell.
   if (window.pid() != applications_.back().pid()) return {titles::fileOf(window.document())};
+  // Windows are told apart by their documents' names.
+  std::set<std::optional<std::string>> files{std::nullopt};
   for (const auto& document : mac_.office().documents(applications_.back()))
-    if (document->window == window && !document->path.empty()) return {document->path, std::nullopt};
-  return {std::nullopt};
+    if (!document->path.empty() && (document->window == window ||
+                                    titles::nameOfFile(document->name) == titles::plainName(window.title())))
+      files.insert(document->path);
+  return files;
 }
 
 std::set<std::string> Judge::labelsOf(const SimWindow& window) const {
@@ -337,8 +342,7 @@ std::optional<Judge::Windows> Judge::judgeOrder(const SimApplication&, const Win
       return label.empty() || labelsOf(window).contains(label);
     });
   };
-  const bool isLegible = std::ranges::none_of(labels, &std::string::empty);
-  if (reads(expected)) return sure || isLegible ? std::optional(expected) : std::nullopt;
+  if (sure && reads(expected)) return expected;
   if (sure) {
     found("the tabs read" + text(labels) + ", not" + text(expected));
     return std::nullopt;
@@ -480,11 +484,14 @@ void Judge::judgeLooks(const SimApplication& application, const Windows& tabs, c
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     // Where a single tab without a label ends cannot be seen.
     if (labels.size() == 1 && labels[i].empty()) continue;
-    const auto colors = state_.colorsOf(tagKeys(tabs[i]));
+    const auto keys = tagKeys(tabs[i]);
+    const auto colors = state_.colorsOf(keys);
     const auto shown = nameOf(strip.tagOf(static_cast<int>(i)));
-    if (!colors.empty() && !colors.contains(shown))
-      found("the tab of " + tabs[i].title() + " has the colour " + shown.value_or("none") + ", not " +
-            (*colors.begin()).value_or("none"));
+    if (colors.empty() || colors.contains(shown)) continue;
+    std::string wrong = "the tab of " + tabs[i].title() + " has the colour " + shown.value_or("none") +
+                        ", not " + (*colors.begin()).value_or("none") + " as of";
+    for (const auto& key : keys) wrong += " " + key;
+    found(wrong + ", among" + state_.describedTags());
   }
   const bool isOffice = mac_.workspace().frontmostApplication()->bundleId == "com.microsoft.Word";
   const bool saves = state_.expected().autoSaveMinutes > 0;

@@ -27,7 +27,10 @@ class Judge {
   // The program was started, and knows nothing but its file.
   void started();
   // One more thing happened, be it done by the user or not.
-  void happened() { ++happenings_; }
+  void happened() {
+    ++happenings_;
+    asked_ = 0;
+  }
   // Something was done to this window.
   void touched(const SimWindow& window) { touched_.insert(window.id()); }
   // The application did not answer, or changed in a way that it does not tell.

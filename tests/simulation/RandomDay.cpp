@@ -213,6 +213,7 @@ void RandomDay::useMouse(std::size_t what) {
     case 3:
       // The second press may meet another strip than the first.
       judge().state().uncertain();
+      judge().happened();
       return pointer.doubleClick(somewhere());
     case 4:
       return pointer.rightClick(somewhere());

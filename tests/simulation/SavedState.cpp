@@ -12,16 +12,6 @@ namespace {
 
 constexpr std::size_t mostRecent = 300;
 
-// Those of one that the other does not have.
-std::string difference(const std::map<std::string, std::string>& a,
-                       const std::map<std::string, std::string>& b) {
-  std::string text;
-  for (const auto& [key, value] : a)
-    if (const auto found = b.find(key); found == b.end() || found->second != value)
-      text += " [" + key + ": " + value + "]";
-  return text;
-}
-
 }  // namespace
 
 std::optional<SavedState::Content> SavedState::read() const {
@@ -55,6 +45,15 @@ std::string SavedState::identity() const {
          std::to_string(status.st_size);
 }
 
+// Those of one that the other does not have.
+std::string SavedState::difference(const Tags& a, const Tags& b) {
+  std::string text;
+  for (const auto& [key, value] : a)
+    if (const auto found = b.find(key); found == b.end() || found->second != value)
+      text += " [" + key + ": " + value + "]";
+  return text;
+}
+
 void SavedState::adopt() {
   if (auto content = read()) content_ = std::move(*content);
 }
@@ -85,32 +84,46 @@ bool SavedState::follows(const std::string& bundleId) const {
   return word == content_.apps.end() || word->second;
 }
 
-// One tagging changes one entry and no other; a rename moves one.
+// The colours, and what they are when a rename takes one along to a file of a name that the user gave.
+std::vector<SavedState::Tags> SavedState::withOneRenamed(const Tags& tags, const Tags& read) const {
+  std::vector<Tags> all{tags};
+  std::set<std::string> files;
+  for (const auto* each : {&tags, &read})
+    for (const auto& [file, color] : *each) files.insert(file);
+  if (tagging_) files.insert(tagging_->keys.begin(), tagging_->keys.end());
+  for (const auto& to : files) {
+    if (!newNames_.contains(std::filesystem::path(to).stem().string())) continue;
+    for (const auto& [from, color] : tags) {
+      if (from == to) continue;
+      auto after = tags;
+      after.erase(from);
+      after.insert_or_assign(to, color);
+      all.push_back(std::move(after));
+    }
+  }
+  return all;
+}
+
+// One tagging changes one entry and no other. A rename may end before it and after it.
 bool SavedState::tagsAreRight(const Content& read) const {
-  const auto right = [&](const std::map<std::string, std::string>& wanted) {
-    if (read.tags == wanted) return true;
-    for (const auto& [to, shown] : read.tags) {
-      if (!newNames_.contains(std::filesystem::path(to).stem().string())) continue;
-      for (const auto& [from, color] : wanted) {
-        if (color != shown) continue;
-        auto after = wanted;
-        after.erase(from);
-        after.insert_or_assign(to, color);
-        if (read.tags == after) return true;
+  if (read.tags == content_.tags && !tagging_) return true;
+  for (const auto& before : withOneRenamed(content_.tags, read.tags)) {
+    if (!tagging_) {
+      if (read.tags == before) return true;
+      continue;
+    }
+    for (const auto& key : tagging_->keys) {
+      auto tagged = before;
+      if (tagging_->color) {
+        tagged.insert_or_assign(key, *tagging_->color);
+      } else {
+        tagged.erase(key);
       }
+      const auto renamed = withOneRenamed(tagged, read.tags);
+      if (std::ranges::find(renamed, read.tags) != renamed.end()) return true;
     }
-    return false;
-  };
-  if (!tagging_) return right(content_.tags);
-  return std::ranges::any_of(tagging_->keys, [&](const auto& key) {
-    auto wanted = content_.tags;
-    if (tagging_->color) {
-      wanted.insert_or_assign(key, *tagging_->color);
-    } else {
-      wanted.erase(key);
-    }
-    return right(wanted);
-  });
+  }
+  return false;
 }
 
 bool SavedState::groupsAreRight(const Content& read) const {

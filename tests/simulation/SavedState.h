@@ -16,8 +16,9 @@ class SavedState {
  public:
   explicit SavedState(std::filesystem::path file) : file_(std::move(file)) {}
 
+  using Tags = std::map<std::string, std::string>;  // colours by key
   struct Content {
-    std::map<std::string, std::string> tags;
+    Tags tags;
     std::map<std::string, std::vector<std::string>> groups;
     std::map<std::string, double> recent;
     std::set<std::string> hiddenApps;
@@ -49,6 +50,8 @@ class SavedState {
 
   // The colour that the window with these keys has, one of several where it is not sure under which.
   [[nodiscard]] std::set<std::optional<std::string>> colorsOf(const std::set<std::string>& keys) const;
+  // All of them, in words.
+  [[nodiscard]] std::string describedTags() const { return difference(content_.tags, {}); }
   [[nodiscard]] bool follows(const std::string& bundleId) const;
 
   // What is wrong with the file; nothing when it is as it must be.
@@ -58,6 +61,8 @@ class SavedState {
   [[nodiscard]] std::optional<Content> read() const;
   [[nodiscard]] std::string identity() const;
   [[nodiscard]] std::optional<std::string> compareWith(const Content& read) const;
+  [[nodiscard]] static std::string difference(const Tags& a, const Tags& b);
+  [[nodiscard]] std::vector<Tags> withOneRenamed(const Tags& tags, const Tags& read) const;
   [[nodiscard]] bool tagsAreRight(const Content& read) const;
   [[nodiscard]] bool groupsAreRight(const Content& read) const;
 
