@@ -156,6 +156,9 @@ std::set<std::optional<std::string>> Judge::filesOf(const SimWindow& window) con
     if (!document->path.empty() && (document->window == window ||
                                     titles::nameOfFile(document->name) == titles::plainName(window.title())))
       files.insert(document->path);
+  const auto before = namesakes_.find(window.id());
+  if (before != namesakes_.end() && before->second.title == window.title())
+    files.insert(before->second.files.begin(), before->second.files.end());
   return files;
 }
 
@@ -206,6 +209,8 @@ void Judge::atRest() {
       log_.mayRefuse(application.pid());
     }
   }
+  for (const auto& window : applications_.back().windowsFrontToBack())
+    namesakes_.insert_or_assign(window.id(), Namesakes{window.title(), filesOf(window)});
   if (const auto wrong = log_.compare()) found("a line in the log: " + *wrong);
   if (const auto wrong = state_.compare()) found(*wrong);
   judgePanelsOverNothing();

@@ -130,6 +130,12 @@ class Judge {
   ProcessId lastInFront_ = 0;
   ProcessId asked_ = 0;        // who was looked at anew since the last rest, and answered; 0 for nobody
   std::set<WindowId> narrow_;  // likewise; windows that were too narrow for a tab
+  // The files of documents that bore the name of an Office window while it had its title.
+  struct Namesakes {
+    std::string title;
+    std::set<std::optional<std::string>> files;
+  };
+  std::map<WindowId, Namesakes> namesakes_;
   std::map<std::string, std::set<WindowId>> titles_;  // whose each title ever was
   std::optional<WindowId> searchedOver_;              // the front window when the drop-down was first seen
   Subscription activated_;
