@@ -121,9 +121,31 @@ const SimApplication* Judge::inFront() const {
   return found == applications_.end() ? nullptr : &*found;
 }
 
-void Judge::leftInDoubt(const SimApplication& application) {
-  inDoubt_.insert(application.pid());
-  if (asked_ == application.pid()) asked_ = 0;
+void Judge::leftInDoubt(ProcessId pid) {
+  inDoubt_.insert(pid);
+  if (asked_ == pid) asked_ = 0;
+}
+
+std::optional<SimWindow> Judge::onlyWindowWith(const std::string& label) const {
+  const auto* application = inFront();
+  std::optional<SimWindow> only;
+  if (application == nullptr || label.empty()) return only;
+  for (const auto& each : application->windowsFrontToBack()) {
+    if (!labelsOf(each).contains(label)) continue;
+    if (only) return std::nullopt;
+    only = each;
+  }
+  return only;
+}
+
+bool Judge::frontAnswers() const {
+  const auto* application = inFront();
+  return application != nullptr && answers(*application);
+}
+
+bool Judge::isFrontInDoubt() const {
+  const auto* application = inFront();
+  return application != nullptr && answers(*application) && inDoubt_.contains(application->pid());
 }
 
 void Judge::looksAgain() {
@@ -135,7 +157,7 @@ void Judge::looksAgain() {
 
 bool Judge::isInDoubt(const SimApplication& application) {
   if (!answers(application)) {
-    leftInDoubt(application);
+    leftInDoubt(application.pid());
     log_.mayRefuse(application.pid());
   }
   if (asked_ == application.pid()) return false;
@@ -205,7 +227,7 @@ void Judge::atRest() {
   for (const auto& application : applications_) {
     for (const auto& window : application.windowsFrontToBack()) titles_[window.title()].insert(window.id());
     if (!answers(application)) {
-      leftInDoubt(application);
+      leftInDoubt(application.pid());
       log_.mayRefuse(application.pid());
     }
   }

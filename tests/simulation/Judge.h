@@ -32,9 +32,17 @@ class Judge {
     asked_ = 0;
   }
   // Something was done to this window.
-  void touched(const SimWindow& window) { touched_.insert(window.id()); }
+  void touched(const SimWindow& window) {
+    touched_.insert(window.id());
+    titles_[window.title()].insert(window.id());
+  }
   // The application did not answer, or changed in a way that it does not tell.
-  void leftInDoubt(const SimApplication& application);
+  void leftInDoubt(ProcessId pid);
+  // The only window of the application in front whose tab may read so; absent when there are several.
+  [[nodiscard]] std::optional<SimWindow> onlyWindowWith(const std::string& label) const;
+  [[nodiscard]] bool frontAnswers() const;
+  // Whether that is so of the one in front.
+  [[nodiscard]] bool isFrontInDoubt() const;
   // The world is about to make the program look again.
   void looksAgain();
   // Only what is seen tells what became of the tabs' order.

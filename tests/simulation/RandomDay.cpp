@@ -109,7 +109,7 @@ void RandomDay::step() {
   if (chance(4)) mac().advance(std::chrono::milliseconds(below(900)));
   if (chance(40)) mac().advance(31s);
   if (chance(400)) mac().advance(8h);
-  if (chance(6)) {
+  if (chance(judge().isFrontInDoubt() ? 2 : 6)) {
     lookAgain();
   } else {
     mac().settle();
@@ -177,8 +177,7 @@ void RandomDay::restart() {
 
 void RandomDay::act() {
   judge().happened();
-  const std::size_t what = below(22);
-  told("acts " + std::to_string(what));
+  const std::size_t what = below(26);
   if (what < 10) return useMouse(what);
   switch (what) {
     case 10:
@@ -198,12 +197,21 @@ void RandomDay::act() {
       return saveGroup();
     case 19:
       return changeSettings();
+    case 20:
+    case 21:
+      return closeTab();
+    case 22:
+    case 23:
+      return renameTab();
     default:
       return mac().pressKey(48, KeyFlags::control | (chance(2) ? KeyFlags::shift : 0));
   }
 }
 
 void RandomDay::useMouse(std::size_t what) {
+  told(std::array{"clicks", "clicks", "clicks", "double-clicks", "right-clicks", "clicks in another way",
+                  "moves the pointer", "moves the pointer", "drags", "drags"}
+           .at(what));
   auto& pointer = mac().pointer();
   switch (what) {
     case 0:
@@ -293,6 +301,37 @@ void RandomDay::tagTab() {
   };
   mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
   menuPlan_ = nullptr;
+}
+
+// Its window may be one whose end is told to nobody: the tab goes all the same, since the user closed it
+// here.
+void RandomDay::closeTab() {
+  const auto labels = strip().visible() ? strip().tabs() : std::vector<std::string>();
+  if (labels.empty() || !judge().frontAnswers()) return;
+  const std::size_t tab = below(labels.size());
+  const auto window = judge().onlyWindowWith(labels[tab]);
+  if (!window || std::ranges::count(labels, labels[tab]) != 1) return;
+  const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
+  if (mac().panels().at(point) != &strip().panel()) return;
+  told("closes the tab of " + window->title());
+  mac().pointer().middleClick(point);
+  if (window->exists() || !judge().frontAnswers() || !strip().visible()) return;
+  const auto now = strip().tabs();
+  if (std::ranges::find(now, labels[tab]) != now.end())
+    judge().found("the tab of a window stays that the user closed: " + labels[tab]);
+}
+
+void RandomDay::renameTab() {
+  const auto tab = anyTab();
+  if (!tab) return;
+  told("renames " + judge().tabs()[*tab].title());
+  menuPlan_ = [](SimOpenMenu& menu) {
+    if (offers(menu, "Rename\u2026")) menu.choose({"Rename\u2026"});
+  };
+  answerPlan_ = "Name " + std::to_string(below(1000));
+  mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
+  menuPlan_ = nullptr;
+  answerPlan_.reset();
 }
 
 void RandomDay::saveGroup() {
@@ -387,16 +426,17 @@ void RandomDay::answerMenusAndQuestions() {
   if (mac().alerts().awaited() == 0) {
     mac().alerts().next([this](const TextAlert& question) {
       const bool group = question.messageText == "Group name";
-      if (const auto name = std::exchange(answerPlan_, std::nullopt); name && group) {
-        judge().state().grouped(*name, filesPlan_);
+      const auto plan = std::exchange(answerPlan_, std::nullopt);
+      if (plan && group) {
+        judge().state().grouped(*plan, filesPlan_);
         // The tabs are those of the last rest.
         if (!judge().isSingle()) judge().state().uncertain();
-        return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, *name};
+        return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, *plan};
       }
-      if (chance(2)) happen();
+      if (!plan && chance(2)) happen();
       mac().settle();
-      const int button = TextAlertAnswer::firstButtonReturn + (chance(4) ? 1 : 0);
-      const std::string name = "Name " + std::to_string(below(5));
+      const int button = TextAlertAnswer::firstButtonReturn + (!plan && chance(4) ? 1 : 0);
+      const std::string name = plan.value_or("Name " + std::to_string(below(5)));
       told("answers " + name);
       if (group) {
         judge().state().uncertain();

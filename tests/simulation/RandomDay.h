@@ -66,6 +66,8 @@ class RandomDay : public RandomDesktop {
   void dragSomewhere();
   void dragTab();
   void tagTab();
+  void closeTab();
+  void renameTab();
   void saveGroup();
   void changeSettings();
   void changeSettings(SimOpenMenu& menu);

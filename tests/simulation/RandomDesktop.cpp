@@ -43,7 +43,7 @@ constexpr std::array happenings{"opens a window",
                                 "moves",
                                 "focuses",
                                 "activates",
-                                "activates",
+                                "clicks",
                                 "ends and launches",
                                 "activates another program than",
                                 "hides or shows",
@@ -80,7 +80,7 @@ void RandomDesktop::begin() {
 void RandomDesktop::calmDown() {
   calm_ = true;
   for (auto& each : applications_) {
-    judge_.leftInDoubt(each);
+    judge_.leftInDoubt(each.pid());
     each.resume();
   }
   thaws_.clear();
@@ -96,7 +96,7 @@ void RandomDesktop::launch(std::size_t which) {
   }
   auto application = mac_.launch(launched);
   if (launched.refusesAtFirst != SimRefusal::nothing) {
-    judge_.leftInDoubt(application);
+    judge_.leftInDoubt(application.pid());
     judge_.log().mayRefuse(application.pid());
   }
   application.quirks().listsWindowsByCreation = chance(2);
@@ -215,10 +215,11 @@ void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplica
     case 8:
     case 9: {
       const AxRect before = window.frame();
+      const bool wasFullScreen = window.isFullScreen();
       what == 8 ? window.enterFullScreen() : window.leaveFullScreen();
       // Without a change of the frame nothing is told.
-      if (window.frame() == before)
-        for (const auto& each : applications_) judge_.leftInDoubt(each);
+      if (window.isFullScreen() != wasFullScreen && window.frame() == before)
+        judge_.leftInDoubt(window.pid());
       return;
     }
     case 10:
@@ -233,8 +234,14 @@ void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplica
 void RandomDesktop::changeDesktop(std::size_t what, SimWindow& window, SimApplication& application) {
   switch (what) {
     case 13:
-    case 14:
       return mac_.activate(application);
+    case 14: {
+      // One that can be seen is clicked.
+      const auto clicked = std::ranges::find(applications_, window.pid(), &SimApplication::pid);
+      if (clicked == applications_.end() || !window.isNamed() || window.isMinimised()) return;
+      clicked->focus(window);
+      return mac_.activate(*clicked);
+    }
     case 15:
       mac_.terminate(application);
       return launch(static_cast<std::size_t>(&application - applications_.data()));
@@ -245,17 +252,22 @@ void RandomDesktop::changeDesktop(std::size_t what, SimWindow& window, SimApplic
     case 18:
       return changeDisplays();
     case 19:
-      return mac_.showSpace(static_cast<int>(below(3)));
+      return mac_.showSpace(anySpace());
     case 20:
       // By Mission Control, which is a space of its own while it is shown.
       mac_.showSpace(9);
-      window.moveToSpace(static_cast<int>(below(3)));
-      return mac_.showSpace(static_cast<int>(below(3)));
+      window.moveToSpace(anySpace());
+      return mac_.showSpace(anySpace());
     case 21:
       return changeNativeTabs(application);
     default:
       return hang(application);
   }
+}
+
+// Mostly the one with the most windows.
+int RandomDesktop::anySpace() {
+  return chance(2) ? 0 : static_cast<int>(below(3));
 }
 
 void RandomDesktop::changeDisplays() {
@@ -284,7 +296,7 @@ void RandomDesktop::changeNativeTabs(SimApplication& application) {
 
 void RandomDesktop::hang(SimApplication& application) {
   application.freeze();
-  judge_.leftInDoubt(application);
+  judge_.leftInDoubt(application.pid());
   judge_.log().mayRefuse(application.pid());
   if (chance(2)) actMeanwhile();
   if (!chance(4)) return application.resume();

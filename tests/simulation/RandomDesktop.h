@@ -58,6 +58,7 @@ class RandomDesktop {
   [[nodiscard]] SimWindow anyWindow();
   void changeWindow(std::size_t what, SimWindow& window, SimApplication& owner);
   void changeDesktop(std::size_t what, SimWindow& window, SimApplication& application);
+  [[nodiscard]] int anySpace();
   void changeDisplays();
   void changeNativeTabs(SimApplication& application);
   void hang(SimApplication& application);
