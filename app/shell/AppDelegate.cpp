@@ -13,9 +13,9 @@ namespace {
 constexpr double menuBarImageHeight = 16;
 
 // What the store has to say is kept, too.
-std::shared_ptr<StateStore> loadStore(const UserFolders& folders) {
+std::shared_ptr<StateStore> loadStore(const UserFolders& folders, FileOperations& files) {
   Log::setUrl(folders.logFile);
-  return std::make_shared<StateStore>(StateStore::defaultURL(folders.applicationSupport));
+  return std::make_shared<StateStore>(StateStore::defaultURL(folders.applicationSupport, files), files);
 }
 
 // Scripts under way may outlive the tap.
@@ -28,14 +28,14 @@ WaitingPorts::Scope restOf(const std::shared_ptr<HotkeyTap>& hotkeys) {
 
 }  // namespace
 
-AppDelegate::AppDelegate(const Platform& platform)
+AppDelegate::AppDelegate(const Platform& platform, FileOperations& files)
     : hotkeys_(std::make_shared<HotkeyTap>(platform.eventTaps, platform.mainLoop)),
       platform_(WaitingPorts::in(platform, restOf(hotkeys_))),
       place_(PlaceInFront::create(platform_.workspace)),
       windows_(OwnWindows::create(platform_.windows, platform_.mainLoop, place_)),
-      store_(loadStore(platform_.folders)),
+      store_(loadStore(platform_.folders, files)),
       tracker_(WindowTracker::create(platform_.accessibility, platform_.workspace, platform_.mainLoop)),
-      automation_(std::make_shared<Automation>(platform_)),
+      automation_(std::make_shared<Automation>(platform_, files)),
       paths_(std::make_shared<DocumentPaths>(platform_, tracker_, automation_)),
       updater_(Updater::create(platform_)),
       terms_(TermsGate::create(platform_, windows_, store_)),

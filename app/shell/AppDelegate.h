@@ -16,6 +16,7 @@
 #include "app/strip/documents/DocumentPaths.h"
 #include "app/tracking/PlaceInFront.h"
 #include "app/tracking/WindowTracker.h"
+#include "core/FileOperations.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
 #include "platform/Subscription.h"
@@ -26,8 +27,9 @@ namespace pellar {
 // runs. Main thread only.
 class AppDelegate {
  public:
-  // Loads the state. What `platform` refers to outlives the delegate.
-  explicit AppDelegate(const Platform& platform);
+  // Loads the state. What `platform` refers to outlives the delegate, as `files` do, through which its own
+  // files and renamed documents are worked on.
+  explicit AppDelegate(const Platform& platform, FileOperations& files = systemFileOperations());
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;

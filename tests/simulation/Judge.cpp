@@ -74,7 +74,7 @@ Judge::Judge(SimMac& mac, const std::vector<SimApplication>& applications)
       applications_(applications),
       state_(mac.home() / "Library" / "Application Support" / "Pellar" / "state.json"),
       documents_(mac.home(), mac.home() / "Library" / "Application Support" / "Pellar"),
-      log_(mac.platform().folders.logFile),
+      log_(mac.platform().folders.logFile, updates_),
       activated_(mac.workspace().onActivated([this] {
         const auto* front = inFront();
         // It may have been another one in between.
@@ -126,6 +126,12 @@ void Judge::leftInDoubt(ProcessId pid) {
   if (asked_ == pid) asked_ = 0;
 }
 
+void Judge::lied(ProcessId pid) {
+  leftInDoubt(pid);
+  draggedSomewhere();
+  state_.uncertain();
+}
+
 std::optional<SimWindow> Judge::onlyWindowWith(const std::string& label) const {
   const auto* application = inFront();
   std::optional<SimWindow> only;
@@ -167,6 +173,12 @@ bool Judge::isInDoubt(const SimApplication& application) {
 bool Judge::hasTab(const SimWindow& window) {
   return window.exists() && window.isNamed() && window.subrole() == "AXStandardWindow" &&
          window.frame().width >= smallestTabbedWidth;
+}
+
+SimDocumentPointer Judge::documentOf(const SimWindow& window) const {
+  for (const auto& document : mac_.office().documents(applications_.back()))
+    if (document->window == window) return document;
+  return nullptr;
 }
 
 std::set<std::optional<std::string>> Judge::filesOf(const SimWindow& window) const {
@@ -235,6 +247,7 @@ void Judge::atRest() {
     namesakes_.insert_or_assign(window.id(), Namesakes{window.title(), filesOf(window)});
   if (const auto wrong = log_.compare()) found("a line in the log: " + *wrong);
   if (const auto wrong = state_.compare()) found(*wrong);
+  if (const auto wrong = updates_.compare(mac_.notifications().shown())) found(*wrong);
   judgePanelsOverNothing();
   judgeStrip();
   asked_ = 0;

@@ -11,6 +11,7 @@
 #include "tests/simulation/DocumentWatch.h"
 #include "tests/simulation/LogWatch.h"
 #include "tests/simulation/SavedState.h"
+#include "tests/simulation/UpdateWatch.h"
 
 namespace pellar {
 
@@ -43,6 +44,8 @@ class Judge {
   [[nodiscard]] bool frontAnswers() const;
   // Whether that is so of the one in front.
   [[nodiscard]] bool isFrontInDoubt() const;
+  // The application gave another answer than the truth, so that what was done just now may have failed.
+  void lied(ProcessId pid);
   // The world is about to make the program look again.
   void looksAgain();
   // Only what is seen tells what became of the tabs' order.
@@ -57,12 +60,15 @@ class Judge {
   [[nodiscard]] std::vector<SimWindow> tabs() const { return known_ ? shown_ : std::vector<SimWindow>(); }
   // The keys under which the colour of a window may be kept.
   [[nodiscard]] std::set<std::string> tagKeys(const SimWindow& window) const;
+  // The document of an Office window; null for none.
+  [[nodiscard]] SimDocumentPointer documentOf(const SimWindow& window) const;
   // The files that may be behind a window; absent for none.
   [[nodiscard]] std::set<std::optional<std::string>> filesOf(const SimWindow& window) const;
 
   [[nodiscard]] SavedState& state() { return state_; }
   [[nodiscard]] DocumentWatch& documents() { return documents_; }
   [[nodiscard]] LogWatch& log() { return log_; }
+  [[nodiscard]] UpdateWatch& updates() { return updates_; }
 
   // Whether no more than one thing happened since the last rest, in a way that leaves no doubt.
   [[nodiscard]] bool isSingle() const { return happenings_ <= 1 && !orderUnknown_; }
@@ -122,7 +128,8 @@ class Judge {
   const std::vector<SimApplication>& applications_;
   SavedState state_;
   DocumentWatch documents_;
-  LogWatch log_;
+  UpdateWatch updates_;
+  LogWatch log_;  // depends-on: updates_
   std::vector<std::string> findings_;
   Count count_;
 

@@ -39,9 +39,9 @@ bool LogWatch::mayBeWritten(std::string_view message) {
     return isNumber(message) && refusing_.contains(std::stoi(std::string(message)));
   if (taken(message, "strip mouseDragged tab=")) return dragged_ && (message == "nil" || isNumber(message));
   if (message.starts_with("banner drag start: ") || message.starts_with("tabs reordered: [")) return dragged_;
+  if (message.starts_with("rename failed for ")) ++failedRenames_;
   if (message.starts_with("rename failed for ") || message.starts_with("rename kept ")) return renames_;
-  if (message.starts_with("update available: ") || message.starts_with("update notification auth granted="))
-    return answers_;
+  if (updates_.mayBeWritten(message)) return true;
   if (message.starts_with("state save failed: ")) {
     ++failedSaves_;
     return diskRefuses_;

@@ -1,6 +1,5 @@
 #include "tests/simulation/RandomDay.h"
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -14,35 +13,7 @@ namespace pellar {
 
 using namespace std::chrono_literals;
 
-namespace {
-
-bool offers(const SimOpenMenu& menu, const std::string& row) {
-  const auto rows = menu.rows();
-  return std::ranges::find(rows, row) != rows.end();
-}
-
-}  // namespace
-
-void InterruptedCalls::set(const Element& element, std::string_view name, const AttributeValue& value) {
-  interrupt();
-  ForwardingAccessibility::set(element, name, value);
-  interrupt();
-}
-
-Performed InterruptedCalls::perform(const Element& element, std::string_view action) {
-  interrupt();
-  const Performed performed = ForwardingAccessibility::perform(element, action);
-  interrupt();
-  return performed;
-}
-
-void InterruptedCalls::interrupt() {
-  if (std::exchange(inside_, true)) return;
-  if (happening) happening();
-  inside_ = false;
-}
-
-RandomDay::RandomDay(unsigned seed) : RandomDesktop(seed) {
+RandomDay::RandomDay(unsigned seed) : RandomUser(seed) {
   // Every other day.
   if (seed % 2 == 0) {
     interrupted_.happening = [this] {
@@ -50,13 +21,15 @@ RandomDay::RandomDay(unsigned seed) : RandomDesktop(seed) {
       if (chance(6)) mac().settle();
     };
   }
-  actMeanwhile = [this] { act(); };
-  mac().scripts().answer = [this](const std::string& source) {
-    if (++scriptsUnderWay_ > 1) judge().found("scripts ran inside one another");
-    auto result = mac().scripts().interpret(source);
-    --scriptsUnderWay_;
-    return result;
-  };
+  // On every third.
+  if (seed % 3 == 0) {
+    interrupted_.lies = [this](ProcessId pid) {
+      if (honest_ || !chance(150)) return false;
+      judge().lied(pid);
+      return true;
+    };
+  }
+  mac().scripts().answer = [this](const std::string& source) { return answer(source); };
   pellar_->store().update([&](AppState& state) {
     state.settings.acceptedEulaVersion = "1";
     if (chance(2)) state.settings.autoSaveMinutes = 1;
@@ -72,6 +45,7 @@ RandomDay::RandomDay(unsigned seed) : RandomDesktop(seed) {
   // Scripts may have been interrupted.
   judge().draggedSomewhere();
   start();
+  honest_ = false;
 }
 
 std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps, bool toBeRead) {
@@ -102,13 +76,22 @@ std::optional<Finding> RandomDay::live(const std::vector<unsigned>& steps, bool 
 
 void RandomDay::step() {
   answerMenusAndQuestions();
-  chance(2) ? happen() : act();
+  if (chance(60)) {
+    killedInTheMiddle();
+  } else if (chance(60)) {
+    changeWhileTheDiskRefuses();
+  } else {
+    chance(2) ? happen() : act();
+  }
   if (chance(60)) restart();
+  if (chance(200)) quit();
   mac().settle();
   judge().atRest();
   if (chance(4)) mac().advance(std::chrono::milliseconds(below(900)));
   if (chance(40)) mac().advance(31s);
   if (chance(400)) mac().advance(8h);
+  if (chance(100)) setTheClock();
+  if (chance(60)) answerForUpdates();
   if (chance(judge().isFrontInDoubt() ? 2 : 6)) {
     lookAgain();
   } else {
@@ -121,16 +104,19 @@ void RandomDay::step() {
 
 void RandomDay::lookAgain() {
   told("the screens are announced again");
+  honest_ = true;
   mac().settle();
   // One that answers only while it is looked at is looked at too early.
   judge().looksAgain();
   mac().screens().set(mac().screens().screens());
   mac().settle();
   judge().atRest();
+  honest_ = isEvening_;
 }
 
 void RandomDay::evening() {
   calmDown();
+  honest_ = isEvening_ = true;
   mac().pointer().moveTo({-3000, -3000});
   mac().advance(30s);
   for (const auto size : {Size{200, 58}, Size{372, 150}})
@@ -160,317 +146,135 @@ void RandomDay::start() {
   judge().atRest();
 }
 
-// In the middle of whatever is shown or waited for.
 void RandomDay::restart() {
   told("restarts");
+  end();
+  if (chance(2)) happen();
+  mac().settle();
+  pellar_.emplace(mac().platformWith(interrupted_), disk_.operations());
+  start();
+}
+
+void RandomDay::end() {
   pellar_.reset();
   if (!mac().panels().all().empty() || mac().eventMonitors().watched() || mac().eventTaps().count() > 0 ||
       mac().accessibility().liveObservers() > 0)
     judge().found("something is left of the program that ended");
-  if (chance(2)) happen();
+}
+
+// Nothing that it does after some step of its work on files reaches the disk, and then it is gone.
+void RandomDay::killedInTheMiddle() {
+  disk_.refuseFrom(below(20), std::errc::io_error);
+  told("(is killed at some write)");
+  judge().log().disk(/*refuses=*/true);
+  act();
   mac().settle();
-  pellar_.emplace(mac().platformWith(interrupted_));
+  if (!disk_.refused()) {
+    disk_.recover();
+    return judge().log().disk(/*refuses=*/false);
+  }
+  told("was killed");
+  judge().state().wasKilled();
+  end();
+  disk_.recover();
+  if (const auto wrong = judge().log().compare()) judge().found("a line in the log: " + *wrong);
+  judge().log().disk(/*refuses=*/false);
+  if (const auto wrong = judge().state().compare()) judge().found("after the end at a write: " + *wrong);
+  mac().settle();
+  pellar_.emplace(mac().platformWith(interrupted_), disk_.operations());
   start();
+  // What was left half done goes with the next save.
+  changeTheUpdateSetting();
 }
 
-// --- what the user does ---
-
-void RandomDay::act() {
+// What the user chooses meanwhile stays in memory, and on the disk is the old or the new; the next save has
+// it all.
+void RandomDay::changeWhileTheDiskRefuses() {
+  constexpr std::array reasons{std::errc::no_space_on_device, std::errc::read_only_file_system,
+                               std::errc::io_error, std::errc::permission_denied};
+  const auto why = reasons[below(reasons.size())];
+  chance(2) ? disk_.refuseOne(below(12), why) : disk_.refuseFrom(below(12), why);
+  told("the disk refuses");
+  judge().log().disk(/*refuses=*/true);
+  const auto saidBefore = judge().log().failedSaves();
   judge().happened();
-  const std::size_t what = below(26);
-  if (what < 10) return useMouse(what);
-  switch (what) {
-    case 10:
-      return mac().type(chance(2) ? "p" : "t");
-    case 11:
-      return mac().pressKey(
-          std::array{"moveDown:", "moveUp:", "insertNewline:", "cancelOperation:"}[below(4)]);
-    case 12:
-    case 13:
-    case 14:
-      return dragTab();
-    case 15:
-    case 16:
-    case 17:
-      return tagTab();
-    case 18:
-      return saveGroup();
-    case 19:
-      return changeSettings();
-    case 20:
-    case 21:
-      return closeTab();
-    case 22:
-    case 23:
-      return renameTab();
-    default:
-      return mac().pressKey(48, KeyFlags::control | (chance(2) ? KeyFlags::shift : 0));
-  }
-}
-
-void RandomDay::useMouse(std::size_t what) {
-  told(std::array{"clicks", "clicks", "clicks", "double-clicks", "right-clicks", "clicks in another way",
-                  "moves the pointer", "moves the pointer", "drags", "drags"}
-           .at(what));
-  auto& pointer = mac().pointer();
-  switch (what) {
-    case 0:
-    case 1:
-    case 2:
-      return click(somewhere(), [&](ScreenPoint point) { pointer.click(point); });
-    case 3:
-      // The second press may meet another strip than the first.
-      judge().state().uncertain();
-      judge().happened();
-      return pointer.doubleClick(somewhere());
-    case 4:
-      return pointer.rightClick(somewhere());
-    case 5:
-      return chance(2) ? pointer.middleClick(somewhere()) : pointer.controlClick(somewhere());
-    case 6:
-    case 7:
-      pointer.moveTo(somewhere());
-      return mac().advance(std::chrono::milliseconds(below(700)));
-    default:
-      return dragSomewhere();
-  }
-}
-
-// A press in the strip may meet the auto-save tool, which changes a setting.
-void RandomDay::click(ScreenPoint point, const std::function<void(ScreenPoint)>& way) {
-  if (strip().visible() && mac().panels().at(point) == &strip().panel()) judge().state().mayToggleAutoSave();
-  way(point);
-}
-
-void RandomDay::dragSomewhere() {
-  judge().draggedSomewhere();
-  judge().log().userDragged();
-  click(somewhere(), [this](ScreenPoint point) { mac().pointer().press(point); });
-  for (std::size_t moves = below(5); moves > 0; --moves) {
-    mac().pointer().moveTo(chance(2) ? somewhere() : anywhere());
-    if (chance(4)) happen();
-  }
-  if (!chance(10)) return mac().pointer().release();
-  // Somebody else takes the release.
+  chance(2) ? tagTab() : changeSettings();
   mac().settle();
-  mac().pointer().release();
+  if (!judge().state().isWhole()) judge().found("the state file cannot be read after a refused write");
+  if (const auto wrong = judge().log().compare()) judge().found("a line in the log: " + *wrong);
+  if (disk_.refusedAFile() && judge().log().failedSaves() == saidBefore)
+    judge().found("a save that failed is not in the log");
+  told("the disk is sound again");
+  disk_.recover();
+  judge().log().disk(/*refuses=*/false);
+  changeTheUpdateSetting();
 }
 
-std::optional<std::size_t> RandomDay::anyTab() {
-  const std::size_t count = judge().tabs().size();
-  if (count == 0 || !strip().visible() || strip().tabs().size() != count) return std::nullopt;
-  const std::size_t tab = below(count);
-  const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
-  return mac().panels().at(point) == &strip().panel() ? std::optional(tab) : std::nullopt;
+void RandomDay::setTheClock() {
+  const auto by = std::chrono::hours(below(100)) - 50h;
+  told("the clock is set by " + std::to_string(by.count()) + " hours");
+  mac().mainLoop().setClock(by);
+  judge().state().clockIsSet();
 }
 
-void RandomDay::dragTab() {
-  const auto tab = anyTab();
-  if (!tab || judge().tabs().size() < 2) return;
-  // Of a tab without a label little more than its mark is left to be gripped.
-  if (strip().tabs()[*tab].empty()) return;
-  const auto tabs = judge().tabs();
-  const std::size_t place = below(tabs.size());
-  if (place == *tab) return;
-  told("drags the tab of " + tabs[*tab].title() + " to place " + std::to_string(place));
-  judge().log().userDragged();
-  judge().dropped(tabs[*tab], place);
-  strip().dragTab(static_cast<int>(*tab)).to(static_cast<int>(place));
-}
-
-void RandomDay::tagTab() {
-  const auto tab = anyTab();
-  if (!tab) return;
-  const SimWindow window = judge().tabs()[*tab];
-  constexpr std::array colors{"Red", "Orange", "Yellow", "Green", "Blue", "Purple", "None"};
-  const std::string color = colors[below(colors.size())];
-  told("gives " + window.title() + " the colour " + color);
-  const auto keys = judge().tagKeys(window);
-  if (keys.empty()) return;
-  // The tabs are those of the last rest: where more happened since, it may be another one that is met.
-  const bool known = judge().isSingle();
-  const bool interrupted = chance(4);
-  menuPlan_ = [this, window, color, keys, interrupted, known](SimOpenMenu& menu) {
-    if (!offers(menu, "Colour tag \u25B8")) return chooseAny(menu);
-    if (interrupted) happen();
-    menu.choose({"Colour tag", color});
-    auto lower = color;
-    lower.front() = static_cast<char>(std::tolower(lower.front()));
-    if (!known || !judge().isSingle() || keys != judge().tagKeys(window)) return judge().state().uncertain();
-    judge().state().tagged(keys, color == "None" ? std::nullopt : std::optional(lower));
-  };
-  mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
-  menuPlan_ = nullptr;
-}
-
-// Its window may be one whose end is told to nobody: the tab goes all the same, since the user closed it
-// here.
-void RandomDay::closeTab() {
-  const auto labels = strip().visible() ? strip().tabs() : std::vector<std::string>();
-  if (labels.empty() || !judge().frontAnswers()) return;
-  const std::size_t tab = below(labels.size());
-  const auto window = judge().onlyWindowWith(labels[tab]);
-  if (!window || std::ranges::count(labels, labels[tab]) != 1) return;
-  const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
-  if (mac().panels().at(point) != &strip().panel()) return;
-  told("closes the tab of " + window->title());
-  mac().pointer().middleClick(point);
-  if (window->exists() || !judge().frontAnswers() || !strip().visible()) return;
-  const auto now = strip().tabs();
-  if (std::ranges::find(now, labels[tab]) != now.end())
-    judge().found("the tab of a window stays that the user closed: " + labels[tab]);
-}
-
-void RandomDay::renameTab() {
-  const auto tab = anyTab();
-  if (!tab) return;
-  told("renames " + judge().tabs()[*tab].title());
-  menuPlan_ = [](SimOpenMenu& menu) {
-    if (offers(menu, "Rename\u2026")) menu.choose({"Rename\u2026"});
-  };
-  answerPlan_ = "Name " + std::to_string(below(1000));
-  mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
-  menuPlan_ = nullptr;
-  answerPlan_.reset();
-}
-
-void RandomDay::saveGroup() {
-  if (judge().tabs().empty() || !strip().visible()) return;
-  const auto tools = strip().tools();
-  if (std::ranges::find(tools, "Groups") == tools.end()) return;
-  const ScreenPoint point = strip().toolPoint("Groups");
-  if (mac().panels().at(point) != &strip().panel()) return;
-  told("saves a group");
-  menuPlan_ = [this](SimOpenMenu& menu) {
-    constexpr auto* save = "Save open tabs as group\u2026";
-    offers(menu, save) ? menu.choose({save}) : chooseAny(menu);
-  };
-  answerPlan_ = "Group " + std::to_string(below(3));
-  filesPlan_.clear();
-  for (const auto& each : judge().tabs()) filesPlan_.push_back(judge().filesOf(each));
-  mac().pointer().click(point);
-  menuPlan_ = nullptr;
-  answerPlan_.reset();
-}
-
-void RandomDay::changeSettings() {
-  if (!mac().statusBar().hasItem()) return;
-  mac().statusBar().open([this](SimOpenMenu& menu) { changeSettings(menu); });
-}
-
-void RandomDay::changeSettings(SimOpenMenu& menu) {
-  auto& saved = judge().state();
-  const auto rows = menu.rows();
-  const auto isThere = [&](const std::string& start) {
-    return std::ranges::any_of(rows, [&](const auto& row) { return row.starts_with(start); });
-  };
-  using Content = SavedState::Content;
-  if (isThere("Hidden apps")) {
-    const auto hidden = *saved.expected().hiddenApps.begin();
-    saved.chose([&](Content& content) { content.hiddenApps.erase(hidden); });
-    told("shows the strip for " + hidden);
-    return menu.choose({"Hidden apps", "Show " + hidden});
-  }
-  if (!saved.expected().allApps || chance(6)) {
-    saved.chose([](Content& content) { content.allApps = !content.allApps; });
-    told("changes whether all applications are followed");
-    return menu.choose({"All apps"});
-  }
-  switch (below(4)) {
+// Of every kind, good ones and bad ones.
+void RandomDay::answerForUpdates() {
+  constexpr std::array bodies{R"({"latest":"1.3.9"})",
+                              R"({"latest":"1.4.0","eula":{"version":"1"}})",
+                              R"({"latest":"1.4"})",
+                              R"({"latest":"v.next"})",
+                              R"({"latest":"1.5.0","url":7})",
+                              R"({"latest":["1.5.0"]})",
+                              R"({"eula":{"version":"9"}})",
+                              R"({"latest":"1.5.0","eula":{}})",
+                              R"({"latest":"1.5.0")",
+                              R"([])",
+                              R"("1.5.0")",
+                              R"()",
+                              R"(<html>Log in to the hotel</html>)"};
+  constexpr std::array newer{"1.5.0", "2.0", "1.4.0.1"};
+  switch (below(5)) {
     case 0:
-      saved.chose([](Content& content) { content.apps["word"] = !content.apps["word"]; });
-      told("changes whether Word is followed");
-      return menu.choose({"Word"});
+      told("the server is silent");
+      return mac().web().staySilent();
     case 1:
-      saved.chose([](Content& content) { content.autoUpdateCheck = !content.autoUpdateCheck; });
-      return menu.choose({"Automatically check for updates"});
-    case 2:
-      saved.chose([&](Content& content) { content.autoSaveMinutes = content.autoSaveMinutes == 0 ? 5 : 0; });
-      told("changes auto-save");
-      return menu.choose(
-          {"Auto-save changed files", saved.expected().autoSaveMinutes == 0 ? "Off" : "Every 5 min"});
-    default:
-      for (const auto& each : {"org.example.editor", "org.example.viewer"}) {
-        if (!isThere(std::string("Hide for ") + each)) continue;
-        saved.chose([&](Content& content) { content.hiddenApps.insert(each); });
-        told(std::string("hides the strip for ") + each);
-        return menu.choose({std::string("Hide for ") + each});
-      }
+      told("the server breaks off");
+      return mac().web().breakOff();
+    case 2: {
+      const std::string latest = newer[below(newer.size())];
+      told("the server offers " + latest);
+      judge().updates().offered(latest);
+      return mac().web().answer(R"({"latest":")" + latest + R"(","url":"https://pellar.example/get"})",
+                                std::chrono::milliseconds(below(20'000)));
+    }
+    default: {
+      const std::string body = chance(10) ? std::string(2 << 20, '[') : bodies[below(bodies.size())];
+      told("the server answers " + body.substr(0, 40));
+      return mac().web().answer(body, std::chrono::milliseconds(below(20'000)));
+    }
   }
 }
 
-ScreenPoint RandomDay::anywhere() {
-  return {static_cast<double>(below(1600)) - 100, static_cast<double>(below(900))};
+void RandomDay::quit() {
+  if (!mac().statusBar().hasItem()) return;
+  told("quits");
+  const int before = mac().program().terminations();
+  mac().statusBar().choose({"Quit Pellar"});
+  if (mac().program().terminations() != before + 1) judge().found("the program did not quit");
+  restart();
 }
 
-// Mostly on the strip, also on the panels beside it.
-ScreenPoint RandomDay::somewhere() {
-  std::vector<ScreenRect> shown;
-  for (const auto* panel : mac().panels().all())
-    if (panel->isVisible()) shown.push_back(panel->frame());
-  if (shown.empty() || chance(6)) return anywhere();
-  const ScreenRect& rect = any(shown);
-  return {rect.x + static_cast<double>(below(static_cast<std::size_t>(rect.width) + 1)),
-          rect.y + static_cast<double>(below(static_cast<std::size_t>(rect.height) + 1))};
-}
-
-void RandomDay::answerMenusAndQuestions() {
-  if (mac().menus().awaited() == 0) {
-    mac().menus().next([this](SimOpenMenu& menu) {
-      if (const auto plan = std::exchange(menuPlan_, nullptr)) return plan(menu);
-      if (chance(2)) happen();
-      mac().settle();
-      chooseAny(menu);
-    });
-  }
-  if (mac().alerts().awaited() == 0) {
-    mac().alerts().next([this](const TextAlert& question) {
-      const bool group = question.messageText == "Group name";
-      const auto plan = std::exchange(answerPlan_, std::nullopt);
-      if (plan && group) {
-        judge().state().grouped(*plan, filesPlan_);
-        // The tabs are those of the last rest.
-        if (!judge().isSingle()) judge().state().uncertain();
-        return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, *plan};
-      }
-      if (!plan && chance(2)) happen();
-      mac().settle();
-      const int button = TextAlertAnswer::firstButtonReturn + (!plan && chance(4) ? 1 : 0);
-      const std::string name = plan.value_or("Name " + std::to_string(below(5)));
-      told("answers " + name);
-      if (group) {
-        judge().state().uncertain();
-      } else {
-        judge().state().renaming(name);
-        judge().documents().renaming(name);
-        judge().log().userRenames();
-      }
-      return TextAlertAnswer{button, name};
-    });
-  }
-}
-
-void RandomDay::chooseAny(SimOpenMenu& menu) {
-  const auto rows = menu.rows();
-  const std::string row = rows[below(rows.size())];
-  constexpr std::string_view submenu = " \u25B8";
-  told("chooses " + row);
-  if (row.ends_with(submenu)) {
-    const std::string title = row.substr(0, row.size() - submenu.size());
-    if (title != "Layout") judge().state().uncertain();
-    if (const auto item = itemOf(menu.rows({title})); !item.empty()) menu.choose({title, item});
-  } else if (const auto item = itemOf({row}); !item.empty()) {
-    if (item.starts_with("Auto-save")) judge().state().uncertain();
-    menu.choose({item});
-  }
-}
-
-// One that can be chosen; empty when there is none in its place.
-std::string RandomDay::itemOf(std::vector<std::string> rows) {
-  constexpr std::string_view check = "\u2713 ";
-  std::string row = any(rows);
-  if (row == "---" || row.starts_with("(")) return {};
-  return row.starts_with(check) ? row.substr(check.size()) : row;
+// Scripts fail, do it and say that they failed, and say that they did what they did not.
+ScriptResult RandomDay::answer(const std::string& source) {
+  if (scriptsUnderWay_ > 0) judge().found("scripts ran inside one another");
+  const bool saves = source.find("save as d") != std::string::npos;
+  const ScriptResult failure{std::nullopt, "{\n    NSAppleScriptErrorNumber = \"-1712\";\n}"};
+  if (!honest_ && chance(40)) return failure;
+  if (!honest_ && saves && chance(10)) return {ScriptDescriptor{std::string("ok")}, std::nullopt};
+  ++scriptsUnderWay_;
+  auto result = mac().scripts().interpret(source);
+  --scriptsUnderWay_;
+  return !honest_ && chance(40) ? failure : result;
 }
 
 }  // namespace pellar

@@ -13,12 +13,19 @@
 namespace pellar {
 namespace {
 
+// Each is shortened, which takes as long as some hundred days.
+constexpr int mostFindings = 5;
+
 TEST(RandomDays, LeaveEverythingAsItShouldBe) {
   Judge::Count count;
+  int findings = 0;
   for (unsigned seed = randomDays().first; seed <= randomDays().last; ++seed) {
     randomDays().current = seed;
     RandomDay day(seed);
-    if (day.live(everyStep())) ADD_FAILURE() << shortStory(seed);
+    if (day.live(everyStep())) {
+      ADD_FAILURE() << shortStory(seed);
+      if (++findings == mostFindings) break;
+    }
     count += day.judge().count();
   }
   std::cout << "looked at the strip " << count.all() << " times: judged whole " << count.whole << ", in part "

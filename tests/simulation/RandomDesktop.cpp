@@ -60,6 +60,7 @@ RandomDesktop::RandomDesktop(unsigned seed) : seed_(seed), random_(seed) {
   std::filesystem::create_directories(mac_.platform().folders.logFile.parent_path());
   std::filesystem::create_directories(mac_.home() / "Documents");
   mac_.workspace().onOpen = [this](const std::string& path) {
+    if (!judge_.state().knows(path)) judge_.found("a file is opened that no list has: " + path);
     if (chance(2)) open(path.substr(path.rfind('/') + 1));
   };
   mac_.office().beforeEvent = [this](const std::string&) {

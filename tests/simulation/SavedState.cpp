@@ -55,7 +55,19 @@ std::string SavedState::difference(const Tags& a, const Tags& b) {
 }
 
 void SavedState::adopt() {
-  if (auto content = read()) content_ = std::move(*content);
+  if (auto content = read()) content_ = last_ = std::move(*content);
+}
+
+void SavedState::renamed(const std::string& from, const std::string& to) {
+  auto entry = content_.tags.extract(from);
+  if (entry) content_.tags.insert_or_assign(to, entry.mapped());
+}
+
+bool SavedState::knows(const std::string& document) const {
+  const auto now = read();
+  return now && (now->recent.contains(document) || std::ranges::any_of(now->groups, [&](const auto& group) {
+                   return std::ranges::find(group.second, document) != group.second.end();
+                 }));
 }
 
 void SavedState::tagged(const std::set<std::string>& keys, const std::optional<std::string>& color) {
@@ -180,14 +192,15 @@ std::optional<std::string> SavedState::compareWith(const Content& read) const {
   if (read.recent.size() == mostRecent) return std::nullopt;
   for (const auto& [path, time] : content_.recent) {
     const auto found = read.recent.find(path);
-    if (found == read.recent.end() || found->second < time) return "a recent file is forgotten: " + path;
+    if (found == read.recent.end() || (found->second < time && !clockIsSet_))
+      return "a recent file is forgotten: " + path;
   }
   return std::nullopt;
 }
 
 std::optional<std::string> SavedState::compare() {
   const std::string now = identity();
-  if (now == lastSeen_ && !tagging_ && !grouping_ && !uncertain_ && !chosen_) {
+  if (now == lastSeen_ && !wasKilled_ && !tagging_ && !grouping_ && !uncertain_ && !chosen_) {
     mayToggleAutoSave_ = false;
     return std::nullopt;
   }
@@ -196,8 +209,13 @@ std::optional<std::string> SavedState::compare() {
   // On is once a minute, whatever it was before it went off.
   if (mayToggleAutoSave_ && content->autoSaveMinutes == (content_.autoSaveMinutes == 0 ? 1 : 0))
     content_.autoSaveMinutes = content->autoSaveMinutes;
-  const auto wrong = uncertain_ ? std::nullopt : compareWith(*content);
-  content_ = std::move(*content);
+  // Recent files may have been entered before it was killed.
+  auto sameButRecent = last_;
+  sameButRecent.recent = content->recent;
+  const bool old = wasKilled_ && *content == sameButRecent;
+  const auto wrong = uncertain_ || old ? std::nullopt : compareWith(*content);
+  content_ = last_ = std::move(*content);
+  wasKilled_ = false;
   tagging_.reset();
   grouping_.reset();
   uncertain_ = chosen_ = mayToggleAutoSave_ = false;

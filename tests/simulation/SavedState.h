@@ -28,6 +28,7 @@ class SavedState {
     bool launchAtLogin = false;
     int autoSaveMinutes = 0;
     std::string acceptedTerms;
+    friend bool operator==(const Content&, const Content&) = default;
   };
 
   // Takes what is in the file for right.
@@ -38,6 +39,15 @@ class SavedState {
   void renaming(const std::string& name) { newNames_.insert(name); }
   // What was chosen may or may not have come about: once, the file tells.
   void uncertain() { uncertain_ = true; }
+  // The program was killed: what was chosen since the last comparison came about, or did not.
+  void wasKilled() { wasKilled_ = true; }
+  // From now on a file may be used at an earlier time than before.
+  void clockIsSet() { clockIsSet_ = true; }
+  // A document that had this key has another file, and its colour with it.
+  void renamed(const std::string& from, const std::string& to);
+  [[nodiscard]] bool isWhole() const { return read().has_value(); }
+  // Whether the file names this document, in any list.
+  [[nodiscard]] bool knows(const std::string& document) const;
   // The user pressed where the auto-save tool may be.
   void mayToggleAutoSave() { mayToggleAutoSave_ = true; }
   void grouped(const std::string& name, std::vector<std::set<std::optional<std::string>>> files);
@@ -68,6 +78,9 @@ class SavedState {
 
   std::filesystem::path file_;
   Content content_;
+  Content last_;  // as it was read last
+  bool wasKilled_ = false;
+  bool clockIsSet_ = false;
   bool uncertain_ = false;
   bool chosen_ = false;  // since the last comparison, as the next
   bool mayToggleAutoSave_ = false;

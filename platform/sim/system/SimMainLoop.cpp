@@ -81,7 +81,7 @@ Subscription SimMainLoop::schedule(nanoseconds delay, std::optional<nanoseconds>
 }
 
 double SimMainLoop::secondsSince1970() const {
-  return startSeconds + std::chrono::duration<double>(now_).count();
+  return startSeconds + std::chrono::duration<double>(now_ + clockAhead_).count();
 }
 
 bool SimMainLoop::runPosted() {

@@ -41,6 +41,9 @@ class SimMainLoop final : public MainLoop {
   // Moves the clock from timer to timer until `condition` holds; false when it does not within `limit`.
   bool runUntil(const std::function<bool()>& condition, std::chrono::nanoseconds limit);
 
+  // Somebody sets the clock, on or back; uptime goes on as before.
+  void setClock(std::chrono::nanoseconds by) { clockAhead_ += by; }
+
   // Runs `block` once, `delay` from now, with nobody to hold a subscription.
   void later(std::chrono::milliseconds delay, Callback block);
   // Runs `block` like a posted one, but in the default mode only: while a menu or a question is open it
@@ -82,6 +85,7 @@ class SimMainLoop final : public MainLoop {
   std::shared_ptr<Timers> timers_;
   std::uint64_t nextSequence_ = 0;
   std::chrono::nanoseconds now_{0};
+  std::chrono::nanoseconds clockAhead_{0};
   bool heldUp_ = false;
   std::uint64_t turns_ = 0;
 };

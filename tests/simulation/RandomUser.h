@@ -1,0 +1,56 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "tests/simulation/RandomDesktop.h"
+
+namespace pellar {
+
+// A user who does anything at any time, and tells the judge what he chose.
+class RandomUser : public RandomDesktop {
+ public:
+  explicit RandomUser(unsigned seed);
+
+ protected:
+  [[nodiscard]] StripReader strip() { return mac().strip(); }
+
+  // Any one thing.
+  void act();
+  void tagTab();
+  void changeSettings();
+  // Chooses what is kept in the file in any case; nothing when there is no menu.
+  void changeTheUpdateSetting();
+  // From here on menus and questions that open are answered.
+  void answerMenusAndQuestions();
+
+ private:
+  void useMouse(std::size_t what);
+  void click(ScreenPoint point, const std::function<void(ScreenPoint)>& way);
+  void dragSomewhere();
+  void dragTab();
+  void closeTab();
+  void renameTab();
+  void openRecentFile();
+  void tile();
+  void dragGroup();
+  void saveGroup();
+  void changeSettings(SimOpenMenu& menu);
+  void chooseAny(SimOpenMenu& menu);
+  [[nodiscard]] std::string itemOf(std::vector<std::string> rows);
+  [[nodiscard]] ScreenPoint anywhere();
+  [[nodiscard]] ScreenPoint somewhere();
+  // A tab that can be taken hold of; absent when there is none.
+  [[nodiscard]] std::optional<std::size_t> anyTab();
+
+  // What the user is about to do with the menu, and to answer to the question, that opens next.
+  std::function<void(SimOpenMenu&)> menuPlan_;
+  std::optional<std::string> answerPlan_;
+  std::vector<std::set<std::optional<std::string>>> filesPlan_;
+};
+
+}  // namespace pellar
