@@ -6,49 +6,19 @@
 #include <string_view>
 #include <utility>
 
-#include "tests/simulation/Titles.h"
-
 namespace pellar {
 namespace {
 
 constexpr double stripHeight = 32;
-constexpr double smallestTabbedWidth = 200;
 constexpr double tolerance = 0.5;
-constexpr Size dropdownSize{480, 300};
-constexpr Size cardSize{200, 58};
-constexpr Size pickerSize{372, 150};
-
 std::string text(const ScreenRect& rect) {
   std::ostringstream out;
   out << "(" << rect.x << ", " << rect.y << ", " << rect.width << ", " << rect.height << ")";
   return out.str();
 }
 
-std::string text(const std::vector<std::string>& labels) {
-  std::string all;
-  for (const auto& each : labels) all += " [" + each + "]";
-  return all;
-}
-
-std::string text(const std::vector<SimWindow>& windows) {
-  std::vector<std::string> labels;
-  for (const auto& each : windows) labels.push_back(each.title());
-  return text(labels);
-}
-
-bool contains(const std::vector<SimWindow>& windows, const SimWindow& window) {
-  return std::ranges::find(windows, window) != windows.end();
-}
-
 bool isHiding(const SimWindow& front) {
   return front.isMinimised() || front.isFullScreen() || !(front.frame().width > 0);
-}
-
-// Of tabs that are as narrow as tabs get, each known by its mark.
-std::size_t narrowestTabsIn(double width) {
-  constexpr double firstMark = 14.5;
-  constexpr double step = 30;
-  return width <= firstMark ? 0 : static_cast<std::size_t>(std::ceil((width - firstMark) / step));
 }
 
 bool answers(const SimApplication& application) {
@@ -78,40 +48,10 @@ Judge::Judge(SimMac& mac, const std::vector<SimApplication>& applications)
       activated_(mac.workspace().onActivated([this] {
         const auto* front = inFront();
         // It may have been another one in between.
-        if (front != nullptr && front->pid() == pid_) return draggedSomewhere();
-        forgetOrder();
+        if (front != nullptr && front->pid() == places_.pid()) return draggedSomewhere();
+        places_.forget();
       })),
-      resized_(mac.applicationNotifications().add([this](const SimNotification&) { noteNarrow(); })) {}
-
-void Judge::noteNarrow() {
-  for (const auto& each : order_)
-    if (each.frame().width < smallestTabbedWidth) narrow_.insert(each.id());
-}
-
-void Judge::started() {
-  forgetOrder();
-  searchedOver_.reset();
-}
-
-void Judge::forgetOrder() {
-  pid_ = 0;
-  order_.clear();
-  shown_.clear();
-  known_ = false;
-}
-
-void Judge::dropped(const SimWindow& window, std::size_t place) {
-  Windows others = shown_;
-  std::erase(others, window);
-  if (!contains(order_, window) || place > others.size()) return draggedSomewhere();
-  touched(window);
-  std::erase(order_, window);
-  // Where it comes among windows that are not seen is not said.
-  for (const auto& each : order_)
-    if (!contains(shown_, each)) touched(each);
-  auto at = order_.begin();
-  if (place > 0) at = std::next(std::ranges::find(order_, others[place - 1]));
-  order_.insert(at, window);
+      resized_(mac.applicationNotifications().add([this](const SimNotification&) { places_.noteNarrow(); })) {
 }
 
 const SimApplication* Judge::inFront() const {
@@ -137,7 +77,7 @@ std::optional<SimWindow> Judge::onlyWindowWith(const std::string& label) const {
   std::optional<SimWindow> only;
   if (application == nullptr || label.empty()) return only;
   for (const auto& each : application->windowsFrontToBack()) {
-    if (!labelsOf(each).contains(label)) continue;
+    if (!names_.labelsOf(each).contains(label)) continue;
     if (only) return std::nullopt;
     only = each;
   }
@@ -158,7 +98,7 @@ void Judge::looksAgain() {
   const auto* application = inFront();
   if (application == nullptr || !answers(*application)) return;
   asked_ = application->pid();
-  if (inDoubt_.erase(asked_) > 0) orderUnknown_ = true;
+  if (inDoubt_.erase(asked_) > 0) draggedSomewhere();
 }
 
 bool Judge::isInDoubt(const SimApplication& application) {
@@ -168,48 +108,6 @@ bool Judge::isInDoubt(const SimApplication& application) {
   }
   if (asked_ == application.pid()) return false;
   return inDoubt_.contains(application.pid()) || !application.quirks().untoldNotifications.empty();
-}
-
-bool Judge::hasTab(const SimWindow& window) {
-  return window.exists() && window.isNamed() && window.subrole() == "AXStandardWindow" &&
-         window.frame().width >= smallestTabbedWidth;
-}
-
-SimDocumentPointer Judge::documentOf(const SimWindow& window) const {
-  for (const auto& document : mac_.office().documents(applications_.back()))
-    if (document->window == window) return document;
-  return nullptr;
-}
-
-std::set<std::optional<std::string>> Judge::filesOf(const SimWindow& window) const {
-  // An Office application is asked for its documents, and may not have been able to tell.
-  if (window.pid() != applications_.back().pid()) return {titles::fileOf(window.document())};
-  // Windows are told apart by their documents' names.
-  std::set<std::optional<std::string>> files{std::nullopt};
-  for (const auto& document : mac_.office().documents(applications_.back()))
-    if (!document->path.empty() && (document->window == window ||
-                                    titles::nameOfFile(document->name) == titles::plainName(window.title())))
-      files.insert(document->path);
-  const auto before = namesakes_.find(window.id());
-  if (before != namesakes_.end() && before->second.title == window.title())
-    files.insert(before->second.files.begin(), before->second.files.end());
-  return files;
-}
-
-std::set<std::string> Judge::labelsOf(const SimWindow& window) const {
-  std::set<std::string> labels;
-  for (const auto& file : filesOf(window))
-    labels.insert(file ? titles::nameOfFile(*file) : titles::plainName(window.title()));
-  return labels;
-}
-
-std::set<std::string> Judge::tagKeys(const SimWindow& window) const {
-  std::set<std::string> keys;
-  // What has no path on this machine may be told under any.
-  const auto isElsewhere = [](const auto& file) { return file && !file->starts_with("/"); };
-  if (std::ranges::any_of(filesOf(window), isElsewhere)) return keys;
-  for (const auto& file : filesOf(window)) keys.insert(titles::keyOf(window.title(), file));
-  return keys;
 }
 
 std::string Judge::described() const {
@@ -225,30 +123,25 @@ std::string Judge::described() const {
         << (each.isMinimised() ? ", minimised" : "") << (each.isFullScreen() ? ", full screen" : "") << ", "
         << at.x << " " << at.y << " " << at.width << " " << at.height << "]";
   }
-  out << "; order" << (known_ ? "" : " (not known)");
-  for (const auto& each : order_)
-    out << " [" << each.title() << "]" << (touched_.contains(each.id()) ? " touched" : "");
+  out << "; " << places_.described();
   const auto strip = mac_.strip();
   if (!strip.visible()) return out.str() + "; the strip is hidden";
   const auto active = strip.activeTabIndex();
-  return out.str() + "; strip at " + text(strip.frame()) + text(strip.tabs()) + ", active " +
+  return out.str() + "; strip at " + text(strip.frame()) + TabPlaces::text(strip.tabs()) + ", active " +
          (active ? std::to_string(*active) : "none");
 }
 
 void Judge::atRest() {
   for (const auto& application : applications_) {
-    for (const auto& window : application.windowsFrontToBack()) titles_[window.title()].insert(window.id());
-    if (!answers(application)) {
-      leftInDoubt(application.pid());
-      log_.mayRefuse(application.pid());
-    }
+    if (answers(application)) continue;
+    leftInDoubt(application.pid());
+    log_.mayRefuse(application.pid());
   }
-  for (const auto& window : applications_.back().windowsFrontToBack())
-    namesakes_.insert_or_assign(window.id(), Namesakes{window.title(), filesOf(window)});
+  names_.lookAround();
   if (const auto wrong = log_.compare()) found("a line in the log: " + *wrong);
   if (const auto wrong = state_.compare()) found(*wrong);
   if (const auto wrong = updates_.compare(mac_.notifications().shown())) found(*wrong);
-  judgePanelsOverNothing();
+  if (const auto wrong = panels_.compare()) found(*wrong);
   judgeStrip();
   asked_ = 0;
 }
@@ -256,59 +149,26 @@ void Judge::atRest() {
 void Judge::judgeStrip() {
   const auto front = mac_.workspace().frontmostApplication();
   // While the user works with the program itself its strip stays as it was.
-  if (front && front->bundleId == mac_.workspace().ownBundleId()) return forgetOrder();
+  if (front && front->bundleId == mac_.workspace().ownBundleId()) return places_.forget();
   const SimApplication* application = inFront();
   // What the last one in front does not tell is not known to be over.
   if (application != nullptr) lastInFront_ = application->pid();
   if (application == nullptr &&
       (inDoubt_.contains(lastInFront_) ||
        std::ranges::any_of(applications_, [](const auto& each) { return !answers(each); })))
-    return forgetOrder();
+    return places_.forget();
   if (application == nullptr || !state_.follows(*front->bundleId)) {
     judgeHidden(application == nullptr ? "nobody is in front" : "the application is not followed");
-    forgetOrder();
-    return closeInterval();
+    places_.forget();
+    return places_.endWithout();
   }
-  if (application->pid() != pid_) {
-    forgetOrder();
-    pid_ = application->pid();
-  }
+  places_.begin(*application);
   if (isInDoubt(*application)) {
     ++count_.partly;
-    orderUnknown_ = true;
-    known_ = false;
-    losePlaces(*application, {});
-    for (const auto& each : order_) touched(each);
-    return;
+    return places_.pass(*application);
   }
-  Windows tabbed = application->windowsAsListed();
-  std::erase_if(tabbed, [](const auto& each) { return !hasTab(each); });
-  // One that was too narrow for a moment, as by a tile of no screen, lost its place.
-  if (std::ranges::any_of(tabbed, [this](const auto& each) { return narrow_.contains(each.id()); }))
-    draggedSomewhere();
-  // One may have had a tab, and gone to another space since.
-  if (!isSingle()) losePlaces(*application, tabbed);
-  judgeTabs(*application, tabbed, asked_ == application->pid());
-  closeInterval();
-}
-
-// Its windows, but for these, may have got a tab meanwhile, anywhere among the others.
-void Judge::losePlaces(const SimApplication& application, const Windows& without) {
-  for (const auto& each : application.windowsFrontToBack()) {
-    if (each.subrole() != "AXStandardWindow" || contains(order_, each) || contains(without, each)) continue;
-    order_.push_back(each);
-    touched(each);
-  }
-}
-
-void Judge::closeInterval() {
-  narrow_.clear();
-  happenings_ = 0;
-  orderUnknown_ = false;
-  std::erase_if(touched_, [this](WindowId id) {
-    return (known_ && std::ranges::find(shown_, id, &SimWindow::id) != shown_.end()) ||
-           std::ranges::find(order_, id, &SimWindow::id) == order_.end();
-  });
+  judgeTabs(*application, asked_ == application->pid());
+  places_.end();
 }
 
 void Judge::judgeHidden(const std::string& why) {
@@ -316,154 +176,35 @@ void Judge::judgeHidden(const std::string& why) {
   if (mac_.strip().visible()) found("the strip is shown though " + why);
 }
 
-// Tabs keep their order; those of other windows follow as their application names them.
-Judge::Windows Judge::expectedOrder(const Windows& listed) const {
-  Windows expected = order_;
-  std::erase_if(expected, [&](const auto& each) { return !contains(listed, each); });
-  for (const auto& each : listed)
-    if (!contains(expected, each)) expected.push_back(each);
-  return expected;
-}
-
-// Absent where the labels do not tell which tab is whose.
-std::optional<Judge::Windows> Judge::seenOrder(const Windows& tabbed) const {
-  std::multimap<std::string, SimWindow> byLabel;
-  for (const auto& window : tabbed)
-    for (const auto& label : labelsOf(window)) byLabel.emplace(label, window);
-  Windows seen;
-  for (const auto& label : mac_.strip().tabs()) {
-    if (label.empty() || byLabel.count(label) != 1) return std::nullopt;
-    const auto& window = byLabel.find(label)->second;
-    if (contains(seen, window)) return std::nullopt;
-    seen.push_back(window);
-  }
-  if (seen.size() != tabbed.size()) return std::nullopt;
-  return seen;
-}
-
-// Whether those that nothing was done to stand among each other as before.
-bool Judge::keepsPlaces(const Windows& seen) const {
-  const auto stayed = [&](const SimWindow& each) {
-    return !touched_.contains(each.id()) && contains(shown_, each) && contains(seen, each);
-  };
-  Windows before;
-  Windows after;
-  std::ranges::copy_if(shown_, std::back_inserter(before), stayed);
-  std::ranges::copy_if(seen, std::back_inserter(after), stayed);
-  return before == after;
-}
-
-// Whether no other order is right.
-bool Judge::isSure(const Windows& expected) const {
-  return isSingle() && (known_ || order_.empty()) && !bringsUnknownPlace(expected);
-}
-
-// Whether one of them comes whose place among those that had no tab is not known.
-bool Judge::bringsUnknownPlace(const Windows& expected) const {
-  return std::ranges::any_of(expected, [this](const auto& each) {
-    return touched_.contains(each.id()) && !contains(shown_, each) && contains(order_, each);
-  });
-}
-
-std::optional<Judge::Windows> Judge::judgeOrder(const SimApplication&, const Windows& tabbed,
-                                                const Windows& expected) {
-  const auto labels = mac_.strip().tabs();
-  // The narrowest tabs run on past the right edge, where they cannot be seen.
-  if (labels.size() < tabbed.size() && labels.size() == narrowestTabsIn(mac_.strip().frame().width) &&
-      std::ranges::all_of(labels, &std::string::empty))
-    return std::nullopt;
-  if (labels.size() != tabbed.size()) {
-    found("there are other tabs than windows: tabs" + text(labels) + ", windows" + text(expected));
-    return std::nullopt;
-  }
-  const bool sure = isSure(expected);
-  const auto reads = [&](const Windows& order) {
-    return std::ranges::equal(labels, order, [&](const auto& label, const auto& window) {
-      return label.empty() || labelsOf(window).contains(label);
-    });
-  };
-  if (sure && reads(expected)) return expected;
-  if (sure) {
-    found("the tabs read" + text(labels) + ", not" + text(expected));
-    return std::nullopt;
-  }
-  const auto seen = seenOrder(tabbed);
-  if (!seen) {
-    Windows left = tabbed;
-    for (const auto& label : labels) {
-      if (label.empty()) continue;
-      const auto match =
-          std::ranges::find_if(left, [&](const auto& each) { return labelsOf(each).contains(label); });
-      if (match == left.end()) {
-        found("a tab reads [" + label + "], as no window of" + text(tabbed) + " does");
-        return std::nullopt;
-      }
-      left.erase(match);
-    }
-    return std::nullopt;
-  }
-  if (!orderUnknown_ && known_ && !keepsPlaces(*seen))
-    found("tabs changed places: now" + text(labels) + ", before" + text(shown_));
-  return seen;
-}
-
-void Judge::judgeTabs(const SimApplication& application, const Windows& tabbed, bool asked) {
-  const Windows expected = expectedOrder(tabbed);
+void Judge::judgeTabs(const SimApplication& application, bool asked) {
+  const Windows tabbed = places_.expect(application);
   // The focused window is in front; without a tab of it the first that is not minimised.
   Windows fronts;
   const auto focused = application.focusedWindow();
-  if (focused && contains(tabbed, *focused)) {
+  if (focused && TabPlaces::contains(tabbed, *focused)) {
     fronts = {*focused};
   } else {
-    std::ranges::copy_if(expected, std::back_inserter(fronts),
+    std::ranges::copy_if(tabbed, std::back_inserter(fronts),
                          [](const auto& each) { return !each.isMinimised(); });
     // A drop of a tab does not bring another window to the front.
-    if (asked && known_ && isSingle() && !fronts.empty()) fronts.resize(1, fronts.front());
+    if (asked && places_.isKnown() && places_.isSingle() && !fronts.empty()) fronts.resize(1, fronts.front());
   }
-  const bool placed = !orderUnknown_ && !bringsUnknownPlace(expected);
   judgeFront(fronts);
-  judgeDropdown(fronts);
+  if (fronts.size() == 1 && panels_.dropdownStays(fronts.front()) && places_.isSingle())
+    found("the drop-down stays though another window came to the front");
   judgeCard(tabbed);
-  if (!mac_.strip().visible()) {
-    // The order is known still, where nothing made it uncertain.
+  const auto strip = mac_.strip();
+  if (!strip.visible()) {
     ++count_.hidden;
-    const bool sure = tabbed.size() <= 1 ? isSingle() || !known_ : isSure(expected);
-    shown_ = expected;
-    known_ = sure;
-    if (!sure) orderUnknown_ = true;
-  } else {
-    const auto order = judgeOrder(application, tabbed, expected);
-    ++(order ? count_.whole : count_.partly);
-    known_ = order.has_value();
-    shown_ = order.value_or(expected);
-    if (order) {
-      const auto active = mac_.strip().activeTabIndex();
-      if (fronts.size() == 1 && (!active || !((*order)[static_cast<std::size_t>(*active)] == fronts.front())))
-        found("the active tab is not that of the front window " + fronts.front().title());
-      if (fronts.size() == 1) judgeLooks(application, *order, fronts.front());
-    }
+    return places_.lookAway();
   }
-  // Windows of other spaces wait for their tabs.
-  Windows waiting = order_;
-  std::erase_if(waiting, [&](const auto& each) {
-    return contains(shown_, each) || !each.exists() || each.isNamed() || each.isBehindNativeTab();
-  });
-  Windows now;
-  auto next = shown_.begin();
-  for (const auto& each : order_) {
-    if (contains(waiting, each)) {
-      now.push_back(each);
-    } else if (contains(shown_, each) && next != shown_.end()) {
-      now.push_back(*next++);
-    }
-  }
-  now.insert(now.end(), next, shown_.end());
-  order_ = std::move(now);
-  // Where they are among those that are seen is as little known as these were.
-  const Windows& unknown = !known_ ? order_ : waiting;
-  if (!known_ || !placed) {
-    for (const auto& each : unknown) touched(each);
-  }
+  const auto order = places_.look(strip.tabs(), strip.frame().width, findings_);
+  ++(order ? count_.whole : count_.partly);
+  if (!order || fronts.size() != 1) return;
+  const auto active = strip.activeTabIndex();
+  if (!active || !((*order)[static_cast<std::size_t>(*active)] == fronts.front()))
+    found("the active tab is not that of the front window " + fronts.front().title());
+  judgeLooks(application, *order);
 }
 
 void Judge::judgeFront(const Windows& fronts) {
@@ -517,14 +258,14 @@ void Judge::judgePlace(const SimWindow& front) {
     found("there is no room for the strip above " + front.title());
 }
 
-void Judge::judgeLooks(const SimApplication& application, const Windows& tabs, const SimWindow&) {
+void Judge::judgeLooks(const SimApplication& application, const Windows& tabs) {
   const auto strip = mac_.strip();
   if (strip.panel().drawing().isTorn()) found("pieces of an older drawing are left on the strip");
   const auto labels = strip.tabs();
   for (std::size_t i = 0; i < tabs.size(); ++i) {
     // Where a single tab without a label ends cannot be seen.
     if (labels.size() == 1 && labels[i].empty()) continue;
-    const auto keys = tagKeys(tabs[i]);
+    const auto keys = names_.tagKeys(tabs[i]);
     const auto colors = state_.colorsOf(keys);
     const auto shown = nameOf(strip.tagOf(static_cast<int>(i)));
     if (colors.empty() || colors.contains(shown)) continue;
@@ -543,48 +284,11 @@ void Judge::judgeLooks(const SimApplication& application, const Windows& tabs, c
   }
 }
 
-const SimPanel* Judge::panelOf(Size contentSize) const {
-  for (const auto* panel : mac_.panels().all())
-    if (panel->style().contentSize == contentSize) return panel;
-  return nullptr;
-}
-
-bool Judge::isShown(Size contentSize) const {
-  const auto* panel = panelOf(contentSize);
-  return panel != nullptr && panel->isVisible();
-}
-
-void Judge::judgePanelsOverNothing() {
-  const bool dropdown = isShown(dropdownSize);
-  if (mac_.eventMonitors().watched() != dropdown)
-    found("clicks are watched without the drop-down, or not with it");
-  if (mac_.strip().visible()) return;
-  if (dropdown) found("the drop-down stands without the strip");
-  if (isShown(cardSize)) found("the card stands without the strip");
-  if (isShown(pickerSize)) found("the picker stands without the strip");
-}
-
 void Judge::judgeCard(const Windows& tabbed) {
-  if (!isShown(cardSize)) return;
-  const auto& items = panelOf(cardSize)->drawing().items();
-  const auto title = std::ranges::find_if(items, [](const auto& item) { return item.isText(); });
-  if (title == items.end()) return found("the card is empty");
-  const auto isOf = [&](const SimWindow& window) {
-    const auto owner = titles_.find(title->text);
-    if (owner != titles_.end() && owner->second.contains(window.id())) return true;
-    return std::ranges::any_of(filesOf(window),
-                               [&](const auto& file) { return file && file->ends_with("/" + title->text); });
-  };
-  if (std::ranges::none_of(tabbed, isOf)) found("the card stands for a window without a tab: " + title->text);
-}
-
-void Judge::judgeDropdown(const Windows& fronts) {
-  if (!isShown(dropdownSize)) return searchedOver_.reset();
-  if (fronts.size() != 1) return;
-  const WindowId front = fronts.front().id();
-  if (searchedOver_ && *searchedOver_ != front && isSingle())
-    found("the drop-down stays though another window came to the front");
-  searchedOver_ = front;
+  const auto title = panels_.cardTitle();
+  if (!title) return;
+  if (std::ranges::none_of(tabbed, [&](const auto& each) { return names_.mayBeCalled(each, *title); }))
+    found("the card stands for a window without a tab: " + *title);
 }
 
 }  // namespace pellar

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <map>
 #include <optional>
 #include <set>
 #include <string>
@@ -10,8 +9,11 @@
 #include "platform/sim/SimMac.h"
 #include "tests/simulation/DocumentWatch.h"
 #include "tests/simulation/LogWatch.h"
+#include "tests/simulation/PanelWatch.h"
 #include "tests/simulation/SavedState.h"
+#include "tests/simulation/TabPlaces.h"
 #include "tests/simulation/UpdateWatch.h"
+#include "tests/simulation/WindowNames.h"
 
 namespace pellar {
 
@@ -26,16 +28,19 @@ class Judge {
   // What is done, told before the program comes to rest.
 
   // The program was started, and knows nothing but its file.
-  void started();
+  void started() {
+    places_.forget();
+    panels_.started();
+  }
   // One more thing happened, be it done by the user or not.
   void happened() {
-    ++happenings_;
+    places_.happened();
     asked_ = 0;
   }
   // Something was done to this window.
   void touched(const SimWindow& window) {
-    touched_.insert(window.id());
-    titles_[window.title()].insert(window.id());
+    places_.touched(window);
+    names_.note(window);
   }
   // The application did not answer, or changed in a way that it does not tell.
   void leftInDoubt(ProcessId pid);
@@ -49,29 +54,23 @@ class Judge {
   // The world is about to make the program look again.
   void looksAgain();
   // Only what is seen tells what became of the tabs' order.
-  void draggedSomewhere() { orderUnknown_ = true; }
+  void draggedSomewhere() { places_.becomeUnsure(); }
   // The user dropped the tab of a window at a place among the other tabs.
-  void dropped(const SimWindow& window, std::size_t place);
+  void dropped(const SimWindow& window, std::size_t place) { places_.dropped(window, place); }
 
   // Compares.
   void atRest();
 
   // The windows with a tab, in the order of the tabs; empty where the judge does not know.
-  [[nodiscard]] std::vector<SimWindow> tabs() const { return known_ ? shown_ : std::vector<SimWindow>(); }
-  // The keys under which the colour of a window may be kept.
-  [[nodiscard]] std::set<std::string> tagKeys(const SimWindow& window) const;
-  // The document of an Office window; null for none.
-  [[nodiscard]] SimDocumentPointer documentOf(const SimWindow& window) const;
-  // The files that may be behind a window; absent for none.
-  [[nodiscard]] std::set<std::optional<std::string>> filesOf(const SimWindow& window) const;
-
+  [[nodiscard]] std::vector<SimWindow> tabs() const { return places_.tabs(); }
+  [[nodiscard]] const WindowNames& names() const { return names_; }
   [[nodiscard]] SavedState& state() { return state_; }
   [[nodiscard]] DocumentWatch& documents() { return documents_; }
   [[nodiscard]] LogWatch& log() { return log_; }
   [[nodiscard]] UpdateWatch& updates() { return updates_; }
 
   // Whether no more than one thing happened since the last rest, in a way that leaves no doubt.
-  [[nodiscard]] bool isSingle() const { return happenings_ <= 1 && !orderUnknown_; }
+  [[nodiscard]] bool isSingle() const { return places_.isSingle(); }
 
   // What was wrong, in words.
   [[nodiscard]] const std::vector<std::string>& findings() const { return findings_; }
@@ -92,37 +91,21 @@ class Judge {
     }
   };
   [[nodiscard]] const Count& count() const { return count_; }
+  [[nodiscard]] const PanelWatch& panels() const { return panels_; }
 
  private:
-  using Windows = std::vector<SimWindow>;
+  using Windows = TabPlaces::Windows;
 
   [[nodiscard]] const SimApplication* inFront() const;
   [[nodiscard]] bool isInDoubt(const SimApplication& application);
-  [[nodiscard]] static bool hasTab(const SimWindow& window);
-  [[nodiscard]] std::set<std::string> labelsOf(const SimWindow& window) const;
-  [[nodiscard]] Windows expectedOrder(const Windows& listed) const;
-  [[nodiscard]] std::optional<Windows> seenOrder(const Windows& tabbed) const;
-  [[nodiscard]] bool isSure(const Windows& expected) const;
-  [[nodiscard]] bool bringsUnknownPlace(const Windows& expected) const;
-  [[nodiscard]] bool keepsPlaces(const Windows& seen) const;
 
   void judgeStrip();
   void judgeHidden(const std::string& why);
-  void judgeTabs(const SimApplication& application, const Windows& tabbed, bool asked);
-  [[nodiscard]] std::optional<Windows> judgeOrder(const SimApplication& application, const Windows& tabbed,
-                                                  const Windows& expected);
+  void judgeTabs(const SimApplication& application, bool asked);
   void judgeFront(const Windows& fronts);
   void judgePlace(const SimWindow& front);
-  void judgeLooks(const SimApplication& application, const Windows& tabs, const SimWindow& front);
+  void judgeLooks(const SimApplication& application, const Windows& tabs);
   void judgeCard(const Windows& tabbed);
-  void judgeDropdown(const Windows& fronts);
-  void judgePanelsOverNothing();
-  void noteNarrow();
-  void forgetOrder();
-  void losePlaces(const SimApplication& application, const Windows& without);
-  void closeInterval();
-  [[nodiscard]] const SimPanel* panelOf(Size contentSize) const;
-  [[nodiscard]] bool isShown(Size contentSize) const;
 
   SimMac& mac_;
   const std::vector<SimApplication>& applications_;
@@ -133,26 +116,12 @@ class Judge {
   std::vector<std::string> findings_;
   Count count_;
 
-  ProcessId pid_ = 0;           // whose order is known; 0 for nobody's
-  Windows order_;               // of its windows, also of those on other spaces
-  Windows shown_;               // those of them that had a tab at the last rest
-  bool known_ = false;          // whether that is what is seen
-  std::size_t happenings_ = 0;  // since the last rest
-  bool orderUnknown_ = false;   // more than one order is right
-  // Since the last rest; of windows without a tab, or without a known place, since they had one.
-  std::set<WindowId> touched_;
+  WindowNames names_{mac_, applications_};
+  TabPlaces places_{[this](const SimWindow& window) { return names_.labelsOf(window); }};
+  PanelWatch panels_{mac_};
   std::set<ProcessId> inDoubt_;
   ProcessId lastInFront_ = 0;
-  ProcessId asked_ = 0;        // who was looked at anew since the last rest, and answered; 0 for nobody
-  std::set<WindowId> narrow_;  // likewise; windows that were too narrow for a tab
-  // The files of documents that bore the name of an Office window while it had its title.
-  struct Namesakes {
-    std::string title;
-    std::set<std::optional<std::string>> files;
-  };
-  std::map<WindowId, Namesakes> namesakes_;
-  std::map<std::string, std::set<WindowId>> titles_;  // whose each title ever was
-  std::optional<WindowId> searchedOver_;              // the front window when the drop-down was first seen
+  ProcessId asked_ = 0;  // who was looked at anew since the last rest, and answered; 0 for nobody
   Subscription activated_;
   Subscription resized_;
 };

@@ -141,7 +141,7 @@ void RandomUser::tagTab() {
   constexpr std::array colors{"Red", "Orange", "Yellow", "Green", "Blue", "Purple", "None"};
   const std::string color = colors[below(colors.size())];
   told("gives " + window.title() + " the colour " + color);
-  const auto keys = judge().tagKeys(window);
+  const auto keys = judge().names().tagKeys(window);
   if (keys.empty()) return;
   // The tabs are those of the last rest: where more happened since, it may be another one that is met.
   const bool known = judge().isSingle();
@@ -152,7 +152,8 @@ void RandomUser::tagTab() {
     menu.choose({"Colour tag", color});
     auto lower = color;
     lower.front() = static_cast<char>(std::tolower(lower.front()));
-    if (!known || !judge().isSingle() || keys != judge().tagKeys(window)) return judge().state().uncertain();
+    if (!known || !judge().isSingle() || keys != judge().names().tagKeys(window))
+      return judge().state().uncertain();
     judge().state().tagged(keys, color == "None" ? std::nullopt : std::optional(lower));
   };
   mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
@@ -182,7 +183,7 @@ void RandomUser::renameTab() {
   const auto tab = anyTab();
   if (!tab) return;
   const SimWindow window = judge().tabs()[*tab];
-  const auto before = judge().documentOf(window);
+  const auto before = judge().names().documentOf(window);
   const std::string from = before ? before->path : "";
   const bool known = judge().isSingle();
   const auto failuresBefore = judge().log().failedRenames();
@@ -197,7 +198,7 @@ void RandomUser::renameTab() {
   mac().settle();
   if (const auto wrong = judge().log().compare()) judge().found("a line in the log: " + *wrong);
   const bool failed = judge().log().failedRenames() != failuresBefore;
-  const auto now = judge().documentOf(window);
+  const auto now = judge().names().documentOf(window);
   // One that ended late takes it along when its application tells of it.
   if (!known || failed || !judge().isSingle() || !now || now->path == from) return;
   judge().state().renamed(from, now->path);
@@ -213,6 +214,8 @@ void RandomUser::openRecentFile() {
     strip().clickSearchField();
   mac().type(std::array{"p", "name", "re", "plan.txt"}[below(4)]);
   if (chance(4)) happen();
+  // The list stays open while other things happen.
+  if (chance(2)) return;
   for (std::size_t down = 1 + below(3); down > 0; --down) mac().pressKey("moveDown:");
   mac().pressKey("insertNewline:");
 }
@@ -255,7 +258,7 @@ void RandomUser::saveGroup() {
   };
   answerPlan_ = "Group " + std::to_string(below(3));
   filesPlan_.clear();
-  for (const auto& each : judge().tabs()) filesPlan_.push_back(judge().filesOf(each));
+  for (const auto& each : judge().tabs()) filesPlan_.push_back(judge().names().filesOf(each));
   mac().pointer().click(point);
   menuPlan_ = nullptr;
   answerPlan_.reset();
