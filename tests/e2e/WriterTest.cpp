@@ -138,6 +138,25 @@ TEST_P(Writer, SaveAllWritesAChangedDocumentAndPlusMakesANewOne) {
   EXPECT_TRUE(desktop.isActive(untitled));
 }
 
+TEST_P(Writer, CloseAllBehindSaveAllClosesEveryDocumentAndLosesNothing) {
+  const auto all = openInWriter({"report", "plan"});
+  desktop.activate(all[0]);
+  desktop.observer().type("hello");
+  desktop.activate(all[1]);
+  showStripOverDocuments({"report", "plan"}, all[1]);
+  strip.clickTool(StripTool::saveAll);
+  desktop.observer().waitUntil("the log says how many",
+                               [this] { return logLines("save all: 2 of 2 windows") == 1; });
+  desktop.observer().waitUntil("the changed document is written",
+                               [&] { return contents("report").find("hello") != std::string::npos; });
+  strip.clickTool(StripTool::closeAll);
+  desktop.observer().waitUntil("no document is open", [&] {
+    const auto clients = desktop.observer().clients();
+    return std::ranges::none_of(
+        all, [&](Window each) { return std::ranges::find(clients, each.id) != clients.end(); });
+  });
+}
+
 }  // namespace
 
 }  // namespace pellar::e2e
