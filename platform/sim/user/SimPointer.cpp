@@ -51,6 +51,8 @@ void SimPointer::dragged() {
 }
 
 void SimPointer::press(ScreenPoint point, int clickCount, Control control) {
+  // A button that is down goes up before it can be pressed again.
+  if (leftHeld_) release();
   moveTo(point);
   leftHeld_ = true;
   monitors_.buttonHeld();
