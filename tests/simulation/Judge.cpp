@@ -274,6 +274,12 @@ void Judge::judgeLooks(const SimApplication& application, const Windows& tabs) {
     for (const auto& key : keys) wrong += " " + key;
     found(wrong + ", among" + state_.describedTags());
   }
+  for (const auto& each : tabs) {
+    const auto files = names_.filesOf(each);
+    const bool isFile = files.size() == 1 && files.begin()->has_value();
+    if (isFile && !state_.expected().recent.contains(**files.begin()))
+      found("the file of " + each.title() + " has a tab, and is not among the recent files");
+  }
   const bool isOffice = mac_.workspace().frontmostApplication()->bundleId == "com.microsoft.Word";
   const bool saves = state_.expected().autoSaveMinutes > 0;
   for (const auto& tool : strip.tools()) {

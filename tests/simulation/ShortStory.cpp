@@ -3,13 +3,12 @@
 #include <algorithm>
 #include <cstddef>
 #include <numeric>
+#include <utility>
 
 namespace pellar {
-namespace {
 
-// Drops parts, first halves and then smaller ones, as long as something is found still. What is found may be
-// another consequence of the same fault.
-std::vector<unsigned> shortened(unsigned seed, std::vector<unsigned> steps) {
+std::vector<unsigned> shortened(std::vector<unsigned> steps,
+                                const std::function<bool(const std::vector<unsigned>&)>& isFound) {
   std::size_t part = (steps.size() + 1) / 2;
   while (!steps.empty()) {
     bool dropped = false;
@@ -17,7 +16,7 @@ std::vector<unsigned> shortened(unsigned seed, std::vector<unsigned> steps) {
       std::vector<unsigned> fewer = steps;
       const auto begin = fewer.begin() + static_cast<std::ptrdiff_t>(from);
       fewer.erase(begin, begin + static_cast<std::ptrdiff_t>(std::min(part, steps.size() - from)));
-      if (findingOf(seed, fewer)) {
+      if (isFound(fewer)) {
         steps = std::move(fewer);
         dropped = true;
       } else {
@@ -29,8 +28,6 @@ std::vector<unsigned> shortened(unsigned seed, std::vector<unsigned> steps) {
   }
   return steps;
 }
-
-}  // namespace
 
 std::vector<unsigned> everyStep() {
   std::vector<unsigned> steps(RandomDay::stepsPerDay);
@@ -48,7 +45,8 @@ std::string whatIsFound(unsigned seed, const std::vector<unsigned>& steps) {
 }
 
 std::string shortStory(unsigned seed) {
-  const auto steps = shortened(seed, everyStep());
+  const auto steps =
+      shortened(everyStep(), [&](const auto& fewer) { return findingOf(seed, fewer).has_value(); });
   const auto finding = RandomDay(seed).live(steps, /*toBeRead=*/true);
   if (!finding) return "day " + std::to_string(seed) + " is another when it is lived again";
   std::string numbers;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -16,6 +17,11 @@ namespace pellar {
 
 // The same in words, empty when nothing is found.
 [[nodiscard]] std::string whatIsFound(unsigned seed, const std::vector<unsigned>& steps);
+
+// Drops parts, first halves and then smaller ones, as long as something is found still. What is found may be
+// another consequence of the same fault.
+[[nodiscard]] std::vector<unsigned> shortened(
+    std::vector<unsigned> steps, const std::function<bool(const std::vector<unsigned>&)>& isFound);
 
 // The fewest steps of a day on which something is found that dropping steps leads to, as a test to be pasted
 // and with what happens in them.
