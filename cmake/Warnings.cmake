@@ -11,3 +11,8 @@ if(PELLAR_ASAN)
     -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   target_link_options(pellar_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(PELLAR_FUZZ)
+  # The fuzzer looks for inputs that reach new places in the code it is built into.
+  target_compile_options(pellar_options INTERFACE -fsanitize=fuzzer-no-link)
+  target_link_options(pellar_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <system_error>
+#include <utility>
 
 #include "platform/linux/x11/ConfigText.h"
 
@@ -29,6 +30,28 @@ std::string asciiLowercased(std::string_view text) {
   return result;
 }
 
+std::optional<DesktopEntryText> readDesktopEntry(std::istream& text) {
+  DesktopEntryText entry;
+  bool inEntry = false;
+  for (std::string whole; std::getline(text, whole);) {
+    const std::string_view line = trimmed(whole);
+    if (!line.empty() && line.front() == '[') {
+      if (inEntry) break;
+      inEntry = line == "[Desktop Entry]";
+      continue;
+    }
+    const auto equals = line.find('=');
+    if (!inEntry || equals == std::string_view::npos) continue;
+    const std::string_view key = trimmed(line.substr(0, equals));
+    const std::string_view value = trimmed(line.substr(equals + 1));
+    if (key == "Name") entry.name = value;
+    if (key == "Categories") entry.isTerminal = lists(value, "TerminalEmulator");
+    if (key == "StartupWMClass") entry.startupClass = value;
+    if (key == "Type" && value != "Application") return std::nullopt;
+  }
+  return inEntry ? std::optional(std::move(entry)) : std::nullopt;
+}
+
 std::optional<DesktopEntry> DesktopEntries::forWindowClass(std::string_view windowClass) {
   if (windowClass.empty()) return std::nullopt;
   if (!read_) read();
@@ -48,7 +71,9 @@ void DesktopEntries::read() {
     std::vector<fs::path> files;
     fs::recursive_directory_iterator it(applications, fs::directory_options::skip_permission_denied, error);
     for (; !error && it != fs::recursive_directory_iterator(); it.increment(error)) {
-      if (it->path().extension() == ".desktop") files.push_back(it->path());
+      // What is no file may keep its reader waiting for ever.
+      std::error_code unknown;
+      if (it->path().extension() == ".desktop" && it->is_regular_file(unknown)) files.push_back(it->path());
     }
     std::sort(files.begin(), files.end());
     for (const fs::path& file : files) add(applications, file);
@@ -56,30 +81,15 @@ void DesktopEntries::read() {
 }
 
 void DesktopEntries::add(const fs::path& applications, const fs::path& file) {
+  std::ifstream stream(file);
+  const auto text = readDesktopEntry(stream);
+  if (!text) return;
   DesktopEntry entry;
   entry.id = file.lexically_relative(applications).replace_extension().string();
   std::replace(entry.id.begin(), entry.id.end(), '/', '-');
-  std::string startupClass;
-  std::ifstream stream(file);
-  bool inEntry = false;
-  for (std::string line; std::getline(stream, line);) {
-    const std::string_view text = trimmed(line);
-    if (!text.empty() && text.front() == '[') {
-      if (inEntry) break;
-      inEntry = text == "[Desktop Entry]";
-      continue;
-    }
-    const auto equals = text.find('=');
-    if (!inEntry || equals == std::string_view::npos) continue;
-    const std::string_view key = trimmed(text.substr(0, equals));
-    const std::string_view value = trimmed(text.substr(equals + 1));
-    if (key == "Name") entry.name = value;
-    if (key == "Categories") entry.isTerminal = lists(value, "TerminalEmulator");
-    if (key == "StartupWMClass") startupClass = value;
-    if (key == "Type" && value != "Application") return;
-  }
-  if (!inEntry) return;
-  if (!startupClass.empty()) byStartupClass_.emplace(asciiLowercased(startupClass), entry);
+  entry.name = text->name;
+  entry.isTerminal = text->isTerminal;
+  if (!text->startupClass.empty()) byStartupClass_.emplace(asciiLowercased(text->startupClass), entry);
   byId_.emplace(asciiLowercased(entry.id), entry);
   const auto dot = entry.id.rfind('.');
   if (dot != std::string::npos) byLastComponent_.emplace(asciiLowercased(entry.id.substr(dot + 1)), entry);

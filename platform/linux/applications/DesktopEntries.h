@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <istream>
 #include <map>
 #include <optional>
 #include <string>
@@ -15,6 +16,16 @@ struct DesktopEntry {
   std::string name;  // the entry's Name; empty when it has none
   bool isTerminal = false;
 };
+
+// What the text of one says; empty where it does not.
+struct DesktopEntryText {
+  std::string name;
+  std::string startupClass;  // StartupWMClass
+  bool isTerminal = false;
+};
+
+// Absent when the text is no application's entry.
+[[nodiscard]] std::optional<DesktopEntryText> readDesktopEntry(std::istream& text);
 
 // The installed desktop entries. Read on first use.
 class DesktopEntries {

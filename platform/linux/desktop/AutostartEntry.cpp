@@ -1,8 +1,7 @@
 #include "platform/linux/desktop/AutostartEntry.h"
 
 #include <algorithm>
-#include <fstream>
-#include <iterator>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -15,6 +14,8 @@ namespace pellar {
 namespace {
 
 using ConfigText::trimmed;
+
+constexpr std::size_t largestEntry = 1U << 20U;
 
 // The Desktop Entry Specification: an argument in double quotes, in which some characters are escaped by a
 // backslash, as a value in which every backslash is doubled. A percent sign begins a field code unless
@@ -119,9 +120,10 @@ AutostartEntry::AutostartEntry(const std::filesystem::path& configFolder, std::f
       program_(std::move(program)),
       operations_(operations) {}
 
-std::string AutostartEntry::read() const {
-  std::ifstream stream(file_, std::ios::binary);
-  return {std::istreambuf_iterator<char>(stream), {}};
+std::error_code AutostartEntry::read(std::string& text) const {
+  const auto error = operations_.read(file_, largestEntry, text);
+  if (error) text.clear();
+  return error == std::errc::no_such_file_or_directory ? std::error_code() : error;
 }
 
 std::optional<std::string> AutostartEntry::write(const std::string& text) const {
@@ -134,7 +136,9 @@ std::optional<std::string> AutostartEntry::remove() const {
 }
 
 LoginItemStatus AutostartEntry::status() const {
-  const std::string text = read();
+  std::string text;
+  // No desktop makes anything of an entry that cannot be read.
+  static_cast<void>(read(text));
   const auto lines = linesOf(text);
   const bool isOff =
       std::ranges::any_of(lines, [](const Line& each) { return each.isSwitch() && each.switchesOff(); });
@@ -142,7 +146,8 @@ LoginItemStatus AutostartEntry::status() const {
 }
 
 std::optional<std::string> AutostartEntry::setEnabled(bool enabled) {
-  const std::string text = read();
+  std::string text;
+  if (const auto error = read(text)) return file_.string() + ": " + error.message();
   const auto lines = linesOf(text);
   const bool isUsers = hasEntry(lines) && !isAsWritten(lines);
   if (isUsers) return write(switched(lines, enabled));

@@ -25,7 +25,8 @@ class AutostartEntry final : public LoginItem {
   void openSettings() override {}
 
  private:
-  [[nodiscard]] std::string read() const;
+  // The entry's text; empty, and no error, when there is none.
+  [[nodiscard]] std::error_code read(std::string& text) const;
   [[nodiscard]] std::optional<std::string> write(const std::string& text) const;
   [[nodiscard]] std::optional<std::string> remove() const;
 

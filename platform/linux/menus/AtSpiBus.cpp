@@ -3,6 +3,7 @@
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusVariant>
+#include <QStringView>
 #include <algorithm>
 #include <string>
 
@@ -28,9 +29,37 @@ int millisecondsUntil(AtSpiBus::Deadline deadline) {
   return static_cast<int>(std::max<std::chrono::milliseconds::rep>(left.count(), 1));
 }
 
+bool isWord(QStringView text) {
+  return !text.isEmpty() && std::ranges::all_of(text, [](QChar each) {
+    return each.unicode() < 128 && (each.isLetterOrNumber() || each == QLatin1Char('_'));
+  });
+}
+
+// Objects are named by what other programs say, and the bus library ends the process over a name that cannot
+// be.
+bool canBeNamed(const AtSpiReference& object) {
+  constexpr qsizetype longestName = 255;
+  const QStringView name(object.bus);
+  const bool isUnique = name.startsWith(QLatin1Char(':'));
+  const auto parts = name.mid(isUnique ? 1 : 0).split(QLatin1Char('.'));
+  const bool isName = parts.size() > 1 && std::ranges::all_of(parts, [&](QStringView part) {
+                        const QString word = part.toString().replace(QLatin1Char('-'), QLatin1Char('_'));
+                        return isWord(word) && (isUnique || !word.front().isDigit());
+                      });
+  const QStringView path(object.path);
+  const auto steps = path.mid(1).split(QLatin1Char('/'));
+  const bool isPath =
+      path.startsWith(QLatin1Char('/')) && (path.size() == 1 || std::ranges::all_of(steps, isWord));
+  return isName && name.size() <= longestName && isPath;
+}
+
 QDBusPendingCall sendTo(const QDBusConnection& connection, const AtSpiReference& object,
                         const QString& interface, const QString& method, const QVariantList& arguments,
                         AtSpiBus::Deadline deadline) {
+  if (!canBeNamed(object)) {
+    return QDBusPendingCall::fromError(
+        QDBusError(QDBusError::InvalidArgs, QStringLiteral("no name of an object")));
+  }
   auto message = QDBusMessage::createMethodCall(object.bus, object.path, interface, method);
   message.setArguments(arguments);
   return connection.asyncCall(message, millisecondsUntil(deadline));

@@ -101,7 +101,7 @@ QDBusPendingCall AtSpiTree::askForReferences(const AtSpiReference& parent, Deadl
 std::optional<AtSpiTree::References> AtSpiTree::referencesIn(const std::optional<QVariantList>& answer) {
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto list = answer->first().value<QDBusArgument>();
-  if (list.currentType() != QDBusArgument::ArrayType) return std::nullopt;
+  if (list.currentSignature() != QLatin1String("a(so)")) return std::nullopt;
   References result;
   list.beginArray();
   while (!list.atEnd() && result.size() < mostObjects) {
@@ -226,7 +226,7 @@ std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<Found>& frame
     const auto answer = AtSpiBus::receive(calls[index]);
     if (!answer || answer->isEmpty()) continue;
     const auto extents = answer->first().value<QDBusArgument>();
-    if (extents.currentType() != QDBusArgument::StructureType) continue;
+    if (extents.currentSignature() != QLatin1String("(iiii)")) continue;
     int x = 0;
     int y = 0;
     int width = 0;
@@ -333,7 +333,9 @@ std::optional<bool> AtSpiTree::isEnabled(const AtSpiObject& object, Deadline dea
 std::optional<bool> AtSpiTree::isSensitive(const AtSpiReference& object, Deadline deadline) {
   const auto answer = bus_.call(object, accessible, QStringLiteral("GetState"), {}, deadline);
   if (!answer || answer->isEmpty()) return std::nullopt;
-  const auto states = qdbus_cast<QList<uint>>(answer->first());
+  const auto list = answer->first().value<QDBusArgument>();
+  if (list.currentSignature() != QLatin1String("au")) return std::nullopt;
+  const auto states = qdbus_cast<QList<uint>>(list);
   if (states.isEmpty()) return std::nullopt;
   return (states.first() & enabledState) != 0 && (states.first() & sensitiveState) != 0;
 }

@@ -25,6 +25,8 @@ const QString submenuKey = QStringLiteral(":submenu");
 
 // A menu made of sections of sections ends here.
 constexpr int deepest = 4;
+// Of a menu: one whose sections contain one another would never be read to its end.
+constexpr std::size_t mostRows = 4096;
 constexpr std::uint32_t longestPath = 1024;
 
 using MenuId = ExportedItem::MenuId;
@@ -34,7 +36,7 @@ std::optional<MenuId> menuBehind(const Row& row, const QString& key) {
   const auto found = row.constFind(key);
   if (found == row.constEnd() || !found->canConvert<QDBusArgument>()) return std::nullopt;
   const auto argument = found->value<QDBusArgument>();
-  if (argument.currentType() != QDBusArgument::StructureType) return std::nullopt;
+  if (argument.currentSignature() != QLatin1String("(uu)")) return std::nullopt;
   MenuId id;
   argument.beginStructure();
   argument >> id.first >> id.second;
@@ -63,7 +65,7 @@ ExportedItem itemOf(const Row& row) {
 std::map<MenuId, QList<Row>> menusIn(const QVariant& answer) {
   std::map<MenuId, QList<Row>> menus;
   const auto list = answer.value<QDBusArgument>();
-  if (list.currentType() != QDBusArgument::ArrayType) return menus;
+  if (list.currentSignature() != QLatin1String("a(uuaa{sv})")) return menus;
   list.beginArray();
   while (!list.atEnd()) {
     MenuId id;
@@ -100,6 +102,7 @@ class Reader {
     if (depth > deepest || !fetch(id.first)) return false;
     const QList<Row> rows = menus_[id];
     for (const Row& row : rows) {
+      if (++seen_ > mostRows) break;
       if (const auto section = menuBehind(row, sectionKey)) {
         read(*section, items, depth + 1);
       } else {
@@ -126,6 +129,7 @@ class Reader {
   AtSpiReference object_;
   AtSpiBus::Deadline deadline_;
   QList<uint> held_;
+  std::size_t seen_ = 0;
   std::map<MenuId, QList<Row>> menus_;
 };
 
@@ -186,7 +190,7 @@ std::optional<bool> ExportedMenus::isEnabled(const ExportedItem& item, Deadline 
   const auto answer = call ? AtSpiBus::receive(*call) : std::nullopt;
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto description = answer->first().value<QDBusArgument>();
-  if (description.currentType() != QDBusArgument::StructureType) return std::nullopt;
+  if (description.currentSignature() != QLatin1String("(bgav)")) return std::nullopt;
   bool enabled = false;
   description.beginStructure();
   description >> enabled;

@@ -121,8 +121,8 @@ void X11Density::update() const {
     Log::write("no scale to go by: " + *reading.nonsense);
   reading_ = std::move(reading);
   // Root coordinates are Accessibility coordinates, which begin at the first screen.
-  std::ranges::stable_partition(reading_.monitors,
-                                [](const Monitor& each) { return each.pixels.x == 0 && each.pixels.y == 0; });
+  std::stable_partition(reading_.monitors.begin(), reading_.monitors.end(),
+                        [](const Monitor& each) { return each.pixels.x == 0 && each.pixels.y == 0; });
   std::vector<PointMap::Monitor> monitors;
   for (const Monitor& each : reading_.monitors) monitors.push_back({each.pixels, each.scale});
   map_ = PointMap(monitors);

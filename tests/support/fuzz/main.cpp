@@ -1,11 +1,12 @@
-// FUZZ_TARGET SEEDS: gives a fuzz target each seed, and some thousands of texts that were made of them,
-// always the same ones. This keeps the targets alive wherever the tests run; libFuzzer (scripts/fuzz) looks
+// FUZZ_TARGET SEEDS TEXTS: gives a fuzz target each seed, and that many texts that were made of them, always
+// the same ones. This keeps the targets alive wherever the tests run; libFuzzer (scripts/fuzz) looks
 // further.
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -17,7 +18,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
 namespace {
 
-constexpr int madeTexts = 20000;
 constexpr std::size_t longest = 4096;
 
 std::vector<std::string> seedsIn(const std::filesystem::path& folder) {
@@ -81,9 +81,10 @@ int give(const std::string& text) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const auto seeds = argc == 2 ? seedsIn(argv[1]) : std::vector<std::string>();
-  if (seeds.empty()) {
-    std::fprintf(stderr, "usage: %s FOLDER_OF_SEEDS\n", argv[0]);
+  const auto seeds = argc == 3 ? seedsIn(argv[1]) : std::vector<std::string>();
+  const int madeTexts = argc == 3 ? std::atoi(argv[2]) : 0;
+  if (seeds.empty() || madeTexts <= 0) {
+    std::fprintf(stderr, "usage: %s FOLDER_OF_SEEDS TEXTS\n", argv[0]);
     return 2;
   }
   for (const auto& seed : seeds) give(seed);

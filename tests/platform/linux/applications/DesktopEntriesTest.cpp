@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include "platform/linux/applications/DesktopEntries.h"
 #include "tests/e2e/Folders.h"
@@ -35,6 +36,13 @@ TEST_F(DesktopEntriesTest, FindsAnEntryByItsOwnNameOrThatNamesEnd) {
   EXPECT_EQ(find("XTerm")->name, "XTerm");
   EXPECT_EQ(idOf("example"), "");
   EXPECT_EQ(idOf(""), "");
+}
+
+TEST_F(DesktopEntriesTest, APipeAmongTheEntriesKeepsNobodyWaiting) {
+  install("system", "pad.desktop", "[Desktop Entry]\nName=Pad\n");
+  const auto pipe = folders.root() / "system" / "applications" / "a-pipe.desktop";
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(idOf("pad"), "pad");
 }
 
 TEST_F(DesktopEntriesTest, KnowsATerminalByItsCategory) {

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <fstream>
 #include <iterator>
@@ -50,6 +51,15 @@ TEST_F(Autostart, OddPathsAreQuotedAsDesktopEntriesAskForIt) {
   EXPECT_NE(content().find("Exec=\"/opt/My Apps/100%% \\\\\"p\\\\\" \\\\$x \\\\`y\\\\` \\\\\\\\z\"\n"),
             std::string::npos)
       << content();
+}
+
+TEST_F(Autostart, APipeInPlaceOfTheEntryKeepsNobodyWaitingAndStays) {
+  std::filesystem::create_directories(file().parent_path());
+  ASSERT_EQ(mkfifo(file().c_str(), 0600), 0);
+  auto entry = entryOf("/usr/bin/pellar");
+  EXPECT_EQ(entry.status(), LoginItemStatus::notRegistered);
+  EXPECT_NE(entry.setEnabled(true), std::nullopt);
+  EXPECT_TRUE(std::filesystem::is_fifo(file()));
 }
 
 TEST_F(Autostart, APathWithALineBreakIsRefused) {
