@@ -1,5 +1,5 @@
 # Two commands matter: `make run` and `make test`. The work itself is in the CMake presets and in scripts/.
-.PHONY: all setup build run tour test bench asan fuzz format format-check tidy clean
+.PHONY: all setup build run tour test bench asan tsan fuzz endurance format format-check tidy clean
 
 all: build
 
@@ -24,6 +24,12 @@ bench: setup
 
 asan: setup
 	@scripts/asan
+
+tsan: setup
+	@scripts/tsan
+
+endurance: setup
+	@scripts/endurance
 
 fuzz: setup
 	@scripts/setup fuzz
