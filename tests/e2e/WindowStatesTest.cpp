@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <functional>
 
 #include "tests/e2e/DesktopTest.h"
 
@@ -141,36 +142,29 @@ class Maximised : public WindowStates {
     EXPECT_FALSE(isMaximised(window));
     EXPECT_EQ(desktop.frame(window), before);
   }
+  void maximiseTenTimes(const std::function<void(Window, bool on)>& change) {
+    const auto report = editor().open("Report", {200, 200, 600, 500});
+    startPellar();
+    strip.waitUntilOver(report);
+    const auto before = desktop.frame(report);
+    for (int time = 1; time <= 10; ++time) {
+      SCOPED_TRACE(time);
+      change(report, true);
+      expectMaximisedBelowItsStrip(report);
+      change(report, false);
+      expectAsBefore(report, before);
+    }
+  }
 };
 
 PELLAR_FOR_EVERY_WINDOW_MANAGER(Maximised);
 
 TEST_P(Maximised, TenTimesByAProgramTheWindowStandsBelowItsStripAndComesBack) {
-  const auto report = editor().open("Report", {200, 200, 600, 500});
-  startPellar();
-  strip.waitUntilOver(report);
-  const auto before = desktop.frame(report);
-  for (int time = 1; time <= 10; ++time) {
-    SCOPED_TRACE(time);
-    setMaximised(report, true);
-    expectMaximisedBelowItsStrip(report);
-    setMaximised(report, false);
-    expectAsBefore(report, before);
-  }
+  maximiseTenTimes([this](Window report, bool on) { setMaximised(report, on); });
 }
 
 TEST_P(Maximised, TenTimesByTheTitleBarTheWindowStandsBelowItsStripAndComesBack) {
-  const auto report = editor().open("Report", {200, 200, 600, 500});
-  startPellar();
-  strip.waitUntilOver(report);
-  const auto before = desktop.frame(report);
-  for (int time = 1; time <= 10; ++time) {
-    SCOPED_TRACE(time);
-    doubleClickTitleBar(report);
-    expectMaximisedBelowItsStrip(report);
-    doubleClickTitleBar(report);
-    expectAsBefore(report, before);
-  }
+  maximiseTenTimes([this](Window report, bool /*on*/) { doubleClickTitleBar(report); });
 }
 
 // Those that have a key for it, each the same.
@@ -191,17 +185,7 @@ INSTANTIATE_TEST_SUITE_P(WindowManagers, MaximisedByKey,
                          [](const auto& manager) { return nameOf(manager.param); });
 
 TEST_P(MaximisedByKey, TenTimesTheWindowStandsBelowItsStripAndComesBack) {
-  const auto report = editor().open("Report", {200, 200, 600, 500});
-  startPellar();
-  strip.waitUntilOver(report);
-  const auto before = desktop.frame(report);
-  for (int time = 1; time <= 10; ++time) {
-    SCOPED_TRACE(time);
-    changeByKey();
-    expectMaximisedBelowItsStrip(report);
-    changeByKey();
-    expectAsBefore(report, before);
-  }
+  maximiseTenTimes([this](Window /*report*/, bool /*on*/) { changeByKey(); });
 }
 
 TEST_P(Maximised, AWindowThatWasMaximisedBeforeGetsItsStripAndStaysMaximised) {
