@@ -170,26 +170,31 @@ int Strip::endOfTab(std::size_t index) {
   return all[index].marker - pixels(markerInset) + all[1].marker - all[0].marker - pixels(tabGap);
 }
 
-void Strip::clickTab(std::size_t index, int button) {
+void Strip::clickAt(int x, int button) {
   const auto place = shownBox();
-  const auto target = tab(index);
-  desktop_.observer().click(place.x + target.marker, place.y + pixels(height) / 2, button);
+  const int y = place.y + pixels(height) / 2;
+  // The card of a tab stays for a moment, and may stand over the strip of the next window.
+  desktop_.observer().waitUntil("nothing covers the strip where it is to be clicked", [&] {
+    const auto shown = window();
+    return shown && desktop_.observer().topLevelAt(place.x + x, y) == *shown;
+  });
+  desktop_.observer().click(place.x + x, y, button);
+}
+
+void Strip::clickTab(std::size_t index, int button) {
+  clickAt(tab(index).marker, button);
 }
 
 void Strip::clickCloseMark(std::size_t index) {
-  const auto place = shownBox();
-  desktop_.observer().click(place.x + endOfTab(index) - pixels(closeMarkInset), place.y + pixels(height) / 2);
+  clickAt(endOfTab(index) - pixels(closeMarkInset));
 }
 
 void Strip::clickWindowButton(WindowButton button) {
-  const auto place = shownBox();
-  const int middle =
-      place.width - pixels(firstWindowButton) + pixels(windowButtonPitch) * static_cast<int>(button);
-  desktop_.observer().click(place.x + middle, place.y + pixels(height) / 2);
+  clickAt(shownBox().width - pixels(firstWindowButton) +
+          pixels(windowButtonPitch) * static_cast<int>(button));
 }
 
 void Strip::clickFirstTool() {
-  const auto place = shownBox();
   const auto shown = window();
   const auto picture = shown ? desktop_.observer().picture(*shown) : std::nullopt;
   if (!picture) throw std::runtime_error("no strip to look at");
@@ -197,7 +202,7 @@ void Strip::clickFirstTool() {
   for (int x = endOfTab(tabs().size() - 1) + pixels(tabGap); x < picture->width; ++x) {
     for (int y = pixels(height) / 4; y < pixels(height) * 3 / 4; ++y) {
       if (brightness(picture->at(x, y)) < bright) continue;
-      desktop_.observer().click(place.x + x + pixels(5), place.y + pixels(height) / 2);
+      clickAt(x + pixels(5));
       return;
     }
   }
@@ -232,8 +237,7 @@ void Strip::clickTool(StripTool tool) {
     int left = x;
     for (int ahead = x; ahead > 0 && left - ahead < betweenTools; --ahead)
       if (isWritten(ahead)) left = ahead;
-    if (skipped++ == wanted)
-      return desktop_.observer().click(place.x + (left + x) / 2, place.y + pixels(height) / 2);
+    if (skipped++ == wanted) return clickAt((left + x) / 2);
     x = left;
   }
   throw std::runtime_error("no such tool in the strip");

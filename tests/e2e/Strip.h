@@ -75,6 +75,8 @@ class Strip {
   [[nodiscard]] int endOfTabs() { return endOfTab(tabs().size() - 1); }
 
  private:
+  // Clicks so many pixels from the strip's left end.
+  void clickAt(int x, int button = 1);
   [[nodiscard]] bool isOurs(xcb_window_t window);
   [[nodiscard]] SeenTab tab(std::size_t index);
   [[nodiscard]] Box shownBox();

@@ -190,6 +190,15 @@ std::size_t XObserver::viewableTopLevels() const {
       std::ranges::count_if(all, [this](xcb_window_t window) { return isViewable(window); }));
 }
 
+xcb_window_t XObserver::topLevelAt(int x, int y) const {
+  const XReply<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(
+      connection_,
+      xcb_translate_coordinates(connection_, root_, root_, static_cast<std::int16_t>(x),
+                                static_cast<std::int16_t>(y)),
+      nullptr));
+  return reply ? reply->child : xcb_window_t{XCB_WINDOW_NONE};
+}
+
 std::optional<xcb_window_t> XObserver::topLevelOf(xcb_window_t window) const {
   for (;;) {
     const XReply<xcb_query_tree_reply_t> tree(

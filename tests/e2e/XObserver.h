@@ -87,6 +87,8 @@ class XObserver {
   [[nodiscard]] std::vector<xcb_window_t> topLevels() const;
   // How many of them can be seen, if nothing is above them.
   [[nodiscard]] std::size_t viewableTopLevels() const;
+  // The one of them that gets a click at a point of the root; none when it is the root's.
+  [[nodiscard]] xcb_window_t topLevelAt(int x, int y) const;
   // The one of them that holds this window, or is it; absent when it is gone.
   [[nodiscard]] std::optional<xcb_window_t> topLevelOf(xcb_window_t window) const;
   // How many of them are below the one that holds this window; absent when it is gone.
