@@ -93,6 +93,24 @@ TEST(TouchRecent, AnOverfullRecordIsCutToTheNewest) {
   EXPECT_TRUE(state.recentApp.contains("/elsewhere"));
 }
 
+// The clock was set back since the others were used.
+TEST(TouchRecent, AFileUsedLongBeforeAllOthersIsItselfTheOneThatGoes) {
+  AppState state;
+  for (int index = 0; index < 300; ++index) state.touchRecent(path(index), "word", 1000 + index);
+  state.touchRecent("/new", "word", 1);
+  EXPECT_EQ(state.recent.size(), 300U);
+  EXPECT_FALSE(state.recent.contains("/new"));
+  EXPECT_FALSE(state.recentApp.contains("/new"));
+  EXPECT_TRUE(state.recent.contains(path(0)));
+}
+
+TEST(TouchRecent, AnApplicationWithoutAnIdentifierIsRecordedLikeAnother) {
+  AppState state;
+  state.touchRecent("/a.docx", "word", 100);
+  state.touchRecent("/a.docx", "", 200);
+  EXPECT_EQ(state.recentApp, (NameMap<std::string>{{"/a.docx", ""}}));
+}
+
 TEST(TouchRecent, EqualTimesStillLeaveThreeHundred) {
   AppState state;
   for (int index = 0; index < 400; ++index) state.touchRecent(path(index), "word", 7);

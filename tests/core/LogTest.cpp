@@ -67,6 +67,8 @@ TEST_F(LogTest, TheFileStaysUtf8) {
 }
 
 TEST_F(LogTest, TimesAreInUtcWithFourDigitsForTheYear) {
+  ::setenv("TZ", "UTC-5", 1);
+  ::tzset();
   const std::vector<std::pair<std::int64_t, std::string>> expected{{0, "1970-01-01T00:00:00Z"},
                                                                    {-1, "1969-12-31T23:59:59Z"},
                                                                    {951782400, "2000-02-29T00:00:00Z"},
@@ -80,6 +82,8 @@ TEST_F(LogTest, TimesAreInUtcWithFourDigitsForTheYear) {
     Log::write("x");
     all += stamp + " x\n";
   }
+  ::unsetenv("TZ");
+  ::tzset();
   EXPECT_EQ(content(file), all);
 }
 

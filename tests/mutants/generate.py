@@ -6,6 +6,7 @@ import hashlib
 import json
 import multiprocessing
 import os
+import re
 import shutil
 import subprocess
 import sys
@@ -140,9 +141,9 @@ def fingerprint(root, names):
     """Of all that decides which mutants there are and whether they compile."""
     digest = hashlib.sha256()
     for name in sorted(names):
-        if name.startswith(FOLDERS + ("platform/", "tests/mutants/")) and name.endswith((".h", ".cpp", ".py")):
-            if name.startswith("platform/") and name.count("/") > 1:
-                continue
+        port = re.fullmatch(r"platform/\w+\.h", name)
+        generator = name in (SWITCH, *(f"tests/mutants/{part}.py" for part in ("generate", "sites", "weaving")))
+        if port or generator or name.startswith(FOLDERS) and name.endswith((".h", ".cpp")):
             with open(f"{root}/{name}", "rb") as file:
                 digest.update(name.encode() + b"\0" + file.read() + b"\0")
     return digest.hexdigest()

@@ -33,27 +33,32 @@ EXPLAINED = os.path.join(os.path.dirname(os.path.abspath(__file__)), "explained.
 
 
 class Tests:
-    """One test program: how long it takes when nothing is broken, and the mutants whose code it runs."""
+    """Tests of one program: how long they take when nothing is broken, and the mutants whose code they run."""
 
-    def __init__(self, path, scratch):
+    def __init__(self, path, scratch, filter):
         self.name = os.path.basename(path)
-        self.path, self.scratch = path, scratch
-        reached = f"{scratch}/reached-{self.name}"
-        if os.path.exists(reached):
-            os.remove(reached)
-        start = time.monotonic()
+        self.path, self.scratch, self.filter = path, scratch, filter
         self.limit = 600
-        if self.notices(0, {"PELLAR_MUTANTS_REACHED": reached}):
+        measured = f"{scratch}/{self.name}"
+        for kept in (measured + ".reached", measured + ".json"):
+            if os.path.exists(kept):
+                os.remove(kept)
+        start = time.monotonic()
+        if self.notices(0, {"PELLAR_MUTANTS_REACHED": measured + ".reached", "GTEST_OUTPUT": f"json:{measured}.json"}):
             sys.exit(f"mutants: {self.name} fails without a mutant")
         self.seconds = time.monotonic() - start
         self.limit = 10 + 8 * self.seconds
-        with open(reached) as file:
+        with open(measured + ".reached") as file:
             self.reached = {int(line) for line in file}
+        with open(measured + ".json") as file:
+            suites = json.load(file)["testsuites"]
+        self.slow = [f"{suite['name']}.{test['name']}" for suite in suites for test in suite["testsuite"]
+                     if float(test["time"].rstrip("s")) > 0.2]
 
     def command(self):
-        quiet = [self.path, "--gtest_brief=1", "--gtest_fail_fast"]
-        # Two hundred random days; the layers are no matter of the code that is broken.
-        return quiet + (["--days=1-200"] if self.name == "simulation_tests" else ["--gtest_filter=-Layering.*"])
+        # Of the random days two hundred; their program knows no other tests.
+        which = "--days=1-200" if self.name == "simulation_tests" else f"--gtest_filter={self.filter}"
+        return [self.path, "--gtest_brief=1", "--gtest_fail_fast", which]
 
     def notices(self, number, more=None):
         folder = f"{self.scratch}/run-{threading.get_ident()}"
@@ -78,6 +83,17 @@ class Tests:
                 pass
             process.wait()
             shutil.rmtree(folder, ignore_errors=True)
+
+
+def tests_of(built, scratch):
+    """The tests of a program, the slow ones apart: most mutants are caught without them, and few reach them."""
+    path = shutil.copy(built, scratch)  # that may be built anew meanwhile
+    # The layers are no matter of the code that is broken.
+    everything = Tests(path, scratch, "-Layering.*")
+    if everything.name == "simulation_tests" or not everything.slow:
+        return [everything]
+    slow = ":".join(everything.slow)
+    return [Tests(path, scratch, f"-Layering.*:{slow}"), Tests(path, scratch, slow)]
 
 
 def sample(mutants, count):
@@ -111,7 +127,7 @@ def explanations():
 
 def noticed_by(mutant, programs):
     nearest = next(names for folder, names in NEAREST if mutant["file"].startswith(folder))
-    ordered = sorted(programs, key=lambda each: (each.name not in nearest, each.seconds))
+    ordered = sorted(programs, key=lambda each: (each.seconds > 2, each.name not in nearest, each.seconds))
     reached = [program for program in ordered if mutant["number"] in program.reached]
     for program in reached:
         if program.notices(mutant["number"]):
@@ -144,7 +160,8 @@ def main():
     scratch = tempfile.mkdtemp(prefix="pellar-mutants-", dir=os.path.realpath(memory))
     os.chmod(scratch, 0o755)  # some tests become another user
     atexit.register(shutil.rmtree, scratch, ignore_errors=True)
-    programs = [Tests(f"{os.path.realpath(options.program)}/{name}", scratch) for name in options.tests.split(",")]
+    programs = [tests for name in options.tests.split(",")
+                for tests in tests_of(f"{os.path.realpath(options.program)}/{name}", scratch)]
     start = time.monotonic()
     results = open(f"{options.program}/results.jsonl", "w")  # for who watches
 

@@ -6,12 +6,47 @@
 #include "platform/EventTap.h"
 #include "platform/StatusBar.h"
 #include "platform/Windows.h"
+#include "platform/sim/applications/SimElement.h"
 #include "platform/sim/faults/ForwardingAccessibility.h"
+#include "platform/sim/faults/ForwardingWorkspace.h"
 
 namespace pellar {
 namespace {
 
 using Calls = std::vector<std::string>;
+
+// What the user would call it.
+std::string nameOf(const Element& element) {
+  const auto& object = dynamic_cast<const SimElement&>(element.handle());
+  switch (object.kind()) {
+    case SimElement::Kind::window:
+      return object.window()->title;
+    case SimElement::Kind::closeButton:
+      return "close button of " + object.window()->title;
+    case SimElement::Kind::menu:
+      return object.menu()->title.value_or("a menu");
+    case SimElement::Kind::application:
+      break;
+  }
+  return "the application";
+}
+
+class RecordedObserver final : public ElementObserver {
+ public:
+  RecordedObserver(std::unique_ptr<ElementObserver> sound, Calls& registrations)
+      : sound_(std::move(sound)), registrations_(registrations) {}
+  Registration add(const Element& element, std::string_view notification) override {
+    registrations_.push_back(std::string(notification) + " on " + nameOf(element));
+    return sound_->add(element, notification);
+  }
+  void remove(const Element& element, std::string_view notification) override {
+    sound_->remove(element, notification);
+  }
+
+ private:
+  std::unique_ptr<ElementObserver> sound_;
+  Calls& registrations_;
+};
 
 class RecordedLoop final : public MainLoop {
  public:
@@ -35,7 +70,8 @@ class RecordedLoop final : public MainLoop {
 
 class RecordedAccessibility final : public ForwardingAccessibility {
  public:
-  RecordedAccessibility(Accessibility& sound, Calls& calls) : ForwardingAccessibility(sound), calls_(calls) {}
+  RecordedAccessibility(Accessibility& sound, Calls& calls, Calls& reads, Calls& registrations)
+      : ForwardingAccessibility(sound), calls_(calls), reads_(reads), registrations_(registrations) {}
   [[nodiscard]] bool isTrusted() const override {
     calls_.emplace_back("trusted?");
     return ForwardingAccessibility::isTrusted();
@@ -44,19 +80,45 @@ class RecordedAccessibility final : public ForwardingAccessibility {
     calls_.emplace_back("ask the user for trust");
     return ForwardingAccessibility::isTrustedPromptingUser();
   }
+  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
+                                                        std::string_view name) override {
+    reads_.push_back(std::string(name) + " of " + nameOf(element));
+    return ForwardingAccessibility::attribute(element, name);
+  }
   void set(const Element& element, std::string_view name, const AttributeValue& value) override {
     const auto* flag = std::get_if<bool>(&value);
-    calls_.push_back("write " + std::string(name) + (flag != nullptr && *flag ? " true" : ""));
+    calls_.push_back("write " + std::string(name) + (flag != nullptr && *flag ? " true" : "") + ": " +
+                     nameOf(element));
     ForwardingAccessibility::set(element, name, value);
   }
   Performed perform(const Element& element, std::string_view action) override {
-    calls_.emplace_back(action);
+    calls_.push_back(std::string(action) + ": " + nameOf(element));
     return ForwardingAccessibility::perform(element, action);
   }
   [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
                                                          std::function<void()> onNotification) override {
     calls_.emplace_back("observe the application in front");
-    return ForwardingAccessibility::observe(pid, std::move(onNotification));
+    auto observer = ForwardingAccessibility::observe(pid, std::move(onNotification));
+    if (!observer) return nullptr;
+    return std::make_unique<RecordedObserver>(std::move(observer), registrations_);
+  }
+
+ private:
+  Calls& calls_;
+  Calls& reads_;
+  Calls& registrations_;
+};
+
+class RecordedWorkspace final : public ForwardingWorkspace {
+ public:
+  RecordedWorkspace(Workspace& sound, Calls& calls) : ForwardingWorkspace(sound), calls_(calls) {}
+  void activate(ProcessId pid) override {
+    calls_.push_back("activate " + std::to_string(pid));
+    ForwardingWorkspace::activate(pid);
+  }
+  void open(const std::string& path) override {
+    calls_.push_back("open " + path);
+    ForwardingWorkspace::open(path);
   }
 
  private:
@@ -110,6 +172,7 @@ class RecordedTaps final : public EventTaps {
 struct RecordedPlatform::Ports {
   RecordedLoop loop;
   RecordedAccessibility accessibility;
+  RecordedWorkspace workspace;
   RecordedStatusBar statusBar;
   RecordedWindows windows;
   RecordedTaps taps;
@@ -118,7 +181,8 @@ struct RecordedPlatform::Ports {
 RecordedPlatform::RecordedPlatform(SimMac& mac)
     : mac_(mac),
       ports_(new Ports{{mac.mainLoop(), calls_},
-                       {mac.accessibility(), calls_},
+                       {mac.accessibility(), calls_, reads_, registrations_},
+                       {mac.workspace(), calls_},
                        {mac.statusBar(), calls_},
                        {mac, calls_},
                        {mac.eventTaps(), calls_}}) {}
@@ -129,7 +193,7 @@ Platform RecordedPlatform::platform() {
   const Platform& sound = mac_.platform();
   return {.mainLoop = ports_->loop,
           .accessibility = ports_->accessibility,
-          .workspace = sound.workspace,
+          .workspace = ports_->workspace,
           .screens = sound.screens,
           .panels = sound.panels,
           .eventMonitors = sound.eventMonitors,

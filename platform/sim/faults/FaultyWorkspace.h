@@ -2,58 +2,33 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 #include <utility>
 
-#include "platform/Workspace.h"
+#include "platform/sim/faults/ForwardingWorkspace.h"
 
 namespace pellar {
 
 // Forwards to another Workspace and breaks what it is told to.
-class FaultyWorkspace final : public Workspace {
+class FaultyWorkspace final : public ForwardingWorkspace {
  public:
-  explicit FaultyWorkspace(Workspace& sound) : sound_(sound) {}
+  using ForwardingWorkspace::ForwardingWorkspace;
 
   bool namesNobodyInFront = false;      // no application is ever in front
   bool withholdsTerminatedPid = false;  // terminations do not say whose
   bool ignoresActivate = false;
 
   [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
-    return namesNobodyInFront ? std::nullopt : sound_.frontmostApplication();
+    return namesNobodyInFront ? std::nullopt : ForwardingWorkspace::frontmostApplication();
   }
-  [[nodiscard]] std::optional<std::string> ownBundleId() const override { return sound_.ownBundleId(); }
   void activate(ProcessId pid) override {
-    if (!ignoresActivate) sound_.activate(pid);
-  }
-  void activateIgnoringOtherApps() override { sound_.activateIgnoringOtherApps(); }
-  void open(const std::string& path) override { sound_.open(path); }
-  void openUrl(const std::string& url) override { sound_.openUrl(url); }
-  [[nodiscard]] std::optional<std::string> displayName(const std::string& bundleId) const override {
-    return sound_.displayName(bundleId);
-  }
-  [[nodiscard]] bool isRunning(const std::string& bundleId) const override {
-    return sound_.isRunning(bundleId);
-  }
-  void activateFileViewerSelecting(const std::string& path) override {
-    sound_.activateFileViewerSelecting(path);
-  }
-  [[nodiscard]] Subscription onActivated(std::function<void()> callback) override {
-    return sound_.onActivated(std::move(callback));
-  }
-  [[nodiscard]] Subscription onLaunched(std::function<void(ProcessId)> callback) override {
-    return sound_.onLaunched(std::move(callback));
-  }
-  [[nodiscard]] Subscription onActiveSpaceChanged(std::function<void()> callback) override {
-    return sound_.onActiveSpaceChanged(std::move(callback));
+    if (!ignoresActivate) ForwardingWorkspace::activate(pid);
   }
   [[nodiscard]] Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) override {
-    return sound_.onTerminated([this, callback = std::move(callback)](std::optional<ProcessId> pid) {
-      callback(withholdsTerminatedPid ? std::nullopt : pid);
-    });
+    return ForwardingWorkspace::onTerminated(
+        [this, callback = std::move(callback)](std::optional<ProcessId> pid) {
+          callback(withholdsTerminatedPid ? std::nullopt : pid);
+        });
   }
-
- private:
-  Workspace& sound_;
 };
 
 }  // namespace pellar

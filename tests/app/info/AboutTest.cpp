@@ -95,6 +95,16 @@ TEST_F(About, AnUpdateFoundBeforeIsSaidWhenItOpens) {
   EXPECT_EQ(status(), "Update to 1.5.0 is ready.");
 }
 
+TEST_F(About, AnUpdateFoundAfterItWasClosedIsSaidWhenItOpensAgain) {
+  start();
+  show();
+  window(aboutTitle).clickClose();
+  mac.web().answer(R"({"latest":"1.5.0"})");
+  mac.advance(9s);
+  show();
+  EXPECT_EQ(status(), "Update to 1.5.0 is ready.");
+}
+
 TEST_F(About, AnUpdateFoundWhileItIsOpenIsSaid) {
   start();
   show();

@@ -81,6 +81,17 @@ TEST_F(Updates, ASecondAnnouncementOfTheSameVersionTakesTheFirstOnesPlace) {
   EXPECT_EQ(menu().front(), "Update to 1.6.0 — Download");
 }
 
+TEST_F(Updates, ALookTheUserAskedForMeanwhileAnnouncesNothingAndSilencesNothing) {
+  start();
+  mac.web().answer(newer, 5s);
+  mac.advance(9s);  // the first look is under way
+  mac.statusBar().choose({"Check for updates now"});
+  mac.advance(20s);
+  EXPECT_EQ(log.count("update available: 1.5.0 (running 1.4.0), notify=true"), 1);
+  EXPECT_EQ(log.count("update available: 1.5.0 (running 1.4.0), notify=false"), 1);
+  EXPECT_EQ(mac.notifications().shown().size(), 1U);
+}
+
 TEST_F(Updates, WithoutThePermissionToNotifyNothingIsPosted) {
   mac.notifications().granted = false;
   start();

@@ -46,6 +46,14 @@ TEST_F(OfficeSeeds, AnXmlListWillDoAsWell) {
   EXPECT_EQ(titles(), Names{"Letter.docx"});
 }
 
+TEST_F(OfficeSeeds, OnlyTheThreeListsThatThereAreAreRead) {
+  for (const auto* word : {"Outlook", "PowerPoint", "Onenote", "word"})
+    remember(word, binaryList("<dict>" + bookmark(url(std::string(word) + ".docx"), "2024-05-01T12:00:00Z") +
+                              "</dict>"));
+  openDropdownOverWord();
+  EXPECT_EQ(titles(), Names{});
+}
+
 TEST_F(OfficeSeeds, OtherApplicationsAreNotOfferedThem) {
   remember("Word", binaryList("<dict>" + bookmark(url("Letter.docx"), "2024-05-01T12:00:00Z") + "</dict>"));
   used("Plan.txt", 100);
@@ -131,6 +139,15 @@ TEST_F(OfficeSeeds, AKeyThatIsNoUrlIsAPath) {
                               bookmark("file://%zz/Broken.docx", "2024-05-02T12:00:00Z") + "</dict>"));
   openDropdownOverWord();
   EXPECT_EQ(titles(), Names{"Plain 100%.docx"});
+}
+
+TEST_F(OfficeSeeds, ADocumentUnderTwoKeysOfOneListCountsWithTheLaterTime) {
+  const auto report = file("Report.docx");
+  remember("Word", binaryList("<dict>" + bookmark("file://" + report, "2024-05-03T12:00:00Z") +
+                              bookmark(report, "2024-05-01T12:00:00Z") +
+                              bookmark(url("Letter.docx"), "2024-05-02T12:00:00Z") + "</dict>"));
+  openDropdownOverWord();
+  EXPECT_EQ(titles(), (Names{"Report.docx", "Letter.docx"}));
 }
 
 TEST_F(OfficeSeeds, WithoutAUsableTimeADocumentComesLast) {

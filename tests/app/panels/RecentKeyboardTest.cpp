@@ -67,6 +67,16 @@ TEST_F(RecentKeyboard, DownGoesIntoTheListAndFurtherArrowsMoveOn) {
   expectClosedAndKeysWithTheEditor();
 }
 
+TEST_F(RecentKeyboard, DownInTheFieldBeginsAtTheTopWhateverWasSelected) {
+  openWithThree();
+  mac.pressKey("moveDown:");
+  mac.pressKey("moveDown:");
+  ASSERT_EQ(selected(), "Budget.txt");
+  strip().clickSearchField();
+  mac.pressKey("moveDown:");
+  EXPECT_EQ(selected(), "Report.txt");
+}
+
 TEST_F(RecentKeyboard, UpInTheFieldMeansNothing) {
   openWithThree();
   mac.pressKey("moveUp:");

@@ -33,6 +33,14 @@ TEST_F(RecentList, FilesThatAreGoneAreLeftOut) {
   EXPECT_EQ(titles(), Names{"Plan.txt"});
 }
 
+// A document of some applications is a folder.
+TEST_F(RecentList, AFolderIsListedLikeAFile) {
+  std::filesystem::create_directories(mac.home() / "Poster.pages");
+  record((mac.home() / "Poster.pages").string(), 100);
+  openDropdown();
+  EXPECT_EQ(titles(), Names{"Poster.pages"});
+}
+
 TEST_F(RecentList, ADocumentSeenOpenIsListedTheNextTime) {
   const auto path = file("Documents/Letter.txt");
   open("Letter.txt").setDocument("file://" + path);

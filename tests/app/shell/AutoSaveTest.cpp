@@ -185,6 +185,54 @@ TEST_F(AutoSaving, AnotherApplicationsFrontDocumentIsSavedByItsOwnMenu) {
   EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
 }
 
+TEST_F(AutoSaving, OfAnotherApplicationsWindowsOnlyTheOneInFrontIsSavedAndAgainEachTime) {
+  giveEditorASave();
+  for (const auto* name : {"Notes.txt", "Plan.txt"})
+    editor.open(name).setDocument("file:///Users/ann/" + std::string(name));
+  start();
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 1);
+  EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
+  mac.advance(60s);
+  EXPECT_EQ(pressed, 2);
+  EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 2);
+}
+
+TEST_F(AutoSaving, TheWindowInFrontIsTheOneAfterTheScripts) {
+  const auto word = launch(OfficeApp::word);
+  changedDocument(word, "Report.docx");
+  giveEditorASave();
+  editor.open("Plan.txt").setDocument("file:///Users/ann/Plan.txt");
+  goTo(word);
+  start();
+  mac.office().beforeEvent = [&](const std::string&) {
+    mac.office().beforeEvent = nullptr;
+    goTo(editor);
+  };
+  mac.advance(60s);
+  EXPECT_EQ(log.count("autosave: Word saved 1"), 1);
+  EXPECT_EQ(log.count("autosave: Editor saved Plan.txt"), 1);
+}
+
+TEST_F(AutoSaving, AnApplicationSwitchedOffMeanwhileIsNotSavedAnyMore) {
+  auto word = launch(OfficeApp::word);
+  const auto report = changedDocument(word, "Report.docx");
+  start();
+  mac.advance(30s);
+  mac.statusBar().choose({"Word"});
+  mac.advance(60s);
+  EXPECT_EQ(report->saves, 0);
+}
+
+TEST_F(AutoSaving, ItGoesOnWhileTheTermsAreNotAccepted) {
+  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  auto word = launch(OfficeApp::word);
+  const auto report = changedDocument(word, "Report.docx");
+  start();
+  mac.advance(60s);
+  EXPECT_EQ(report->saves, 1);
+}
+
 TEST_F(AutoSaving, OfficeDocumentsComeBeforeTheFrontDocumentOfAnotherApplication) {
   changedDocument(launch(OfficeApp::word), "Report.docx");
   giveEditorASave();

@@ -45,6 +45,15 @@ TEST_F(TagMenu, AChosenColourIsOnTheTabAtOnceAndChecked) {
             (Rows{"Red", "Orange", "Yellow", "Green", "Blue", "Purple", "---", "None"}));
 }
 
+TEST_F(TagMenu, AColourChosenTwiceStays) {
+  open("Plan");
+  start();
+  choose("Plan", {"Colour tag", "Red"});
+  choose("Plan", {"Colour tag", "Red"});
+  EXPECT_EQ(saved().tags, (Tags{{"title:Plan", "red"}}));
+  EXPECT_EQ(strip().tagOf("Plan"), Color::of(SystemColor::red));
+}
+
 TEST_F(TagMenu, EachColourIsSavedUnderItsName) {
   open("Plan");
   start();

@@ -38,6 +38,17 @@ TEST_F(RecentDropdownStory, ClickingTheFieldOpensItUnderTheField) {
   EXPECT_EQ(mac.frontWindow()->title(), "Plan");
 }
 
+TEST_F(RecentDropdownStory, ItIsAsLargeOverAnyStrip) {
+  auto plan = open("Plan");
+  start();
+  for (const double width : {1200.0, 1000.0}) {
+    plan.resizeTo({width, 600});
+    strip().clickSearchField();
+    EXPECT_EQ(dropdown().frame().size(), (Size{480, 300}));
+    mac.pressKey("cancelOperation:");
+  }
+}
+
 TEST_F(RecentDropdownStory, TypingOpensItAgain) {
   startWithField();
   strip().clickSearchField();
