@@ -37,7 +37,7 @@ void TermsGate::presentGates() {
     showEula();
     return;
   }
-  if (const auto open = std::exchange(eulaWindow_, nullptr)) open->window().close();
+  eulaWindow_.reset();
 }
 
 void TermsGate::showEula() {

@@ -150,7 +150,6 @@ Menu StripMenus::tagMenu(const WindowReference& window, const std::string& key) 
 
 void StripMenus::showMoreMenu(const MouseEvent& event) {
   const auto shown = *picture_;
-  if (!shown.app) return;
   Menu menu;
   if (const auto office = shown.app->office) {
     std::optional<WindowReference> front;

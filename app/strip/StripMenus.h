@@ -35,8 +35,8 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
   // "Auto-save" was chosen.
   std::function<void()> onAutoSave;
 
-  // Each returns when the menu is closed and what was chosen is done. Nothing is shown for a tab or an
-  // application that is not there.
+  // Each returns when the menu is closed and what was chosen is done. Nothing is shown for a tab that is not
+  // there. The menu of the "more" tool is that of an application, which the picture names.
   void showTabMenu(WindowId id, const MouseEvent& event);
   void showMoreMenu(const MouseEvent& event);
   void showGroupsMenu(const MouseEvent& event);

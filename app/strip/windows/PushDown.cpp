@@ -12,21 +12,20 @@ namespace pellar {
 PushDown::PushDown(const Platform& platform, std::shared_ptr<WindowTracker> tracker)
     : platform_(platform), tracker_(std::move(tracker)) {}
 
-bool PushDown::ifNeeded(OfficeWindow& window) {
+void PushDown::ifNeeded(OfficeWindow& window) {
   const auto target = StripGeometry::pushedDown(window.frame, platform_.screens.screens());
-  if (!target || waitsForRelease() || waitsForRest(window)) return false;
+  if (!target || waitsForRelease() || waitsForRest(window)) return;
   const Size size = window.frame.size();
   // A change of size is announced, and so brings the next report, which would ask again without an end. A
   // position that is refused is not.
-  if (refusedHere(window) && !moves(window, *target)) return false;
+  if (refusedHere(window) && !moves(window, *target)) return;
   tracker_->setFrame(window, *target);
   if (!StripGeometry::isBelow(window.frame, target->y)) {
     giveBack(window, size);
-    return false;
+    return;
   }
   refusal_.reset();
   tracker_->scheduleRefresh();
-  return true;
 }
 
 bool PushDown::waitsForRelease() {

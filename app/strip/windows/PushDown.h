@@ -16,11 +16,11 @@ class PushDown {
   // What `platform` refers to outlives this.
   PushDown(const Platform& platform, std::shared_ptr<WindowTracker> tracker);
 
-  // Makes room above a window, if need be, and then asks for a refresh. False when there is room already,
-  // when the window refuses to move: it keeps its size then and is asked again with the next report; and
-  // while a mouse button is held, for the user may be moving it, or the system moves the window in several
-  // steps, of which it would take ours for one: a refresh after that asks again.
-  bool ifNeeded(OfficeWindow& window);
+  // Makes room above a window, if need be, and then asks for a refresh. Not when the window refuses to move:
+  // it keeps its size then and is asked again with the next report; and not while a mouse button is held, for
+  // the user may be moving it, or the system moves the window in several steps, of which it would take ours
+  // for one: a refresh after that asks again.
+  void ifNeeded(OfficeWindow& window);
 
  private:
   [[nodiscard]] bool waitsForRelease();

@@ -41,7 +41,6 @@ void WindowGroupDrag::begin(const std::shared_ptr<OfficeWindow>& front, const Wi
 
 void WindowGroupDrag::moveBy(Accessibility& accessibility, ScreenPoint offset) {
   const auto members = members_;
-  if (!members) return;
   for (const auto& [window, start] : *members) {
     if (members_ != members) return;
     const AxPoint origin{start.x + offset.x, start.y - offset.y};

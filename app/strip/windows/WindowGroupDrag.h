@@ -18,7 +18,7 @@ class WindowGroupDrag {
   // Takes the snapshot: `front`, then every other window shown that is aligned with it.
   void begin(const std::shared_ptr<OfficeWindow>& front, const WindowList& windows);
 
-  // Moves every window of the snapshot to its start plus `offset` (y upward).
+  // Moves every window of the snapshot to its start plus `offset` (y upward). A drag is on.
   void moveBy(Accessibility& accessibility, ScreenPoint offset);
 
   // The window that was in front when the drag began; null while none is on.
