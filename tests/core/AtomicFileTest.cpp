@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -96,7 +97,9 @@ TEST(AtomicFile, SaysWhenTheFolderCouldNotBeFlushed) {
   operations.before = [](std::string_view step) {
     return step == "flushFolder" ? std::make_error_code(std::errc::io_error) : std::error_code{};
   };
-  EXPECT_TRUE(AtomicFile(folder / "state.json", operations).replace("new"));
+  EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("new"),
+            "cannot flush " + folder.path().string() + ": " +
+                std::make_error_code(std::errc::io_error).message());
   EXPECT_EQ(content(folder / "state.json"), "new");
 }
 
@@ -169,12 +172,21 @@ TEST(AtomicFile, ClearsAwayWhatACrashedRunLeft) {
   EXPECT_EQ(names(folder.path()), left);
 }
 
-TEST(AtomicFile, LeavesWhatALivingProcessIsWriting) {
+TEST(AtomicFile, LeavesWhatALivingProcessIsWritingAndTheProcessAlone) {
   const TemporaryFolder folder;
-  const std::string writing = "state.json." + std::to_string(::getppid()) + ".tmp";
+  const auto before = ::signal(SIGHUP, SIG_DFL);
+  const pid_t other = ::fork();
+  while (other == 0) ::pause();
+  const std::string writing = "state.json." + std::to_string(other) + ".tmp";
   put(folder / writing, "half");
   EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
   EXPECT_EQ(names(folder.path()), (Names{"state.json", writing}));
+  // Of several signals the one with the lowest number ends it.
+  ::kill(other, SIGTERM);
+  int status = 0;
+  EXPECT_EQ(::waitpid(other, &status, 0), other);
+  EXPECT_EQ(WTERMSIG(status), SIGTERM);
+  ::signal(SIGHUP, before);
 }
 
 // One file system, two programs: the second saves while the first is in the midst of it.

@@ -35,6 +35,12 @@ rc::Gen<std::string> anyText() {
   });
 }
 
+TEST(CutText, AnEndOfNothingButMarksIsLeftAsFarAsItFits) {
+  const std::string accent = "\xCC\x81";
+  EXPECT_EQ(CutText::inTheMiddle(repeated("a", 20) + repeated(accent, 10), 10),
+            repeated("a", 5) + std::string(ellipsis) + repeated(accent, 5));
+}
+
 RC_GTEST_PROP(CutTextProperty, NoMoreIsLeftThanAskedForAndItIsTheBeginning, ()) {
   const auto text = *anyText();
   const auto most = *rc::gen::inRange<std::size_t>(0, 40);

@@ -8,6 +8,8 @@ namespace {
 TEST(FileUrl, GivesTheDecodedPath) {
   EXPECT_EQ(pathOfFileUrl("file:///Users/ann/My%20Plan.txt"), "/Users/ann/My Plan.txt");
   EXPECT_EQ(pathOfFileUrl("file:///Users/ann/caf%C3%A9"), "/Users/ann/caf\xC3\xA9");
+  EXPECT_EQ(pathOfFileUrl("file:///Users/ann/caf%c3%a9"), "/Users/ann/caf\xC3\xA9");
+  EXPECT_EQ(pathOfFileUrl("file:///%aF%fA"), "/\xAF\xFA");
   EXPECT_EQ(pathOfFileUrl("file:///a%3Fb%23c"), "/a?b#c");
 }
 
@@ -35,6 +37,7 @@ TEST(FileUrl, LeavesOutTrailingSlashesQueriesAndFragments) {
 TEST(FileUrl, OtherSchemesHaveNoPath) {
   EXPECT_EQ(pathOfFileUrl("https://example.org/a"), std::nullopt);
   EXPECT_EQ(pathOfFileUrl("/Users/ann/a"), std::nullopt);
+  EXPECT_EQ(pathOfFileUrl("/a"), std::nullopt);
   EXPECT_EQ(pathOfFileUrl("files:///a"), std::nullopt);
 }
 

@@ -12,6 +12,12 @@ constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr AxRect screen{0, 0, 1440, 900};
 
+TEST(Geometry, WhatIsNotSaidIsNothing) {
+  EXPECT_EQ(AxPoint{}, (AxPoint{0, 0}));
+  EXPECT_EQ(Size{}, (Size{0, 0}));
+  EXPECT_EQ(AxRect{}, (AxRect{0, 0, 0, 0}));
+}
+
 TEST(Geometry, RectanglesThatOnlyTouchShareNothing) {
   EXPECT_FALSE(screen.intersects({1440, 0, 100, 100}));
   EXPECT_FALSE(screen.intersects({0, -100, 100, 100}));

@@ -152,6 +152,21 @@ TEST(Utf8, TextsAreEquivalentHoweverTheirLettersAreComposed) {
   EXPECT_FALSE(Utf8::areEquivalent("", "a"));
 }
 
+// Composing takes time that grows faster than the text.
+TEST(Utf8, BeyondTwoPagesOfTextOnlyTheSameBytesAreEquivalent) {
+  const auto times = [](std::string_view letter, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i) text += letter;
+    return text;
+  };
+  const std::string composed = "\u00e9";
+  const std::string decomposed = "e\u0301";
+  EXPECT_TRUE(Utf8::areEquivalent(times(composed, 2730), times(decomposed, 2730))) << "8,190 bytes";
+  EXPECT_FALSE(Utf8::areEquivalent(times(composed, 2731), times(decomposed, 2731))) << "8,193 bytes";
+  EXPECT_FALSE(Utf8::areEquivalent(times(decomposed, 2731), times(composed, 2731)));
+  EXPECT_TRUE(Utf8::areEquivalent(times(composed, 5000), times(composed, 5000)));
+}
+
 TEST(Utf8, ANameStandsInATextOnlyAsAWhole) {
   for (const auto* text :
        {"Plan.txt", "*Plan.txt", "\u25CF Plan.txt \u2014 Editor", "Editor: Plan.txt (~/Documents)",

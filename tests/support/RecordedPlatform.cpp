@@ -156,14 +156,14 @@ class RecordedWindows final : public Windows {
 
 class RecordedTaps final : public EventTaps {
  public:
-  RecordedTaps(EventTaps& sound, Calls& calls) : sound_(sound), calls_(calls) {}
+  RecordedTaps(SimMac& mac, Calls& calls) : mac_(mac), calls_(calls) {}
   std::unique_ptr<EventTap> tapKeyDowns(const KeyCombination& wanted, Handler handler) override {
-    calls_.emplace_back("hotkey tap");
-    return sound_.tapKeyDowns(wanted, std::move(handler));
+    calls_.emplace_back(mac_.windows().visible().empty() ? "hotkey tap" : "hotkey tap beside a window");
+    return mac_.eventTaps().tapKeyDowns(wanted, std::move(handler));
   }
 
  private:
-  EventTaps& sound_;
+  SimMac& mac_;
   Calls& calls_;
 };
 
@@ -185,7 +185,7 @@ RecordedPlatform::RecordedPlatform(SimMac& mac)
                        {mac.workspace(), calls_},
                        {mac.statusBar(), calls_},
                        {mac, calls_},
-                       {mac.eventTaps(), calls_}}) {}
+                       {mac, calls_}}) {}
 
 RecordedPlatform::~RecordedPlatform() = default;
 

@@ -19,6 +19,11 @@ bool isOnly(const OpenDocuments& open, const std::string& title) {
   return match && match->isOnly;
 }
 
+TEST(OpenDocumentsMatch, AFileThatIsGoneIsTheSameHoweverItIsSpelt) {
+  EXPECT_TRUE(isSameFile("/nowhere/\u00e9.docx", "/nowhere/e\u0301.docx"));
+  EXPECT_FALSE(isSameFile("/nowhere/a.docx", "/nowhere/b.docx"));
+}
+
 TEST(OpenDocumentsMatch, AWindowIsFoundByItsLabel) {
   const OpenDocuments open({{"Report.docx", "/d/Report.docx"}, {"Budget.odt", "/d/Budget.odt"}});
   EXPECT_EQ(pathIn(open, "Report.docx"), "/d/Report.docx");

@@ -264,10 +264,10 @@ TEST_F(Updates, OnlyWebAddressesOfAnAnswerAreOpened) {
     mac.statusBar().choose({"Update to 1.5.0 — Download"});
     EXPECT_TRUE(mac.workspace().openedUrls().empty()) << url;
   }
-  mac.web().answer(R"({"latest":"1.5.0","url":"HTTP://pellar.example/a%20b?c=d#e"})");
+  mac.web().answer(R"({"latest":"1.5.0","url":"HTTP://pellar.example/azAZ09/a%20b%fF?c=d#e"})");
   checkNow();
   mac.statusBar().choose({"Update to 1.5.0 — Download"});
-  EXPECT_EQ(mac.workspace().openedUrls(), Rows{"HTTP://pellar.example/a%20b?c=d#e"});
+  EXPECT_EQ(mac.workspace().openedUrls(), Rows{"HTTP://pellar.example/azAZ09/a%20b%fF?c=d#e"});
 }
 
 TEST_F(Updates, ABundleWithoutAVersionCountsAsVersionZero) {

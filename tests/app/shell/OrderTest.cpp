@@ -36,7 +36,7 @@ TEST_F(Order, OfAStartWithoutAutoSaveAndWithTermsToAccept) {
   startRecorded();
   EXPECT_EQ(Rows(recorded.calls().begin(), recorded.calls().begin() + 6),
             (Rows{"status item", "after 8000 ms", "every 21600000 ms", "trusted?",
-                  "window \"Pellar End User Agreement\"", "hotkey tap"}));
+                  "window \"Pellar End User Agreement\"", "hotkey tap beside a window"}));
 }
 
 TEST_F(Order, OfAStartWithoutPermission) {
@@ -53,7 +53,8 @@ TEST_F(Order, OfAStartWithoutPermission) {
   goTo(editor);
   recorded.forget();
   mac.advance(2s);
-  EXPECT_EQ(recorded.calls(), (Rows{"trusted?", "hotkey tap", "observe the application in front"}));
+  EXPECT_EQ(recorded.calls(), (Rows{"trusted?", "hotkey tap", "observe the application in front"}))
+      << "the window is closed before";
   recorded.forget();
   mac.advance(1min);
   EXPECT_EQ(std::ranges::count(recorded.calls(), "trusted?"), 0) << "nobody asks any more";

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <locale>
+#include <string>
+
 #include "tests/support/StripStory.h"
 
 namespace pellar {
@@ -242,6 +245,22 @@ TEST_F(StripGesture, DraggingTheStripMovesTheWindowsStackedBehindToo) {
   strip().dragEmptyStrip(-40, 30);
   EXPECT_EQ(front.frame(), (AxRect{100, 200, 1200, 600}));
   EXPECT_TRUE(log.has("banner drag start: 2 windows from {{140, 230}, {1200, 600}}"));
+}
+
+// As a program that reads the log expects them, whatever the user's language.
+class CommasInNumbers final : public std::numpunct<char> {
+  [[nodiscard]] char do_decimal_point() const override { return ','; }
+  [[nodiscard]] char do_thousands_sep() const override { return '.'; }
+  [[nodiscard]] std::string do_grouping() const override { return "\3"; }
+};
+
+TEST_F(StripGesture, TheLogTellsADragInTheSameNumbersInEveryLanguage) {
+  open("Plan", {100, 200.0625, 1200.0625, 600});
+  start();
+  const auto before = std::locale::global(std::locale(std::locale::classic(), new CommasInNumbers));
+  strip().dragEmptyStrip(40, -30);
+  std::locale::global(before);
+  EXPECT_TRUE(log.has("banner drag start: 1 windows from {{100, 200.0625}, {1200.0625, 600}}"));
 }
 
 TEST_F(StripGesture, AWindowComesAlongWhenMoreThanHalfOfItIsBehind) {

@@ -244,5 +244,13 @@ TEST_F(FileInAnEditor, APathThatTheTitleNeverNamedIsNotReadAgain) {
   EXPECT_EQ(strip().tabs(), Labels{"Plan.txt"});
 }
 
+TEST_F(FileInAnEditor, APathThatTheTitleNeverNamedIsNotReadAgainThoughTheOneBeforeWasNamed) {
+  start();
+  show("My thoughts", "file:///Users/ann/Notes.txt");
+  EXPECT_EQ(strip().tabs(), Labels{"Notes.txt"});
+  show("My other thoughts", "");
+  EXPECT_EQ(strip().tabs(), Labels{"Notes.txt"});
+}
+
 }  // namespace
 }  // namespace pellar

@@ -68,6 +68,17 @@ TEST_F(Renaming, TheFileTheTabTheColourAndTheRecentFilesHaveTheNewName) {
   EXPECT_EQ(mac.pasteboard().string(), pathOf("Budget.docx"));
 }
 
+// A file of that name was there once.
+TEST_F(Renaming, TheDocumentKeepsItsColourUnderANameThatHadAnother) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  choose("Plan", {"Colour tag", "Red"});
+  tag(pathOf("Budget.docx"), "blue");
+  renameTab("Plan", "Budget");
+  EXPECT_EQ(saved().tags, redOf("Budget.docx"));
+  EXPECT_EQ(strip().tagOf("Budget"), Color::of(SystemColor::red));
+}
+
 TEST_F(Renaming, ATypedExtensionIsTaken) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
@@ -253,6 +264,30 @@ TEST_F(Renaming, WhenWordSavesAfterItWasGivenUpTheTabFollowsAndBothFilesStay) {
   EXPECT_EQ(knownFile(), pathOf("Budget.docx"));
   EXPECT_EQ(test::content(pathOf("Plan.docx")), "as opened");
   EXPECT_EQ(test::content(pathOf("Budget.docx")), "as opened");
+}
+
+TEST_F(Renaming, OfTwoThatFailedAndAreSavedUnderTheirNewNamesLaterEachKeepsItsColour) {
+  const auto plan = openInWord("Plan.docx");
+  const auto notes = openInWord("Notes.docx");
+  start();
+  tag(pathOf("Plan.docx"), "red");
+  tag(pathOf("Notes.docx"), "blue");
+  const auto renameInVain = [&](const std::string& tab, const std::string& answer) {
+    mac.office().beforeEvent = [&](const std::string& event) {
+      if (event == "save as") throw ScriptError(ScriptError::handlerFailed, "AppleEvent handler failed.");
+    };
+    renameTab(tab, answer);
+    mac.office().beforeEvent = nullptr;
+  };
+  renameInVain("Plan", "Budget");
+  renameInVain("Notes", "Diary");
+  EXPECT_EQ(saved().tags, (Tags{{pathOf("Plan.docx"), "red"}, {pathOf("Notes.docx"), "blue"}}));
+  mac.office().saveAs(word.pid(), plan, pathOf("Budget.docx"));
+  mac.office().saveAs(word.pid(), notes, pathOf("Diary.docx"));
+  mac.advance(std::chrono::seconds(31));
+  plan->window->moveTo({100, 300});
+  mac.settle();
+  EXPECT_EQ(saved().tags, (Tags{{pathOf("Budget.docx"), "red"}, {pathOf("Diary.docx"), "blue"}}));
 }
 
 // --- what goes wrong ---

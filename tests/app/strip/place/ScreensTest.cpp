@@ -60,6 +60,23 @@ TEST_F(ScreenChoice, TheOnlyScreenIsChosenForAnyRectangle) {
     EXPECT_EQ(chosen(rect), left);
 }
 
+// While screens are rearranged.
+class ScreensWithoutAMainOne final : public ScreenList {
+ public:
+  explicit ScreensWithoutAMainOne(const ScreenList& sound) : sound_(sound) {}
+  [[nodiscard]] std::vector<Screen> screens() const override { return sound_.screens(); }
+  [[nodiscard]] std::optional<Screen> mainScreen() const override { return std::nullopt; }
+  [[nodiscard]] Subscription onChanged(std::function<void()>) override { return {}; }
+
+ private:
+  const ScreenList& sound_;
+};
+
+TEST_F(ScreenChoice, WhereThereIsNoMainOneTheFirstTakesWhatIsOnNone) {
+  const ScreensWithoutAMainOne without(screens);
+  EXPECT_EQ(Screens::containing({5000, 5000, 50, 20}, without)->frame, first);
+}
+
 TEST_F(ScreenChoice, WithoutAnyScreenThereIsNone) {
   screens.set({});
   EXPECT_EQ(Screens::containing({0, 0, 10, 10}, screens), std::nullopt);

@@ -64,6 +64,18 @@ TEST_F(StripHover, GoingFromATabToTheZoomToolReportsBoth) {
   EXPECT_EQ(happened(), (Words{"hover 101 106,503 164x26", "zoom hover none"}));
 }
 
+TEST_F(StripHover, OverATabThatLiesOnTheZoomToolTheTabIsReportedAndNotTheTool) {
+  view.setTabs(numberedTabs(60));
+  const MouseEvent both = on(StripAction::zoom);
+  const auto under = view.geometry().hit(both.location).tab;
+  ASSERT_TRUE(under);
+  happened();
+  moveTo(both);
+  const auto reports = happened();
+  ASSERT_EQ(reports.size(), 1U);
+  EXPECT_TRUE(reports.front().starts_with("hover " + std::to_string(*under + 1) + " "));
+}
+
 TEST_F(StripHover, LeavingTheStripEndsWhatWasHovered) {
   moveTo(onTab("Plan"));
   happened();

@@ -220,6 +220,8 @@ TEST_F(StripPress, ARightClickOpensTheMenuOfATabOnly) {
 TEST_F(StripPress, AMiddleClickClosesATabOnly) {
   view.otherMouseDown(onTab("Plan"));
   EXPECT_EQ(happened(), (Words{"close 101"}));
+  view.otherMouseDown(onClose(1));
+  EXPECT_EQ(happened(), (Words{"close 102"})) << "on its mark, too";
   view.otherMouseDown(onEmptyStrip());
   view.otherMouseDown(on(StripAction::closeWindow));
   EXPECT_EQ(happened(), Words{});

@@ -69,6 +69,18 @@ TEST_F(StripUpdate, ANewTagRedrawsItsTabOnly) {
   expectOnlyRedrawn({{342, 3, 164, 26}});
 }
 
+TEST_F(StripUpdate, ANewTitleOnATabJustWideEnoughForItRedrawsIt) {
+  view.setOfficeTools(false);
+  host.size.width = 192 + 10 * 64;
+  view.setTabs(numberedTabs(10));
+  ASSERT_DOUBLE_EQ(view.geometry().tabWidth(), 64);
+  host.forgetRequests();
+  auto tabs = numberedTabs(10);
+  tabs[0].label = "Plan";
+  view.setTabs(tabs);
+  EXPECT_EQ(host.redrawn, (std::vector<ViewRect>{view.geometry().tabRect(0)}));
+}
+
 TEST_F(StripUpdate, ATitleThatIsNotShownRedrawsNothing) {
   host.size.width = 300;
   view.setTabs(numberedTabs(40));

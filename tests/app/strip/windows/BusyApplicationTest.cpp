@@ -74,6 +74,45 @@ TEST_F(BusyApplication, TheOthersAreClosedOnceItAnswersAgain) {
   EXPECT_FALSE(report.exists());
 }
 
+TEST_F(BusyApplication, AColourChosenForItsTabWaitsForItOnceAndForItsPictureOnce) {
+  open("Plan");
+  start();
+  auto frozen = mac.mainLoop().uptime();
+  chooseAfter("Plan",
+              [&] {
+                editor.freeze();
+                frozen = mac.mainLoop().uptime();
+              },
+              {"Colour tag", "Red"});
+  EXPECT_EQ(mac.mainLoop().uptime() - frozen, 2 * SimAccessibility::messagingTimeout);
+}
+
+TEST_F(BusyApplication, AWindowThatIsNamedIsThereThoughItDoesNotSayOfWhatKindItIs) {
+  auto plan = open("Plan");
+  start();
+  chooseAfter("Plan", [&] { plan.quirks().refusedAttributes = {"AXSubrole"}; }, {"Close"});
+  EXPECT_FALSE(plan.exists());
+}
+
+TEST_F(BusyApplication, NothingIsClosedOnceAllItsWindowsAreGone) {
+  auto plan = open("Plan");
+  auto report = open("Report");
+  start();
+  for (const auto* item : {"Close others", "Close all"}) {
+    chooseAfter("Plan",
+                [&] {
+                  plan.close();
+                  report.close();
+                },
+                {item});
+    EXPECT_FALSE(stripShown());
+    plan = open("Plan");
+    report = open("Report");
+    mac.settle();
+  }
+  EXPECT_EQ(strip().tabs(), (Labels{"Plan", "Report"}));
+}
+
 TEST_F(BusyWord, ARenameIsNotRefusedForABusyMoment) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
