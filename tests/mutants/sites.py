@@ -212,6 +212,9 @@ class Finder:
 
     def number(self, cursor, start, end, context, parent):
         text = self.source(start, end)
+        line = self.text.rfind(b"\n", 0, start) + 1
+        if re.search(r"\breserve\([^;]*$", self.source(line, start)):
+            return  # of room alone
         number = re.match(r"(0x[0-9A-Fa-f']+|\d[\d']*)(\.\d+)?(\w*)$", text)
         if not number:
             return
