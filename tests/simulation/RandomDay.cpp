@@ -1,5 +1,6 @@
 #include "tests/simulation/RandomDay.h"
 
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cmath>
@@ -122,10 +123,25 @@ void RandomDay::evening() {
   if (judge().panels().anyStays()) judge().found("a panel stays though the pointer left long ago");
   for (auto& each : applications()) goBackTo(each);
   mac().advance(30s);
+  lookForColoursLeftBehind();
   if (mac().office().launches() > 0) judge().found("a script brought an application back");
   // The looks for updates, and auto-save where it is on.
   if (mac().mainLoop().activeTimers() > 2) judge().found("timers are left over");
   if (const auto wrong = judge().documents().compare()) judge().found(*wrong);
+}
+
+// By now each application has been asked again.
+void RandomDay::lookForColoursLeftBehind() {
+  const auto documents = mac().office().documents(applications().back());
+  for (const auto& [window, from] : lateRenames()) {
+    const auto named = judge().names().filesOf(window);
+    const auto document = judge().names().documentOf(window);
+    // Of two of one name it is not sure which one the window has.
+    if (!TabPlaces::hasTab(window) || !document || document->path == from || named.size() != 2) continue;
+    const bool isOpen = std::ranges::any_of(documents, [&](const auto& each) { return each->path == from; });
+    if (!isOpen && judge().state().expected().tags.contains(from))
+      judge().found("the colour of " + from + " did not go along to " + document->path);
+  }
 }
 
 void RandomDay::goBackTo(SimApplication& application) {
@@ -137,6 +153,7 @@ void RandomDay::goBackTo(SimApplication& application) {
 }
 
 void RandomDay::start() {
+  lateRenames().clear();
   judge().started();
   pellar_->applicationDidFinishLaunching();
   mac().settle();
@@ -230,6 +247,8 @@ void RandomDay::answerForUpdates() {
                               R"()",
                               R"(<html>Log in to the hotel</html>)"};
   constexpr std::array newer{"1.5.0", "2.0", "1.4.0.1"};
+  if (chance(2))
+    mac().notifications().granted = std::array<std::optional<bool>, 3>{true, false, {}}[below(3)];
   switch (below(5)) {
     case 0:
       told("the server is silent");

@@ -40,6 +40,7 @@ class RandomDay : public RandomUser {
   void end();
   void step();
   void evening();
+  void lookForColoursLeftBehind();
   void goBackTo(SimApplication& application);
   // The world has the program look again.
   void lookAgain();

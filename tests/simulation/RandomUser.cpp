@@ -200,6 +200,7 @@ void RandomUser::renameTab() {
   const bool failed = judge().log().failedRenames() != failuresBefore;
   const auto now = judge().names().documentOf(window);
   // One that ended late takes it along when its application tells of it.
+  if (failed && !from.empty()) lateRenames_.push_back({window, from});
   if (!known || failed || !judge().isSingle() || !now || now->path == from) return;
   judge().state().renamed(from, now->path);
 }

@@ -25,6 +25,13 @@ class RandomUser : public RandomDesktop {
   void changeSettings();
   // Chooses what is kept in the file in any case; nothing when there is no menu.
   void changeTheUpdateSetting();
+  // A rename that failed here: its application may have saved the document under the new name all the same,
+  // or save it later.
+  struct LateRename {
+    SimWindow window;
+    std::string from;
+  };
+  [[nodiscard]] std::vector<LateRename>& lateRenames() { return lateRenames_; }
   // From here on menus and questions that open are answered.
   void answerMenusAndQuestions();
 
@@ -47,6 +54,7 @@ class RandomUser : public RandomDesktop {
   // A tab that can be taken hold of; absent when there is none.
   [[nodiscard]] std::optional<std::size_t> anyTab();
 
+  std::vector<LateRename> lateRenames_;  // since the program was started
   // What the user is about to do with the menu, and to answer to the question, that opens next.
   std::function<void(SimOpenMenu&)> menuPlan_;
   std::optional<std::string> answerPlan_;

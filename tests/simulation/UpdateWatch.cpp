@@ -9,7 +9,8 @@ bool UpdateWatch::mayBeWritten(std::string_view message) const {
     const std::string found = "update available: " + version + " (running 1.4.0), notify=";
     // The user looks by switching the looks on.
     return message == found + "true" || message == found + "false" ||
-           message == "update notification auth granted=true; posting for " + version;
+           message == "update notification auth granted=true; posting for " + version ||
+           message == "update notification auth granted=false; posting for " + version;
   });
 }
 
