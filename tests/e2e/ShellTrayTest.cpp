@@ -54,6 +54,14 @@ class InATray : public Shell {
   Tray tray{desktop};
 };
 
+TEST_F(InATray, ATrayThatCallsAsNoTrayShouldChangesNothing) {
+  startWithItem();
+  const auto before = tray.rows();
+  ASSERT_GT(before.size(), 10U);
+  tray.pester(500);
+  waitUntilRows(before);
+}
+
 TEST_F(InATray, TheMenuHidesTheFrontApplicationAndShowsItAgain) {
   startWithItem();
   EXPECT_EQ(tray.item(), (Rows{"Category: ApplicationStatus", "Id: pellar", "Status: Active",

@@ -31,6 +31,8 @@ class Tray {
   void choose(const std::string& titles);
   // Clicks the icon.
   void activate() { ask("activate"); }
+  // Calls the item and its menu that often as no tray should: rows that are not there, values of any kind.
+  void pester(int calls) { ask("pester " + std::to_string(calls)); }
 
  private:
   Rows ask(const std::string& command);

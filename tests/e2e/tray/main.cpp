@@ -4,6 +4,7 @@
 //   rows                 its menu, submenus indented
 //   choose TITLE[/TITLE] chooses an item of it
 //   activate             a click on the icon
+//   pester COUNT         that many calls as no tray should make them, always the same ones
 // Each answer ends with the line "end".
 
 #include <QCoreApplication>
@@ -16,6 +17,7 @@
 #include <QSocketNotifier>
 #include <cstdio>
 #include <iostream>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -100,6 +102,80 @@ Row rowFrom(const QDBusArgument& argument) {
   return row;
 }
 
+// Makes calls up: of members that are there and that are not, with numbers of no row and of rows, and with
+// values of any kind. It never chooses a row.
+class Pest {
+ public:
+  [[nodiscard]] int below(int end) { return static_cast<int>(generator_() % static_cast<unsigned>(end)); }
+
+  QString menuMember() {
+    static const char* const members[] = {
+        "AboutToShow",        "AboutToShowGroup", "Event",       "EventGroup",
+        "GetGroupProperties", "GetLayout",        "GetProperty", "Nothing"};
+    return QLatin1String(members[below(8)]);
+  }
+  QString itemMember() {
+    static const char* const members[] = {"Scroll", "XAyatanaSecondaryActivate", "ProvideXdgActivationToken",
+                                          ""};
+    const auto member = QLatin1String(members[below(4)]);
+    return member.isEmpty() ? QStringLiteral("Nothing") : QString(member);
+  }
+  QVariantList arguments(const QString& member) {
+    QVariantList result;
+    if (below(4) == 0) {
+      for (int count = below(5); count > 0; --count) result.append(anything());
+      return result;
+    }
+    if (member == QLatin1String("AboutToShow")) return {number()};
+    if (member == QLatin1String("AboutToShowGroup")) return {QVariant::fromValue(numbers())};
+    if (member == QLatin1String("Event"))
+      return {number(), event(), QVariant::fromValue(QDBusVariant(anything())), 0U};
+    if (member == QLatin1String("GetGroupProperties"))
+      return {QVariant::fromValue(numbers()), QStringList{text()}};
+    if (member == QLatin1String("GetLayout")) return {number(), below(9) - 4, QStringList{text()}};
+    if (member == QLatin1String("GetProperty")) return {number(), text()};
+    return {number(), text()};
+  }
+
+ private:
+  int number() {
+    static constexpr int odd[] = {-1, 0x7fffffff, -0x7fffffff - 1, 1000000};
+    return below(3) == 0 ? odd[below(4)] : below(60);
+  }
+  QList<int> numbers() {
+    QList<int> result;
+    for (int count = below(6); count > 0; --count) result.append(number());
+    return result;
+  }
+  QString event() {
+    static const char* const events[] = {"opened", "closed", "hovered", "", "x-event"};
+    return QLatin1String(events[below(5)]);
+  }
+  QString text() {
+    if (below(4) == 0) return QString(below(5000), QChar(u'ä'));
+    static const char* const texts[] = {"label", "children-display", "icon-data", "", "visible"};
+    return QLatin1String(texts[below(5)]);
+  }
+  QVariant anything() {
+    switch (below(6)) {
+      case 0:
+        return number();
+      case 1:
+        return QVariant::fromValue(numbers());
+      case 2:
+        return below(2) == 0;
+      case 3:
+        return QVariant::fromValue(QDBusVariant(text()));
+      case 4:
+        return QByteArray(below(100), 'x');
+      default:
+        return text();
+    }
+  }
+
+  std::mt19937 generator_{1741079727};
+};
+
 class Item {
  public:
   Item(const QString& service, const QDBusConnection& bus)
@@ -127,6 +203,19 @@ class Item {
                QVariant::fromValue(QDBusVariant(QString())), 0U);
   }
   void activate() { item_.call(QStringLiteral("Activate"), 0, 0); }
+  void pester(int count) {
+    Pest pest;
+    for (; count > 0; --count) {
+      const bool ofMenu = pest.below(4) > 0;
+      const QDBusInterface& object = ofMenu ? menu_ : item_;
+      auto message = QDBusMessage::createMethodCall(object.service(), object.path(), object.interface(),
+                                                    ofMenu ? pest.menuMember() : pest.itemMember());
+      message.setArguments(pest.arguments(message.member()));
+      object.connection().send(message);
+    }
+    // When this is answered all that was sent before has been dealt with.
+    menu_.call(QStringLiteral("AboutToShow"), 0);
+  }
 
  private:
   void tellIcon() {
@@ -184,6 +273,7 @@ void carryOut(const QString& command, Item& item) {
   if (verb == QLatin1String("choose"))
     item.choose(command.section(QLatin1Char(' '), 1).split(QLatin1Char('/')));
   if (verb == QLatin1String("activate")) item.activate();
+  if (verb == QLatin1String("pester")) item.pester(command.section(QLatin1Char(' '), 1).toInt());
   say(QStringLiteral("end"));
 }
 
