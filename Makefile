@@ -1,5 +1,5 @@
 # Two commands matter: `make run` and `make test`. The work itself is in the CMake presets and in scripts/.
-.PHONY: all setup build run tour test bench asan tsan fuzz endurance format format-check tidy clean
+.PHONY: all setup build run tour test bench asan tsan fuzz coverage endurance format format-check tidy clean
 
 all: build
 
@@ -30,6 +30,10 @@ tsan: setup
 
 endurance: setup
 	@scripts/endurance
+
+coverage: setup
+	@scripts/setup coverage
+	@scripts/coverage
 
 fuzz: setup
 	@scripts/setup fuzz
