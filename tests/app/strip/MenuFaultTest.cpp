@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/sim/faults/FaultyWorkspace.h"
 #include "tests/support/MenuStory.h"
 
 namespace pellar {
@@ -79,6 +80,18 @@ TEST_F(WordMenuFault, TheApplicationMayQuitUnderItsMenu) {
     EXPECT_EQ(strip().tabs(), Labels{"Text"}) << item.back();
     EXPECT_TRUE(mac.alerts().shown().empty()) << item.back();
   }
+}
+
+TEST_F(MenuFault, AnApplicationThatEndedWithoutBeingNamedGetsNoColour) {
+  FaultyWorkspace workspace(mac.workspace());
+  workspace.withholdsTerminatedPid = true;
+  open("Plan");
+  AppDelegate program(mac.platformWith(workspace));
+  acceptTerms(program);
+  program.applicationDidFinishLaunching();
+  mac.settle();
+  chooseAfter("Plan", [&] { mac.terminate(editor); }, {"Colour tag", "Red"});
+  EXPECT_TRUE(saved().tags.empty());
 }
 
 TEST_F(MenuFault, ClosingActsOnTheApplicationWhoseMenuItWas) {
