@@ -139,6 +139,7 @@ void Judge::atRest() {
   }
   names_.lookAround();
   if (const auto wrong = log_.compare()) found("a line in the log: " + *wrong);
+  log_.dragsAreOver();
   if (const auto wrong = state_.compare()) found(*wrong);
   if (const auto wrong = updates_.compare(mac_.notifications().shown())) found(*wrong);
   if (const auto wrong = panels_.compare()) found(*wrong);

@@ -61,7 +61,6 @@ std::optional<std::string> LogWatch::compare() {
     constexpr std::size_t timeLength = 21;
     if (!beginsWithTime(line) || !mayBeWritten(std::string_view(line).substr(timeLength))) wrong = line;
   }
-  dragged_ = false;
   return wrong;
 }
 

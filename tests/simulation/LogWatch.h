@@ -21,6 +21,8 @@ class LogWatch {
   // The application refuses observers, or does not answer, for a while at least.
   void mayRefuse(ProcessId pid) { refusing_.insert(pid); }
   void userDragged() { dragged_ = true; }
+  // The program has come to rest: a line about a drag would come too late.
+  void dragsAreOver() { dragged_ = false; }
   void userRenames() { renames_ = true; }
   // Saves fail from now on, or succeed again.
   void disk(bool refuses) { diskRefuses_ = refuses; }
@@ -40,7 +42,7 @@ class LogWatch {
   const UpdateWatch& updates_;
   std::streamoff read_ = 0;
   std::set<ProcessId> refusing_;
-  bool dragged_ = false;  // since the last time
+  bool dragged_ = false;  // since the last rest
   bool renames_ = false;
   bool diskRefuses_ = false;
   std::size_t failedSaves_ = 0;

@@ -3,12 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cmath>
 #include <exception>
 #include <fstream>
 #include <utility>
 
-#include "tests/support/StripTools.h"
+#include "tests/simulation/Titles.h"
 
 namespace pellar {
 
@@ -130,14 +129,17 @@ void RandomDay::evening() {
   if (const auto wrong = judge().documents().compare()) judge().found(*wrong);
 }
 
-// By now each application has been asked again.
+// By now each application that is followed has been asked again.
 void RandomDay::lookForColoursLeftBehind() {
+  if (!judge().state().follows("com.microsoft.Word")) return;
   const auto documents = mac().office().documents(applications().back());
   for (const auto& [window, from] : lateRenames()) {
     const auto named = judge().names().filesOf(window);
     const auto document = judge().names().documentOf(window);
-    // Of two of one name it is not sure which one the window has.
-    if (!TabPlaces::hasTab(window) || !document || document->path == from || named.size() != 2) continue;
+    // Of two of one name it is not sure which one the window has, nor of one that bears another title.
+    if (!TabPlaces::hasTab(window) || !document || document->path == from || named.size() != 2 ||
+        titles::nameOfFile(document->path) != titles::plainName(window.title()))
+      continue;
     const bool isOpen = std::ranges::any_of(documents, [&](const auto& each) { return each->path == from; });
     if (!isOpen && judge().state().expected().tags.contains(from))
       judge().found("the colour of " + from + " did not go along to " + document->path);
@@ -280,13 +282,22 @@ void RandomDay::quit() {
   restart();
 }
 
-// Scripts fail, do it and say that they failed, and say that they did what they did not.
+// Scripts fail, do it and say that they failed, and say that they saved what they did not, or not a word of
+// it.
 ScriptResult RandomDay::answer(const std::string& source) {
   if (scriptsUnderWay_ > 0) judge().found("scripts ran inside one another");
   const bool saves = source.find("save as d") != std::string::npos;
   const ScriptResult failure{std::nullopt, "{\n    NSAppleScriptErrorNumber = \"-1712\";\n}"};
   if (!honest_ && chance(40)) return failure;
-  if (!honest_ && saves && chance(10)) return {ScriptDescriptor{std::string("ok")}, std::nullopt};
+  if (!honest_ && saves && chance(10)) {
+    const auto from = source.rfind("file name \"");
+    if (chance(2) && from != std::string::npos) {
+      constexpr std::size_t commandLength = 11;
+      const std::string rest = source.substr(from + commandLength);
+      std::ofstream(rest.substr(0, rest.find('"')));  // an empty file
+    }
+    return {ScriptDescriptor{std::string("ok")}, std::nullopt};
+  }
   ++scriptsUnderWay_;
   auto result = mac().scripts().interpret(source);
   --scriptsUnderWay_;

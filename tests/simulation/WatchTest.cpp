@@ -65,6 +65,7 @@ TEST_F(WatchedLog, SpeaksOfADragOnlyAfterOne) {
   log.userDragged();
   write("tabs reordered: [\"Plan\"]");
   EXPECT_EQ(log.compare(), std::nullopt);
+  log.dragsAreOver();
   write("tabs reordered: [\"Plan\"]");
   EXPECT_NE(log.compare(), std::nullopt);
 }
