@@ -15,8 +15,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A local file is found in a fraction of that, and the picture is still drawn in its frame.
-constexpr auto moment = 8ms;
 // A title that changes without pause is looked up no more often than this.
 constexpr std::chrono::milliseconds pause = 250ms;
 // A window without a document may have got one under the same title.
@@ -123,10 +121,12 @@ class WindowDocuments::Desk {
 };
 
 WindowDocuments::WindowDocuments(MainLoop& loop, MakeLookUp makeLookUp,
-                                 std::function<void(xcb_window_t)> onFound)
+                                 std::function<void(xcb_window_t)> onFound,
+                                 std::chrono::milliseconds patience)
     : loop_(loop),
       makeLookUp_(std::move(makeLookUp)),
       onFound_(std::move(onFound)),
+      patience_(patience),
       manyKnown_(manyWindows),
       desk_(std::make_shared<Desk>()) {}
 
@@ -187,7 +187,7 @@ void WindowDocuments::askAndWait(std::vector<Question> questions) {
   // Behind a look-up that hangs there is no use in waiting.
   if (late_) return;
   if (!waitsUntil_) {
-    waitsUntil_ = SideThread::Clock::now() + moment;
+    waitsUntil_ = SideThread::Clock::now() + patience_;
     loop_.post([this, alive = alive_.watch()] {
       if (alive) waitsUntil_.reset();
     });

@@ -44,14 +44,17 @@ class WindowDocuments {
   };
 
   // `onFound` is called from the main loop when a document became known after it was asked for.
-  WindowDocuments(MainLoop& loop, MakeLookUp makeLookUp, std::function<void(xcb_window_t)> onFound);
+  // A turn of the loop waits `patience` for documents at most: a local file is found in a fraction of the
+  // usual one, and the picture is still drawn in its frame.
+  WindowDocuments(MainLoop& loop, MakeLookUp makeLookUp, std::function<void(xcb_window_t)> onFound,
+                  std::chrono::milliseconds patience = std::chrono::milliseconds(8));
   ~WindowDocuments();
 
   [[nodiscard]] bool isKnown(xcb_window_t window) const { return known_.contains(window); }
   // Looks up windows that are not known, together.
   void lookUp(std::vector<Shown> windows);
   // The document of a window with this title and process. Absent while it is being looked up, when that takes
-  // longer than a moment.
+  // longer than this turn waits.
   [[nodiscard]] std::optional<std::string> document(xcb_window_t window, const std::string& title,
                                                     std::optional<ProcessId> process);
 
@@ -84,6 +87,7 @@ class WindowDocuments {
   MainLoop& loop_;
   MakeLookUp makeLookUp_;
   std::function<void(xcb_window_t)> onFound_;
+  std::chrono::milliseconds patience_;
   std::map<xcb_window_t, Known> known_;
   std::size_t manyKnown_;
   std::uint64_t lastQuestion_ = 0;
