@@ -97,9 +97,9 @@ TEST(AtomicFile, SaysWhenTheFolderCouldNotBeFlushed) {
   operations.before = [](std::string_view step) {
     return step == "flushFolder" ? std::make_error_code(std::errc::io_error) : std::error_code{};
   };
-  EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("new"),
-            "cannot flush " + folder.path().string() + ": " +
-                std::make_error_code(std::errc::io_error).message());
+  EXPECT_EQ(
+      AtomicFile(folder / "state.json", operations).replace("new"),
+      "cannot flush " + folder.path().string() + ": " + std::make_error_code(std::errc::io_error).message());
   EXPECT_EQ(content(folder / "state.json"), "new");
 }
 
