@@ -181,7 +181,7 @@ TEST_F(WindowDocumentsTest, WindowsThatComeTogetherAreLookedUpInOneGoAndKnownInT
   for (xcb_window_t window = 1; window <= 20; ++window)
     shown.push_back({window, "/" + std::to_string(window), 4711});
   documents->lookUp(shown);
-  for (const auto& each : shown) EXPECT_EQ(document(each.window, each.title), each.title);
+  for (const auto& each : shown) EXPECT_EQ(document(each.window, each.title), "file://" + each.title);
   EXPECT_EQ(files->goes(), 1);
 }
 
