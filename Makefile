@@ -1,5 +1,5 @@
 # Two commands matter: `make run` and `make test`. The work itself is in the CMake presets and in scripts/.
-.PHONY: all setup build run tour test bench asan tsan fuzz coverage endurance format format-check tidy clean
+.PHONY: all setup build package run tour test bench asan tsan fuzz coverage endurance format format-check tidy clean
 
 all: build
 
@@ -8,6 +8,10 @@ setup:
 
 build: setup
 	@scripts/build release pellar
+
+package:
+	@scripts/setup build package
+	@scripts/package
 
 run: setup
 	@scripts/run
