@@ -3,8 +3,10 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
+#include <system_error>
 #include <utility>
 
 namespace pellar {
@@ -41,7 +43,9 @@ std::optional<SavedState::Content> SavedState::read() const {
 std::string SavedState::identity() const {
   struct ::stat status {};
   if (::stat(file_.c_str(), &status) != 0) return {};
-  return std::to_string(status.st_ino) + " " + std::to_string(status.st_mtim.tv_nsec) + " " +
+  std::error_code unknown;
+  const auto written = std::filesystem::last_write_time(file_, unknown).time_since_epoch();
+  return std::to_string(status.st_ino) + " " + std::to_string(written.count()) + " " +
          std::to_string(status.st_size);
 }
 
