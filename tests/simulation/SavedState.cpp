@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -44,7 +45,8 @@ std::string SavedState::identity() const {
   struct ::stat status {};
   if (::stat(file_.c_str(), &status) != 0) return {};
   std::error_code unknown;
-  const auto written = std::filesystem::last_write_time(file_, unknown).time_since_epoch();
+  const auto written = std::chrono::duration_cast<std::chrono::nanoseconds>(
+      std::filesystem::last_write_time(file_, unknown).time_since_epoch());
   return std::to_string(status.st_ino) + " " + std::to_string(written.count()) + " " +
          std::to_string(status.st_size);
 }
