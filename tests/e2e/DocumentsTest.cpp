@@ -9,6 +9,7 @@
 
 #include "tests/e2e/DesktopTest.h"
 #include "tests/e2e/PopUpMenu.h"
+#include "tests/e2e/Stopping.h"
 
 namespace pellar::e2e {
 
@@ -318,7 +319,7 @@ TEST_P(FileMenus, AStoppedProgramDoesNotHoldTheStripUp) {
   desktop.activate(all[0]);
   strip.waitUntilOver(all[0]);
   strip.waitUntilTabs(3);
-  mousepad->signal(SIGSTOP);
+  stop(*mousepad, desktop.observer());
   waitUntilIdle();
   strip.clickTool(StripTool::saveAll);
   desktop.activate(other);
@@ -335,7 +336,7 @@ TEST_P(FileMenus, PellarEndsInOrderWhileAProgramIsWaitedFor) {
   const auto all = openInEditor({"report.txt"});
   showStrip(all[0], 1);
   waitUntilStateHas("report.txt");
-  mousepad->signal(SIGSTOP);
+  stop(*mousepad, desktop.observer());
   strip.clickTool(StripTool::saveAll);
   stopPellar();
   mousepad->signal(SIGCONT);

@@ -1,8 +1,6 @@
 // The menus of real programs through the port.
 
-#include <poll.h>
 #include <unistd.h>
-#include <xcb/xcbext.h>
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -16,7 +14,7 @@
 #include <fstream>
 #include <string>
 
-#include "tests/e2e/XReply.h"
+#include "tests/e2e/Stopping.h"
 #include "tests/platform/linux/X11WorldTest.h"
 
 namespace pellar::contract {
@@ -294,7 +292,7 @@ TEST_P(GtkMenusTest, AStoppedProgramIsWaitedForOnceAndNotForLong) {
   startGtkEditor({"report.txt"});
   ASSERT_TRUE(hasMenuBar());
   const Element save = fileMenuItem("Save");
-  editor->signal(SIGSTOP);
+  e2e::stop(*editor, desktop().observer());
   int ticks = 0;
   auto timer = world().platform().mainLoop.every(20ms, [&] {
     ++ticks;
@@ -329,36 +327,8 @@ class SlowWriterTest : public GtkMenusTest {
   }
   // It answers nobody for longer than a walk may take.
   [[nodiscard]] Subscription becomeBusy() {
-    // Stopped while it has the X server for itself, or has asked for that, it would stop everybody.
-    for (bool others = false; !others;) {
-      e2e::XObserver& observer = desktop().observer();
-      xcb_grab_server(observer.connection());
-      observer.fence();
-      editor->signal(SIGSTOP);
-      xcb_ungrab_server(observer.connection());
-      // What it has asked for may come behind what is asked first.
-      others = serverAnswers() && serverAnswers() && serverAnswers();
-      if (!others) editor->signal(SIGCONT);
-      observer.fence();
-    }
+    e2e::stop(*editor, desktop().observer());
     return world().platform().mainLoop.after(3s, [this] { editor->signal(SIGCONT); });
-  }
-  // Within a moment.
-  bool serverAnswers() {
-    auto* const xcb = desktop().observer().connection();
-    const auto asked = xcb_get_input_focus(xcb);
-    xcb_flush(xcb);
-    constexpr auto moment = 300ms;
-    for (const auto end = std::chrono::steady_clock::now() + moment;
-         std::chrono::steady_clock::now() < end;) {
-      void* reply = nullptr;
-      if (xcb_poll_for_reply(xcb, asked.sequence, &reply, nullptr) == 1)
-        return e2e::XReply<void>(reply) != nullptr;
-      pollfd readable{xcb_get_file_descriptor(xcb), POLLIN, 0};
-      poll(&readable, 1, static_cast<int>(moment.count()));
-    }
-    xcb_discard_reply(xcb, asked.sequence);
-    return false;
   }
   void saveNext(const std::string& name) {
     accessibility().set(known(name), "AXMain", true);
