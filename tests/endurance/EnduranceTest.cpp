@@ -16,6 +16,7 @@
 
 #include "tests/e2e/DesktopTest.h"
 #include "tests/e2e/PopUpMenu.h"
+#include "tests/e2e/XReply.h"
 #include "tests/endurance/Footprint.h"
 
 namespace pellar::e2e {
@@ -44,9 +45,9 @@ class MortalBus {
  private:
   void begin() {
     std::filesystem::remove(socket_);
-    bus_ = desktop_.start(
-        {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address=1", "--address=" + address_},
-        "dbus-daemon");
+    auto command = desktop_.folders().busCommand();
+    command.push_back("--address=" + address_);
+    bus_ = desktop_.start(command, "dbus-daemon");
     static_cast<void>(bus_->readLine());
   }
 
@@ -156,8 +157,8 @@ class Endurance : public DesktopTest {
   [[nodiscard]] bool hasCompositor() {
     const auto cookie =
         xcb_get_selection_owner(desktop.observer().connection(), desktop.observer().atom("_NET_WM_CM_S0"));
-    const std::unique_ptr<xcb_get_selection_owner_reply_t, void (*)(void*)> reply(
-        xcb_get_selection_owner_reply(desktop.observer().connection(), cookie, nullptr), &std::free);
+    const XReply<xcb_get_selection_owner_reply_t> reply(
+        xcb_get_selection_owner_reply(desktop.observer().connection(), cookie, nullptr));
     return reply && reply->owner != XCB_NONE;
   }
 
