@@ -46,6 +46,13 @@ class StripStory : public testing::Test {
     word.quirks().listsWindowsByCreation = true;
     return word;
   }
+  // It never tells what happens to its windows: only what Pellar asks for itself is seen.
+  static void keepSilent(SimApplication& application) {
+    application.quirks().refusedNotifications = {
+        "AXFocusedWindowChanged", "AXWindowCreated",      "AXUIElementDestroyed",   "AXWindowMoved",
+        "AXWindowResized",        "AXWindowMiniaturized", "AXWindowDeminiaturized", "AXTitleChanged",
+        "AXApplicationHidden",    "AXApplicationShown"};
+  }
   // The strip as it stands once the program has heard of everything that happened.
   [[nodiscard]] StripReader strip() {
     catchUp();

@@ -150,15 +150,9 @@ TEST_F(ActionOrder, AnItemChosenAfterTheProgramEndedClosesNothing) {
   EXPECT_TRUE(saved().tags.empty());
 }
 
-// An application that never tells what happens to its windows: only what Pellar asks for itself is seen.
 class QuietMenu : public MenuStory {
  protected:
-  QuietMenu() {
-    editor.quirks().refusedNotifications = {
-        "AXFocusedWindowChanged", "AXWindowCreated",      "AXUIElementDestroyed",   "AXWindowMoved",
-        "AXWindowResized",        "AXWindowMiniaturized", "AXWindowDeminiaturized", "AXTitleChanged",
-        "AXApplicationHidden",    "AXApplicationShown"};
-  }
+  QuietMenu() { keepSilent(editor); }
 };
 
 TEST_F(QuietMenu, ItsWindowsAreLookedAtAgainAfterEachWayOfClosing) {

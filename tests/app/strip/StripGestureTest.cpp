@@ -388,15 +388,9 @@ TEST_F(StripGesture, GesturesStillReachWindowsWhilePellarIsInFront) {
   EXPECT_EQ(strip().activeTab(), "Plan");
 }
 
-// An application that never tells what happens to its windows: only what Pellar asks for itself is seen.
 class QuietApplication : public StripStory {
  protected:
-  QuietApplication() {
-    editor.quirks().refusedNotifications = {
-        "AXFocusedWindowChanged", "AXWindowCreated",      "AXUIElementDestroyed",   "AXWindowMoved",
-        "AXWindowResized",        "AXWindowMiniaturized", "AXWindowDeminiaturized", "AXTitleChanged",
-        "AXApplicationHidden",    "AXApplicationShown"};
-  }
+  QuietApplication() { keepSilent(editor); }
 };
 
 TEST_F(QuietApplication, ItsWindowsAreLookedAtAgainAfterEveryAction) {
