@@ -142,18 +142,25 @@ class Maximised : public WindowStates {
     EXPECT_FALSE(isMaximised(window));
     EXPECT_EQ(desktop.frame(window), before);
   }
-  void maximiseTenTimes(const std::function<void(Window, bool on)>& change) {
-    const auto report = editor().open("Report", {200, 200, 600, 500});
+  using Change = std::function<void(Window, bool on)>;
+  // The window, opened at `place`, is made large and as before again and again.
+  void enlarge(int times, const Box& place, const Change& change,
+               const std::function<void(Window, const Box& before)>& expectLarge) {
+    const auto report = editor().open("Report", place);
     startPellar();
     strip.waitUntilOver(report);
     const auto before = desktop.frame(report);
-    for (int time = 1; time <= 10; ++time) {
+    for (int time = 1; time <= times; ++time) {
       SCOPED_TRACE(time);
       change(report, true);
-      expectMaximisedBelowItsStrip(report);
+      expectLarge(report, before);
       change(report, false);
       expectAsBefore(report, before);
     }
+  }
+  void maximiseTenTimes(const Change& change) {
+    enlarge(10, {200, 200, 600, 500}, change,
+            [this](Window report, const Box& /*before*/) { expectMaximisedBelowItsStrip(report); });
   }
 };
 
@@ -253,38 +260,27 @@ INSTANTIATE_TEST_SUITE_P(WindowManagers, BelowAnotherScreen,
 TEST_P(BelowAnotherScreen, AMaximisedWindowHasAllOfItAndTheStripIsAbove) {
   desktop.run({"xrandr", "--setmonitor", "top", "1440/380x450/120+0+0", "screen"});
   desktop.run({"xrandr", "--setmonitor", "bottom", "1440/380x450/120+0+450", "none"});
-  const auto report = editor().open("Report", {200, 560, 600, 200});
-  startPellar();
-  strip.waitUntilOver(report);
-  const auto before = desktop.frame(report);
-  for (int time = 1; time <= 10; ++time) {
-    SCOPED_TRACE(time);
-    setMaximised(report, true);
-    waitUntilFrame(report, {0, 450, 1440, 450});
-    strip.waitUntilOver(report);
-    waitUntilIdle();
-    EXPECT_TRUE(isMaximised(report));
-    EXPECT_EQ(strip.box()->y, 450 - Strip::height);
-    setMaximised(report, false);
-    expectAsBefore(report, before);
-  }
+  enlarge(
+      10, {200, 560, 600, 200}, [this](Window report, bool on) { setMaximised(report, on); },
+      [this](Window report, const Box& /*before*/) {
+        waitUntilFrame(report, {0, 450, 1440, 450});
+        strip.waitUntilOver(report);
+        waitUntilIdle();
+        EXPECT_TRUE(isMaximised(report));
+        EXPECT_EQ(strip.box()->y, 450 - Strip::height);
+      });
 }
 
 TEST_P(Maximised, AWindowThatFillsTheHeightOnlyKeepsThatState) {
-  const auto report = editor().open("Report", {200, 200, 600, 500});
-  startPellar();
-  strip.waitUntilOver(report);
-  const auto before = desktop.frame(report);
-  for (int time = 1; time <= 3; ++time) {
-    SCOPED_TRACE(time);
-    desktop.setState(report, "_NET_WM_STATE_MAXIMIZED_VERT", true);
-    waitUntilFrame(report, {before.x, Strip::height, before.width, 900 - Strip::height});
-    strip.waitUntilOver(report);
-    waitUntilIdle();
-    EXPECT_TRUE(isMaximised(report));
-    desktop.setState(report, "_NET_WM_STATE_MAXIMIZED_VERT", false);
-    expectAsBefore(report, before);
-  }
+  enlarge(
+      3, {200, 200, 600, 500},
+      [this](Window report, bool on) { desktop.setState(report, "_NET_WM_STATE_MAXIMIZED_VERT", on); },
+      [this](Window report, const Box& before) {
+        waitUntilFrame(report, {before.x, Strip::height, before.width, 900 - Strip::height});
+        strip.waitUntilOver(report);
+        waitUntilIdle();
+        EXPECT_TRUE(isMaximised(report));
+      });
 }
 
 }  // namespace
