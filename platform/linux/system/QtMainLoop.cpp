@@ -36,7 +36,8 @@ class QtMainLoop::State final : public QObject {
   void post(Callback block) {
     const std::lock_guard lock(mutex_);
     queue_.push_back(std::move(block));
-    if (turns == 0 || std::this_thread::get_id() != mainThread_) wake();
+    // The turns are the main thread's: another one may not look at them.
+    if (std::this_thread::get_id() != mainThread_ || turns == 0) wake();
   }
 
   int waitForQuiet(Callback block) {
