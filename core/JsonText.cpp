@@ -86,4 +86,10 @@ nlohmann::json parsedWithTooLargeNumbers(std::string_view text) {
   return isSafe(text) ? read(withoutTooLargeNumbers(text)) : discarded();
 }
 
+bool decode(const nlohmann::json& json, std::string& value) {
+  if (!json.is_string()) return false;
+  value = json.get<std::string>();
+  return true;
+}
+
 }  // namespace pellar::JsonText

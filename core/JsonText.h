@@ -1,6 +1,7 @@
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>
+#include <string>
 #include <string_view>
 
 // JSON as it comes from files and servers.
@@ -14,5 +15,8 @@ nlohmann::json parsed(std::string_view text);
 // The same, but a number beyond every double is read as a list, so that it has the wrong type under a key for
 // numbers, and does no harm under others.
 nlohmann::json parsedWithTooLargeNumbers(std::string_view text);
+
+// Stores the text and says whether there was one.
+bool decode(const nlohmann::json& json, std::string& value);
 
 }  // namespace pellar::JsonText

@@ -66,6 +66,8 @@ Json encoded(const Settings& settings) {
           {"launchAtLogin", settings.launchAtLogin}};
 }
 
+using JsonText::decode;
+
 // Each of these stores the value and says whether it had the right type.
 bool decode(const Json& json, bool& value) {
   if (!json.is_boolean()) return false;
@@ -93,12 +95,6 @@ bool decode(const Json& json, std::int64_t& value) {
   }
   if (!json.is_number_integer()) return false;
   value = json.get<std::int64_t>();
-  return true;
-}
-
-bool decode(const Json& json, std::string& value) {
-  if (!json.is_string()) return false;
-  value = json.get<std::string>();
   return true;
 }
 

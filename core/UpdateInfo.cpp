@@ -14,12 +14,7 @@ void put(Json& object, const char* key, const std::optional<std::string>& value)
   if (value) object[key] = *value;
 }
 
-// Each of these stores the value and says whether it had the right type.
-bool decode(const Json& json, std::string& value) {
-  if (!json.is_string()) return false;
-  value = json.get<std::string>();
-  return true;
-}
+using JsonText::decode;
 
 bool decode(const Json& json, UpdateEula& eula);
 

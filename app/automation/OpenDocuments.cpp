@@ -19,7 +19,7 @@ bool isMangledAddress(const std::string& path) {
   return path.starts_with("/https/::") || path.starts_with("/http/::");
 }
 
-bool isFile(const std::string& path) {
+bool isOnThisMachine(const std::string& path) {
   return path.starts_with('/') && !isMangledAddress(path) && isUsablePath(path);
 }
 
@@ -56,7 +56,7 @@ std::optional<OpenDocuments::Match> OpenDocuments::match(std::string_view title)
       return Utf8::areEquivalent(TabLabel::label(each.name, std::nullopt), label);
     });
   }
-  return found && isFile(found->path) ? found : std::nullopt;
+  return found && isOnThisMachine(found->path) ? found : std::nullopt;
 }
 
 bool OpenDocuments::contradict(std::string_view title, const std::string& path) const {
@@ -72,7 +72,7 @@ bool OpenDocuments::contradict(std::string_view title, const std::string& path) 
 
 bool OpenDocuments::mayHold(const std::string& path) const {
   return std::ranges::any_of(all_, [&](const Document& each) {
-    return isFile(each.path) ? isSameFile(each.path, path) : Utf8::folded(each.name) == nameOf(path);
+    return isOnThisMachine(each.path) ? isSameFile(each.path, path) : Utf8::folded(each.name) == nameOf(path);
   });
 }
 

@@ -25,10 +25,6 @@ constexpr int longestField = 210;
 // A row of pixels that crosses the field's ground but no text, and one above it.
 constexpr int throughField = 8;
 
-int brightness(std::uint32_t pixel) {
-  return static_cast<int>((pixel >> 16 & 255) + (pixel >> 8 & 255) + (pixel & 255)) / 3;
-}
-
 bool isBlue(std::uint32_t pixel) {
   return (pixel & 255) > 180 && (pixel >> 16 & 255) < 80;
 }

@@ -14,11 +14,6 @@ std::array<int, 3> channels(std::uint32_t pixel) {
           static_cast<int>(pixel & 255)};
 }
 
-int brightness(std::uint32_t pixel) {
-  const auto [red, green, blue] = channels(pixel);
-  return (red + green + blue) / 3;
-}
-
 bool colourful(std::uint32_t pixel) {
   const auto [least, most] = std::ranges::minmax(channels(pixel));
   return most - least >= 40;

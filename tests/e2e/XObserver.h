@@ -46,6 +46,11 @@ struct Picture {
   }
 };
 
+// The mean of a pixel's channels, 0 to 255.
+[[nodiscard]] constexpr int brightness(std::uint32_t pixel) {
+  return static_cast<int>((pixel >> 16 & 255) + (pixel >> 8 & 255) + (pixel & 255)) / 3;
+}
+
 // An independent client of the X server: it sees what is on the desktop and moves mouse and keyboard. A
 // window that is gone is an absent answer, never an error.
 class XObserver {

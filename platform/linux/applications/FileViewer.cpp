@@ -17,13 +17,14 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto busTime = 1s;
+constexpr auto fileManagerBusTime = 1s;
 // A file manager may first have to start.
 constexpr int answerMilliseconds = 5000;
 
 bool showItem(const std::string& path) {
   const auto address = SessionBus::address();
-  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime)) return false;
+  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + fileManagerBusTime))
+    return false;
   const QString name = QStringLiteral("pellar-file-manager");
   bool shown = false;
   {

@@ -18,9 +18,9 @@ namespace pellar {
 namespace {
 
 bool hasSessionBus() {
-  constexpr std::chrono::milliseconds busTime{300};
+  constexpr std::chrono::milliseconds trayBusTime{300};
   const auto address = SessionBus::address();
-  return address && SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime);
+  return address && SessionBus::answers(*address, std::chrono::steady_clock::now() + trayBusTime);
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ constexpr std::uint32_t enabledState = 1U << 8U;
 constexpr std::uint32_t sensitiveState = 1U << 24U;
 
 // How deep below its window a menu bar may lie, and among how many others.
-constexpr int deepest = 6;
+constexpr int deepestMenuBar = 6;
 constexpr std::size_t mostObjects = 256;
 
 constexpr std::uint32_t screenCoordinates = 0;
@@ -248,7 +248,7 @@ std::optional<AtSpiReference> AtSpiTree::nearest(const std::vector<Found>& frame
 std::optional<AtSpiReference> AtSpiTree::menuBarIn(const AtSpiReference& frame, Deadline deadline) {
   References level{frame};
   std::size_t seen = 0;
-  for (int depth = 0; depth < deepest && !level.empty(); ++depth) {
+  for (int depth = 0; depth < deepestMenuBar && !level.empty(); ++depth) {
     References inside;
     std::vector<QDBusPendingCall> calls;
     for (const auto& each : level) calls.push_back(askForReferences(each, deadline));

@@ -24,7 +24,7 @@ const QString sectionKey = QStringLiteral(":section");
 const QString submenuKey = QStringLiteral(":submenu");
 
 // A menu made of sections of sections ends here.
-constexpr int deepest = 4;
+constexpr int deepestSection = 4;
 // Of a menu: one whose sections contain one another would never be read to its end.
 constexpr std::size_t mostRows = 4096;
 constexpr std::uint32_t longestPath = 1024;
@@ -99,7 +99,7 @@ class Reader {
 
   // False when the program does not tell.
   bool read(MenuId id, std::vector<ExportedItem>& items, int depth = 0) {
-    if (depth > deepest || !fetch(id.first)) return false;
+    if (depth > deepestSection || !fetch(id.first)) return false;
     const QList<Row> rows = menus_[id];
     for (const Row& row : rows) {
       if (++seen_ > mostRows) break;

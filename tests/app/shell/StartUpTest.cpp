@@ -120,15 +120,15 @@ TEST_F(StartUp, TermsComeAfterThePermission) {
 }
 
 TEST_F(StartUp, TheShortcutActsOnlyWhileTheStripIsSeen) {
-  constexpr std::uint16_t tabKey = 48;
+  constexpr std::uint16_t tab = 48;
   const auto plan = editor.open("Plan");
   const auto report = editor.open("Report");
   start();
-  mac.pressKey(tabKey, KeyFlags::control);
+  mac.pressKey(tab, KeyFlags::control);
   EXPECT_TRUE(editor.keysDown().empty());
   EXPECT_EQ(editor.focusedWindow(), plan);
   mac.statusBar().choose({"All apps"});
-  mac.pressKey(tabKey, KeyFlags::control);
+  mac.pressKey(tab, KeyFlags::control);
   EXPECT_EQ(editor.keysDown().size(), 1U);
 }
 

@@ -10,7 +10,7 @@
 namespace pellar {
 namespace {
 
-const FixedPitchMeasure measure;
+const FixedPitchMeasure fixedPitch;
 
 double tenths(int low, int high) {
   return *rc::gen::inRange(low * 10, high * 10 + 1) / 10.0;
@@ -33,7 +33,7 @@ ViewRect anyBounds() {
 
 RC_GTEST_PROP(StripLayoutProperties, TabsStandInOrderFourApartAndKeepTheirLimits, ()) {
   const StripContent content = anyContent();
-  const StripLayout layout(anyBounds(), content, measure);
+  const StripLayout layout(anyBounds(), content, fixedPitch);
   const auto rects = layout.tabRects();
   RC_ASSERT(rects.size() == content.tabCount);
   for (std::size_t i = 0; i < rects.size(); ++i) {
@@ -47,7 +47,7 @@ RC_GTEST_PROP(StripLayoutProperties, TabsStandInOrderFourApartAndKeepTheirLimits
 
 RC_GTEST_PROP(StripLayoutProperties, TabsNotAtTheirLimitFillTheirRoomExactly, ()) {
   const StripContent content = anyContent();
-  const StripLayout layout(anyBounds(), content, measure);
+  const StripLayout layout(anyBounds(), content, fixedPitch);
   const double width = layout.tabWidth();
   if (content.tabCount == 0 || width <= 26) return;
   const double end =
@@ -62,7 +62,7 @@ RC_GTEST_PROP(StripLayoutProperties, TabsNotAtTheirLimitFillTheirRoomExactly, ()
 
 RC_GTEST_PROP(StripLayoutProperties, ToolsEndSixFromTheRightAndNeverOverlap, ()) {
   const ViewRect bounds = anyBounds();
-  const StripLayout layout(bounds, anyContent(), measure);
+  const StripLayout layout(bounds, anyContent(), fixedPitch);
   const auto tools = layout.tools();
   RC_ASSERT(!tools.empty());
   RC_ASSERT(tools.back().tool.action == StripAction::closeWindow);
@@ -79,7 +79,7 @@ RC_GTEST_PROP(StripLayoutProperties, ToolsEndSixFromTheRightAndNeverOverlap, ())
 
 RC_GTEST_PROP(StripLayoutProperties, AHitIsTheFirstRectangleThatHoldsThePoint, ()) {
   const ViewRect bounds = anyBounds();
-  const StripLayout layout(bounds, anyContent(), measure);
+  const StripLayout layout(bounds, anyContent(), fixedPitch);
   const ViewPoint point{tenths(-10, 4010), tenths(-5, 85)};
   const StripHit hit = layout.hit(point);
 
@@ -102,14 +102,14 @@ RC_GTEST_PROP(StripLayoutProperties, AHitIsTheFirstRectangleThatHoldsThePoint, (
 RC_GTEST_PROP(StripLayoutProperties, LessRoomNeverUnfoldsTheToolsOrTheSearch, ()) {
   const ViewRect bounds = anyBounds();
   const StripContent content = anyContent();
-  const StripLayout wide(bounds, content, measure);
+  const StripLayout wide(bounds, content, fixedPitch);
 
   ViewRect narrower = bounds;
   narrower.width -= tenths(0, 500);
   StripContent fuller = content;
   if (content.tabCount > 0) fuller.tabCount += *rc::gen::inRange<std::size_t>(0, 50);
   for (const StripLayout& tighter :
-       {StripLayout(narrower, content, measure), StripLayout(bounds, fuller, measure)}) {
+       {StripLayout(narrower, content, fixedPitch), StripLayout(bounds, fuller, fixedPitch)}) {
     RC_ASSERT(!wide.crowded() || tighter.crowded());
     RC_ASSERT(!wide.searchCompact() || tighter.searchCompact());
   }
@@ -117,7 +117,7 @@ RC_GTEST_PROP(StripLayoutProperties, LessRoomNeverUnfoldsTheToolsOrTheSearch, ()
 
 RC_GTEST_PROP(StripLayoutProperties, SearchButtonAndFieldAreNeverShownTogether, ()) {
   const StripContent content = anyContent();
-  const StripLayout layout(anyBounds(), content, measure);
+  const StripLayout layout(anyBounds(), content, fixedPitch);
   const bool button = layout.toolRect(StripAction::search).has_value();
   RC_ASSERT(button == (content.officeTools && layout.searchHidden()));
   RC_ASSERT(layout.toolRect(StripAction::more).has_value() == layout.crowded());
@@ -127,7 +127,7 @@ RC_GTEST_PROP(StripLayoutProperties, SearchButtonAndFieldAreNeverShownTogether, 
 RC_GTEST_PROP(StripLayoutProperties, ADropStaysAmongTheOtherTabsAndItsMarkerBetweenThem, ()) {
   StripContent content = anyContent();
   content.tabCount += 2;
-  const StripLayout layout(anyBounds(), content, measure);
+  const StripLayout layout(anyBounds(), content, fixedPitch);
   const auto dragged = *rc::gen::inRange<std::size_t>(0, content.tabCount);
   const double x = tenths(-100, 4100);
   const std::size_t drop = layout.dropIndex(dragged, x);
