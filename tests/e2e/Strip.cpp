@@ -166,12 +166,17 @@ int Strip::endOfTab(std::size_t index) {
 }
 
 void Strip::clickAt(int x, int button) {
-  const auto place = shownBox();
-  const int y = place.y + pixels(height) / 2;
-  // The card of a tab stays for a moment, and may stand over the strip of the next window.
+  Box place;
+  int y = 0;
+  // The card of a tab stays for a moment, and may stand over the strip of the next window; the strip may be
+  // on its way with a window that its window manager shows again step by step.
   desktop_.observer().waitUntil("nothing covers the strip where it is to be clicked", [&] {
     const auto shown = window();
-    return shown && desktop_.observer().topLevelAt(place.x + x, y) == *shown;
+    const auto now = shown ? desktop_.observer().box(*shown) : std::nullopt;
+    if (!now) return false;
+    place = *now;
+    y = place.y + pixels(height) / 2;
+    return desktop_.observer().topLevelAt(place.x + x, y) == *shown;
   });
   desktop_.observer().click(place.x + x, y, button);
 }
