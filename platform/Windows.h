@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -54,7 +55,7 @@ struct WindowButton {
   std::string title;
   // May destroy the window.
   std::function<void()> handler;
-  bool isDefault = false;  // Return presses it
+  bool isDefault = false;  // Return presses it, unless another rounded one has the keyboard
   ButtonBezel bezel = ButtonBezel::rounded;
   std::optional<WindowFrame> frame = std::nullopt;
 };
@@ -100,6 +101,9 @@ class PlainWindow {
 
   // Shows it in front of its level and gives it the keyboard, when this program is in front.
   virtual void makeKeyAndOrderFront() = 0;
+  // No key presses the default button until so long after the window gets the keyboard, or from now where it
+  // has it: what is typed then was meant for another window. The mouse does.
+  virtual void restDefaultButton(std::chrono::milliseconds time) = 0;
   // Takes the window off the screen. It can be shown again.
   virtual void close() = 0;
   [[nodiscard]] virtual bool isVisible() const = 0;

@@ -70,7 +70,10 @@ void AppDelegate::applicationDidFinishLaunching() {
   if (platform_.accessibility.isTrusted()) {
     startTracking();
   } else {
-    onboarding_.begin([this] { startTracking(); });
+    onboarding_.begin([this] {
+      startTracking();
+      terms_->restKeys();
+    });
   }
 }
 
@@ -100,8 +103,11 @@ void AppDelegate::connectUpdater() {
   updater_->onUpdate = [this](const Updater::Info& info) { about_.announce(info.latest); };
   updater_->onEula = [this](const std::string& version, const std::optional<std::string>& url) {
     terms_->require(version, url);
+    const bool wasLocked = strip_ && strip_->locked;
     updateLock();
     terms_->presentGates();
+    terms_->restKeys();
+    if (wasLocked && !strip_->locked) tracker_->refresh();
   };
   terms_->onAccepted = [this] {
     updateLock();

@@ -26,6 +26,7 @@ class OwnWindows::Window final : public PlainWindow {
     if (const auto owner = owner_.lock()) owner->place_->take();
     window_->makeKeyAndOrderFront();
   }
+  void restDefaultButton(std::chrono::milliseconds time) override { window_->restDefaultButton(time); }
   void close() override {
     const bool shown = window_->isVisible();
     window_->close();

@@ -1,5 +1,6 @@
 #include "app/shell/TermsGate.h"
 
+#include <chrono>
 #include <utility>
 
 #include "app/info/WebAddress.h"
@@ -9,6 +10,14 @@
 #include "platform/Workspace.h"
 
 namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// As long as somebody types on before he sees that another window has come.
+constexpr auto keysMeantForOthers = 500ms;
+
+}  // namespace
 
 std::shared_ptr<TermsGate> TermsGate::create(const Platform& platform, std::shared_ptr<OwnWindows> windows,
                                              std::shared_ptr<StateStore> store) {
@@ -38,6 +47,10 @@ void TermsGate::presentGates() {
     return;
   }
   eulaWindow_.reset();
+}
+
+void TermsGate::restKeys() {
+  if (eulaWindow_) eulaWindow_->window().restDefaultButton(keysMeantForOthers);
 }
 
 void TermsGate::showEula() {

@@ -30,6 +30,9 @@ class TermsGate : public std::enable_shared_from_this<TermsGate> {
   void require(const std::string& version, const std::optional<std::string>& url);
   // Shows the Terms window when the required terms are not accepted, otherwise closes it.
   void presentGates();
+  // For half a second no key answers the Terms window: the user did nothing for it to come, and may be
+  // typing.
+  void restKeys();
   // Brings the Terms window to the front; one that is open stays as it is.
   void showEula();
 

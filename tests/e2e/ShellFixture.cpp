@@ -68,6 +68,13 @@ Window Shell::waitForOwnWindow(const std::string& title) {
   return window;
 }
 
+void Shell::agreeToTerms() {
+  desktop.observer().waitUntil("the terms are agreed to", [&] {
+    if (isOnScreen(termsTitle)) strike(returnKey);
+    return !isOnScreen(termsTitle);
+  });
+}
+
 bool Shell::isOnScreen(const std::string& title) {
   const auto window = desktop.observer().clientTitled(title);
   return window && desktop.observer().isViewable(*window);

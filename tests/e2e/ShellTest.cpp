@@ -50,7 +50,8 @@ TEST_P(FirstStart, ShowsTheTermsAndNoStripUntilTheyAreAccepted) {
   EXPECT_TRUE(isOnScreen(termsTitle));
   EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
 
-  // Return agrees, wherever the focus is.
+  // Return agrees, wherever the focus is but on "Quit".
+  moveFocus(terms, /*backward=*/false);
   strike(returnKey);
   waitUntilGone(termsTitle);
   desktop.activate(report);
@@ -74,6 +75,17 @@ TEST_P(FirstStart, QuittingInTheTermsEndsTheProgramAndRecordsNothing) {
   const auto ending = pellar->waitForEnd();
   ASSERT_TRUE(ending.has_value());
   EXPECT_EQ(ending->exitCode, 0);
+  EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
+  pellar.reset();
+}
+
+TEST_P(FirstStart, ReturnOnQuitInTheTermsQuits) {
+  openEditor();
+  startFresh();
+  const auto terms = waitForOwnWindow(termsTitle);
+  moveFocus(terms, /*backward=*/true);
+  strike(returnKey);
+  ASSERT_TRUE(pellar->waitForEnd().has_value());
   EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
   pellar.reset();
 }

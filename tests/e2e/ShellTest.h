@@ -48,6 +48,8 @@ class Shell : public DesktopTest {
   // A window of Pellar's own, once it is drawn and the keyboard is there.
   Window waitForOwnWindow(const std::string& title);
   [[nodiscard]] bool isOnScreen(const std::string& title);
+  // Return, until the terms hear it: they rest for a moment where they came up by themselves.
+  void agreeToTerms();
   void waitUntilGone(const std::string& title);
   // Pixels of some text's darkness in a band of a window, from its top edge.
   [[nodiscard]] int darkPixels(Window window, int from, int to);

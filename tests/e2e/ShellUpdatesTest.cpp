@@ -135,7 +135,7 @@ TEST_F(AnUpdate, WithNewerTermsTakesTheStripAway) {
   moveFocus(terms, /*backward=*/true);
   strike(spaceKey);
   EXPECT_EQ(waitForOpened(), "http://127.0.0.1/terms-2\n");
-  strike(returnKey);
+  agreeToTerms();
   waitUntilStripIsBack();
   EXPECT_FALSE(isOnScreen(termsTitle));
   EXPECT_TRUE(stateHas("\"acceptedEulaVersion\": \"2\""));
@@ -160,7 +160,7 @@ TEST_F(AnUpdate, OfAnAbsurdVersionDisturbsNobody) {
   tray.choose("Check for updates now");
   const auto terms = waitForOwnWindow(termsTitle);
   EXPECT_EQ(desktop.observer().box(terms.id)->width, 440);
-  strike(returnKey);
+  agreeToTerms();
   waitUntilStripIsBack();
   EXPECT_LT(tray.rows().front().size(), 200U);
   const auto about = openAbout();

@@ -5,8 +5,10 @@
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -16,6 +18,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <string_view>
@@ -122,7 +125,6 @@ QPlainTextEdit* made(const WindowTextBox& box, bool grows, QWidget& parent) {
 
 QPushButton* made(const WindowButton& button, QWidget& parent) {
   auto* native = new QPushButton(QString::fromStdString(button.title), &parent);
-  native->setAutoDefault(false);
   native->setDefault(button.isDefault);
   if (button.bezel == ButtonBezel::inlined) {
     native->setFlat(true);
@@ -147,10 +149,28 @@ class QtPlainWindow::Dialog : public QDialog {
   // By the program, not the user.
   void takeAway() { hide(); }
 
+  void restDefaultButton(std::chrono::milliseconds time) {
+    rest_ = time;
+    if (isActiveWindow()) sinceKeys_.start();
+  }
+
   std::map<int, std::function<void()>>& closed() { return *closed_; }
   std::shared_ptr<std::map<int, std::function<void()>>> sharedClosed() { return closed_; }
 
  protected:
+  void changeEvent(QEvent* event) override {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::ActivationChange && isActiveWindow() && !sinceKeys_.isValid())
+      sinceKeys_.start();
+  }
+  // Of the default button.
+  bool eventFilter(QObject* button, QEvent* event) override {
+    return (event->type() == QEvent::KeyPress && rests() && presses(*static_cast<QKeyEvent*>(event))) ||
+           QDialog::eventFilter(button, event);
+  }
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!rests() || !presses(*event)) QDialog::keyPressEvent(event);
+  }
   // Escape.
   void reject() override {
     if (closable_) close();
@@ -166,7 +186,15 @@ class QtPlainWindow::Dialog : public QDialog {
   }
 
  private:
+  bool rests() const { return !sinceKeys_.isValid() || sinceKeys_.elapsed() < rest_.count(); }
+  static bool presses(const QKeyEvent& event) {
+    constexpr std::array<int, 4> keys{Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space, Qt::Key_Select};
+    return std::ranges::find(keys, event.key()) != keys.end();
+  }
+
   bool closable_;
+  std::chrono::milliseconds rest_{0};
+  QElapsedTimer sinceKeys_;  // since the window got the keyboard, or was asked to rest while it had it
   std::shared_ptr<std::map<int, std::function<void()>>> closed_ =
       std::make_shared<std::map<int, std::function<void()>>>();
 };
@@ -226,8 +254,16 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   const QSize wanted(pixels(description.contentSize.width), pixels(description.contentSize.height));
   dialog_->setFixedSize(wanted.expandedTo(column->minimumSize()));
   limitFrame(*dialog_, description.closable);
+  bool hasDefault = false;
+  for (auto* const button : dialog_->findChildren<QPushButton*>()) {
+    if (!button->isDefault()) continue;
+    hasDefault = true;
+    button->setFocus();
+    button->installEventFilter(dialog_);
+  }
+  // Else the toolkit would make one of them the default.
   for (auto* const button : dialog_->findChildren<QPushButton*>())
-    if (button->isDefault()) button->setFocus();
+    button->setAutoDefault(hasDefault && !button->isFlat());
   if (const QScreen* screen = QGuiApplication::primaryScreen()) {
     QRect frame(QPoint(), dialog_->size());
     frame.moveCenter(screen->availableGeometry().center());
@@ -245,6 +281,10 @@ void QtPlainWindow::makeKeyAndOrderFront() {
   dialog_->show();
   dialog_->raise();
   dialog_->activateWindow();
+}
+
+void QtPlainWindow::restDefaultButton(std::chrono::milliseconds time) {
+  dialog_->restDefaultButton(time);
 }
 
 void QtPlainWindow::close() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <string>
@@ -18,6 +19,7 @@ class QtPlainWindow final : public PlainWindow {
   ~QtPlainWindow() override;
 
   void makeKeyAndOrderFront() override;
+  void restDefaultButton(std::chrono::milliseconds time) override;
   void close() override;
   [[nodiscard]] bool isVisible() const override;
   void setText(const std::string& id, const std::string& text) override;

@@ -102,7 +102,7 @@ void X11EventMonitors::select() {
   const XcbReply<xcb_generic_error_t> error(xcb_request_check(
       connection_.xcb(),
       xcb_input_xi_select_events_checked(connection_.xcb(), connection_.root(), 1, &request.head)));
-  if (error && !connection_.lost()) Log::write("x11 error: buttons cannot be watched elsewhere");
+  if (error && !connection_.lost()) Log::write("clicks in other programs cannot be watched on this X server");
 }
 
 void X11EventMonitors::handle(const xcb_generic_event_t& event) {

@@ -84,7 +84,8 @@ class KeyTap final : public EventTap {
       grabs_.settle(press, ask(grabs_.event(press), handler));
     } else if (type == XCB_MAPPING_NOTIFY) {
       const bool had = std::exchange(taken_, grabs_.take());
-      if (had && !taken_) Log::write("x11: the shortcut's key cannot be had on the new keyboard map");
+      if (had && !taken_)
+        Log::write("the shortcut does nothing on the new keyboard layout: another program has its key");
     }
   }
 

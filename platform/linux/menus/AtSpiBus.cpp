@@ -101,16 +101,16 @@ bool AtSpiBus::connect(Deadline deadline) {
   failedAt_ = Clock::now();
   const auto fail = [this](const std::string& why) {
     close();
-    if (!std::exchange(reported_, true)) Log::write("menus of other programs: " + why);
+    if (!std::exchange(reported_, true)) Log::write("the menus of other programs cannot be read: " + why);
     return false;
   };
   const auto sessionAddress = SessionBus::address();
-  if (!sessionAddress) return fail("no session bus");
+  if (!sessionAddress) return fail("there is no session bus");
   if (!SessionBus::answers(*sessionAddress, deadline)) return fail("the session bus does not answer");
   session_ = QDBusConnection::connectToBus(*sessionAddress, sessionName);
-  if (!session_->isConnected()) return fail("no session bus");
+  if (!session_->isConnected()) return fail("there is no session bus");
   const auto found = address(deadline);
-  if (!found) return fail("no accessibility bus");
+  if (!found) return fail("there is no accessibility bus");
   if (!SessionBus::answers(*found, deadline)) return fail("the accessibility bus does not answer");
   connection_ = QDBusConnection::connectToBus(*found, connectionName);
   if (!connection_->isConnected()) return fail("the accessibility bus refuses a connection");

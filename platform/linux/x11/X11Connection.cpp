@@ -142,8 +142,8 @@ void X11Connection::noteError(const xcb_generic_event_t& event) {
   if (error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE || error.error_code == XCB_MATCH)
     return;
   if (reportedErrors_.emplace(error.error_code, error.major_code).second) {
-    Log::write("x11 error: " + std::to_string(error.error_code) + " for request " +
-               std::to_string(error.major_code));
+    Log::write("the X server refused a request and Pellar goes on without it (error " +
+               std::to_string(error.error_code) + ", request " + std::to_string(error.major_code) + ")");
   }
 }
 

@@ -118,7 +118,7 @@ void X11Density::update() const {
   if (!std::exchange(stale_, false)) return;
   auto reading = read(connection_);
   if (reading.nonsense && reading.nonsense != reading_.nonsense)
-    Log::write("no scale to go by: " + *reading.nonsense);
+    Log::write("a setting of the desktop's scale is not understood and not used: " + *reading.nonsense);
   reading_ = std::move(reading);
   // Root coordinates are Accessibility coordinates, which begin at the first screen.
   std::stable_partition(reading_.monitors.begin(), reading_.monitors.end(),

@@ -204,7 +204,7 @@ void X11Mirror::readRoot() {
   activeWindow_ = active;
   const bool hasWindowManager = !values[4].empty();
   if (!hasWindowManager && std::exchange(hadWindowManager_, false)) {
-    Log::write("no window manager lists its windows (_NET_CLIENT_LIST)");
+    Log::write("no window manager says which windows there are (_NET_CLIENT_LIST): no tabs until one does");
   }
   hadWindowManager_ = hadWindowManager_ || hasWindowManager;
   const auto desktop = values[2].empty() ? std::nullopt : std::optional(values[2].front());

@@ -7,6 +7,7 @@
 #import "platform/mac/desktop/WindowContent.h"
 
 @class WindowCloseObserver;
+@class RestingWindow;
 
 namespace pellar {
 
@@ -18,16 +19,17 @@ class MacPlainWindow final : public PlainWindow {
   MacPlainWindow(const MacPlainWindow&) = delete;
   MacPlainWindow& operator=(const MacPlainWindow&) = delete;
 
-  [[nodiscard]] NSWindow* native() const { return native_; }
+  [[nodiscard]] NSWindow* native() const;
 
   void makeKeyAndOrderFront() override;
+  void restDefaultButton(std::chrono::milliseconds time) override;
   void close() override;
   [[nodiscard]] bool isVisible() const override;
   void setText(const std::string& id, const std::string& text) override;
   [[nodiscard]] Subscription onClosed(std::function<void()> callback) override;
 
  private:
-  NSWindow* native_;
+  RestingWindow* native_;
   WindowCloseObserver* closing_;
   WindowLabels* labels_;
 };

@@ -1,5 +1,6 @@
 #include "platform/mac/desktop/MacPlainWindow.h"
 
+#include <chrono>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -10,6 +11,10 @@
 namespace {
 
 using Callback = std::shared_ptr<std::function<void()>>;
+
+bool isDefault(NSButton* button) {
+  return [button.keyEquivalent isEqual:@"\r"];
+}
 
 }  // namespace
 
@@ -55,12 +60,63 @@ using Callback = std::shared_ptr<std::function<void()>>;
 
 @end
 
+// A window whose default button no key presses for a while, and where Return presses the button that has the keyboard.
+@interface RestingWindow : NSWindow
+
+- (void)restDefaultButtonFor:(NSTimeInterval)seconds;
+
+@end
+
+@implementation RestingWindow {
+  NSTimeInterval _rest;
+  NSTimeInterval _since;  // of the system's uptime: when it got the keyboard; 0 until then
+}
+
+- (void)restDefaultButtonFor:(NSTimeInterval)seconds {
+  _rest = seconds;
+  _since = self.keyWindow ? NSProcessInfo.processInfo.systemUptime : 0;
+}
+
+- (void)becomeKeyWindow {
+  [super becomeKeyWindow];
+  if (_since == 0) _since = NSProcessInfo.processInfo.systemUptime;
+}
+
+- (BOOL)restsFrom:(NSEvent*)event {
+  return event.timestamp < _since + _rest;
+}
+
+// Return is the default button's wherever the keyboard is.
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+  const bool isReturn = event.type == NSEventTypeKeyDown && [event.charactersIgnoringModifiers isEqual:@"\r"];
+  if (!isReturn) return [super performKeyEquivalent:event];
+  NSButton* focused = self.focusedButton;
+  if (focused != nil && focused.bezelStyle == NSBezelStyleRounded && !isDefault(focused)) {
+    [focused performClick:nil];
+    return YES;
+  }
+  return [self restsFrom:event] || [super performKeyEquivalent:event];
+}
+
+- (void)sendEvent:(NSEvent*)event {
+  const bool pressesDefault = event.type == NSEventTypeKeyDown && isDefault(self.focusedButton);
+  // Tab goes on.
+  if (pressesDefault && [self restsFrom:event] && ![event.characters isEqual:@"\t"]) return;
+  [super sendEvent:event];
+}
+
+- (NSButton*)focusedButton {
+  return [self.firstResponder isKindOfClass:NSButton.class] ? (NSButton*)self.firstResponder : nil;
+}
+
+@end
+
 namespace pellar {
 
 static_assert(static_cast<NSInteger>(WindowLevel::modalPanel) == NSModalPanelWindowLevel);
 
 MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& description)
-    : native_([[NSWindow alloc]
+    : native_([[RestingWindow alloc]
           initWithContentRect:NSMakeRect(0, 0, description.contentSize.width, description.contentSize.height)
                     styleMask:NSWindowStyleMaskTitled |
                               (description.closable ? NSWindowStyleMaskClosable : NSWindowStyleMask{})backing
@@ -97,6 +153,14 @@ MacPlainWindow::~MacPlainWindow() {
 void MacPlainWindow::makeKeyAndOrderFront() {
   [native_ makeKeyAndOrderFront:nil];
   [native_ orderFrontRegardless];
+}
+
+NSWindow* MacPlainWindow::native() const {
+  return native_;
+}
+
+void MacPlainWindow::restDefaultButton(std::chrono::milliseconds time) {
+  [native_ restDefaultButtonFor:std::chrono::duration<double>(time).count()];
 }
 
 void MacPlainWindow::close() {

@@ -1,5 +1,6 @@
 #include "platform/sim/desktop/SimPlainWindow.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 #include <variant>
@@ -104,9 +105,26 @@ void SimPlainWindow::clickClose() {
   owner_.loop().runUntilIdle();
 }
 
+void SimPlainWindow::restDefaultButton(std::chrono::milliseconds time) {
+  keysRestUntil_ = owner_.loop().uptime() + time;
+}
+
 void SimPlainWindow::pressReturn() {
-  for (const auto& each : buttons())
+  if (owner_.loop().uptime() < keysRestUntil_) return;
+  const auto all = buttons();
+  const auto focused = std::ranges::find_if(all, [this](const WindowButton& each) {
+    return each.title == focusedButton_ && each.bezel == ButtonBezel::rounded;
+  });
+  if (focused != all.end()) return run(focused->handler);
+  for (const auto& each : all)
     if (each.isDefault) return run(each.handler);
+}
+
+void SimPlainWindow::tabTo(const std::string& button) {
+  const auto all = buttons();
+  if (std::ranges::find(all, button, &WindowButton::title) == all.end())
+    throw std::logic_error("\"" + description_.title + "\" has no button \"" + button + "\"");
+  focusedButton_ = button;
 }
 
 }  // namespace pellar

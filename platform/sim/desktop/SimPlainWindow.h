@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,6 +22,7 @@ class SimPlainWindow final : public PlainWindow {
   SimPlainWindow& operator=(const SimPlainWindow&) = delete;
 
   void makeKeyAndOrderFront() override;
+  void restDefaultButton(std::chrono::milliseconds time) override;
   void close() override;
   [[nodiscard]] bool isVisible() const override;
   void setText(const std::string& id, const std::string& text) override;
@@ -36,6 +39,8 @@ class SimPlainWindow final : public PlainWindow {
   void press(const std::string& button);
   void clickClose();
   void pressReturn();
+  // The user goes to a button by the Tab key, with the keyboard's access to all controls switched on.
+  void tabTo(const std::string& button);
 
  private:
   [[nodiscard]] std::vector<WindowButton> buttons() const;
@@ -44,6 +49,8 @@ class SimPlainWindow final : public PlainWindow {
   SimWindows& owner_;
   WindowDescription description_;
   bool visible_ = false;
+  std::optional<std::string> focusedButton_;
+  std::chrono::nanoseconds keysRestUntil_{0};  // of the loop's time
   CallbackList<> closed_;
 };
 

@@ -97,6 +97,60 @@ TEST_F(Terms, ReturnAcceptsAndTheStripComesWithTheNextFollowedApplication) {
   EXPECT_TRUE(stripShown());
 }
 
+TEST_F(Terms, AReturnThatWasMeantForTheEditorDoesNotAgreeToThem) {
+  accept("1");
+  start();
+  mac.web().answer(R"({"latest":"1.4.0","eula":{"version":"2"}})");
+  mac.statusBar().choose({"Check for updates now"});
+  while (!mac.windows().exists(termsTitle)) mac.advance(1ms);
+  ASSERT_EQ(mac.windows().key(), &window(termsTitle));
+  mac.advance(498ms);
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
+  EXPECT_EQ(saved().acceptedEulaVersion, "1");
+  mac.advance(2ms);
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(saved().acceptedEulaVersion, "2");
+}
+
+TEST_F(Terms, AReturnInSystemSettingsDoesNotAgreeToThem) {
+  mac.accessibility().setTrusted(false);
+  start();
+  mac.accessibility().setTrusted(true);
+  mac.advance(2s);
+  ASSERT_EQ(mac.windows().key(), &window(termsTitle));
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(saved().acceptedEulaVersion, "");
+  mac.advance(500ms);
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(saved().acceptedEulaVersion, "1");
+}
+
+TEST_F(Terms, AskedForTheyAnswerAtOnce) {
+  start();
+  goTo(editor);
+  pellar->showItself();
+  mac.settle();
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(saved().acceptedEulaVersion, "1");
+}
+
+TEST_F(Terms, ReturnOnQuitQuits) {
+  start();
+  window(termsTitle).tabTo("Quit");
+  mac.pressKey("insertNewline:");
+  EXPECT_TRUE(mac.program().terminated());
+  EXPECT_EQ(saved().acceptedEulaVersion, "");
+}
+
+TEST_F(Terms, ReturnOnTheLinkAgrees) {
+  start();
+  window(termsTitle).tabTo("Read full terms online");
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(saved().acceptedEulaVersion, "1");
+  EXPECT_TRUE(mac.workspace().openedUrls().empty());
+}
+
 TEST_F(Terms, OtherKeysDoNotAcceptAndTheWindowCannotBeClosed) {
   start();
   mac.pressKey("cancelOperation:");
@@ -274,7 +328,18 @@ TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheOpenWindowCloses) {
   ASSERT_EQ(mac.windows().visible(), Rows{termsTitle});
   announce(R"({"version":"1"})");
   EXPECT_FALSE(mac.windows().exists(termsTitle));
+  EXPECT_TRUE(stripShown()) << "the editor has its place again";
+}
+
+TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheStripIsThereAtOnce) {
+  accept("1");
+  start();
+  announce(R"({"version":"2"})");
   goTo(editor);
+  ASSERT_EQ(mac.windows().visible(), Rows{termsTitle});
+  ASSERT_FALSE(stripShown());
+  announce(R"({"version":"1"})");
+  EXPECT_TRUE(mac.windows().visible().empty());
   EXPECT_TRUE(stripShown());
 }
 

@@ -7,6 +7,7 @@
 #include <QLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QShortcut>
 #include <algorithm>
 #include <memory>
 #include <string>
@@ -226,6 +227,56 @@ TEST_F(PlainWindows, ReturnPressesTheDefaultButtonAlsoFromTheText) {
   EXPECT_TRUE(waitUntil([&] { return pressed.size() == 3; }));
   EXPECT_EQ(pressed.back(), "Quit");
   EXPECT_TRUE(window->isVisible()) << "it cannot be closed";
+}
+
+TEST_F(PlainWindows, RestKeysThatWereMeantForAnotherWindow) {
+  std::vector<std::string> pressed;
+  const auto button = [&pressed](const char* title, bool isDefault) {
+    return WindowButton{.title = title,
+                        .handler = [&pressed, title] { pressed.emplace_back(title); },
+                        .isDefault = isDefault};
+  };
+  show({.title = "Terms",
+        .contentSize = {440, 360},
+        .elements = {WindowButtonRow{10, {button("Quit", false), button("I Agree", true)}}}});
+  window->restDefaultButton(1h);
+  // In the order in which they are struck, the last one for this test alone.
+  int heard = 0;
+  QShortcut last(QKeySequence(Qt::Key_F9), native, [&heard] { ++heard; });
+  constexpr std::uint32_t f9 = 0xffc6;
+  strike(returnKey);
+  strike(' ');
+  strike(f9);
+  ASSERT_TRUE(waitUntil([&] { return heard == 1; }));
+  EXPECT_TRUE(pressed.empty());
+  parts<QPushButton>().at(1)->click();
+  EXPECT_EQ(pressed.size(), 1U) << "the mouse does press it";
+  window->restDefaultButton(0ms);
+  strike(returnKey);
+  EXPECT_TRUE(waitUntil([&] { return pressed.size() == 2; }));
+}
+
+TEST_F(PlainWindows, ReturnPressesARoundedButtonThatHasTheKeyboard) {
+  std::vector<std::string> pressed;
+  const auto button = [&pressed](const char* title, bool isDefault, ButtonBezel bezel) {
+    return WindowButton{.title = title,
+                        .handler = [&pressed, title] { pressed.emplace_back(title); },
+                        .isDefault = isDefault,
+                        .bezel = bezel};
+  };
+  show({.title = "Terms",
+        .contentSize = {440, 360},
+        .elements = {button("Read", false, ButtonBezel::inlined),
+                     WindowButtonRow{10,
+                                     {button("Quit", false, ButtonBezel::rounded),
+                                      button("I Agree", true, ButtonBezel::rounded)}}}});
+  for (const std::size_t focused : {1U, 0U, 2U}) {
+    parts<QPushButton>().at(focused)->setFocus();
+    const std::size_t before = pressed.size();
+    strike(returnKey);
+    ASSERT_TRUE(waitUntil([&] { return pressed.size() > before; }));
+  }
+  EXPECT_EQ(pressed, (std::vector<std::string>{"Quit", "I Agree", "I Agree"}));
 }
 
 TEST_F(PlainWindows, AButtonMayDestroyItsWindow) {
