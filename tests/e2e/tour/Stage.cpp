@@ -59,6 +59,7 @@ void Stage::paintBackground() {
 // have done already.
 std::unique_ptr<Process> Stage::start(const std::vector<std::string>& command, const std::string& name) {
   auto variables = desktop_.environment();
+  variables["GSETTINGS_BACKEND"] = "keyfile";
   if (scale_ > 1) {
     variables["GDK_SCALE"] = std::to_string(scale_);
     variables["GDK_DPI_SCALE"] = std::to_string(1.0 / scale_);
@@ -72,6 +73,9 @@ void Stage::makeEditorPlain() {
                            "window:not(.dialog) > * > * > label, window:not(.dialog) > * > * > separator {\n"
                            "  background: none; color: transparent; font-size: 1px; min-height: 0;\n"
                            "}\n");
+  // The whole path in a title would be that of a folder made for one tour.
+  desktop_.folders().write(desktop_.folders().config() / "glib-2.0" / "settings" / "keyfile",
+                           "[org/xfce/mousepad/preferences/window]\npath-in-title=false\n");
 }
 
 void Stage::addMonitor() {
@@ -114,7 +118,7 @@ void Stage::openDocuments() {
                            "[Default Applications]\ntext/plain=org.xfce.mousepad.desktop\n");
   std::vector<std::string> command{"mousepad", "--disable-server", "--opening-mode=window"};
   for (const auto& document : documentsToOpen) {
-    const auto file = desktop_.folders().home() / document.name;
+    const auto file = desktop_.folders().home() / "Documents" / document.name;
     desktop_.folders().write(file, document.text);
     command.push_back(file.string());
   }
