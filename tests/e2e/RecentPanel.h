@@ -25,6 +25,8 @@ class RecentPanel {
   [[nodiscard]] int rows();
   [[nodiscard]] std::optional<int> selectedRow();
 
+  // And the field has the keys.
+  void waitUntilOpen();
   void waitUntilClosed();
   void waitUntilRows(int count);
   void waitUntilSelected(std::optional<int> row);
@@ -41,7 +43,6 @@ class RecentPanel {
   // Whether the field's editor stands in the strip.
   [[nodiscard]] bool hasEditor();
   [[nodiscard]] Box place();
-  void waitUntilOpen();
 
   Desktop& desktop_;
   Strip& strip_;
