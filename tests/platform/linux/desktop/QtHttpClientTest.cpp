@@ -66,7 +66,7 @@ TEST_F(WebRequest, BringsTheBody) {
 TEST_F(WebRequest, WhateverTheStatus) {
   for (const auto* status :
        {"400 Bad Request", "403 Forbidden", "404 Not Found", "418 Odd", "500 Broken", "503 Away"}) {
-    server.answer([&](const std::string&) { return LoopbackServer::whole("body", status); });
+    server.answer([status](const std::string&) { return LoopbackServer::whole("body", status); });
     EXPECT_EQ(bodyOf("/"), "body") << status;
   }
 }
