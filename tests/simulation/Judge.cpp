@@ -70,6 +70,7 @@ void Judge::lied(ProcessId pid) {
   leftInDoubt(pid);
   draggedSomewhere();
   state_.uncertain();
+  frames_.becomeUnsure();
 }
 
 std::optional<SimWindow> Judge::onlyWindowWith(const std::string& label) const {
@@ -87,6 +88,11 @@ std::optional<SimWindow> Judge::onlyWindowWith(const std::string& label) const {
 bool Judge::frontAnswers() const {
   const auto* application = inFront();
   return application != nullptr && answers(*application);
+}
+
+std::optional<SimWindow> Judge::front() const {
+  if (!fronts_ || fronts_->size() != 1 || !mac_.strip().visible() || !frontAnswers()) return std::nullopt;
+  return fronts_->front();
 }
 
 bool Judge::isFrontInDoubt() const {
@@ -143,8 +149,16 @@ void Judge::atRest() {
   if (const auto wrong = state_.compare()) found(*wrong);
   if (const auto wrong = updates_.compare(mac_.notifications().shown())) found(*wrong);
   if (const auto wrong = panels_.compare()) found(*wrong);
+  fronts_.reset();
   judgeStrip();
+  judgeFrames();
   asked_ = 0;
+}
+
+void Judge::judgeFrames() {
+  const auto* application = inFront();
+  Windows fronts = fronts_.value_or(application == nullptr ? Windows() : application->windowsFrontToBack());
+  if (const auto wrong = frames_.compare(applications_, fronts)) found(*wrong);
 }
 
 void Judge::judgeStrip() {
@@ -190,6 +204,7 @@ void Judge::judgeTabs(const SimApplication& application, bool asked) {
     // A drop of a tab does not bring another window to the front.
     if (asked && places_.isKnown() && places_.isSingle() && !fronts.empty()) fronts.resize(1, fronts.front());
   }
+  fronts_ = fronts;
   judgeFront(fronts);
   if (fronts.size() == 1 && panels_.dropdownStays(fronts.front()) && places_.isSingle())
     found("the drop-down stays though another window came to the front");

@@ -8,6 +8,7 @@
 
 #include "platform/sim/SimMac.h"
 #include "tests/simulation/DocumentWatch.h"
+#include "tests/simulation/FrameWatch.h"
 #include "tests/simulation/LogWatch.h"
 #include "tests/simulation/PanelWatch.h"
 #include "tests/simulation/SavedState.h"
@@ -31,22 +32,27 @@ class Judge {
   void started() {
     places_.forget();
     panels_.started();
+    frames_.started();
   }
   // One more thing happened, be it done by the user or not.
   void happened() {
     places_.happened();
+    frames_.happened();
     asked_ = 0;
   }
   // Something was done to this window.
   void touched(const SimWindow& window) {
     places_.touched(window);
     names_.note(window);
+    frames_.touched(window);
   }
   // The application did not answer, or changed in a way that it does not tell.
   void leftInDoubt(ProcessId pid);
   // The only window of the application in front whose tab may read so; absent when there are several.
   [[nodiscard]] std::optional<SimWindow> onlyWindowWith(const std::string& label) const;
   [[nodiscard]] bool frontAnswers() const;
+  // The window that the strip stands over since the last rest; absent where that is not sure.
+  [[nodiscard]] std::optional<SimWindow> front() const;
   // Whether that is so of the one in front.
   [[nodiscard]] bool isFrontInDoubt() const;
   // The application gave another answer than the truth, so that what was done just now may have failed.
@@ -68,6 +74,7 @@ class Judge {
   [[nodiscard]] DocumentWatch& documents() { return documents_; }
   [[nodiscard]] LogWatch& log() { return log_; }
   [[nodiscard]] UpdateWatch& updates() { return updates_; }
+  [[nodiscard]] FrameWatch& frames() { return frames_; }
 
   // Whether no more than one thing happened since the last rest, in a way that leaves no doubt.
   [[nodiscard]] bool isSingle() const { return places_.isSingle(); }
@@ -100,6 +107,7 @@ class Judge {
   [[nodiscard]] bool isInDoubt(const SimApplication& application);
 
   void judgeStrip();
+  void judgeFrames();
   void judgeHidden(const std::string& why);
   void judgeTabs(const SimApplication& application, bool asked);
   void judgeFront(const Windows& fronts);
@@ -119,6 +127,9 @@ class Judge {
   WindowNames names_{mac_, applications_};
   TabPlaces places_{[this](const SimWindow& window) { return names_.labelsOf(window); }};
   PanelWatch panels_{mac_};
+  FrameWatch frames_{mac_};
+  std::optional<Windows>
+      fronts_;  // of which one is in front, at the last rest; absent where that is not known
   std::set<ProcessId> inDoubt_;
   ProcessId lastInFront_ = 0;
   ProcessId asked_ = 0;  // who was looked at anew since the last rest, and answered; 0 for nobody

@@ -20,7 +20,7 @@ namespace {
 
 using Truth = std::optional<AttributeValue>;
 
-// Lets the program see what is not so.
+// Lets the program see what is not so, and do other than it asks for.
 class Blinkers final : public ForwardingAccessibility {
  public:
   using ForwardingAccessibility::ForwardingAccessibility;
@@ -31,6 +31,14 @@ class Blinkers final : public ForwardingAccessibility {
   [[nodiscard]] Truth attribute(const Element& element, std::string_view name) override {
     auto truth = ForwardingAccessibility::attribute(element, name);
     return seen ? seen(name, std::move(truth)) : truth;
+  }
+
+  // What is written instead; absent for nothing.
+  std::function<Truth(std::string_view name, const AttributeValue& asked)> written;
+
+  void set(const Element& element, std::string_view name, const AttributeValue& value) override {
+    const Truth instead = written ? written(name, value) : value;
+    if (instead) ForwardingAccessibility::set(element, name, *instead);
   }
 };
 
@@ -56,7 +64,34 @@ class JudgedProgram : public testing::Test {
   // The user moves the front window, so that the program looks at all windows.
   void moveSomething() {
     judge.happened();
-    editor().windowsFrontToBack().front().moveTo({120, 220});
+    judge.touched(front());
+    front().moveTo({120, 220});
+    rest();
+  }
+  SimWindow front() { return editor().windowsFrontToBack().front(); }
+  // The user works the strip, and tells the judge.
+  void zoom() {
+    judge.happened();
+    const AxRect before = front().frame();
+    mac.strip().clickTool("\u25A1");
+    judge.frames().zoomed(front(), before);
+    rest();
+  }
+  void fillLeftHalf() {
+    judge.happened();
+    const AxRect before = front().frame();
+    mac.menus().next([](SimOpenMenu& menu) { menu.choose({"Layout", "Tile left half"}); });
+    mac.strip().rightClickTab(front().title());
+    judge.frames().tiled(front(), before, "Tile left half");
+    rest();
+  }
+  void dragStrip() {
+    judge.happened();
+    judge.log().userDragged();
+    std::vector<std::pair<SimWindow, AxRect>> windows;
+    for (const auto& each : editor().windowsFrontToBack()) windows.emplace_back(each, each.frame());
+    mac.strip().dragEmptyStrip(30, -20);
+    judge.frames().dragged(windows, {30, -20});
     rest();
   }
   [[nodiscard]] bool finds(std::string_view part) const {
@@ -127,6 +162,75 @@ TEST_F(JudgedProgram, IsWrongWhenTheStripStaysOverAMinimisedWindow) {
   }
   rest();
   EXPECT_TRUE(finds("the strip is shown though no window in front can have it"));
+}
+
+TEST_F(JudgedProgram, IsRightWhenWindowsStandWhereTheUserPutsThem) {
+  zoom();
+  EXPECT_EQ(front().frame(), (AxRect{0, 57, 1440, 843}));
+  zoom();
+  EXPECT_EQ(front().frame(), (AxRect{150, 250, 900, 600}));
+  dragStrip();
+  EXPECT_EQ(editor().windowsFrontToBack().back().frame(), (AxRect{130, 220, 900, 600}));
+  fillLeftHalf();
+  EXPECT_EQ(front().frame(), (AxRect{0, 57, 720, 843}));
+  EXPECT_TRUE(judge.findings().empty()) << judge.findings().front();
+}
+
+TEST_F(JudgedProgram, IsWrongWhenAWindowMovesByItself) {
+  judge.happened();
+  editor().windowsFrontToBack().back().moveTo({101, 200});
+  rest();
+  EXPECT_TRUE(finds("Plan stands at (101, 200, 900, 600), not at (100, 200, 900, 600)"));
+}
+
+TEST_F(JudgedProgram, IsWrongWhenAWindowIsPushedDownTooFar) {
+  // Its title bar is under the menu bar, where no strip has room, and nothing looks at it.
+  judge.happened();
+  mac.activate(applications.back());
+  rest();
+  judge.happened();
+  judge.touched(front());
+  front().moveTo({150, 30});
+  rest();
+  blinkers.written = [](std::string_view name, const AttributeValue& asked) {
+    return name == "AXPosition" ? Truth(AxPoint{150, 60}) : Truth(asked);
+  };
+  judge.happened();
+  mac.activate(editor());
+  rest();
+  EXPECT_TRUE(finds("Report stands at (150, 60, 900, 573), not at (150, 30, 900, 600)"));
+}
+
+TEST_F(JudgedProgram, IsWrongWhenAZoomedWindowFillsLessThanItCould) {
+  blinkers.written = [](std::string_view name, const AttributeValue& asked) {
+    return name == "AXSize" ? Truth(Size{1440, 840}) : Truth(asked);
+  };
+  zoom();
+  EXPECT_TRUE(finds("Report stands at (0, 57, 1440, 840), not at (0, 57, 1440, 843) as the user asked"));
+}
+
+TEST_F(JudgedProgram, IsWrongWhenASecondZoomDoesNotGiveTheFrameBack) {
+  zoom();
+  blinkers.written = [](std::string_view, const AttributeValue&) { return Truth(); };
+  zoom();
+  EXPECT_TRUE(finds("not at (150, 250, 900, 600) as the user asked"));
+}
+
+TEST_F(JudgedProgram, IsWrongWhenATileIsAnotherThanWasChosen) {
+  blinkers.written = [](std::string_view name, const AttributeValue& asked) {
+    return name == "AXPosition" ? Truth(AxPoint{720, 57}) : Truth(asked);
+  };
+  fillLeftHalf();
+  EXPECT_TRUE(finds("Report stands at (720, 57, 720, 843), not at (0, 57, 720, 843) as the user asked"));
+}
+
+TEST_F(JudgedProgram, IsWrongWhenAWindowOfADraggedStackStaysBehind) {
+  blinkers.written = [](std::string_view, const AttributeValue& asked) {
+    const auto* const origin = std::get_if<AxPoint>(&asked);
+    return origin != nullptr && origin->x < 140 ? Truth() : Truth(asked);
+  };
+  dragStrip();
+  EXPECT_TRUE(finds("Plan stands at (100, 200, 900, 600), not at (130, 220, 900, 600) as the user asked"));
 }
 
 TEST_F(JudgedProgram, IsWrongWhenTheTabsChangePlacesByThemselves) {

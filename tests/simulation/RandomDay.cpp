@@ -87,6 +87,7 @@ void RandomDay::step() {
   if (chance(200)) quit();
   mac().settle();
   judge().atRest();
+  if (zoomBack()) judge().atRest();
   if (chance(4)) mac().advance(std::chrono::milliseconds(below(900)));
   if (chance(40)) mac().advance(31s);
   if (chance(400)) mac().advance(8h);

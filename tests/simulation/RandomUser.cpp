@@ -21,7 +21,7 @@ bool offers(const SimOpenMenu& menu, const std::string& row) {
 
 }  // namespace
 
-RandomUser::RandomUser(unsigned seed) : RandomDesktop(seed) {
+RandomUser::RandomUser(unsigned seed) : RandomArranger(seed) {
   actMeanwhile = [this] { act(); };
 }
 
@@ -56,9 +56,8 @@ void RandomUser::act() {
     case 24:
       return openRecentFile();
     case 25:
-      return tile();
     case 26:
-      return dragGroup();
+      return arrange();
     default:
       return mac().pressKey(48, KeyFlags::control | (chance(2) ? KeyFlags::shift : 0));
   }
@@ -78,10 +77,12 @@ void RandomUser::useMouse(std::size_t what) {
       // The second press may meet another strip than the first.
       judge().state().uncertain();
       judge().happened();
+      judge().frames().becomeUnsure();
       return pointer.doubleClick(somewhere());
     case 4:
       return pointer.rightClick(somewhere());
     case 5:
+      judge().frames().becomeUnsure();
       return chance(2) ? pointer.middleClick(somewhere()) : pointer.controlClick(somewhere());
     case 6:
     case 7:
@@ -95,11 +96,13 @@ void RandomUser::useMouse(std::size_t what) {
 // A press in the strip may meet the auto-save tool, which changes a setting.
 void RandomUser::click(ScreenPoint point, const std::function<void(ScreenPoint)>& way) {
   if (strip().visible() && mac().panels().at(point) == &strip().panel()) judge().state().mayToggleAutoSave();
+  if (mac().panels().at(point) != nullptr) judge().frames().becomeUnsure();
   way(point);
 }
 
 void RandomUser::dragSomewhere() {
   judge().draggedSomewhere();
+  judge().frames().becomeUnsure();
   judge().log().userDragged();
   click(somewhere(), [this](ScreenPoint point) { mac().pointer().press(point); });
   for (std::size_t moves = below(5); moves > 0; --moves) {
@@ -110,14 +113,6 @@ void RandomUser::dragSomewhere() {
   // Somebody else takes the release.
   mac().settle();
   mac().pointer().release();
-}
-
-std::optional<std::size_t> RandomUser::anyTab() {
-  const std::size_t count = judge().tabs().size();
-  if (count == 0 || !strip().visible() || strip().tabs().size() != count) return std::nullopt;
-  const std::size_t tab = below(count);
-  const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
-  return mac().panels().at(point) == &strip().panel() ? std::optional(tab) : std::nullopt;
 }
 
 void RandomUser::dragTab() {
@@ -209,6 +204,8 @@ void RandomUser::renameTab() {
 void RandomUser::openRecentFile() {
   if (!strip().visible()) return;
   told("searches for a recent file");
+  // The picker may be in the way.
+  judge().frames().becomeUnsure();
   if (strip().searchToolShown() && mac().panels().at(strip().tabPoint(0)) != nullptr)
     strip().clickSearchTool();
   else if (strip().searchField() != nullptr)
@@ -219,31 +216,6 @@ void RandomUser::openRecentFile() {
   if (chance(2)) return;
   for (std::size_t down = 1 + below(3); down > 0; --down) mac().pressKey("moveDown:");
   mac().pressKey("insertNewline:");
-}
-
-void RandomUser::tile() {
-  const auto tab = anyTab();
-  if (!tab) return;
-  told("tiles " + judge().tabs()[*tab].title());
-  menuPlan_ = [this](SimOpenMenu& menu) {
-    if (!offers(menu, "Layout \u25B8")) return chooseAny(menu);
-    auto tiles = menu.rows({"Layout"});
-    menu.choose({"Layout", any(tiles)});
-  };
-  mac().pointer().rightClick(strip().tabPoint(static_cast<int>(*tab)));
-  menuPlan_ = nullptr;
-}
-
-// All windows that stand as the front one does go along.
-void RandomUser::dragGroup() {
-  if (!strip().visible()) return;
-  const ScreenPoint from = strip().emptyPoint();
-  if (mac().panels().at(from) != &strip().panel()) return;
-  told("drags the strip");
-  judge().log().userDragged();
-  judge().draggedSomewhere();
-  mac().pointer().drag(
-      from, {from.x + static_cast<double>(below(200)) - 100, from.y - static_cast<double>(below(200))});
 }
 
 void RandomUser::saveGroup() {
@@ -379,6 +351,7 @@ void RandomUser::chooseAny(SimOpenMenu& menu) {
   if (row.ends_with(submenu)) {
     const std::string title = row.substr(0, row.size() - submenu.size());
     if (title != "Layout") judge().state().uncertain();
+    judge().frames().becomeUnsure();
     if (const auto item = itemOf(menu.rows({title})); !item.empty()) menu.choose({title, item});
   } else if (const auto item = itemOf({row}); !item.empty()) {
     if (item.starts_with("Auto-save")) judge().state().uncertain();

@@ -7,18 +7,16 @@
 #include <string>
 #include <vector>
 
-#include "tests/simulation/RandomDesktop.h"
+#include "tests/simulation/RandomArranger.h"
 
 namespace pellar {
 
 // A user who does anything at any time, and tells the judge what he chose.
-class RandomUser : public RandomDesktop {
+class RandomUser : public RandomArranger {
  public:
   explicit RandomUser(unsigned seed);
 
  protected:
-  [[nodiscard]] StripReader strip() { return mac().strip(); }
-
   // Any one thing.
   void act();
   void tagTab();
@@ -43,20 +41,15 @@ class RandomUser : public RandomDesktop {
   void closeTab();
   void renameTab();
   void openRecentFile();
-  void tile();
-  void dragGroup();
   void saveGroup();
   void changeSettings(SimOpenMenu& menu);
   void chooseAny(SimOpenMenu& menu);
   [[nodiscard]] std::string itemOf(std::vector<std::string> rows);
   [[nodiscard]] ScreenPoint anywhere();
   [[nodiscard]] ScreenPoint somewhere();
-  // A tab that can be taken hold of; absent when there is none.
-  [[nodiscard]] std::optional<std::size_t> anyTab();
 
   std::vector<LateRename> lateRenames_;  // since the program was started
-  // What the user is about to do with the menu, and to answer to the question, that opens next.
-  std::function<void(SimOpenMenu&)> menuPlan_;
+  // What the user is about to answer to the question that opens next.
   std::optional<std::string> answerPlan_;
   std::vector<std::set<std::optional<std::string>>> filesPlan_;
 };
