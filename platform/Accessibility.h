@@ -66,7 +66,8 @@ enum class Performed {
 enum class Registration {
   made,          // also when it was made before
   refused,       // the element has no such notification, or it may not be had
-  notListening,  // nothing is registered: the application is still launching, is busy, or has ended
+  gone,          // there is no such element any more, which is said at once
+  notListening,  // nothing is registered: the application is still launching, or is busy
 };
 
 // Notifications of one process. Dropping it ends them. A registration waits for the application.

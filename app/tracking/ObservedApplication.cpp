@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <span>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -30,10 +31,10 @@ std::unique_ptr<ObservedApplication> ObservedApplication::observe(Accessibility&
   auto observer = accessibility.observe(pid, std::move(onNotification));
   if (!observer) return nullptr;
   // One that does not listen to the first registration is deaf to the others, and each would be waited for.
-  for (const auto notification : notifications) {
-    const bool first = notification == notifications.front();
-    if (observer->add(application, notification) == Registration::notListening && first) return nullptr;
-  }
+  const auto first = observer->add(application, notifications.front());
+  if (first == Registration::notListening || first == Registration::gone) return nullptr;
+  for (const auto notification : std::span(notifications).subspan(1))
+    observer->add(application, notification);
   return std::unique_ptr<ObservedApplication>(new ObservedApplication(std::move(observer)));
 }
 

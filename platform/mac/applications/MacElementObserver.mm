@@ -58,8 +58,9 @@ Registration MacElementObserver::add(const Element& element, std::string_view no
     case kAXErrorSuccess:
     case kAXErrorNotificationAlreadyRegistered:
       return Registration::made;
-    case kAXErrorCannotComplete:
     case kAXErrorInvalidUIElement:
+      return Registration::gone;
+    case kAXErrorCannotComplete:
       return Registration::notListening;
     case kAXErrorAPIDisabled:
       // One that answers so while the permission is held is not asked again at each refresh.

@@ -69,7 +69,7 @@ class SimObserver final : public ElementObserver {
     if (isDeaf(*application_)) return Registration::notListening;
     if (target.pid() != application_->description.pid) return Registration::refused;
     if (application_->quirks.refusedNotifications.contains(notification)) return Registration::refused;
-    if (target.window() && !target.window()->exists) return Registration::notListening;
+    if (target.window() && !target.window()->exists) return Registration::gone;
     live_->registrations += registered_->insert(key(target, notification)).second ? 1 : 0;
     return Registration::made;
   }

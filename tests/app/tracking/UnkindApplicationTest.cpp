@@ -68,6 +68,19 @@ TEST_P(ColdStart, ARefusalIsTriedThreeTimesMoreAndThenNoMore) {
   EXPECT_EQ(tries(), first + 3);
 }
 
+TEST_F(UnkindApplication, AClosedWindowLosesItsTabThoughOneIsNamedBeforeItThatIsGone) {
+  const auto gone = open("Gone");
+  const auto report = open("Report");
+  const auto plan = open("Plan");
+  desktop.destroy(gone, /*stillListed=*/true);
+  start();
+  ASSERT_EQ(tabs(), (Titles{"Report", "Plan"}));
+  // Behind the other, so that nothing but its own end is told.
+  desktop.destroy(report);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Plan"});
+}
+
 TEST_F(UnkindApplication, ItsLaunchNotificationIsOneMoreTry) {
   editor->quirks.refuses = SimRefusal::registrations;
   start();
