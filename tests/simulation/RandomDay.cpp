@@ -130,9 +130,9 @@ void RandomDay::evening() {
   if (const auto wrong = judge().documents().compare()) judge().found(*wrong);
 }
 
-// By now each application that is followed has been asked again.
+// By now each application that is followed and has a strip has been asked again.
 void RandomDay::lookForColoursLeftBehind() {
-  if (!judge().state().follows("com.microsoft.Word")) return;
+  if (!judge().state().follows("com.microsoft.Word") || !mac().strip().visible()) return;
   const auto documents = mac().office().documents(applications().back());
   for (const auto& [window, from] : lateRenames()) {
     const auto named = judge().names().filesOf(window);
@@ -152,6 +152,8 @@ void RandomDay::goBackTo(SimApplication& application) {
   mac().settle();
   mac().activate(application);
   mac().advance(30s);
+  // Others may have been in front meanwhile, where activations take their time.
+  judge().frames().becomeUnsure();
   lookAgain();
 }
 

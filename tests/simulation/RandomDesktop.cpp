@@ -66,6 +66,7 @@ RandomDesktop::RandomDesktop(unsigned seed) : seed_(seed), random_(seed) {
   mac_.office().beforeEvent = [this](const std::string&) {
     if (chance(20)) happen();
   };
+  if (chance(3)) mac_.workspace().activationTime = std::chrono::milliseconds(below(500));
   mac_.office().asksForAccess = chance(4);
   mac_.office().asksBeforeReplacing = chance(2);
 }
@@ -170,12 +171,23 @@ void RandomDesktop::open(const std::string& title) {
   }
   windows_.push_back(application.open(title, frame()));
   if (chance(2)) windows_.back().setDocument(urlOf("/Users/ann/" + title));
-  if (chance(8)) windows_.back().quirks().asksBeforeClosing = true;
-  if (chance(8)) windows_.back().quirks().minimumSize = {400, 300};
+  giveQuirks(windows_.back());
+}
+
+void RandomDesktop::giveQuirks(SimWindow& window) {
+  auto& quirks = window.quirks();
+  if (chance(8)) quirks.asksBeforeClosing = true;
+  if (chance(8)) quirks.minimumSize = {400, 300};
+  if (chance(12)) quirks.maximumSize = {800, 500};
+  // As terminals do.
+  if (chance(12)) quirks.sizeIncrement = {7, 15};
+  if (chance(12)) quirks.refusesSizes = true;
+  if (chance(12)) quirks.listedTwice = true;
+  if (chance(12)) quirks.confinedTo = AxRect{0, 25, 700, 400};
   if (chance(8)) {
-    windows_.back().quirks().refusesMoves = true;
+    quirks.refusesMoves = true;
   } else if (chance(8)) {
-    windows_.back().quirks().frameDelay = 200ms;
+    quirks.frameDelay = 200ms;
   }
 }
 
@@ -208,7 +220,7 @@ void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplica
   switch (what) {
     case 4:
     case 5:
-      return window.close();
+      return chance(6) ? vanish(window) : window.close();
     case 6:
       return window.minimise();
     case 7:
@@ -230,6 +242,12 @@ void RandomDesktop::changeWindow(std::size_t what, SimWindow& window, SimApplica
     default:
       if (window.exists()) owner.focus(window);
   }
+}
+
+// Its application does not know yet that it is gone.
+void RandomDesktop::vanish(SimWindow& window) {
+  judge_.leftInDoubt(window.pid());
+  window.vanishUnannounced();
 }
 
 void RandomDesktop::changeDesktop(std::size_t what, SimWindow& window, SimApplication& application) {
@@ -297,6 +315,8 @@ void RandomDesktop::changeNativeTabs(SimApplication& application) {
 
 void RandomDesktop::hang(SimApplication& application) {
   application.freeze();
+  // It may have been amid the writes of a frame.
+  judge_.frames().becomeUnsure();
   judge_.leftInDoubt(application.pid());
   judge_.log().mayRefuse(application.pid());
   if (chance(2)) actMeanwhile();

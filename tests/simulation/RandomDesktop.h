@@ -55,6 +55,8 @@ class RandomDesktop {
   [[nodiscard]] std::string placeOf(const std::string& title);
   [[nodiscard]] AxRect frame();
   void open(const std::string& title);
+  void giveQuirks(SimWindow& window);
+  void vanish(SimWindow& window);
   [[nodiscard]] SimWindow anyWindow();
   void changeWindow(std::size_t what, SimWindow& window, SimApplication& owner);
   void changeDesktop(std::size_t what, SimWindow& window, SimApplication& application);

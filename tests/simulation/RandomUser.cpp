@@ -162,7 +162,7 @@ void RandomUser::closeTab() {
   if (labels.empty() || !judge().frontAnswers()) return;
   const std::size_t tab = below(labels.size());
   const auto window = judge().onlyWindowWith(labels[tab]);
-  if (!window || std::ranges::count(labels, labels[tab]) != 1) return;
+  if (!window || !window->exists() || std::ranges::count(labels, labels[tab]) != 1) return;
   const ScreenPoint point = strip().tabPoint(static_cast<int>(tab));
   if (mac().panels().at(point) != &strip().panel()) return;
   told("closes the tab of " + window->title());
