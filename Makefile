@@ -1,5 +1,5 @@
 # Two commands matter: `make run` and `make test`. The work itself is in the CMake presets and in scripts/.
-.PHONY: all setup build package run tour test bench asan tsan fuzz coverage endurance format format-check tidy clean
+.PHONY: all setup build package package-test run tour test bench asan tsan fuzz coverage endurance format format-check tidy clean
 
 all: build
 
@@ -12,6 +12,10 @@ build: setup
 package:
 	@scripts/setup build package
 	@scripts/package
+
+package-test: setup
+	@scripts/setup package package-test
+	@scripts/package-test
 
 run: setup
 	@scripts/run

@@ -69,6 +69,7 @@ std::unique_ptr<QApplication> makeApplication(const X11Connection& connection) {
   // A desktop's own theme brings its whole toolkit along.
   const TemporaryVariable theme("QT_QPA_PLATFORMTHEME", "generic");
   const TemporaryVariable desktop("XDG_CURRENT_DESKTOP", "X-Generic");
+  const TemporaryVariable style("QT_STYLE_OVERRIDE", std::nullopt);
   // The session's manager would start it again at the next login, whatever the menu says about that.
   const TemporaryVariable session("SESSION_MANAGER", std::nullopt);
   QApplication::setDesktopSettingsAware(false);

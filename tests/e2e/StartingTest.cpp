@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
 
@@ -101,8 +102,35 @@ TEST_F(Starting, ItEndsInOrderWhenAskedAndTakesItsWindowsAlong) {
 TEST_F(Starting, TheToolkitsOptionsOnTheCommandLineAreNotObeyed) {
   const auto report = editor().open("Report", {200, 200, 800, 400});
   desktop.folders().settleIn();
-  pellar = desktop.start({builtProgram("pellar"), "-display", ":4711", "-style", "nothing"}, "pellar");
+  pellar = desktop.start({builtProgram("pellar"), "-platform", "offscreen", "-display", ":4711", "-style",
+                          "nothing", "-geometry", "9x9", "--help"},
+                         "pellar");
   strip.waitUntilOver(report);
+}
+
+TEST_F(Starting, TheToolkitsVariablesForItsPlatformAndStyleAreNotObeyed) {
+  const auto report = editor().open("Report", {200, 200, 800, 400});
+  const auto menuWith = [&](const Environment& more) {
+    auto environment = desktop.environment();
+    environment.insert(more.begin(), more.end());
+    pellar = std::make_unique<Process>(std::vector{builtProgram("pellar")}, environment,
+                                       desktop.folders().root() / "pellar.errors");
+    strip.waitUntilTabs(1);
+    strip.waitUntilOver(report);
+    PopUpMenu menu(desktop, *pellar);
+    strip.clickTab(0, 3);
+    menu.waitUntilOpen();
+    const auto place = menu.box();
+    constexpr std::uint32_t escapeKey = 0xff1b;
+    desktop.observer().strike(escapeKey);
+    menu.waitUntilClosed();
+    stopPellar();
+    strip.waitUntilHidden();
+    return std::pair(place.width, place.height);
+  };
+  const auto usual = menuWith({});
+  EXPECT_EQ(menuWith({{"QT_QPA_PLATFORM", "offscreen"}}), usual);
+  EXPECT_EQ(menuWith({{"QT_STYLE_OVERRIDE", "windows"}}), usual);
 }
 
 TEST_F(Starting, AStripComesBackAfterARestart) {
