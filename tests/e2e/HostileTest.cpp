@@ -4,6 +4,7 @@
 #include <signal.h>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/support/Named.h"
 
 namespace pellar::e2e {
 
@@ -26,14 +27,15 @@ class Hostile : public DesktopTest {
   int linesBefore_ = 0;
 };
 
-class AWindowTitle : public Hostile,
-                     public ::testing::WithParamInterface<std::pair<const char*, std::string>> {};
+using Title = test::Named<std::string>;
+
+class AWindowTitle : public Hostile, public ::testing::WithParamInterface<Title> {};
 
 TEST_P(AWindowTitle, MayBeAnything) {
   const auto good = startWithGoodWindow();
   const auto odd = editor().open("Odd", {300, 300, 700, 400});
   strip.waitUntilOver(odd);
-  editor().setTitle(odd, GetParam().second);
+  editor().setTitle(odd, GetParam().value);
   strip.waitUntilTabs(2);
   strip.clickTab(0);
   strip.waitUntilOver(good);
@@ -46,19 +48,17 @@ TEST_P(AWindowTitle, MayBeAnything) {
 
 INSTANTIATE_TEST_SUITE_P(
     Titles, AWindowTitle,
-    ::testing::Values(std::pair{"empty", std::string()}, std::pair{"blank", std::string("   ")},
-                      std::pair{"of100kB", std::string(100000, 'x')},
-                      std::pair{"rightToLeft",
-                                std::string("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d \xe2\x80\xae gnp.exe")},
-                      std::pair{"invalidUtf8", std::string("R\xff\xfe\xc3(port \xed\xa0\x80\xf5")},
-                      std::pair{"controlCharacters", std::string("a\nb\tc\x01\x1b[31m\x7f d\r")},
-                      std::pair{"manyCombiningMarks",
-                                [] {
-                                  std::string text = "Z";
-                                  for (int count = 0; count < 2000; ++count) text += "\xcc\x81";
-                                  return text;
-                                }()}),
-    [](const auto& title) { return std::string(title.param.first); });
+    ::testing::Values(Title{"empty", ""}, Title{"blank", "   "}, Title{"of100kB", std::string(100000, 'x')},
+                      Title{"rightToLeft", "\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d \xe2\x80\xae gnp.exe"},
+                      Title{"invalidUtf8", "R\xff\xfe\xc3(port \xed\xa0\x80\xf5"},
+                      Title{"controlCharacters", "a\nb\tc\x01\x1b[31m\x7f d\r"},
+                      Title{"manyCombiningMarks",
+                            [] {
+                              std::string text = "Z";
+                              for (int count = 0; count < 2000; ++count) text += "\xcc\x81";
+                              return text;
+                            }()}),
+    test::byName<std::string>);
 
 TEST_F(Hostile, AThousandTitlesASecondDoNotHoldUpTheStrip) {
   const auto good = startWithGoodWindow();

@@ -7,6 +7,7 @@
 
 #include "tests/e2e/DesktopTest.h"
 #include "tests/e2e/PopUpMenu.h"
+#include "tests/support/Named.h"
 
 namespace pellar::e2e {
 
@@ -160,11 +161,12 @@ TEST_F(Starting, UnderALimitOnFileSizesItGoesOnWithoutSaving) {
   EXPECT_EQ(Folders::read(desktop.folders().stateFile()), "{}");
 }
 
-class AStateFile : public DesktopTest,
-                   public ::testing::WithParamInterface<std::pair<const char*, const char*>> {};
+using StateFile = test::Named<const char*>;
+
+class AStateFile : public DesktopTest, public ::testing::WithParamInterface<StateFile> {};
 
 TEST_P(AStateFile, ThatIsNoGoodDoesNotKeepTheStripAway) {
-  desktop.folders().write(desktop.folders().stateFile(), GetParam().second);
+  desktop.folders().write(desktop.folders().stateFile(), GetParam().value);
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
   acceptTerms();
@@ -174,12 +176,12 @@ TEST_P(AStateFile, ThatIsNoGoodDoesNotKeepTheStripAway) {
 
 INSTANTIATE_TEST_SUITE_P(
     Files, AStateFile,
-    ::testing::Values(std::pair{"empty", ""}, std::pair{"truncated", R"({"settings":{"autoSave)"},
-                      std::pair{"corrupt", "\x01\xff\xfe not json"}, std::pair{"ofAnotherType", "[1,2,3]"},
-                      std::pair{"ofWrongTypes",
+    ::testing::Values(StateFile{"empty", ""}, StateFile{"truncated", R"({"settings":{"autoSave)"},
+                      StateFile{"corrupt", "\x01\xff\xfe not json"}, StateFile{"ofAnotherType", "[1,2,3]"},
+                      StateFile{"ofWrongTypes",
                                 R"({"tags":7,"groups":[],"settings":{"allApps":"yes"},"recent":{"a":"b"}})"},
-                      std::pair{"nullOnly", "null"}),
-    [](const auto& file) { return std::string(file.param.first); });
+                      StateFile{"nullOnly", "null"}),
+    test::byName<const char*>);
 
 TEST_F(Starting, AFolderInThePlaceOfTheStateFileDoesNotKeepTheStripAway) {
   std::filesystem::remove(desktop.folders().stateFile());

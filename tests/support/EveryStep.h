@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -25,13 +26,17 @@ inline constexpr Mishap everyMishap[]{Mishap::oneStepFails, Mishap::allFromThere
 inline std::string nameOf(Mishap mishap) {
   switch (mishap) {
     case Mishap::oneStepFails:
-      return "one step fails: ";
+      return "one step fails";
     case Mishap::allFromThereFail:
-      return "all steps fail from ";
+      return "all fail from there";
     case Mishap::theProgramDies:
-      return "the program dies before ";
+      return "the program dies";
   }
   return "";
+}
+
+inline void PrintTo(Mishap mishap, std::ostream* stream) {
+  *stream << nameOf(mishap);
 }
 
 // A piece of work on files.
@@ -71,7 +76,7 @@ inline int tellWithEveryStepHit(Mishap mishap, const FileStory& story) {
       story.work(operations);
       wasHit = steps > hit;
     }
-    story.check(nameOf(mishap) + std::to_string(hit));
+    story.check(nameOf(mishap) + ", step " + std::to_string(hit));
     if (!wasHit) return hit;
   }
 }

@@ -32,6 +32,34 @@ enum class Mishap {
   theOldFileVanishes,
 };
 
+std::string nameOf(Moment moment) {
+  static const std::vector<std::string> names{"WhileAskedForTheDocuments", "BeforeTheDocumentIsFound",
+                                              "AfterTheDocumentIsFound",   "BeforeTheSave",
+                                              "InTheMiddleOfTheSave",      "AfterTheSave",
+                                              "WhileAskedAgain",           "BeforeTheFlush",
+                                              "BeforeTheFolderIsFlushed",  "BeforeTheOldFileIsRemoved"};
+  return names.at(static_cast<std::size_t>(moment));
+}
+
+std::string nameOf(Mishap mishap) {
+  static const std::vector<std::string> names{"AnError",
+                                              "WordQuits",
+                                              "WordFreezes",
+                                              "WordFreezesForAWhile",
+                                              "TheDocumentIsClosed",
+                                              "TheNewFileVanishes",
+                                              "TheOldFileVanishes"};
+  return names.at(static_cast<std::size_t>(mishap));
+}
+
+void PrintTo(Moment moment, std::ostream* stream) {
+  *stream << nameOf(moment);
+}
+
+void PrintTo(Mishap mishap, std::ostream* stream) {
+  *stream << nameOf(mishap);
+}
+
 class RenameInterrupted : public AutomationStory,
                           public testing::WithParamInterface<std::tuple<Moment, Mishap>> {
  protected:
@@ -147,24 +175,10 @@ std::vector<std::tuple<Moment, Mishap>> everyCut() {
   return cuts;
 }
 
-std::string nameOf(const testing::TestParamInfo<std::tuple<Moment, Mishap>>& info) {
-  static const std::vector<std::string> moments{"WhileAskedForTheDocuments", "BeforeTheDocumentIsFound",
-                                                "AfterTheDocumentIsFound",   "BeforeTheSave",
-                                                "InTheMiddleOfTheSave",      "AfterTheSave",
-                                                "WhileAskedAgain",           "BeforeTheFlush",
-                                                "BeforeTheFolderIsFlushed",  "BeforeTheOldFileIsRemoved"};
-  static const std::vector<std::string> mishaps{"AnError",
-                                                "WordQuits",
-                                                "WordFreezes",
-                                                "WordFreezesForAWhile",
-                                                "TheDocumentIsClosed",
-                                                "TheNewFileVanishes",
-                                                "TheOldFileVanishes"};
-  return moments.at(static_cast<std::size_t>(std::get<Moment>(info.param))) +
-         mishaps.at(static_cast<std::size_t>(std::get<Mishap>(info.param)));
-}
-
-INSTANTIATE_TEST_SUITE_P(EveryCut, RenameInterrupted, testing::ValuesIn(everyCut()), nameOf);
+INSTANTIATE_TEST_SUITE_P(EveryCut, RenameInterrupted, testing::ValuesIn(everyCut()),
+                         [](const testing::TestParamInfo<std::tuple<Moment, Mishap>>& cut) {
+                           return nameOf(std::get<Moment>(cut.param)) + nameOf(std::get<Mishap>(cut.param));
+                         });
 
 }  // namespace
 }  // namespace pellar

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/app/tracking/TrackerFixture.h"
+#include "tests/support/Named.h"
 
 namespace pellar {
 namespace {
@@ -26,17 +27,21 @@ class UnkindApplication : public TrackerTest {
   }
 };
 
-class ColdStart : public UnkindApplication, public testing::WithParamInterface<SimRefusal> {};
+using Refusal = test::Named<SimRefusal>;
+
+class ColdStart : public UnkindApplication, public testing::WithParamInterface<Refusal> {};
 
 INSTANTIATE_TEST_SUITE_P(EachRefusal, ColdStart,
-                         testing::Values(SimRefusal::observers, SimRefusal::registrations,
-                                         SimRefusal::everything));
+                         testing::Values(Refusal{"OfObservers", SimRefusal::observers},
+                                         Refusal{"OfRegistrations", SimRefusal::registrations},
+                                         Refusal{"OfEverything", SimRefusal::everything}),
+                         test::byName<SimRefusal>);
 
 TEST_P(ColdStart, AnApplicationThatBecomesReadyIsFollowedWithoutTheUserLeavingIt) {
   for (const auto ready : {400ms, 1900ms, 7900ms}) {
     editor = launch("org.example.cold" + std::to_string(ready.count()), "Cold");
     bringToFront(editor);
-    editor->quirks.refuses = GetParam();
+    editor->quirks.refuses = GetParam().value;
     const auto timer = loop.after(ready, [this] { this->ready(); });
     if (tracker->app())
       settle();
@@ -52,7 +57,7 @@ TEST_P(ColdStart, AnApplicationThatBecomesReadyIsFollowedWithoutTheUserLeavingIt
 }
 
 TEST_P(ColdStart, ARefusalIsTriedThreeTimesMoreAndThenNoMore) {
-  editor->quirks.refuses = GetParam();
+  editor->quirks.refuses = GetParam().value;
   start();
   const auto tries = [this] { return log.count(refusal()); };
   const auto first = tries();

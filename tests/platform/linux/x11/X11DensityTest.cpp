@@ -1,27 +1,29 @@
+#include <cmath>
 #include <string>
 
 #include "platform/linux/x11/X11Density.h"
 #include "tests/platform/linux/X11WorldTest.h"
+#include "tests/support/Named.h"
 
 namespace pellar::contract {
 namespace {
 
-class X11DensityTest : public X11WorldTest,
-                       public ::testing::WithParamInterface<std::pair<const char*, double>> {
+class X11DensityTest : public X11WorldTest, public ::testing::WithParamInterface<test::Named<double>> {
  protected:
-  X11DensityTest() { desktop().setFontDots(GetParam().first); }
+  X11DensityTest() { desktop().setFontDots(dots()); }
   ~X11DensityTest() override { desktop().setFontDots("96"); }
 
-  static double scale() { return GetParam().second; }
+  static double scale() { return GetParam().value; }
+  static std::string dots() { return std::to_string(std::lround(96 * scale())); }
   static AxRect points(const AxRect& pixels) {
     return {pixels.x / scale(), pixels.y / scale(), pixels.width / scale(), pixels.height / scale()};
   }
 };
 
 INSTANTIATE_TEST_SUITE_P(Scales, X11DensityTest,
-                         ::testing::Values(std::pair("96", 1.0), std::pair("120", 1.25),
-                                           std::pair("144", 1.5), std::pair("192", 2.0)),
-                         [](const auto& scale) { return std::string("Dots") + scale.param.first; });
+                         ::testing::Values(test::Named{"Dots96", 1.0}, test::Named{"Dots120", 1.25},
+                                           test::Named{"Dots144", 1.5}, test::Named{"Dots192", 2.0}),
+                         test::byName<double>);
 
 TEST_P(X11DensityTest, TheScreenAndItsWindowsAreToldInPoints) {
   const auto screens = x11().platform().screens.screens();
