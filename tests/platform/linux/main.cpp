@@ -4,8 +4,10 @@
 
 #include "tests/e2e/Process.h"
 #include "tests/platform/linux/SharedDesktop.h"
+#include "tests/support/OwnSurroundings.h"
 
 int main(int argc, char** argv) {
+  pellar::test::leaveTheUsersSurroundings();
   ::testing::InitGoogleTest(&argc, argv);
   pellar::e2e::adoptOrphans();
   ::testing::AddGlobalTestEnvironment(new pellar::contract::SharedDesktop);
