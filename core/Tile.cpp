@@ -1,5 +1,6 @@
 #include "core/Tile.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -28,6 +29,9 @@ constexpr std::array<Facts, allTiles.size()> facts{
      {"topRight", "Top right quarter", {0.5, 0, 0.5, 0.5}},
      {"bottomLeft", "Bottom left quarter", {0, 0.5, 0.5, 0.5}},
      {"bottomRight", "Bottom right quarter", {0.5, 0.5, 0.5, 0.5}}}};
+
+static_assert(std::ranges::none_of(facts, [](const Facts& each) { return each.title.empty(); }),
+              "each tile has its facts, in the order of allTiles");
 
 const Facts& of(Tile tile) {
   return facts[static_cast<std::size_t>(tile)];

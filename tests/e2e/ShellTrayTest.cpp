@@ -195,17 +195,19 @@ TEST_F(InATray, AutoSaveSavesAChangedDocumentByItsProgramsOwnSave) {
     return desktop.observer().text(plan.id, "_NET_WM_NAME").starts_with('*');
   });
   EXPECT_EQ(Folders::read(file), "Some text.\n");
+  // On a busy machine the editor may be asked too late for the first time.
   desktop.observer().waitUntil(
       "the document is saved",
       [&] {
         return Folders::read(file).starts_with('x') &&
                !desktop.observer().text(plan.id, "_NET_WM_NAME").starts_with('*');
       },
-      75s);
+      130s);
   EXPECT_TRUE(Folders::read(file).ends_with("Some text.\n"));
   desktop.observer().waitUntil("the log says it", [&] { return logLines("autosave: ") == 1; });
-  EXPECT_EQ(logLines("autosave: Mousepad saved *" + file.string() + " - Mousepad"), 1)
-      << Folders::read(desktop.folders().logFile());
+  // By the window's title, in which the editor writes an ordinary user's home as "~" and root's in full.
+  EXPECT_EQ(logLines("autosave: Mousepad saved "), 1);
+  EXPECT_EQ(logLines("/plan.txt - Mousepad"), 1) << Folders::read(desktop.folders().logFile());
 }
 
 class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<WindowManager> {
