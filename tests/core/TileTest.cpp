@@ -52,19 +52,6 @@ TEST(Tile, GroupsAreInTheOrderOfTheMenu) {
                               {Tile::fill}}));
 }
 
-// The picker draws a group as a small screen, on which each tile is pressed where it lies.
-TEST(Tile, NoTwoOfAGroupLieOverEachOther) {
-  const AxRect screen{0, 0, 1200, 900};
-  for (const auto& group : tileGroups()) {
-    for (const Tile one : group) {
-      for (const Tile other : group) {
-        const auto common = tileFrame(one, screen).intersection(tileFrame(other, screen));
-        EXPECT_TRUE(one == other || !common || common->area() < 1) << title(one) << " and " << title(other);
-      }
-    }
-  }
-}
-
 TEST(Tile, FrameIsThePartOfTheUsableArea) {
   const AxRect rightThird = tileFrame(Tile::rightThird, {0, 25, 1440, 875});
   EXPECT_DOUBLE_EQ(rightThird.x, 960);
