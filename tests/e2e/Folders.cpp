@@ -9,7 +9,7 @@
 namespace pellar::e2e {
 
 Folders::Folders() {
-  for (const char* name : {"home", "config", "data", "state", "cache", "run"}) {
+  for (const char* name : {"home", "config", "data", "state", "cache", "run", "tmp"}) {
     std::filesystem::create_directory(root_ / name);
   }
   std::filesystem::permissions(root_ / "run", std::filesystem::perms::owner_all);
@@ -29,6 +29,7 @@ Environment Folders::environment(const std::string& display) const {
       {"XDG_STATE_HOME", (root_ / "state").string()},
       {"XDG_CACHE_HOME", (root_ / "cache").string()},
       {"XDG_RUNTIME_DIR", (root_ / "run").string()},
+      {"TMPDIR", (root_ / "tmp").string()},
       {"DBUS_SESSION_BUS_ADDRESS", "disabled:"},
       {"GSETTINGS_BACKEND", "memory"},
       {"NO_AT_BRIDGE", "1"},
