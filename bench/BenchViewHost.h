@@ -44,6 +44,7 @@ class BenchViewHost final : public ViewHost {
   void setNeedsLayout() override {}
   void setNeedsDisplay() override { dirty_.assign(1, bounds()); }
   void setNeedsDisplay(const ViewRect& rect) override { dirty_.push_back(rect); }
+  void accessibleElementChanged() override {}
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override {
     return ScreenRect::of({rect.minX(), size_.height - rect.maxY()}, rect.size());
   }

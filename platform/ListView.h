@@ -42,7 +42,7 @@ struct ListStyle {
 // row. Main thread only.
 class ListView {
  public:
-  // Says what a row shows. Called only for rows in sight.
+  // Says what a row shows. Called only for rows in sight, or while an assistive technology listens.
   using RowProvider = std::function<ListRow(std::size_t row)>;
   // Is offered a key by its virtual key code (Return 36, Escape 53); true takes it.
   using KeyHandler = std::function<bool(std::uint16_t keyCode)>;
@@ -59,6 +59,9 @@ class ListView {
   // Place in the coordinates of the view that holds the list.
   virtual void setFrame(const ViewRect& frame) = 0;
   [[nodiscard]] virtual ViewRect frame() const = 0;
+  // Where a row is, in the same coordinates; may lie outside of the list's frame, where the user can scroll
+  // it to. An empty rectangle for a row that does not exist.
+  [[nodiscard]] virtual ViewRect rowFrame(std::size_t row) const = 0;
 
   // Gives the list the keys of the program's key panel, which may be another panel and stays key; so does a
   // press in the list. A key goes to the handler, else an arrow key moves the selection; any other ends this

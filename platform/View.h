@@ -2,8 +2,10 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "core/Geometry.h"
+#include "platform/AccessibleElement.h"
 #include "platform/Canvas.h"
 #include "platform/ListView.h"
 #include "platform/SearchField.h"
@@ -47,6 +49,13 @@ class View {
   // dropped.
   virtual void draggingUpdated(ViewPoint /*location*/) {}
   virtual void draggingExited() {}
+
+  // What is seen in the view, for assistive technologies; asked for only while one listens.
+  [[nodiscard]] virtual AccessibleElement accessibleElement() const = 0;
+  // Does what a click on that element does, or what opens its menu: false where there is no such element, or
+  // it has no such action. May open a menu or a question, and may do away with the view. The host calls it
+  // from the main loop, for a view that a click would reach, and tells event monitors of it as of a click.
+  virtual bool perform(AccessibleAction action, const std::string& id) = 0;
 };
 
 // What the system gives one view. Outlives the view's use of it: a panel drops its view before its host.
@@ -61,6 +70,9 @@ class ViewHost {
   // loop.
   virtual void setNeedsDisplay() = 0;
   virtual void setNeedsDisplay(const ViewRect& rect) = 0;
+  // The view's accessible element is another one now, for reasons other than the view's size or its native
+  // controls. Costs nothing while no assistive technology listens.
+  virtual void accessibleElementChanged() = 0;
 
   // A rectangle of the view on the screen; absent while the view is in no window.
   [[nodiscard]] virtual std::optional<ScreenRect> toScreen(const ViewRect& rect) const = 0;

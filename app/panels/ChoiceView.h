@@ -1,7 +1,10 @@
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -20,11 +23,7 @@ class ChoiceView : public View {
 
   void layout() final {}
   void mouseDown(const MouseEvent& event) final {
-    const auto choice = choiceAt(event.location);
-    if (!choice) return;
-    const auto alive = alive_.watch();
-    choose(*choice);
-    if (alive) notify(onChosen);
+    if (const auto choice = choiceAt(event.location)) take(*choice);
   }
   void mouseDragged(const MouseEvent& /*event*/) final {}
   void mouseUp(const MouseEvent& /*event*/) final {}
@@ -37,6 +36,30 @@ class ChoiceView : public View {
     notify(onHoverChanged, false);
   }
 
+  [[nodiscard]] AccessibleElement accessibleElement() const final {
+    AccessibleElement whole = describeWhole();
+    std::size_t number = 0;
+    for (const auto& [rect, choice] : parts()) {
+      whole.children.push_back({.id = partId(number++),
+                                .role = AccessibleRole::button,
+                                .name = std::string(name(choice)),
+                                .help = std::string(help(choice)),
+                                .frame = rect,
+                                .canBePressed = true});
+    }
+    return whole;
+  }
+  bool perform(AccessibleAction action, const std::string& id) final {
+    if (action != AccessibleAction::press) return false;
+    std::size_t number = 0;
+    for (const auto& [rect, choice] : parts()) {
+      if (partId(number++) != id) continue;
+      take(choice);
+      return true;
+    }
+    return false;
+  }
+
  protected:
   using Parts = std::vector<std::pair<ViewRect, Choice>>;
 
@@ -45,12 +68,24 @@ class ChoiceView : public View {
   [[nodiscard]] virtual Parts parts() const = 0;
   // May do away with the view.
   virtual void choose(Choice choice) = 0;
+  // The view with what is seen in it besides its parts.
+  [[nodiscard]] virtual AccessibleElement describeWhole() const = 0;
+  // What a part is called, and what more is to be said of it.
+  [[nodiscard]] virtual std::string_view name(Choice choice) const = 0;
+  [[nodiscard]] virtual std::string_view help(Choice choice) const = 0;
 
   [[nodiscard]] ViewHost& host() const { return host_; }
   // Whether the pointer is on the part.
   [[nodiscard]] bool isLit(Choice choice) const { return lit_ == choice; }
 
  private:
+  static std::string partId(std::size_t number) { return "part " + std::to_string(number); }
+  // May do away with the view.
+  void take(Choice choice) {
+    const auto alive = alive_.watch();
+    choose(choice);
+    if (alive) notify(onChosen);
+  }
   [[nodiscard]] std::optional<Choice> choiceAt(ViewPoint point) const {
     for (const auto& [rect, choice] : parts())
       if (rect.contains(point)) return choice;

@@ -1,5 +1,6 @@
 #include "app/panels/RecentView.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <system_error>
@@ -58,12 +59,42 @@ void RecentView::reload(const std::string& query) {
   const auto seeds = app ? officeSeeds(platform_.propertyLists, platform_.folders.home) : NameMap<double>();
   items_ = Recent::list(state.recent, seeds, query, app, appKey, state.recentApp, exists);
   list_->reload(items_.size(), [this](std::size_t index) { return row(index); });
+  host_.accessibleElementChanged();
 }
 
 ListRow RecentView::row(std::size_t index) const {
   const std::string& path = items_.at(index);
   return {std::string(lastComponent(path)),
           folderFromHome(withoutLastComponent(path), platform_.folders.home.string())};
+}
+
+AccessibleElement RecentView::accessibleElement() const {
+  AccessibleElement list{
+      .id = "list", .role = AccessibleRole::list, .name = "Recent files", .frame = list_->frame()};
+  const auto selected = list_->selectedRow();
+  for (std::size_t i = 0; i < items_.size(); ++i) {
+    ListRow content = row(i);
+    list.children.push_back({.id = items_[i],
+                             .role = AccessibleRole::row,
+                             .name = std::move(content.title),
+                             .help = std::move(content.subtitle),
+                             .frame = list_->rowFrame(i),
+                             .selected = selected == i,
+                             .focused = selected == i && list_->hasFocus(),
+                             .canBePressed = true});
+  }
+  AccessibleElement whole{.id = "drop-down", .name = "Recent files", .frame = host_.bounds()};
+  whole.children.push_back(std::move(list));
+  return whole;
+}
+
+// A row is opened, as by a double click: a click alone does nothing that the user has not asked for already.
+bool RecentView::perform(AccessibleAction action, const std::string& id) {
+  const auto found = std::ranges::find(items_, id);
+  if (action != AccessibleAction::press || found == items_.end()) return false;
+  list_->selectRow(static_cast<std::size_t>(found - items_.begin()));
+  openSelected();
+  return true;
 }
 
 bool RecentView::handle(const std::string& selector) {

@@ -51,6 +51,8 @@ class RecentView final : public View {
   void mouseEntered() override {}
   void mouseMoved(const MouseEvent& /*event*/) override {}
   void mouseExited() override {}
+  [[nodiscard]] AccessibleElement accessibleElement() const override;
+  bool perform(AccessibleAction action, const std::string& id) override;
 
  private:
   [[nodiscard]] ListRow row(std::size_t index) const;

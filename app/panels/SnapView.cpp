@@ -57,6 +57,10 @@ void SnapView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
     canvas.fillRoundedRect(rect, cellRadius, isLit(tile) ? Color::of(SystemColor::blue) : resting);
 }
 
+AccessibleElement SnapView::describeWhole() const {
+  return {.id = "picker", .name = "Layout", .help = "Places for this window", .frame = host().bounds()};
+}
+
 void SnapView::choose(Tile tile) {
   notify(onPick_, tile);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -29,6 +30,9 @@ class SnapView final : public ChoiceView<Tile> {
  private:
   [[nodiscard]] Parts parts() const override { return cellRects(); }
   void choose(Tile tile) override;
+  [[nodiscard]] AccessibleElement describeWhole() const override;
+  [[nodiscard]] std::string_view name(Tile tile) const override { return title(tile); }
+  [[nodiscard]] std::string_view help(Tile /*tile*/) const override { return "Puts this window there"; }
 
   PickHandler onPick_;
 };

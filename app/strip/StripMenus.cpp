@@ -21,13 +21,6 @@ void append(Menu& menu, Menu items) {
   std::ranges::move(items, std::back_inserter(menu));
 }
 
-std::string capitalized(std::string_view word) {
-  std::string text(word);
-  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z')
-    text.front() = static_cast<char>(text.front() - 'a' + 'A');
-  return text;
-}
-
 bool canRename(const TrackedApp& app) {
   return app.office && *app.office != OfficeApp::outlook;
 }
@@ -133,7 +126,7 @@ Menu StripMenus::tagMenu(const WindowReference& window, const std::string& key) 
   const auto current = tags.find(key);
   Menu menu;
   for (const TagColor color : allTagColors) {
-    auto choice = item(capitalized(rawValue(color)), [window, key, color](StripMenus& self) {
+    auto choice = item(std::string(shownName(color)), [window, key, color](StripMenus& self) {
       self.documents_->setTag(window, key, color);
     });
     choice.checked = current != tags.end() && current->second == rawValue(color);

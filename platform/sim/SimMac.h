@@ -32,6 +32,7 @@
 #include "platform/sim/user/SimFileDrag.h"
 #include "platform/sim/user/SimKeyboard.h"
 #include "platform/sim/user/SimPointer.h"
+#include "platform/sim/user/SimScreenReader.h"
 #include "platform/sim/user/StripReader.h"
 
 namespace pellar {
@@ -104,6 +105,7 @@ class SimMac {
   // A key with modifiers, which taps see before the application in front does.
   void pressKey(std::uint16_t keyCode, std::uint64_t flags) { keyboard_.keyDown(keyCode, flags); }
   void click(const SimWindow& window);
+  [[nodiscard]] SimScreenReader& screenReader() { return screenReader_; }
   [[nodiscard]] StripReader strip() { return {panels_, screens_, pointer_}; }
 
   // What applications tell, as it is delivered.
@@ -160,6 +162,7 @@ class SimMac {
   SimProgram program_;
   SimPointer pointer_{mainLoop_, desktop_, screens_, panels_, eventMonitors_};
   SimFileDrag fileDrag_{mainLoop_, panels_};
+  SimScreenReader screenReader_{mainLoop_, panels_, eventMonitors_};
   SimKeyboard keyboard_{mainLoop_, desktop_, panels_, eventTaps_, windows_};
   Platform platform_;
 };

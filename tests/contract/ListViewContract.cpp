@@ -77,6 +77,16 @@ class ListViewContract : public PanelTest {
   std::vector<std::string> commands;
 };
 
+TEST_F(ListViewContract, SaysWhereARowIsAlsoWhereItIsOutOfSight) {
+  showList(20);
+  EXPECT_EQ(list->rowFrame(2).minY(), frame.minY() + 2 * rowHeight);
+  EXPECT_EQ(list->rowFrame(2).height, rowHeight);
+  EXPECT_EQ(list->rowFrame(20), ViewRect{});
+  list->selectRow(19);
+  EXPECT_EQ(list->rowFrame(19).maxY(), frame.maxY());
+  EXPECT_EQ(list->rowFrame(0).minY(), frame.maxY() - 20 * rowHeight);
+}
+
 TEST_F(ListViewContract, AsksOnlyForRowsInSight) {
   showList(100'000);
   EXPECT_LE(*asked.rbegin(), 6U);

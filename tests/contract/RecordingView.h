@@ -17,6 +17,7 @@ class RecordingView final : public View {
   int layouts = 0;
   int draws = 0;
   bool laidOutBeforeDrawing = true;
+  AccessibleElement element;
   std::function<void(Canvas&)> paint;
   std::function<void()> onMouseDown;
   std::function<void()> onMouseEntered;
@@ -41,6 +42,11 @@ class RecordingView final : public View {
   }
   void mouseMoved(const MouseEvent& event) override { record("moved", event); }
   void mouseExited() override { calls.emplace_back("exited"); }
+  [[nodiscard]] AccessibleElement accessibleElement() const override { return element; }
+  bool perform(AccessibleAction action, const std::string& id) override {
+    calls.push_back((action == AccessibleAction::press ? "perform press " : "perform menu ") + id);
+    return element.find(id) != nullptr;
+  }
 
   [[nodiscard]] bool heard(const std::string& name) const {
     return std::find(calls.begin(), calls.end(), name) != calls.end();

@@ -61,6 +61,7 @@ class PictureList final : public ListView {
   void selectRow(std::size_t row) override { list_.selectRow(row); }
   void setFrame(const ViewRect& frame) override { list_.setFrame(frame); }
   [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
+  [[nodiscard]] ViewRect rowFrame(std::size_t row) const override { return list_.rowFrame(row); }
   void focus() override {}
   [[nodiscard]] bool hasFocus() const override { return true; }
   void setOnDoubleClick(std::function<void()>) override {}

@@ -45,6 +45,7 @@ class PictureStage final : public ViewHost {
   void setNeedsLayout() override {}
   void setNeedsDisplay() override {}
   void setNeedsDisplay(const ViewRect&) override {}
+  void accessibleElementChanged() override {}
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override {
     return ScreenRect{rect.x, -rect.maxY(), rect.width, rect.height};
   }

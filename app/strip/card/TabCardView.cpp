@@ -39,6 +39,7 @@ void TabCardView::set(WindowId id, std::string title, std::optional<std::string>
   title_ = std::move(title);
   subtitle_ = std::move(subtitle);
   host().setNeedsDisplay();
+  host().accessibleElementChanged();
 }
 
 double TabCardView::preferredWidth() const {
@@ -63,19 +64,33 @@ std::vector<std::pair<ViewRect, StripAction>> TabCardView::buttonRects() const {
   return rects;
 }
 
-void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
-  const double width = host().bounds().width;
-  const bool twoLines = titleNeedsTwoLines();
-  const ViewRect title{margin, 11, width - 2 * margin - buttonRoom, twoLines ? 32.0 : 17.0};
-  if (twoLines) {
-    canvas.drawWrappedText(title_, title, 2, titleFont, Color::white());
-  } else {
-    canvas.drawTruncatedText(title_, title, titleFont, Color::white());
-  }
+ViewRect TabCardView::titleRect() const {
+  return {margin, 11, host().bounds().width - 2 * margin - buttonRoom, titleNeedsTwoLines() ? 32.0 : 17.0};
+}
+
+ViewRect TabCardView::subtitleRect() const {
+  return {margin, titleNeedsTwoLines() ? 46.0 : 32.0, host().bounds().width - 2 * margin, 15};
+}
+
+AccessibleElement TabCardView::describeWhole() const {
+  AccessibleElement card{
+      .id = "card", .name = title_, .help = subtitle_.value_or(""), .frame = host().bounds()};
+  card.children.push_back(
+      {.id = "title", .role = AccessibleRole::text, .name = title_, .frame = titleRect()});
   if (subtitle_) {
-    const ViewRect place{margin, twoLines ? 46.0 : 32.0, width - 2 * margin, 15};
-    canvas.drawMiddleTruncatedText(*subtitle_, place, subtitleFont, Color::white(0.55));
+    card.children.push_back(
+        {.id = "folder", .role = AccessibleRole::text, .name = *subtitle_, .frame = subtitleRect()});
   }
+  return card;
+}
+
+void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
+  if (titleNeedsTwoLines()) {
+    canvas.drawWrappedText(title_, titleRect(), 2, titleFont, Color::white());
+  } else {
+    canvas.drawTruncatedText(title_, titleRect(), titleFont, Color::white());
+  }
+  if (subtitle_) canvas.drawMiddleTruncatedText(*subtitle_, subtitleRect(), subtitleFont, Color::white(0.55));
 
   const auto rects = buttonRects();
   for (std::size_t i = 0; i < buttons.size(); ++i) {

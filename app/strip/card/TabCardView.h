@@ -3,11 +3,13 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "app/panels/ChoiceView.h"
 #include "app/strip/tabs/StripAction.h"
+#include "app/strip/tabs/StripWords.h"
 #include "platform/Accessibility.h"
 
 namespace pellar {
@@ -35,6 +37,12 @@ class TabCardView final : public ChoiceView<StripAction> {
  private:
   [[nodiscard]] Parts parts() const override { return buttonRects(); }
   void choose(StripAction action) override;
+  [[nodiscard]] AccessibleElement describeWhole() const override;
+  [[nodiscard]] std::string_view name(StripAction action) const override { return StripWords::name(action); }
+  [[nodiscard]] std::string_view help(StripAction action) const override { return StripWords::help(action); }
+  // Where the texts stand.
+  [[nodiscard]] ViewRect titleRect() const;
+  [[nodiscard]] ViewRect subtitleRect() const;
 
   ActionHandler onAction_;
   WindowId id_ = 0;

@@ -205,13 +205,19 @@ ViewRect StripLayout::closeSquare(const ViewRect& tab) {
   return {tab.maxX() - 20, tab.midY() - 7, 14, 14};
 }
 
+std::optional<ViewRect> StripLayout::closeRect(std::size_t index) const {
+  const ViewRect tab = tabRect(index);
+  if (tab.width < closableTabWidth) return std::nullopt;
+  return closeSquare(tab).grown(3);
+}
+
 StripHit StripLayout::hit(ViewPoint point) const {
   for (std::size_t i = 0; i < content_.tabCount; ++i) {
     const ViewRect rect = tabRect(i);
     if (rect.minX() > point.x) break;
     if (!rect.contains(point)) continue;
-    const bool close = rect.width >= closableTabWidth && closeSquare(rect).grown(3).contains(point);
-    return {i, close, std::nullopt};
+    const auto close = closeRect(i);
+    return {i, close && close->contains(point), std::nullopt};
   }
   for (const PlacedTool& placed : tools()) {
     if (placed.rect.contains(point)) return {std::nullopt, false, placed.tool.action};

@@ -76,6 +76,8 @@ class StripLayout {
   [[nodiscard]] ViewRect movedTabRect(std::size_t index, double centreX) const;
   // The square in which a tab's close mark stands.
   [[nodiscard]] static ViewRect closeSquare(const ViewRect& tab);
+  // Where a click closes that tab; absent for a tab too narrow for that.
+  [[nodiscard]] std::optional<ViewRect> closeRect(std::size_t index) const;
 
   // A tab wins over a tool under it.
   [[nodiscard]] StripHit hit(ViewPoint point) const;

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <utility>
 
+#include "app/strip/tabs/StripDescription.h"
 #include "app/strip/tabs/StripDrawing.h"
+#include "app/strip/tabs/StripWords.h"
 #include "core/Log.h"
 
 namespace pellar {
@@ -15,7 +17,7 @@ constexpr double dragThreshold = 4;
 }  // namespace
 
 TabStripView::TabStripView(ViewHost& host) : host_(host), search_(host.makeSearchField()) {
-  search_->setPlaceholder("Search recent files");
+  search_->setPlaceholder(std::string(StripWords::name(StripAction::search)));
 }
 
 TabStripView::~TabStripView() = default;
@@ -30,6 +32,7 @@ void TabStripView::setTabs(std::vector<TabItem> tabs) {
   if (tabs == tabs_) return;
   const std::optional<std::size_t> hoveredBefore = indexOf(hoveredTab_);
   const std::vector<TabItem> before = std::exchange(tabs_, std::move(tabs));
+  host_.accessibleElementChanged();
   if (before.size() != tabs_.size()) {
     invalidateEverything();
     return;
@@ -83,6 +86,7 @@ void TabStripView::setAutoSaveOn(bool on) {
   const StripLayout before = geometry();
   autoSaveOn_ = on;
   const StripLayout after = geometry();
+  host_.accessibleElementChanged();
   const auto samePlace = [](const PlacedTool& a, const PlacedTool& b) {
     return a.tool.action == b.tool.action && a.rect == b.rect;
   };
@@ -107,12 +111,16 @@ void TabStripView::draw(Canvas& canvas, const ViewRect& dirty) {
 
 void TabStripView::mouseDown(const MouseEvent& event) {
   abandonPress();
-  const bool metEmptyStripBefore = std::exchange(lastPressMetEmptyStrip_, false);
   if (event.control) {
+    lastPressMetEmptyStrip_ = false;
     rightMouseDown(event);
-    return;
+  } else {
+    mouseDownOn(geometry().hit(event.location), event);
   }
-  const StripHit hit = geometry().hit(event.location);
+}
+
+void TabStripView::mouseDownOn(const StripHit& hit, const MouseEvent& event) {
+  const bool metEmptyStripBefore = std::exchange(lastPressMetEmptyStrip_, false);
   if (hit.action) {
     notify(onAction, *hit.action, event);
   } else if (!hit.tab && event.clickCount == 2 && metEmptyStripBefore) {
@@ -215,6 +223,29 @@ void TabStripView::mouseExited() {
   updateZoomHover(false);
 }
 
+AccessibleElement TabStripView::accessibleElement() const {
+  return describeStrip(geometry(), tabs_, autoSaveOn_);
+}
+
+bool TabStripView::perform(AccessibleAction action, const std::string& id) {
+  const auto target = stripTarget(id, geometry(), tabs_);
+  if (!target) return false;
+  const ViewPoint middle{target->frame.midX(), target->frame.midY()};
+  const auto place = host_.toScreen(target->frame);
+  if (!place) return false;
+  const MouseEvent event{middle, {place->midX(), place->midY()}, false, 1};
+  if (action == AccessibleAction::showMenu) {
+    if (!target->hit.tab || target->hit.close) return false;
+    notify(onMenu, tabs_[*target->hit.tab].id, event);
+    return true;
+  }
+  abandonPress();
+  const auto alive = alive_.watch();
+  mouseDownOn(target->hit, event);
+  if (alive) mouseUp(event);
+  return true;
+}
+
 void TabStripView::updateTabHover(const StripLayout& layout, std::optional<std::size_t> under) {
   std::optional<WindowId> id;
   if (under) id = tabs_[*under].id;
@@ -253,6 +284,7 @@ std::optional<WindowId> TabStripView::idUnder(ViewPoint point) const {
 }
 
 void TabStripView::invalidateEverything() {
+  host_.accessibleElementChanged();
   host_.setNeedsLayout();
   host_.setNeedsDisplay();
 }

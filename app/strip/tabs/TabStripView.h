@@ -8,6 +8,7 @@
 #include "app/strip/tabs/StripAction.h"
 #include "app/strip/tabs/StripLayout.h"
 #include "app/strip/tabs/TabItem.h"
+#include "core/Alive.h"
 #include "core/Geometry.h"
 #include "core/Notify.h"
 #include "platform/View.h"
@@ -62,6 +63,8 @@ class TabStripView final : public View {
   void mouseExited() override;
   void draggingUpdated(ViewPoint location) override { notify(onDraggedOver, idUnder(location)); }
   void draggingExited() override { notify(onDraggedOver, std::nullopt); }
+  [[nodiscard]] AccessibleElement accessibleElement() const override;
+  bool perform(AccessibleAction action, const std::string& id) override;
 
  private:
   // The tab a press began on. Reports may move or take tabs away before the release, so the id decides.
@@ -77,6 +80,7 @@ class TabStripView final : public View {
 
   [[nodiscard]] std::optional<std::size_t> indexOf(std::optional<WindowId> id) const;
   [[nodiscard]] std::optional<WindowId> idUnder(ViewPoint point) const;
+  void mouseDownOn(const StripHit& hit, const MouseEvent& event);
   void beginPress(const MouseEvent& event, const StripHit& hit);
   void endPress();
   void dragTabTo(double x);
@@ -103,6 +107,7 @@ class TabStripView final : public View {
   double dragX_ = 0;  // the pointer's, view coordinates, while a tab is dragged
   std::unique_ptr<SearchField> search_;
   std::optional<WindowId> hoveredTab_;
+  Alive alive_;
 };
 
 }  // namespace pellar

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 #include "core/AppState.h"
 #include "platform/Canvas.h"
 
@@ -20,6 +22,25 @@ namespace pellar {
       return Color::of(SystemColor::blue);
     case TagColor::purple:
       return Color::of(SystemColor::purple);
+  }
+  return {};
+}
+
+// The colour's name in menus.
+[[nodiscard]] constexpr std::string_view shownName(TagColor tag) {
+  switch (tag) {
+    case TagColor::red:
+      return "Red";
+    case TagColor::orange:
+      return "Orange";
+    case TagColor::yellow:
+      return "Yellow";
+    case TagColor::green:
+      return "Green";
+    case TagColor::blue:
+      return "Blue";
+    case TagColor::purple:
+      return "Purple";
   }
   return {};
 }

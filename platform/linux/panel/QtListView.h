@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "platform/ListView.h"
@@ -27,6 +28,7 @@ class QtListView final : public ListView, public View, public KeyList {
   void selectRow(std::size_t row) override;
   void setFrame(const ViewRect& frame) override;
   [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
+  [[nodiscard]] ViewRect rowFrame(std::size_t row) const override { return list_.rowFrame(row); }
   void focus() override;
   [[nodiscard]] bool hasFocus() const override;
   void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
@@ -49,6 +51,9 @@ class QtListView final : public ListView, public View, public KeyList {
   void mouseEntered() override {}
   void mouseMoved(const MouseEvent& /*event*/) override {}
   void mouseExited() override {}
+  // Its panel's view tells of it.
+  [[nodiscard]] AccessibleElement accessibleElement() const override { return {}; }
+  bool perform(AccessibleAction /*action*/, const std::string& /*id*/) override { return false; }
 
   void needsDisplay();
 

@@ -26,6 +26,7 @@ class MacListView final : public ListView {
   void selectRow(std::size_t row) override;
   void setFrame(const ViewRect& frame) override;
   [[nodiscard]] ViewRect frame() const override;
+  [[nodiscard]] ViewRect rowFrame(std::size_t row) const override;
   void focus() override;
   [[nodiscard]] bool hasFocus() const override;
   void setOnDoubleClick(std::function<void()> callback) override;

@@ -190,6 +190,12 @@ ViewRect MacListView::frame() const {
   return fromNSRect<ViewSpace>(scroll_.frame);
 }
 
+ViewRect MacListView::rowFrame(std::size_t row) const {
+  if (row >= source_->rowCount) return {};
+  const NSRect inTable = [table_ rectOfRow:static_cast<NSInteger>(row)];
+  return fromNSRect<ViewSpace>([table_ convertRect:inTable toView:scroll_.superview]);
+}
+
 void MacListView::focus() {
   listFocus_->give(*this);
 }

@@ -28,6 +28,11 @@ void DrawnList::setFrame(const ViewRect& frame) {
   scrolling_.setHeight(frame.height);
 }
 
+ViewRect DrawnList::rowFrame(std::size_t row) const {
+  if (row >= scrolling_.rowCount()) return {};
+  return {frame_.minX(), frame_.minY() + scrolling_.topOf(row), frame_.width, style_.rowHeight};
+}
+
 void DrawnList::selectRow(std::size_t row) {
   if (row >= scrolling_.rowCount()) return;
   selected_ = row;
@@ -92,14 +97,13 @@ void DrawnList::drawLabel(Canvas& canvas, const ListLabel& label, std::string_vi
 }
 
 void DrawnList::drawRow(Canvas& canvas, std::size_t row, bool focused) const {
-  const double top = frame_.minY() + scrolling_.topOf(row);
+  const ViewRect place = rowFrame(row);
   if (row == selected_) {
-    canvas.fillRoundedRect({frame_.minX(), top, frame_.width, style_.rowHeight}, highlightRadius,
-                           focused ? Color::of(SystemColor::blue) : quietHighlight);
+    canvas.fillRoundedRect(place, highlightRadius, focused ? Color::of(SystemColor::blue) : quietHighlight);
   }
   const ListRow content = row_(row);
-  drawLabel(canvas, style_.title, content.title, top);
-  drawLabel(canvas, style_.subtitle, content.subtitle, top);
+  drawLabel(canvas, style_.title, content.title, place.minY());
+  drawLabel(canvas, style_.subtitle, content.subtitle, place.minY());
 }
 
 void DrawnList::draw(Canvas& canvas, bool focused) const {

@@ -26,6 +26,7 @@ class DrawnList {
   void reload(std::size_t rowCount, ListView::RowProvider row);
   void setFrame(const ViewRect& frame);
   [[nodiscard]] const ViewRect& frame() const { return frame_; }
+  [[nodiscard]] ViewRect rowFrame(std::size_t row) const;
 
   [[nodiscard]] std::optional<std::size_t> selectedRow() const { return selected_; }
   void selectRow(std::size_t row);

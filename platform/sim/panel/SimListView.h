@@ -23,6 +23,7 @@ class SimListView final : public ListView, public KeyList {
   void selectRow(std::size_t row) override;
   void setFrame(const ViewRect& frame) override;
   [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
+  [[nodiscard]] ViewRect rowFrame(std::size_t row) const override { return list_.rowFrame(row); }
   void focus() override;
   [[nodiscard]] bool hasFocus() const override { return fields_->keys.hasFocus(*this); }
   void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }

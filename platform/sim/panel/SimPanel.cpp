@@ -23,6 +23,7 @@ void SimPanel::setFrame(const ScreenRect& frame, bool display) {
   const ScreenRect before = std::exchange(frame_, frame);
   if (before != frame) ++frameChanges_;
   if (before.size() != frame.size()) {
+    host_.accessibleElementChanged();
     host_.setNeedsLayout();
     host_.setNeedsDisplay();
   }
@@ -56,11 +57,13 @@ void SimPanel::orderAbove(const Element& window) {
 void SimPanel::show() {
   owner_.bringForward(*this);
   if (std::exchange(visible_, true)) return;
+  host_.accessibleElementChanged();
   host_.setNeedsDisplay();
 }
 
 void SimPanel::orderOut() {
   if (!std::exchange(visible_, false)) return;
+  owner_.tellAccessibleChange();
   pointer_.panelLeft();
   owner_.keys().panelLeftScreen(*this);
 }

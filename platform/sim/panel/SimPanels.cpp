@@ -28,8 +28,17 @@ bool SimPanels::contains(const SimPanel* panel) const {
   return std::find(frontToBack_.begin(), frontToBack_.end(), panel) != frontToBack_.end();
 }
 
+void SimPanels::tellAccessibleChange() {
+  if (accessibleChange_.empty() || std::exchange(accessibleChangePosted_, true)) return;
+  loop_.post([this] {
+    accessibleChangePosted_ = false;
+    accessibleChange_.call();
+  });
+}
+
 void SimPanels::leave(SimPanel& panel) {
   std::erase(frontToBack_, &panel);
+  tellAccessibleChange();
   keys_.panelEnded(panel);
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "platform/Panel.h"
+#include "platform/shared/system/CallbackList.h"
 #include "platform/sim/panel/SimPanel.h"
 #include "platform/sim/system/SimMainLoop.h"
 #include "platform/sim/system/SimScreens.h"
@@ -33,6 +36,12 @@ class SimPanels final : public PanelFactory {
   [[nodiscard]] KeyOwner& keys() { return keys_; }
   [[nodiscard]] SimPanel* key() const { return static_cast<SimPanel*>(keys_.keyPanel()); }
 
+  // Assistive technologies hear that what the panels tell may be something else now.
+  [[nodiscard]] Subscription onAccessibleChange(std::function<void()> callback) {
+    return accessibleChange_.add(std::move(callback));
+  }
+  void tellAccessibleChange();
+
   // For SimPanel.
   void join(SimPanel& panel) { frontToBack_.insert(frontToBack_.begin(), &panel); }
   void leave(SimPanel& panel);
@@ -46,6 +55,8 @@ class SimPanels final : public PanelFactory {
   std::vector<SimPanel*> frontToBack_;  // within each level
   int modalSessions_ = 0;
   KeyOwner keys_;
+  CallbackList<> accessibleChange_;
+  bool accessibleChangePosted_ = false;
 };
 
 }  // namespace pellar

@@ -26,6 +26,7 @@ SimViewHost::SimViewHost(SimPanel& panel, KeyOwner& keys)
       fields_(std::make_shared<SimFields>(
           SimFields{.all = {}, .lists = {}, .keys = keys, .panel = &panel, .needsDisplay = [this] {
                       setNeedsDisplay();
+                      accessibleElementChanged();
                     }})) {}
 
 SimViewHost::~SimViewHost() {
@@ -53,6 +54,10 @@ void SimViewHost::setNeedsDisplay(const ViewRect& rect) {
   scheduleDisplay();
 }
 
+void SimViewHost::accessibleElementChanged() {
+  if (panel_.isVisible()) panel_.owner().tellAccessibleChange();
+}
+
 std::optional<ScreenRect> SimViewHost::toScreen(const ViewRect& rect) const {
   if (view_ == nullptr) return std::nullopt;
   const ScreenRect frame = panel_.frame();
@@ -76,6 +81,7 @@ void SimViewHost::setView(View* view) {
   if (view_ == view) return;
   view_ = view;
   drawing_.clear();
+  accessibleElementChanged();
   setNeedsLayout();
   setNeedsDisplay();
 }

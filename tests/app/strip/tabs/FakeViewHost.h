@@ -59,12 +59,14 @@ class FakeViewHost final : public ViewHost {
   bool inWindow = true;
   int layoutRequests = 0;
   int fullRedraws = 0;
+  int elementChanges = 0;
   std::vector<ViewRect> redrawn;
   FakeSearchField* searchField = nullptr;
 
   void forgetRequests() {
     layoutRequests = 0;
     fullRedraws = 0;
+    elementChanges = 0;
     redrawn.clear();
   }
   [[nodiscard]] ScreenPoint onScreen(ViewPoint point) const {
@@ -75,6 +77,7 @@ class FakeViewHost final : public ViewHost {
   void setNeedsLayout() override { ++layoutRequests; }
   void setNeedsDisplay() override { ++fullRedraws; }
   void setNeedsDisplay(const ViewRect& rect) override { redrawn.push_back(rect); }
+  void accessibleElementChanged() override { ++elementChanges; }
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override {
     if (!inWindow) return std::nullopt;
     return ScreenRect::of(onScreen({rect.minX(), rect.maxY()}), rect.size());
