@@ -92,8 +92,8 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
   AppDelegate delegate(platform.platform());
   instance.onAsked = [&delegate] { delegate.showItself(); };
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
-  // QApplication's own also connects to the session bus for screen readers, starting one where none runs; the
-  // strip has nothing to tell there yet.
+  // QApplication's own also connects to the session bus for screen readers, starting one where none runs, and
+  // to theirs, whether one runs or not (AssistiveTechnology).
   const int code = QCoreApplication::exec();
   instance.onAsked = nullptr;
   return code;

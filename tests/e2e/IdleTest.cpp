@@ -51,6 +51,12 @@ TEST_F(Idle, NoWakeUpWhileTheStripIsHidden) {
   EXPECT_TRUE(settles(std::chrono::seconds(5)));
 }
 
+TEST_F(Idle, NoWakeUpBesideAnAccessibilityBusOnWhichNobodyListens) {
+  desktop.openSessionBus();
+  startAndUse();
+  EXPECT_TRUE(settles(std::chrono::seconds(5)));
+}
+
 }  // namespace
 
 }  // namespace pellar::e2e

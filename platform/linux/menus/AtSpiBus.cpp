@@ -155,6 +155,7 @@ bool AtSpiBus::enable(Deadline deadline) {
   if (enabled_ || !session_ || status(*session_, QStringLiteral("IsEnabled"), deadline).value_or(true))
     return false;
   enabled_ = true;
+  invited = true;
   setEnabled(*session_, true, deadline);
   return true;
 }
@@ -164,6 +165,7 @@ void AtSpiBus::disable(Deadline deadline) {
   // A screen reader that was started meanwhile needs it.
   if (status(*session_, QStringLiteral("ScreenReaderEnabled"), deadline).value_or(true)) return;
   setEnabled(*session_, false, deadline);
+  invited = false;
 }
 
 }  // namespace pellar

@@ -4,6 +4,7 @@
 #include <QDBusPendingCall>
 #include <QString>
 #include <QVariantList>
+#include <atomic>
 #include <chrono>
 #include <optional>
 
@@ -59,10 +60,14 @@ class AtSpiBus {
   // needed, and given back by disable(). False when it was so already.
   bool enable(Deadline deadline);
   void disable(Deadline deadline);
+  // Whether this process has done so, from any thread.
+  [[nodiscard]] static bool hasInvited() { return invited; }
 
  private:
   [[nodiscard]] std::optional<QString> address(Deadline deadline);
   void close();
+
+  static inline std::atomic<bool> invited = false;
 
   std::optional<QDBusConnection> session_;
   std::optional<QDBusConnection> connection_;

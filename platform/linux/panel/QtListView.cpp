@@ -16,6 +16,7 @@ QtListView::~QtListView() {
 
 void QtListView::needsDisplay() {
   panel_.setNeedsDisplay(list_.frame());
+  panel_.accessibleElementChanged();
 }
 
 void QtListView::reload(std::size_t rowCount, RowProvider row) {

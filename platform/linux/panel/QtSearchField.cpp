@@ -87,6 +87,7 @@ bool QtSearchField::command(const std::string& selector) {
 void QtSearchField::makeEditor() {
   editor_ = std::make_unique<SearchEdit>(*this, panel_);
   editor_->setPlaceholderText(QString::fromStdString(placeholder_));
+  editor_->setAccessibleName(QString::fromStdString(placeholder_));
 }
 
 void QtSearchField::placeEditor() {

@@ -42,6 +42,7 @@ X11Panel::~X11Panel() {
 
 void X11Panel::setView(View* view) {
   view_ = view;
+  accessibleElementChanged();
   setNeedsLayout();
   setNeedsDisplay();
 }
@@ -60,6 +61,7 @@ void X11Panel::setFrame(const ScreenRect& frame, bool display) {
   const PixelRect& now = window_.frame();
   const bool resized = scaled || now.width != before.width || now.height != before.height;
   if (resized) {
+    accessibleElementChanged();
     setNeedsLayout();
     setNeedsDisplay();
   }
@@ -92,6 +94,7 @@ void X11Panel::orderAbove(const Element& window) {
 
 void X11Panel::show() {
   if (!std::exchange(visible_, true)) {
+    accessibleElementChanged();
     stack_.take();
     shownBy_ = window_.map();
     dirty_ = pixelBounds();
@@ -112,6 +115,7 @@ void X11Panel::show() {
 
 void X11Panel::orderOut() {
   if (!std::exchange(visible_, false)) return;
+  if (services_.tellAccessibleChange) services_.tellAccessibleChange();
   stack_.rest();
   window_.unmap();
   window_.flush();
@@ -191,6 +195,29 @@ void X11Panel::setNeedsDisplay() {
 void X11Panel::setNeedsDisplay(const ViewRect& rect) {
   dirty_ += outerPixels(rect).intersected(pixelBounds());
   schedulePaint();
+}
+
+void X11Panel::accessibleElementChanged() {
+  if (visible_ && services_.tellAccessibleChange) services_.tellAccessibleChange();
+}
+
+std::optional<AccessibleElement> X11Panel::accessibleElement() const {
+  if (!visible_ || view_ == nullptr) return std::nullopt;
+  return view_->accessibleElement();
+}
+
+QRect X11Panel::onScreenPixels(const ViewRect& rect) const {
+  return outerPixels(rect).translated(window_.frame().x, window_.frame().y);
+}
+
+void X11Panel::perform(AccessibleAction action, const std::string& id) {
+  const auto whole = accessibleElement();
+  const auto* const target = whole ? whole->find(id) : nullptr;
+  const auto place = target != nullptr ? toScreen(target->frame) : std::nullopt;
+  if (!place) return;
+  const auto alive = alive_.watch();
+  reportPress({place->midX(), place->midY()});
+  if (alive && visible_ && view_ != nullptr) view_->perform(action, id);
 }
 
 std::optional<ScreenRect> X11Panel::toScreen(const ViewRect& rect) const {

@@ -7,6 +7,8 @@
 #include <functional>
 #include <list>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "core/Alive.h"
@@ -56,7 +58,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void setNeedsLayout() override;
   void setNeedsDisplay() override;
   void setNeedsDisplay(const ViewRect& rect) override;
-  void accessibleElementChanged() override {}
+  void accessibleElementChanged() override;
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override;
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
   [[nodiscard]] const TextMeasure& textMeasure() const override { return measure_; }
@@ -82,6 +84,14 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void addList(QtListView& list);
   void removeList(QtListView& list);
   void reportPress(ScreenPoint location);
+
+  // For assistive technologies.
+  // What the view tells; absent while the panel is off the screen.
+  [[nodiscard]] std::optional<AccessibleElement> accessibleElement() const;
+  // Where a rectangle of the view is on the whole X screen.
+  [[nodiscard]] QRect onScreenPixels(const ViewRect& rect) const;
+  // Does it as a click would; may end the panel.
+  void perform(AccessibleAction action, const std::string& id);
 
  private:
   void keyEnded() override { outsidePress_.cancel(); }

@@ -57,6 +57,14 @@ X11PanelFactory::X11PanelFactory(X11Connection& connection, const X11Mirror& mir
     : loop_(loop),
       services_{connection, mirror,   screenOf(connection),  loop, screens,
                 density,    monitors, std::move(reportPress)},
+      accessible_(loop, panels_,
+                  [this](bool listening) {
+                    if (!listening) {
+                      services_.tellAccessibleChange = nullptr;
+                    } else {
+                      services_.tellAccessibleChange = [this] { accessible_.noteChange(); };
+                    }
+                  }),
       subscription_(connection.onEvent([this](const xcb_generic_event_t& event) { take(event); })) {
   services_.keyboard.onTaken = [this] {
     loop_.post([this, alive = alive_.watch()] {
@@ -69,7 +77,10 @@ X11PanelFactory::~X11PanelFactory() = default;
 
 std::unique_ptr<Panel> X11PanelFactory::makePanel(const PanelStyle& style) {
   auto window = std::make_shared<xcb_window_t>(XCB_WINDOW_NONE);
-  auto panel = std::make_unique<X11Panel>(services_, style, [this, window] { panels_.erase(*window); });
+  auto panel = std::make_unique<X11Panel>(services_, style, [this, window] {
+    panels_.erase(*window);
+    if (services_.tellAccessibleChange) services_.tellAccessibleChange();
+  });
   *window = panel->window();
   panels_[*window] = panel.get();
   return panel;

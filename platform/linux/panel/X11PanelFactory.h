@@ -13,6 +13,7 @@
 #include "core/Alive.h"
 #include "platform/Panel.h"
 #include "platform/linux/drawing/PixelRect.h"
+#include "platform/linux/panel/AccessiblePanels.h"
 #include "platform/linux/panel/X11PanelServices.h"
 
 namespace pellar {
@@ -50,6 +51,7 @@ class X11PanelFactory final : public PanelFactory {
   QtMainLoop& loop_;
   X11PanelServices services_;
   std::map<xcb_window_t, X11Panel*> panels_;
+  AccessiblePanels accessible_;  // depends-on: panels_
   std::deque<xcb_generic_event_t> events_;
   Subscription subscription_;
   Subscription delivery_;

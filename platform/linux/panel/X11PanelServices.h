@@ -33,6 +33,8 @@ struct X11PanelServices {
   SpriteCache sprites{};
   KeyOwner keys{loop};
   X11KeyboardFocus keyboard{connection, loop};
+  // What a panel on the screen tells assistive technologies is something else now; absent while none listens.
+  std::function<void()> tellAccessibleChange = nullptr;
   // When the press or release that is being delivered happened; XCB_CURRENT_TIME between them.
   xcb_timestamp_t inputTime = XCB_CURRENT_TIME;
 

@@ -1,0 +1,78 @@
+#include "platform/linux/panel/AssistiveTechnology.h"
+
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusServiceWatcher>
+#include <QVariantMap>
+#include <chrono>
+#include <utility>
+
+#include "platform/linux/menus/AtSpiBus.h"
+#include "platform/linux/system/SessionBus.h"
+
+namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto busTime = 300ms;
+constexpr int answerMilliseconds = 5000;
+
+const QString service = QStringLiteral("org.a11y.Bus");
+const QString path = QStringLiteral("/org/a11y/bus");
+const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+
+// The session says that some program wants to read others. That it does because we had programs come to the
+// bus whose menus we work is no reason to go there ourselves.
+bool someoneListens(const QVariantMap& status) {
+  return status.value(QStringLiteral("ScreenReaderEnabled")).toBool() ||
+         (status.value(QStringLiteral("IsEnabled")).toBool() && !AtSpiBus::hasInvited());
+}
+
+}  // namespace
+
+AssistiveTechnology::AssistiveTechnology(MainLoop& loop, std::function<void(bool)> onChanged)
+    : onChanged_(std::move(onChanged)) {
+  changed_.setSingleShot(true);
+  changed_.setInterval(0);
+  QObject::connect(&changed_, &QTimer::timeout, &answers_, [this] { ask(); });
+  start_ = loop.after(0ms, [this] { watch(); });
+}
+
+AssistiveTechnology::~AssistiveTechnology() = default;
+
+void AssistiveTechnology::watch() {
+  const auto address = SessionBus::address();
+  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime)) return;
+  // The connection that the status item has, too.
+  auto session = QDBusConnection::sessionBus();
+  if (!session.isConnected()) return;
+  auto owner =
+      std::make_unique<QDBusServiceWatcher>(service, session, QDBusServiceWatcher::WatchForOwnerChange);
+  QObject::connect(owner.get(), &QDBusServiceWatcher::serviceOwnerChanged, &changed_,
+                   [this] { changed_.start(); });
+  service_ = std::move(owner);
+  session.connect(service, path, properties, QStringLiteral("PropertiesChanged"), &changed_, SLOT(start()));
+  ask();
+}
+
+void AssistiveTechnology::ask() {
+  auto question = QDBusMessage::createMethodCall(service, path, properties, QStringLiteral("GetAll"));
+  question.setArguments({QStringLiteral("org.a11y.Status")});
+  question.setAutoStartService(false);
+  auto* const answer = new QDBusPendingCallWatcher(
+      QDBusConnection::sessionBus().asyncCall(question, answerMilliseconds), &answers_);
+  QObject::connect(answer, &QDBusPendingCallWatcher::finished, &answers_, [this, answer] {
+    answer->deleteLater();
+    const auto values = answer->isError() ? QVariantList() : answer->reply().arguments();
+    tell(!values.isEmpty() && someoneListens(qdbus_cast<QVariantMap>(values.first())));
+  });
+}
+
+void AssistiveTechnology::tell(bool listening) {
+  if (std::exchange(listening_, listening) != listening) onChanged_(listening);
+}
+
+}  // namespace pellar

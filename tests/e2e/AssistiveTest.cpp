@@ -1,0 +1,231 @@
+// The strip as a screen reader meets it, over the accessibility bus.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/PopUpMenu.h"
+
+namespace pellar::e2e {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::uint32_t escapeKey = 0xff1b;
+
+// What is told of one element.
+struct ToldElement {
+  std::string role;
+  std::string name;
+  std::string help;
+  std::string states;
+  Box box;
+};
+
+std::vector<std::string> split(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream stream(text);
+  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+class Assistive : public EveryWindowManager {
+ protected:
+  Assistive() { desktop.openSessionBus(); }
+
+  // Two windows and the strip over the second.
+  void openTwo() {
+    report = editor().open("Report", {60, 160, 1000, 400});
+    plan = editor().open("Plan", {200, 260, 1000, 400});
+    startPellar();
+    strip.waitUntilOver(plan);
+    strip.waitUntilTabs(2);
+    reader = desktop.start({builtProgram("e2e_reader")}, "reader");
+  }
+  std::string ask(const std::string& command) {
+    reader->write(command);
+    return reader->readLine(60s);
+  }
+  void tell(const std::string& command) { EXPECT_EQ(ask(command), "done") << command; }
+  void switchOn() {
+    tell("on");
+    desktop.observer().waitUntil("Pellar can be read", [this] { return ask("read") != "-"; });
+  }
+  [[nodiscard]] bool isRegistered() {
+    const auto names = split(ask("programs"), '|');
+    return std::ranges::count(names, "Pellar") > 0;
+  }
+
+  [[nodiscard]] std::vector<ToldElement> read() {
+    std::vector<ToldElement> told;
+    for (const auto& line : split(ask("read"), '|')) {
+      auto parts = split(line, ';');
+      parts.resize(5);
+      auto numbers = split(parts[4], ',');
+      numbers.resize(4, "0");
+      told.push_back(
+          {parts[0],
+           parts[1],
+           parts[2],
+           parts[3],
+           {std::stoi(numbers[0]), std::stoi(numbers[1]), std::stoi(numbers[2]), std::stoi(numbers[3])}});
+    }
+    return told;
+  }
+  // Each as its role and its name.
+  [[nodiscard]] std::vector<std::string> lines() {
+    std::vector<std::string> all;
+    for (const auto& each : read()) all.push_back(each.role + " " + each.name);
+    return all;
+  }
+  [[nodiscard]] ToldElement element(const std::string& name) {
+    for (const auto& each : read())
+      if (each.name == name) return each;
+    ADD_FAILURE() << "nothing is told of " << name;
+    return {};
+  }
+  void waitUntilSelected(const std::string& name) {
+    desktop.observer().waitUntil(name + " is told to be selected",
+                                 [&] { return element(name).states == "selected"; });
+  }
+
+  Window report;
+  Window plan;
+  std::unique_ptr<Process> reader;
+};
+
+PELLAR_FOR_EVERY_WINDOW_MANAGER(Assistive);
+
+TEST_P(Assistive, AReaderWalksTheStripAndPressesATabAndATool) {
+  openTwo();
+  switchOn();
+  EXPECT_EQ(lines(), (std::vector<std::string>{
+                         "frame Tab strip", "page tab list Tabs", "page tab Report", "push button Close",
+                         "page tab Plan", "push button Close", "text Search recent files",
+                         "check box Auto-save", "push button Save all", "push button Close all",
+                         "push button Groups", "push button New document", "push button Minimise",
+                         "push button Zoom", "push button Close"}));
+  EXPECT_EQ(element("Tab strip").box, strip.box());
+  EXPECT_EQ(element("Plan").states, "selected");
+  EXPECT_FALSE(element("Zoom").help.empty());
+  // Where the tab is told to be, it is seen, and a click meets it.
+  const Box tab = element("Report").box;
+  const int marker = strip.box()->x + strip.tabs().at(0).marker;
+  EXPECT_TRUE(tab.x < marker && marker < tab.x + tab.width);
+  desktop.observer().click(tab.x + tab.width / 2, tab.y + tab.height / 2);
+  strip.waitUntilOver(report);
+  waitUntilSelected("Report");
+
+  tell("press Plan");
+  strip.waitUntilOver(plan);
+  waitUntilSelected("Plan");
+  tell("press Auto-save");
+  desktop.observer().waitUntil("auto-save is told to be on",
+                               [this] { return element("Auto-save").states == "checked"; });
+  tell("press Minimise");
+  desktop.observer().waitUntil("the window is minimised",
+                               [this] { return desktop.observer().managedState(plan.id) == 3; });
+}
+
+TEST_P(Assistive, AReaderOpensTheMenuOfATab) {
+  openTwo();
+  switchOn();
+  PopUpMenu menu(desktop, *pellar);
+  tell("menu Report");
+  menu.waitUntilOpen();
+  desktop.observer().key(escapeKey, true);
+  desktop.observer().key(escapeKey, false);
+  menu.waitUntilClosed();
+  strip.waitUntilOver(plan);
+}
+
+class AssistiveOnOneDesktop : public Assistive {};
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, AssistiveOnOneDesktop, ::testing::Values(WindowManager::openbox),
+                         [](const auto&) { return nameOf(WindowManager::openbox); });
+
+TEST_P(AssistiveOnOneDesktop, NobodyWhoDoesNotListenFindsAnythingOfPellar) {
+  openTwo();
+  strip.clickTab(0);
+  strip.waitUntilOver(report);
+  waitUntilIdle();
+  EXPECT_FALSE(isRegistered());
+}
+
+TEST_P(AssistiveOnOneDesktop, AReaderIsSwitchedOnAndOffAndOnAgainWhilePellarRuns) {
+  openTwo();
+  EXPECT_FALSE(isRegistered());
+  switchOn();
+  EXPECT_TRUE(isRegistered());
+  tell("off");
+  desktop.observer().waitUntil("Pellar tells nothing", [this] { return ask("read") == "-"; });
+  strip.clickTab(0);
+  strip.waitUntilOver(report);
+  EXPECT_EQ(ask("read"), "-");
+  switchOn();
+  EXPECT_EQ(element("Report").states, "selected");
+}
+
+TEST_P(AssistiveOnOneDesktop, PellarStartsForAReaderThatRunsAlready) {
+  report = editor().open("Report", {60, 160, 1000, 400});
+  reader = desktop.start({builtProgram("e2e_reader")}, "reader");
+  tell("on");
+  startPellar();
+  strip.waitUntilOver(report);
+  desktop.observer().waitUntil("Pellar can be read", [this] { return ask("read") != "-"; });
+  EXPECT_EQ(element("Report").states, "selected");
+}
+
+// Whatever else of Pellar comes up is told, too, and no more once it has gone.
+TEST_P(AssistiveOnOneDesktop, TheListOfRecentFilesIsTold) {
+  openTwo();
+  switchOn();
+  tell("press Search recent files");
+  desktop.observer().waitUntil("the list is told", [this] {
+    const auto all = lines();
+    return std::ranges::count(all, "list Recent files") == 1;
+  });
+  desktop.observer().key(escapeKey, true);
+  desktop.observer().key(escapeKey, false);
+  desktop.observer().waitUntil("the list is told no more", [this] {
+    const auto all = lines();
+    return std::ranges::count(all, "list Recent files") == 0;
+  });
+}
+
+TEST_P(AssistiveOnOneDesktop, WhoListensHearsWhichTabComesToTheFrontAndWhichGoes) {
+  openTwo();
+  switchOn();
+  const auto events = desktop.start(
+      {"dbus-monitor", "--address", ask("address"), "type='signal',interface='org.a11y.atspi.Event.Object'"},
+      "dbus-monitor");
+  // Its own arrival is the first that it tells.
+  static_cast<void>(events->readLine());
+  const auto hear = [&](const std::string& wanted) {
+    while (events->readLine().find(wanted) == std::string::npos) {
+    }
+  };
+  strip.clickTab(0);
+  hear("string \"selected\"");
+  hear("int32 1");
+  editor().quit();
+  hear("member=ChildrenChanged");
+  hear("string \"remove\"");
+}
+
+TEST_P(AssistiveOnOneDesktop, ACallerWhoMakesNoSenseDoesNoHarm) {
+  openTwo();
+  switchOn();
+  const auto before = lines();
+  tell("abuse");
+  EXPECT_EQ(lines(), before);
+  EXPECT_FALSE(pellar->waitForEnd(0ms).has_value());
+  strip.waitUntilOver(plan);
+}
+
+}  // namespace
+}  // namespace pellar::e2e

@@ -1,0 +1,242 @@
+// A screen reader for the tests: e2e_reader. It does what its standard input says, one command a line, and
+// answers each with one line. It ends with its input.
+//
+//   on, off       tells the session that a screen reader runs, or none
+//   address       of the accessibility bus
+//   programs      the names of those that can be read, with a bar between them
+//   read          all that Pellar tells, "role;name;help;states;x,y,width,height" with bars between; "-" for
+//   nothing press NAME    has the first element of that name do what a click does; NAME may be "Parent >
+//   Name" menu NAME     has it open its menu abuse         calls everything that Pellar tells with values
+//   that make no sense, and with none
+
+#include <QCoreApplication>
+#include <QDBusArgument>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QRect>
+#include <QStringList>
+#include <functional>
+#include <iostream>
+#include <optional>
+#include <string>
+
+namespace {
+
+const QString accessibleInterface = QStringLiteral("org.a11y.atspi.Accessible");
+const QString actionInterface = QStringLiteral("org.a11y.atspi.Action");
+const QString componentInterface = QStringLiteral("org.a11y.atspi.Component");
+const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString registryName = QStringLiteral("org.a11y.atspi.Registry");
+const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
+
+constexpr int answerMilliseconds = 5000;
+
+struct Object {
+  QString bus;
+  QString path;
+};
+
+class Reader {
+ public:
+  Reader() : session_(QDBusConnection::sessionBus()), bus_(QString()) {
+    const auto answer = call(session_, {QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")},
+                             QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"), {});
+    address_ = answer.value(0).toString();
+    bus_ = QDBusConnection::connectToBus(address_, QStringLiteral("reader"));
+    // What changes is told only where somebody has asked for it.
+    call(bus_, {registryName, QStringLiteral("/org/a11y/atspi/registry")}, registryName,
+         QStringLiteral("RegisterEvent"), {QStringLiteral("object:")});
+  }
+
+  std::string run(const QString& line) {
+    const QString command = line.section(QLatin1Char(' '), 0, 0);
+    const QString rest = line.section(QLatin1Char(' '), 1);
+    if (command == QLatin1String("on")) return setListening(true);
+    if (command == QLatin1String("off")) return setListening(false);
+    if (command == QLatin1String("address")) return address_.toStdString();
+    if (command == QLatin1String("programs")) return programs();
+    if (command == QLatin1String("read")) return read();
+    if (command == QLatin1String("press")) return perform(rest, QStringLiteral("Press"));
+    if (command == QLatin1String("menu")) return perform(rest, QStringLiteral("ShowMenu"));
+    if (command == QLatin1String("abuse")) return abuse();
+    return "unknown";
+  }
+
+ private:
+  static QVariantList call(const QDBusConnection& bus, const Object& object, const QString& interface,
+                           const QString& method, const QVariantList& arguments) {
+    auto message = QDBusMessage::createMethodCall(object.bus, object.path, interface, method);
+    message.setArguments(arguments);
+    const auto answer = bus.call(message, QDBus::Block, answerMilliseconds);
+    return answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
+  }
+  [[nodiscard]] QVariantList ask(const Object& object, const QString& interface, const QString& method,
+                                 const QVariantList& arguments = {}) const {
+    return call(bus_, object, interface, method, arguments);
+  }
+  [[nodiscard]] QString property(const Object& object, const QString& name) const {
+    const auto answer = ask(object, propertiesInterface, QStringLiteral("Get"), {accessibleInterface, name});
+    return answer.value(0).value<QDBusVariant>().variant().toString();
+  }
+
+  [[nodiscard]] std::string setListening(bool listening) const {
+    for (const char* const property : {"ScreenReaderEnabled", "IsEnabled"})
+      call(session_, {QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")}, propertiesInterface,
+           QStringLiteral("Set"),
+           {QStringLiteral("org.a11y.Status"), QString::fromLatin1(property),
+            QVariant::fromValue(QDBusVariant(listening))});
+    return "done";
+  }
+
+  [[nodiscard]] QList<Object> children(const Object& parent) const {
+    QList<Object> found;
+    const auto answer = ask(parent, accessibleInterface, QStringLiteral("GetChildren"));
+    if (answer.isEmpty()) return found;
+    const auto list = answer.first().value<QDBusArgument>();
+    list.beginArray();
+    while (!list.atEnd()) {
+      Object child;
+      QDBusObjectPath path;
+      list.beginStructure();
+      list >> child.bus >> path;
+      list.endStructure();
+      child.path = path.path();
+      found << child;
+    }
+    list.endArray();
+    return found;
+  }
+
+  [[nodiscard]] std::string programs() const {
+    QStringList names;
+    for (const Object& program : children({registryName, rootPath}))
+      names << property(program, QStringLiteral("Name"));
+    return names.join(QLatin1Char('|')).toStdString();
+  }
+  [[nodiscard]] std::optional<Object> pellar() const {
+    for (const Object& program : children({registryName, rootPath}))
+      if (property(program, QStringLiteral("Name")) == QLatin1String("Pellar")) return program;
+    return std::nullopt;
+  }
+
+  // Until `visit` says that it has seen enough.
+  bool walk(const Object& object, const QString& above,
+            const std::function<bool(const Object&, const QString& path)>& visit) const {
+    for (const Object& child : children(object)) {
+      const QString path = above + QStringLiteral(" > ") + property(child, QStringLiteral("Name"));
+      if (visit(child, path) || walk(child, path, visit)) return true;
+    }
+    return false;
+  }
+
+  [[nodiscard]] QString states(const Object& object) const {
+    // Their numbers in the protocol.
+    constexpr quint64 checked = 4;
+    constexpr quint64 selected = 23;
+    const auto answer = ask(object, accessibleInterface, QStringLiteral("GetState"));
+    if (answer.isEmpty()) return {};
+    QList<uint> words;
+    answer.first().value<QDBusArgument>() >> words;
+    const auto has = [&](quint64 number) {
+      return ((words.value(static_cast<qsizetype>(number / 32)) >> (number % 32)) & 1U) != 0;
+    };
+    QStringList names;
+    if (has(checked)) names << QStringLiteral("checked");
+    if (has(selected)) names << QStringLiteral("selected");
+    return names.join(QLatin1Char(','));
+  }
+  [[nodiscard]] QString extents(const Object& object) const {
+    const auto answer = ask(object, componentInterface, QStringLiteral("GetExtents"), {0U});
+    if (answer.isEmpty()) return {};
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    const auto rect = answer.first().value<QDBusArgument>();
+    rect.beginStructure();
+    rect >> x >> y >> width >> height;
+    rect.endStructure();
+    return QStringLiteral("%1,%2,%3,%4").arg(x).arg(y).arg(width).arg(height);
+  }
+
+  [[nodiscard]] std::string read() const {
+    QStringList lines;
+    if (const auto program = pellar()) {
+      walk(*program, {}, [&](const Object& object, const QString& /*path*/) {
+        const QString role =
+            ask(object, accessibleInterface, QStringLiteral("GetRoleName")).value(0).toString();
+        lines << QStringList{role, property(object, QStringLiteral("Name")),
+                             property(object, QStringLiteral("Description")), states(object), extents(object)}
+                     .join(QLatin1Char(';'));
+        return false;
+      });
+    }
+    return lines.isEmpty() ? "-" : lines.join(QLatin1Char('|')).toStdString();
+  }
+
+  [[nodiscard]] std::string perform(const QString& name, const QString& action) const {
+    std::optional<Object> target;
+    if (const auto program = pellar()) {
+      walk(*program, {}, [&](const Object& object, const QString& path) {
+        if (!path.endsWith(QStringLiteral(" > ") + name)) return false;
+        target = object;
+        return true;
+      });
+    }
+    if (!target) return "no such element";
+    for (int index = 0; index < 4; ++index) {
+      if (ask(*target, actionInterface, QStringLiteral("GetName"), {index}).value(0).toString() != action)
+        continue;
+      const auto answer = ask(*target, actionInterface, QStringLiteral("DoAction"), {index});
+      return answer.value(0).toBool() ? "done" : "refused";
+    }
+    return "no such action";
+  }
+
+  [[nodiscard]] std::string abuse() const {
+    const auto program = pellar();
+    if (!program) return "no Pellar";
+    QList<Object> objects{*program,
+                          {program->bus, rootPath + QStringLiteral("/nothing")},
+                          {program->bus, QStringLiteral("/org/a11y/atspi/accessible/1")},
+                          {program->bus, QStringLiteral("/org/a11y/atspi/accessible/99999999999999999999")}};
+    walk(*program, {}, [&](const Object& object, const QString& /*path*/) {
+      objects << object;
+      return objects.size() > 9;
+    });
+    const QList<QVariantList> nonsense{{}, {-1}, {2'000'000'000}, {QStringLiteral("text")}, {-5, -5, 7U}};
+    const QStringList methods{
+        QStringLiteral("org.a11y.atspi.Accessible GetChildAtIndex GetChildren GetState GetRelationSet"),
+        QStringLiteral("org.a11y.atspi.Action GetName GetDescription GetKeyBinding DoAction GetActions"),
+        QStringLiteral(
+            "org.a11y.atspi.Component GetExtents GetPosition Contains GetAccessibleAtPoint GrabFocus"),
+        QStringLiteral("org.a11y.atspi.Application GetLocale"),
+        QStringLiteral("org.a11y.atspi.Text GetText GetCharacterExtents SetCaretOffset"),
+        QStringLiteral("org.a11y.atspi.EditableText SetTextContents InsertText"),
+        QStringLiteral("org.freedesktop.DBus.Properties Get Set GetAll")};
+    for (const Object& object : objects) {
+      for (const QString& line : methods) {
+        const QStringList words = line.split(QLatin1Char(' '));
+        for (const QString& method : words.mid(1))
+          for (const QVariantList& arguments : nonsense)
+            static_cast<void>(ask(object, words.first(), method, arguments));
+      }
+    }
+    return "done";
+  }
+
+  QDBusConnection session_;
+  QDBusConnection bus_;
+  QString address_;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const QCoreApplication application(argc, argv);
+  Reader reader;
+  for (std::string line; std::getline(std::cin, line);)
+    std::cout << reader.run(QString::fromStdString(line)) << std::endl;
+}
