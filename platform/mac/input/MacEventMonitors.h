@@ -10,14 +10,14 @@ class MacPanelFactory;
 // local ones no other.
 class MacEventMonitors final : public EventMonitors {
  public:
-  explicit MacEventMonitors(const MacPanelFactory& panels) : panels_(panels) {}
+  explicit MacEventMonitors(MacPanelFactory& panels) : panels_(panels) {}
 
   [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
   [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
   [[nodiscard]] Subscription onceButtonsAreUp(std::function<void()> callback) override;
 
  private:
-  const MacPanelFactory& panels_;
+  MacPanelFactory& panels_;
 };
 
 }  // namespace pellar

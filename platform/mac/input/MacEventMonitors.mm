@@ -40,14 +40,22 @@ Subscription MacEventMonitors::onGlobalMouseDown(std::function<void()> callback)
 Subscription MacEventMonitors::onLocalMouseDown(std::function<void(const ObservedClick&)> callback) {
   const auto kept = std::make_shared<const std::function<void(const ObservedClick&)>>(std::move(callback));
   const MacPanelFactory* panels = &panels_;
-  return subscription([NSEvent
-      addLocalMonitorForEventsMatchingMask:mouseDowns
-                                   handler:^NSEvent*(NSEvent* event) {
-                                     const auto running = kept;
-                                     (*running)({.panel = panels->panelOf(event.window),
-                                                 .location = screenLocation(event)});
-                                     return event;
-                                   }]);
+  auto presses = std::make_shared<Subscription>(panels_.onAccessiblePress([kept](const ObservedClick& press) {
+    const auto running = kept;
+    (*running)(press);
+  }));
+  auto clicks = std::make_shared<Subscription>(
+      subscription([NSEvent addLocalMonitorForEventsMatchingMask:mouseDowns
+                                                         handler:^NSEvent*(NSEvent* event) {
+                                                           const auto running = kept;
+                                                           (*running)({.panel = panels->panelOf(event.window),
+                                                                       .location = screenLocation(event)});
+                                                           return event;
+                                                         }]));
+  return Subscription([presses, clicks] {
+    presses->cancel();
+    clicks->cancel();
+  });
 }
 
 Subscription MacEventMonitors::onceButtonsAreUp(std::function<void()> callback) {

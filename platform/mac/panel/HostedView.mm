@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/mac/drawing/MacCanvas.h"
+#import "platform/mac/panel/AccessibleTree.h"
 #include "platform/mac/system/Conversions.h"
 
 using pellar::MouseEvent;
@@ -11,6 +12,7 @@ using pellar::MouseEvent;
   BOOL _pointerInside;
   BOOL _leftScreen;           // under the pointer, and the view has not been told
   NSTimeInterval _lastPress;  // of the left button, since the system started
+  AccessibleTree* _accessible;
 }
 
 - (instancetype)initWithFrame:(NSRect)frame {
@@ -19,6 +21,7 @@ using pellar::MouseEvent;
     // Since macOS 14 views do not clip by themselves, and a long text would be drawn over its neighbours.
     self.clipsToBounds = YES;
     [self registerForDraggedTypes:@[ NSPasteboardTypeFileURL ]];
+    _accessible = [[AccessibleTree alloc] initWithHost:self];
   }
   return self;
 }
@@ -43,6 +46,7 @@ using pellar::MouseEvent;
 - (void)setView:(pellar::View*)view {
   if (_view != view) _pointerInside = NO;
   _view = view;
+  [self accessibleElementChanged];
   self.needsLayout = YES;
   self.needsDisplay = YES;
 }
@@ -54,6 +58,7 @@ using pellar::MouseEvent;
 
 - (void)setFrameSize:(NSSize)size {
   [super setFrameSize:size];
+  [self accessibleElementChanged];
   self.needsLayout = YES;
 }
 
@@ -176,6 +181,62 @@ using pellar::MouseEvent;
 
 - (void)mouseExited:(NSEvent*)event {
   [self pointerLeaves];
+}
+
+- (BOOL)isAccessibilityElement {
+  return YES;
+}
+
+- (NSAccessibilityRole)accessibilityRole {
+  return NSAccessibilityGroupRole;
+}
+
+- (NSString*)accessibilityLabel {
+  return _view != nullptr ? pellar::toNSString(_view->accessibleElement().name) : nil;
+}
+
+- (NSString*)accessibilityHelp {
+  return _view != nullptr ? pellar::toNSString(_view->accessibleElement().help) : nil;
+}
+
+- (NSArray*)accessibilityChildren {
+  return [_accessible children];
+}
+
+- (id)accessibilityHitTest:(NSPoint)point {
+  id element = [_accessible elementAt:point];
+  return element != nil ? element : self;
+}
+
+- (void)accessibleElementChanged {
+  [_accessible noteChange];
+}
+
+- (void)performSoon:(pellar::AccessibleAction)action on:(const std::string&)identifier {
+  __weak HostedView* weak = self;
+  const std::string wanted = identifier;
+  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+    [weak perform:action on:wanted];
+  });
+  CFRunLoopWakeUp(CFRunLoopGetMain());
+}
+
+- (BOOL)takesAccessiblePress {
+  return _view != nullptr && self.window.visible && NSApp.modalWindow == nil;
+}
+
+- (void)perform:(pellar::AccessibleAction)action on:(const std::string&)identifier {
+  if (![self takesAccessiblePress]) return;
+  const pellar::AccessibleElement whole = _view->accessibleElement();
+  const pellar::AccessibleElement* target = whole.find(identifier);
+  if (target == nullptr) return;
+  const NSRect place = [self convertRect:pellar::toNSRect(target->frame) toView:nil];
+  const NSPoint middle = NSMakePoint(NSMidX(place), NSMidY(place));
+  if (self.onAccessiblePress != nil)
+    self.onAccessiblePress(
+        pellar::fromNSPoint<pellar::ScreenSpace>([self.window convertPointToScreen:middle]));
+  // A monitor may have put the panel away.
+  if ([self takesAccessiblePress]) _view->perform(action, identifier);
 }
 
 - (NSDragOperation)draggingEntered:(id<NSDraggingInfo>)sender {

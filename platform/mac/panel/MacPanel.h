@@ -10,7 +10,9 @@ namespace pellar {
 // An NSPanel with a `GlassView` and our view in it.
 class MacPanel final : public Panel {
  public:
+  // `onAccessiblePress` hears where on the screen an assistive technology presses, before the view does.
   MacPanel(const PanelStyle& style, std::shared_ptr<ListFocus> listFocus,
+           std::function<void(const MacPanel&, ScreenPoint)> onAccessiblePress,
            std::function<void(const MacPanel&)> onDestroyed);
   ~MacPanel() override;
   MacPanel(const MacPanel&) = delete;

@@ -80,16 +80,22 @@ NSRect placeable(const ScreenRect& frame) {
 }  // namespace
 
 MacPanel::MacPanel(const PanelStyle& style, std::shared_ptr<ListFocus> listFocus,
+                   std::function<void(const MacPanel&, ScreenPoint)> onAccessiblePress,
                    std::function<void(const MacPanel&)> onDestroyed)
     : native_(makePanel(style)),
       listFocus_(std::move(listFocus)),
       host_(makeHostedView(native_, style), listFocus_),
       onDestroyed_(std::move(onDestroyed)),
       // A list has the keys of the key panel, and none without it.
-      resignedKey_(onDidResignKey([this] { listFocus_->end(); })) {}
+      resignedKey_(onDidResignKey([this] { listFocus_->end(); })) {
+  host_.native().onAccessiblePress = ^(ScreenPoint place) {
+    onAccessiblePress(*this, place);
+  };
+}
 
 MacPanel::~MacPanel() {
   host_.native().view = nullptr;
+  host_.native().onAccessiblePress = nil;
   [native_ orderOut:nil];
   [native_ close];
   onDestroyed_(*this);
@@ -123,7 +129,9 @@ std::optional<ScreenRect> MacPanel::screenVisibleFrame() const {
 
 void MacPanel::orderFrontRegardless() {
   shown_ = true;
+  const bool wasVisible = native_.visible;
   [native_ orderFrontRegardless];
+  if (!wasVisible) host_.accessibleElementChanged();
 }
 
 void MacPanel::orderOut() {
@@ -132,6 +140,7 @@ void MacPanel::orderOut() {
   listFocus_->endIn(native_);
   [native_ orderOut:nil];
   [host_.native() leaveScreen];
+  host_.accessibleElementChanged();
 }
 
 bool MacPanel::isVisible() const {

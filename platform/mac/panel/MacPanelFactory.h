@@ -2,10 +2,14 @@
 
 #import <AppKit/AppKit.h>
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
+#include "platform/EventMonitors.h"
 #include "platform/Panel.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
@@ -22,6 +26,11 @@ class MacPanelFactory final : public PanelFactory {
 
   [[nodiscard]] std::unique_ptr<Panel> makePanel(const PanelStyle& style) override;
 
+  // What assistive technologies press in panels, told before the panel's view.
+  [[nodiscard]] Subscription onAccessiblePress(std::function<void(const ObservedClick&)> callback) {
+    return presses_.add(std::move(callback));
+  }
+
   // The panel of a native window; null for another window.
   [[nodiscard]] const MacPanel* panelOf(NSWindow* window) const;
   // A shown panel under a point; null when there is none.
@@ -30,6 +39,7 @@ class MacPanelFactory final : public PanelFactory {
  private:
   std::shared_ptr<ListFocus> listFocus_;
   std::vector<const MacPanel*> panels_;
+  CallbackList<ObservedClick> presses_;
 };
 
 }  // namespace pellar

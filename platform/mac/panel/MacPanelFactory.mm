@@ -12,8 +12,12 @@ MacPanelFactory::MacPanelFactory() : listFocus_(std::make_shared<ListFocus>()) {
 MacPanelFactory::~MacPanelFactory() = default;
 
 std::unique_ptr<Panel> MacPanelFactory::makePanel(const PanelStyle& style) {
-  auto panel = std::make_unique<MacPanel>(style, listFocus_,
-                                          [this](const MacPanel& gone) { std::erase(panels_, &gone); });
+  auto panel = std::make_unique<MacPanel>(
+      style, listFocus_,
+      [this](const MacPanel& pressed, ScreenPoint location) {
+        presses_.call({&pressed, location});
+      },
+      [this](const MacPanel& gone) { std::erase(panels_, &gone); });
   panels_.push_back(panel.get());
   return panel;
 }

@@ -24,7 +24,7 @@ class MacViewHost final : public ViewHost {
   void setNeedsLayout() override;
   void setNeedsDisplay() override;
   void setNeedsDisplay(const ViewRect& rect) override;
-  void accessibleElementChanged() override {}
+  void accessibleElementChanged() override;
   [[nodiscard]] std::optional<ScreenRect> toScreen(const ViewRect& rect) const override;
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override;
   [[nodiscard]] const TextMeasure& textMeasure() const override { return textMeasure_; }

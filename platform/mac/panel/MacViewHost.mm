@@ -23,6 +23,10 @@ void MacViewHost::setNeedsDisplay(const ViewRect& rect) {
   [native_ setNeedsDisplayInRect:toNSRect(rect)];
 }
 
+void MacViewHost::accessibleElementChanged() {
+  [native_ accessibleElementChanged];
+}
+
 std::optional<ScreenRect> MacViewHost::toScreen(const ViewRect& rect) const {
   NSWindow* window = native_.window;
   if (native_.view == nullptr || window == nil) return std::nullopt;

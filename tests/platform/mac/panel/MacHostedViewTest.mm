@@ -57,6 +57,30 @@ TEST_F(MacHostedViewTest, ActsOnTheFirstClickAndNeverTakesTheKeyboard) {
   EXPECT_TRUE(hosted.clipsToBounds);
 }
 
+TEST_F(MacHostedViewTest, VoiceOverFindsWhatTheViewDescribesAndPressesIt) {
+  AccessibleElement tab{.id = "tab 1",
+                        .role = AccessibleRole::tab,
+                        .name = "Plan",
+                        .help = "Colour tag: Red",
+                        .frame = {10, 3, 100, 26},
+                        .selected = true,
+                        .canBePressed = true};
+  view.element = {.id = "strip", .name = "Tab strip", .children = {tab}};
+  EXPECT_TRUE([hosted.accessibilityLabel isEqualToString:@"Tab strip"]);
+  NSArray* children = hosted.accessibilityChildren;
+  ASSERT_EQ(children.count, 1U);
+  NSAccessibilityElement* item = children.firstObject;
+  EXPECT_TRUE([item.accessibilityLabel isEqualToString:@"Plan"]);
+  EXPECT_TRUE([item.accessibilityHelp isEqualToString:@"Colour tag: Red"]);
+  EXPECT_TRUE([item.accessibilityValue isEqual:@YES]);
+  EXPECT_TRUE(NSEqualRects(item.accessibilityFrame, NSMakeRect(210, 303, 100, 26)));
+  EXPECT_EQ([hosted accessibilityHitTest:NSMakePoint(250, 310)], item);
+  EXPECT_EQ(hosted.accessibilityChildren.firstObject, item);
+  EXPECT_TRUE([item accessibilityPerformPress]);
+  EXPECT_FALSE(view.heard("perform press tab 1"));
+  EXPECT_TRUE(wait([this] { return view.heard("perform press tab 1"); }));
+}
+
 TEST_F(MacHostedViewTest, APressIsWhereTheUserSeesIt) {
   [hosted mouseDown:event(NSEventTypeLeftMouseDown, NSMakePoint(50, 20), 2)];
   ASSERT_EQ(view.events.size(), 1U);
