@@ -86,6 +86,15 @@ class Canvas {
                                 const Color& color) = 0;
   // A symbol image filling `rect` in one colour.
   virtual void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) = 0;
+
+  // The user has asked his system for more contrast: nothing recedes, and what is meant by a shade of the
+  // ground has an outline. The host draws the view anew when that changes.
+  [[nodiscard]] virtual bool increasesContrast() const = 0;
 };
+
+// White that recedes by an alpha, where the user does not mind.
+[[nodiscard]] inline Color receding(double alpha, const Canvas& canvas) {
+  return Color::white(canvas.increasesContrast() ? 1 : alpha);
+}
 
 }  // namespace pellar

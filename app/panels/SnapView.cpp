@@ -54,7 +54,10 @@ const std::vector<std::pair<ViewRect, Tile>>& SnapView::cellRects() {
 void SnapView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
   canvas.fillRoundedRect(host().bounds(), cornerRadius, ground);
   for (const auto& [rect, tile] : cellRects())
-    canvas.fillRoundedRect(rect, cellRadius, isLit(tile) ? Color::of(SystemColor::blue) : resting);
+    canvas.fillRoundedRect(rect, cellRadius,
+                           isLit(tile)                  ? Color::of(SystemColor::blue)
+                           : canvas.increasesContrast() ? Color::white()
+                                                        : resting);
 }
 
 AccessibleElement SnapView::describeWhole() const {

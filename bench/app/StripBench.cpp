@@ -26,6 +26,7 @@ class IdleCanvas final : public Canvas {
   }
   void drawCenteredText(std::string_view, const ViewRect&, const Font&, const Color&) override { ++calls; }
   void drawSymbol(Symbol, const ViewRect&, const Color&) override { ++calls; }
+  [[nodiscard]] bool increasesContrast() const override { return false; }
   std::int64_t calls = 0;
 };
 

@@ -227,5 +227,28 @@ TEST_P(AssistiveOnOneDesktop, ACallerWhoMakesNoSenseDoesNoHarm) {
   strip.waitUntilOver(plan);
 }
 
+TEST_P(AssistiveOnOneDesktop, AThemeOfHighContrastPutsALineAroundTheTabInFront) {
+  openTwo();
+  // At the top of a tab, over its marker.
+  const auto hasLine = [this] {
+    const auto window = strip.window();
+    const auto picture = window ? desktop.observer().picture(*window) : std::nullopt;
+    constexpr int tabTop = 3;
+    return picture && std::ranges::any_of(strip.tabs(), [&](const SeenTab& tab) {
+             return (picture->at(tab.marker, tabTop) & 0xffffffU) == 0xffffffU;
+           });
+  };
+  EXPECT_FALSE(hasLine());
+  editor().tell(report, "theme HighContrast");
+  desktop.observer().waitUntil("the tab has a line around it", hasLine);
+  editor().tell(report, "theme Adwaita");
+  desktop.observer().waitUntil("the line is gone", [&] { return !hasLine(); });
+  editor().tell(report, "theme HighContrast");
+  desktop.observer().waitUntil("the tab has a line around it", hasLine);
+  editor().tell(report, "destroy");
+  strip.waitUntilTabs(1);
+  desktop.observer().waitUntil("the line went with the service", [&] { return !hasLine(); });
+}
+
 }  // namespace
 }  // namespace pellar::e2e

@@ -46,7 +46,7 @@ class Application {
   // The program itself gives a window another title, in any bytes.
   void setTitle(Window window, const std::string& title);
   // A command to one window: "destroy", "fixed", "stubborn X Y", "dialog PARENT", "group LEADER",
-  // "storm COUNT PER-SECOND".
+  // "storm COUNT PER-SECOND", "theme NAME" (of the desktop, as a settings service says it).
   void tell(Window window, const std::string& command);
   void tellWithoutWaiting(Window window, const std::string& command);
   // Opens and destroys that many windows in one go.

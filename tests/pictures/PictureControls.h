@@ -22,7 +22,8 @@ class PictureField final : public SearchField {
     SearchFieldLook::drawGround(canvas, frame_);
     const ViewRect line{frame_.minX() + SearchFieldLook::textLeft, frame_.minY() + 4,
                         frame_.width - SearchFieldLook::textLeft - SearchFieldLook::textRight, 14};
-    canvas.drawTruncatedText(placeholder_, line, SearchFieldLook::font, SearchFieldLook::placeholderColor);
+    canvas.drawTruncatedText(placeholder_, line, SearchFieldLook::font,
+                             receding(SearchFieldLook::placeholderColor.alpha, canvas));
   }
 
   [[nodiscard]] std::string text() const override { return {}; }

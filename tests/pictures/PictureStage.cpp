@@ -61,6 +61,7 @@ class TextNotingCanvas final : public Canvas {
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override {
     target_.drawSymbol(symbol, rect, color);
   }
+  [[nodiscard]] bool increasesContrast() const override { return target_.increasesContrast(); }
 
  private:
   static constexpr double widerFont = 8;
@@ -92,13 +93,13 @@ PanelPicture PictureStage::pictureOf(View& view) {
   if (ground_ == PanelBackgroundKind::glass) PanelBackground::drawUnder(picture.image, whole, true);
 
   view.layout();
-  QtCanvas qt(picture.image, whole, scale_, fonts_, sprites_);
+  QtCanvas qt(picture.image, whole, scale_, fonts_, sprites_, increasesContrast_);
   TextNotingCanvas canvas(qt, scale_, measure_, picture.texts);
   view.draw(canvas, bounds());
   for (const PictureField* field : fields) field->draw(canvas);
   for (const PictureList* list : lists) {
     QtCanvas qtInList(picture.image, whole.intersected(pixels(list->frame(), scale_)), scale_, fonts_,
-                      sprites_);
+                      sprites_, increasesContrast_);
     TextNotingCanvas inList(qtInList, scale_, measure_, picture.texts);
     list->draw(inList);
   }

@@ -39,6 +39,7 @@ class PictureStage final : public ViewHost {
   void resize(Size size) { size_ = size; }
   // How many pixels a point has in pictures taken from now on; 1 at first.
   void setScale(double scale) { scale_ = scale; }
+  void setIncreasesContrast(bool increases) { increasesContrast_ = increases; }
   [[nodiscard]] PanelPicture pictureOf(View& view);
 
   [[nodiscard]] ViewRect bounds() const override { return {0, 0, size_.width, size_.height}; }
@@ -61,6 +62,7 @@ class PictureStage final : public ViewHost {
  private:
   Size size_;
   double scale_ = 1;
+  bool increasesContrast_ = false;
   PanelBackgroundKind ground_;
   SteadyMeasure measure_;
   QtTextMeasure fonts_;

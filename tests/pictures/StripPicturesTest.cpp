@@ -48,6 +48,11 @@ TEST_F(StripPicture, AtTwice) {
   expectLikePicture(stage.pictureOf(view), "strip-200");
 }
 
+TEST_F(StripPicture, WithMoreContrast) {
+  stage.setIncreasesContrast(true);
+  expectLikePicture(stage.pictureOf(view), "strip-contrast");
+}
+
 TEST_F(StripPicture, WithThePointerOnATab) {
   pointAt(0);
   expectLikePicture(stage.pictureOf(view), "strip-hovered");

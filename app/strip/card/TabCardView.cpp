@@ -90,7 +90,8 @@ void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
   } else {
     canvas.drawTruncatedText(title_, titleRect(), titleFont, Color::white());
   }
-  if (subtitle_) canvas.drawMiddleTruncatedText(*subtitle_, subtitleRect(), subtitleFont, Color::white(0.55));
+  if (subtitle_)
+    canvas.drawMiddleTruncatedText(*subtitle_, subtitleRect(), subtitleFont, receding(0.55, canvas));
 
   const auto rects = buttonRects();
   for (std::size_t i = 0; i < buttons.size(); ++i) {
@@ -103,7 +104,7 @@ void TabCardView::draw(Canvas& canvas, const ViewRect& /*dirty*/) {
       }
       canvas.fillRoundedRect(rect, 6, ground);
     }
-    canvas.drawCenteredText(buttons[i].text, rect, buttonFont, Color::white(0.85));
+    canvas.drawCenteredText(buttons[i].text, rect, buttonFont, receding(0.85, canvas));
   }
 }
 

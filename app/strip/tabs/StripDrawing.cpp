@@ -8,8 +8,18 @@ constexpr Font closeFont{13, FontWeight::regular};
 constexpr double symbolSide = 14;
 constexpr double markerSide = 9;
 
+// Where a shade is too little, a line around it.
+void drawOutline(const ViewRect& rect, Canvas& canvas) {
+  constexpr double line = 2;
+  constexpr Color ground{0, 0, 0, 1, std::nullopt};
+  canvas.fillRoundedRect(rect, 8, Color::white());
+  canvas.fillRoundedRect(rect.grown(-line), 8 - line, ground);
+}
+
 void drawTab(const TabItem& tab, const ViewRect& rect, bool raised, const Color& accent, Canvas& canvas) {
-  if (tab.active) {
+  if (tab.active && canvas.increasesContrast()) {
+    drawOutline(rect, canvas);
+  } else if (tab.active) {
     canvas.fillRoundedRect(rect, 8, Color::white(0.2));
   } else if (raised) {
     canvas.fillRoundedRect(rect, 8, Color::white(0.1));
@@ -25,19 +35,19 @@ void drawTab(const TabItem& tab, const ViewRect& rect, bool raised, const Color&
   if (!roomForLabel) return;
 
   canvas.drawTruncatedText(tab.label, {rect.minX() + 24, rect.midY() - 8, rect.width - 46, 16}, labelFont,
-                           Color::white(tab.active ? 1 : 0.78));
+                           receding(tab.active ? 1 : 0.78, canvas));
   const ViewRect close = StripLayout::closeSquare(rect);
-  canvas.drawText("×", {close.minX() + 3, close.minY() - 2}, closeFont, Color::white(0.5));
+  canvas.drawText("×", {close.minX() + 3, close.minY() - 2}, closeFont, receding(0.5, canvas));
 }
 
-Color toolColor(StripAction action, bool autoSaveOn) {
-  if (action == StripAction::closeWindow) return Color::white(0.9);
+Color toolColor(StripAction action, bool autoSaveOn, const Canvas& canvas) {
+  if (action == StripAction::closeWindow) return receding(0.9, canvas);
   if (action == StripAction::autoSave && autoSaveOn) return Color::of(SystemColor::green);
-  return Color::white(0.75);
+  return receding(0.75, canvas);
 }
 
 void drawTool(const PlacedTool& placed, bool autoSaveOn, Canvas& canvas) {
-  const Color color = toolColor(placed.tool.action, autoSaveOn);
+  const Color color = toolColor(placed.tool.action, autoSaveOn, canvas);
   const ViewRect& rect = placed.rect;
   if (placed.tool.action == StripAction::search) {
     canvas.drawSymbol(Symbol::magnifyingGlass,

@@ -19,8 +19,13 @@ namespace pellar {
 class QtCanvas final : public Canvas {
  public:
   QtCanvas(QImage& picture, const QRect& clip, double scale, const QtTextMeasure& measure,
-           SpriteCache& sprites)
-      : picture_(picture), clip_(clip), scale_(scale), measure_(measure), sprites_(sprites) {}
+           SpriteCache& sprites, bool increasesContrast = false)
+      : picture_(picture),
+        clip_(clip),
+        scale_(scale),
+        measure_(measure),
+        sprites_(sprites),
+        increasesContrast_(increasesContrast) {}
 
   // Of a line of text, in points.
   [[nodiscard]] double lineHeight(const Font& font) const;
@@ -36,6 +41,7 @@ class QtCanvas final : public Canvas {
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override;
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
+  [[nodiscard]] bool increasesContrast() const override { return increasesContrast_; }
 
  private:
   // From here on in pixels, which is what sprites and faces know.
@@ -55,6 +61,7 @@ class QtCanvas final : public Canvas {
   double scale_;
   const QtTextMeasure& measure_;
   SpriteCache& sprites_;
+  bool increasesContrast_;
 };
 
 }  // namespace pellar

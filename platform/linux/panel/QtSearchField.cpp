@@ -129,8 +129,9 @@ void QtSearchField::drawAtRest(QtCanvas& canvas, const ViewRect& dirty) const {
   const double height = canvas.lineHeight(SearchFieldLook::font);
   const ViewRect line{frame_.minX() + SearchFieldLook::textLeft, frame_.midY() - height / 2,
                       frame_.width - SearchFieldLook::textLeft - SearchFieldLook::textRight, height};
-  canvas.drawTruncatedText(empty ? placeholder_ : text_, line, SearchFieldLook::font,
-                           empty ? SearchFieldLook::placeholderColor : SearchFieldLook::textColor);
+  canvas.drawTruncatedText(
+      empty ? placeholder_ : text_, line, SearchFieldLook::font,
+      empty ? receding(SearchFieldLook::placeholderColor.alpha, canvas) : SearchFieldLook::textColor);
 }
 
 }  // namespace pellar

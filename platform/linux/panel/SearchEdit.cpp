@@ -140,7 +140,8 @@ void SearchEdit::paintEvent(QPaintEvent* event) {
   const QSize pixels = (QSizeF(size()) * ratio).toSize();
   QImage ground(pixels, QImage::Format_ARGB32_Premultiplied);
   PanelBackground::drawUnder(ground, ground.rect(), services.compositor.blends());
-  QtCanvas canvas(ground, ground.rect(), panel_.scale(), services.measure, services.sprites);
+  QtCanvas canvas(ground, ground.rect(), panel_.scale(), services.measure, services.sprites,
+                  services.contrast.isIncreased());
   SearchFieldLook::drawGround(canvas,
                               {0, 0, pixels.width() / panel_.scale(), pixels.height() / panel_.scale()});
   ground.setDevicePixelRatio(ratio);

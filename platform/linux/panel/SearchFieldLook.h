@@ -14,7 +14,8 @@ inline constexpr double textRight = 8;  // from its right edge
 // The rounded ground and the magnifying glass.
 inline void drawGround(Canvas& canvas, const ViewRect& frame) {
   canvas.fillRoundedRect(frame, 8, Color::white(0.1));
-  canvas.drawSymbol(Symbol::magnifyingGlass, {frame.minX() + 8, frame.midY() - 6, 12, 12}, Color::white(0.6));
+  canvas.drawSymbol(Symbol::magnifyingGlass, {frame.minX() + 8, frame.midY() - 6, 12, 12},
+                    receding(0.6, canvas));
 }
 
 }  // namespace pellar::SearchFieldLook

@@ -305,13 +305,14 @@ void X11Panel::paintPart(const QRect& part) {
   } else {
     fill(picture_, part, 0);
   }
-  QtCanvas canvas(picture_, part, scale_, services_.measure, services_.sprites);
+  QtCanvas canvas(picture_, part, scale_, services_.measure, services_.sprites,
+                  services_.contrast.isIncreased());
   const ViewRect dirty = points(part);
   if (view_ != nullptr) view_->draw(canvas, dirty);
   for (const QtSearchField* field : fields_) field->drawAtRest(canvas, dirty);
   for (QtListView* list : lists_) {
     QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), scale_, services_.measure,
-                     services_.sprites);
+                     services_.sprites, services_.contrast.isIncreased());
     list->draw(clipped, dirty);
   }
   if (style_.glass) PanelBackground::drawOver(picture_, part, scale_, blends);

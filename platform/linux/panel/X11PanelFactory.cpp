@@ -110,6 +110,10 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
     for (const auto& [window, panel] : panels_) panel->blendingChanged();
     return;
   }
+  if (services_.contrast.handle(event)) {
+    for (const auto& [window, panel] : panels_) panel->setNeedsDisplay();
+    return;
+  }
   if (tellsNewStack(event)) {
     for (const auto& [window, panel] : panels_) panel->stack().noteStacking();
     return;

@@ -12,6 +12,7 @@
 #include "platform/linux/panel/X11KeyboardFocus.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Contrast.h"
 #include "platform/linux/x11/X11Density.h"
 #include "platform/linux/x11/X11Mirror.h"
 #include "platform/shared/panel/KeyOwner.h"
@@ -29,6 +30,7 @@ struct X11PanelServices {
   EventMonitors& monitors;
   std::function<void(const ObservedClick&)> reportPress;  // before the press is delivered
   X11Compositor compositor{connection.xcb(), screen};
+  X11Contrast contrast{connection.xcb(), screen};
   QtTextMeasure measure{};
   SpriteCache sprites{};
   KeyOwner keys{loop};

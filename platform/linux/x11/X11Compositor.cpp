@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/linux/x11/ScreenNumber.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -24,15 +25,6 @@ xcb_visualid_t translucentVisual(const xcb_screen_t& screen) {
     }
   }
   return XCB_NONE;
-}
-
-int screenNumber(xcb_connection_t* connection, const xcb_screen_t& screen) {
-  int number = 0;
-  for (auto each = xcb_setup_roots_iterator(xcb_get_setup(connection)); each.rem > 0;
-       xcb_screen_next(&each), ++number) {
-    if (each.data->root == screen.root) return number;
-  }
-  return 0;
 }
 
 }  // namespace

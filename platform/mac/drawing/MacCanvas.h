@@ -18,6 +18,7 @@ class MacCanvas final : public Canvas {
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override;
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
+  [[nodiscard]] bool increasesContrast() const override;
 };
 
 }  // namespace pellar

@@ -22,8 +22,18 @@ using pellar::MouseEvent;
     self.clipsToBounds = YES;
     [self registerForDraggedTypes:@[ NSPasteboardTypeFileURL ]];
     _accessible = [[AccessibleTree alloc] initWithHost:self];
+    // More contrast than before, or less. An observer that is gone is told nothing.
+    [NSWorkspace.sharedWorkspace.notificationCenter
+        addObserver:self
+           selector:@selector(displayOptionsChanged:)
+               name:NSWorkspaceAccessibilityDisplayOptionsDidChangeNotification
+             object:nil];
   }
   return self;
+}
+
+- (void)displayOptionsChanged:(NSNotification*)notification {
+  self.needsDisplay = YES;
 }
 
 - (BOOL)isFlipped {

@@ -89,10 +89,11 @@ void DrawnList::drawLabel(Canvas& canvas, const ListLabel& label, std::string_vi
                           double rowTop) const {
   const ViewRect place{frame_.minX() + label.inset, rowTop + label.top, frame_.width - 2 * label.inset,
                        label.height};
+  const Color color = canvas.increasesContrast() ? Color::white() : label.color;
   if (label.truncation == ListLabel::Truncation::middle) {
-    canvas.drawMiddleTruncatedText(text, place, label.font, label.color);
+    canvas.drawMiddleTruncatedText(text, place, label.font, color);
   } else {
-    canvas.drawTruncatedText(text, place, label.font, label.color);
+    canvas.drawTruncatedText(text, place, label.font, color);
   }
 }
 

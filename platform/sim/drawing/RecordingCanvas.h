@@ -11,7 +11,8 @@ namespace pellar {
 class RecordingCanvas final : public Canvas {
  public:
   // `bounds`: the view's; what lies outside is not on the screen and is left out.
-  explicit RecordingCanvas(const ViewRect& bounds) : bounds_(bounds) {}
+  explicit RecordingCanvas(const ViewRect& bounds, bool increasesContrast = false)
+      : bounds_(bounds), increasesContrast_(increasesContrast) {}
 
   void fillRoundedRect(const ViewRect& rect, double radius, const Color& color) override;
   void drawText(std::string_view text, ViewPoint origin, const Font& font, const Color& color) override;
@@ -24,6 +25,7 @@ class RecordingCanvas final : public Canvas {
   void drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                         const Color& color) override;
   void drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) override;
+  [[nodiscard]] bool increasesContrast() const override { return increasesContrast_; }
 
   [[nodiscard]] const std::vector<DrawnItem>& items() const { return items_; }
 
@@ -34,6 +36,7 @@ class RecordingCanvas final : public Canvas {
                  const Font& font, const Color& color);
 
   ViewRect bounds_;
+  bool increasesContrast_;
   SimTextMeasure measure_;
   std::vector<DrawnItem> items_;
 };

@@ -28,6 +28,11 @@ bool SimPanels::contains(const SimPanel* panel) const {
   return std::find(frontToBack_.begin(), frontToBack_.end(), panel) != frontToBack_.end();
 }
 
+void SimPanels::setIncreasesContrast(bool increases) {
+  increasesContrast_ = increases;
+  for (SimPanel* const panel : frontToBack_) panel->host().setNeedsDisplay();
+}
+
 void SimPanels::tellAccessibleChange() {
   if (accessibleChange_.empty() || std::exchange(accessibleChangePosted_, true)) return;
   loop_.post([this] {

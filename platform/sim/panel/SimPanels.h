@@ -36,6 +36,10 @@ class SimPanels final : public PanelFactory {
   [[nodiscard]] KeyOwner& keys() { return keys_; }
   [[nodiscard]] SimPanel* key() const { return static_cast<SimPanel*>(keys_.keyPanel()); }
 
+  // The user asks his system for more contrast, or no longer.
+  void setIncreasesContrast(bool increases);
+  [[nodiscard]] bool increasesContrast() const { return increasesContrast_; }
+
   // Assistive technologies hear that what the panels tell may be something else now.
   [[nodiscard]] Subscription onAccessibleChange(std::function<void()> callback) {
     return accessibleChange_.add(std::move(callback));
@@ -57,6 +61,7 @@ class SimPanels final : public PanelFactory {
   KeyOwner keys_;
   CallbackList<> accessibleChange_;
   bool accessibleChangePosted_ = false;
+  bool increasesContrast_ = false;
 };
 
 }  // namespace pellar

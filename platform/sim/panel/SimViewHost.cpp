@@ -102,7 +102,7 @@ void SimViewHost::display() {
   const auto dirty = dirty_ ? dirty_->intersection(bounds()) : std::nullopt;
   dirty_.reset();
   if (!dirty) return;
-  RecordingCanvas canvas(bounds());
+  RecordingCanvas canvas(bounds(), panel_.owner().increasesContrast());
   view_->draw(canvas, *dirty);
   for (const SimListView* list : fields_->lists) list->draw(canvas);
   if (*dirty == bounds()) drawing_.clear();

@@ -177,5 +177,36 @@ TEST_F(ScreenReader, NothingOfAHiddenStripIsThere) {
   EXPECT_EQ(reader().reads(), Lines{});
 }
 
+// --- and of one who sees little ---
+
+TEST_F(ScreenReader, WithMoreContrastNoTextRecedesAndTheTabInFrontHasAnOutline) {
+  used("Documents/Letter.txt", 2);
+  openTwo();
+  strip().clickSearchField();
+  const auto faintest = [this] {
+    double alpha = 1;
+    mac.settle();
+    for (SimPanel* const panel : mac.panels().all()) {
+      if (!panel->isVisible()) continue;
+      for (const auto& item : panel->drawing().items())
+        if (item.isText()) alpha = std::min(alpha, item.color.alpha);
+    }
+    return alpha;
+  };
+  const auto outlined = [this] {
+    const ViewRect tab = reader().element("Plan").frame;
+    return std::ranges::any_of(strip().panel().drawing().items(), [&](const DrawnItem& item) {
+      return !item.isText() && item.rect == tab && item.color == Color::white();
+    });
+  };
+  EXPECT_LT(faintest(), 0.6);
+  EXPECT_FALSE(outlined());
+  mac.panels().setIncreasesContrast(true);
+  EXPECT_EQ(faintest(), 1);
+  EXPECT_TRUE(outlined());
+  mac.panels().setIncreasesContrast(false);
+  EXPECT_LT(faintest(), 0.6);
+}
+
 }  // namespace
 }  // namespace pellar

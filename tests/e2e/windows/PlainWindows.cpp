@@ -157,6 +157,32 @@ void PlainWindows::churn(int count) {
   }
 }
 
+void PlainWindows::publishTheme(xcb_window_t window, const std::string& theme) {
+  std::string settings;
+  const auto number = [&](std::size_t value, unsigned size) {
+    for (unsigned i = 0; i < size; ++i) settings += static_cast<char>((value >> (8 * i)) & 0xffU);
+  };
+  const auto text = [&](const std::string& value) {
+    settings += value;
+    while (settings.size() % 4 != 0) settings += '\0';
+  };
+  const std::string name = "Net/ThemeName";
+  number(0, 4);  // the least significant byte first
+  number(1, 4);
+  number(1, 4);  // one setting,
+  number(1, 1);  // a text
+  number(0, 1);
+  number(name.size(), 2);
+  text(name);
+  number(1, 4);
+  number(theme.size(), 4);
+  text(theme);
+  const auto property = atom("_XSETTINGS_SETTINGS");
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, window, property, property, 8,
+                      static_cast<std::uint32_t>(settings.size()), settings.data());
+  xcb_set_selection_owner(connection_, window, atom("_XSETTINGS_S0"), XCB_CURRENT_TIME);
+}
+
 std::string PlainWindows::run(const std::string& line) {
   std::istringstream input(line);
   std::string command;
@@ -192,6 +218,10 @@ std::string PlainWindows::run(const std::string& line) {
   } else if (command == "destroy") {
     xcb_destroy_window(connection_, window);
     windows_.erase(window);
+  } else if (command == "theme") {
+    std::string theme;
+    input >> theme;
+    publishTheme(window, theme);
   } else if (command == "fixed") {
     fixSize(window);
   } else if (command == "stubborn") {

@@ -44,6 +44,8 @@ class PlainWindows {
   void setShadow(xcb_window_t window, std::uint32_t margin);
   void storm(xcb_window_t window, int count, int perSecond);
   void churn(int count);
+  // Has the window be the service that says which theme the desktop has.
+  void publishTheme(xcb_window_t window, const std::string& theme);
   void answer(const xcb_generic_event_t& event);
   void noteKey(const xcb_key_press_event_t& press);
 
