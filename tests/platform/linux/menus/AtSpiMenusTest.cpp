@@ -14,6 +14,7 @@
 #include <fstream>
 #include <string>
 
+#include "platform/linux/menus/AtSpiBus.h"
 #include "tests/e2e/Stopping.h"
 #include "tests/platform/linux/X11WorldTest.h"
 
@@ -252,8 +253,10 @@ TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPe
     early = startProgram("early.txt");
     ASSERT_TRUE(world.wait([&] { return isKnown(*early); }));
     EXPECT_FALSE(isInviting(bus));
+    EXPECT_FALSE(AtSpiBus::hasInvited());
     static_cast<void>(menuBar(*early));
     EXPECT_TRUE(isInviting(bus));
+    EXPECT_TRUE(AtSpiBus::hasInvited()) << "and Pellar must not follow its own invitation";
     early->end();
 
     late = startProgram("letter.txt");
@@ -276,6 +279,7 @@ TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPe
     late->end();
   }
   EXPECT_FALSE(isInviting(bus)) << "the setting is the user's again";
+  EXPECT_FALSE(AtSpiBus::hasInvited());
   QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
 }
 
