@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <optional>
 
@@ -43,6 +45,29 @@ TEST_F(TagMenu, AChosenColourIsOnTheTabAtOnceAndChecked) {
             (Rows{"✓ Red", "Orange", "Yellow", "Green", "Blue", "Purple", "---", "None"}));
   EXPECT_EQ(tabMenu("Report", "Colour tag"),
             (Rows{"Red", "Orange", "Yellow", "Green", "Blue", "Purple", "---", "None"}));
+}
+
+TEST_F(TagMenu, TheTabHasItsColourBeforeAnythingElseIsSeen) {
+  open("Plan");
+  start();
+  std::optional<Color> seen;
+  mac.menus().next([&](SimOpenMenu& menu) {
+    mac.mainLoop().postInDefaultMode([&] { seen = strip().tagOf("Plan"); });
+    menu.choose({"Colour tag", "Red"});
+  });
+  strip().rightClickTab("Plan");
+  EXPECT_EQ(seen, Color::of(SystemColor::red));
+}
+
+TEST_F(TagMenu, AColourThatCannotBeSavedIsSaidOnce) {
+  open("Plan");
+  start();
+  const auto folder = mac.platform().folders.applicationSupport / "Pellar";
+  std::filesystem::remove_all(folder);
+  std::ofstream(folder) << "in the way";
+  choose("Plan", {"Colour tag", "Red"});
+  EXPECT_EQ(log.countStarting("state save failed: "), 1);
+  EXPECT_EQ(strip().tagOf("Plan"), Color::of(SystemColor::red));
 }
 
 TEST_F(TagMenu, AColourChosenTwiceStays) {
