@@ -7,10 +7,11 @@
 #include <string_view>
 #include <utility>
 
+#include "tests/simulation/PanelSizes.h"
+
 namespace pellar {
 namespace {
 
-constexpr double stripHeight = 32;
 constexpr double smallestPushedHeight = 200;
 constexpr double pushTolerance = 0.5;
 constexpr double zoomTolerance = 2;

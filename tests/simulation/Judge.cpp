@@ -6,10 +6,11 @@
 #include <string_view>
 #include <utility>
 
+#include "tests/simulation/PanelSizes.h"
+
 namespace pellar {
 namespace {
 
-constexpr double stripHeight = 32;
 constexpr double tolerance = 0.5;
 std::string text(const ScreenRect& rect) {
   std::ostringstream out;

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "tests/simulation/PanelSizes.h"
+
 namespace pellar {
 namespace {
 
 constexpr Size dropdownSize{480, 300};
 constexpr Size cardSize{200, 58};
-constexpr Size pickerSize{372, 150};
 
 }  // namespace
 

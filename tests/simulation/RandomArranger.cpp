@@ -1,16 +1,18 @@
 #include "tests/simulation/RandomArranger.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "tests/simulation/PanelSizes.h"
+
 namespace pellar {
 namespace {
 
 constexpr std::string_view zoomTool = "\u25A1";
-constexpr Size pickerSize{372, 150};
 
 // Where in the picker a tile is chosen, in view coordinates.
 struct Cell {

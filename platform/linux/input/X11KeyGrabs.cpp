@@ -30,11 +30,6 @@ std::optional<std::uint32_t> keysymOf(std::uint16_t keyCode) {
   return std::nullopt;
 }
 
-template <class Reply>
-XcbReply<Reply> owned(Reply* reply) {
-  return XcbReply<Reply>(reply);
-}
-
 // Every sum of some of `masks` and `base`.
 std::set<std::uint16_t> sums(std::uint16_t base, const std::vector<std::uint16_t>& masks) {
   std::set<std::uint16_t> result{base};

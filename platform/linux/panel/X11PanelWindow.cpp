@@ -22,11 +22,6 @@ constexpr std::string_view className{classNames, sizeof classNames};
 constexpr std::string_view title = "Pellar";
 constexpr std::uint32_t putImageHeader = 64;  // more than PutImage needs
 
-template <class Reply>
-XcbReply<Reply> owned(Reply* reply) {
-  return XcbReply<Reply>(reply);
-}
-
 xcb_rectangle_t rectangle(int x, int y, int width, int height) {
   return {static_cast<std::int16_t>(x), static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
           static_cast<std::uint16_t>(height)};

@@ -10,11 +10,6 @@
 namespace pellar {
 namespace {
 
-template <class Reply>
-XcbReply<Reply> owned(Reply* reply) {
-  return XcbReply<Reply>(reply);
-}
-
 // A 32-bit true-colour visual; 0 when the screen has none.
 xcb_visualid_t translucentVisual(const xcb_screen_t& screen) {
   for (auto depth = xcb_screen_allowed_depths_iterator(&screen); depth.rem > 0; xcb_depth_next(&depth)) {

@@ -14,4 +14,9 @@ struct XcbFree {
 template <class Reply>
 using XcbReply = std::unique_ptr<Reply, XcbFree>;
 
+template <class Reply>
+[[nodiscard]] XcbReply<Reply> owned(Reply* reply) {
+  return XcbReply<Reply>(reply);
+}
+
 }  // namespace pellar

@@ -18,8 +18,8 @@ class X11DialogsTest : public X11WorldTest {
     for (const char* title : {"first", "second", "third"}) open(editor, title, {200, 150, 500, 300});
   }
 
-  WorldWindow open(ProcessId pid, const std::string& title, const AxRect& place) {
-    const auto window = world().open(pid, title, place);
+  WorldWindow open(ProcessId pid, const std::string& title, const AxRect& where) {
+    const auto window = world().open(pid, title, where);
     elementOf(pid, title);
     return windows[title] = window;
   }
