@@ -60,7 +60,8 @@ bool isDefault(NSButton* button) {
 
 @end
 
-// A window whose default button no key presses for a while, and where Return presses the button that has the keyboard.
+// A window whose default button no key presses for a while, and where Return presses the button that has the
+// keyboard.
 @interface RestingWindow : NSWindow
 
 - (void)restDefaultButtonFor:(NSTimeInterval)seconds;
