@@ -151,6 +151,7 @@ class QtPlainWindow::Dialog : public QDialog {
 
   void restDefaultButton(std::chrono::milliseconds time) {
     rest_ = time;
+    sinceKeys_.invalidate();
     if (isActiveWindow()) sinceKeys_.start();
   }
 

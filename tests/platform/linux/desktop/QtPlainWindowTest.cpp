@@ -256,6 +256,31 @@ TEST_F(PlainWindows, RestKeysThatWereMeantForAnotherWindow) {
   EXPECT_TRUE(waitUntil([&] { return pressed.size() == 2; }));
 }
 
+TEST_F(PlainWindows, RestFromTheMomentTheyHaveTheKeyboardAgain) {
+  int pressed = 0;
+  show({.title = "Terms",
+        .contentSize = {440, 360},
+        .elements = {
+            WindowButton{.title = "I Agree", .handler = [&pressed] { ++pressed; }, .isDefault = true}}});
+  QtPlainWindow other({.title = "Other", .contentSize = {200, 100}, .elements = {}});
+  other.makeKeyAndOrderFront();
+  ASSERT_TRUE(waitUntil([this] { return !isActive() && !native->isActiveWindow(); }));
+  // The user works elsewhere for longer than the rest lasts.
+  constexpr auto rest = 3s;
+  const QDeadlineTimer elsewhere(rest);
+  ASSERT_TRUE(waitUntil([&elsewhere] { return elsewhere.hasExpired(); }));
+  window->restDefaultButton(rest);
+  window->makeKeyAndOrderFront();
+  ASSERT_TRUE(waitUntil([this] { return isActive() && native->isActiveWindow(); }));
+  int heard = 0;
+  QShortcut last(QKeySequence(Qt::Key_F9), native, [&heard] { ++heard; });
+  constexpr std::uint32_t f9 = 0xffc6;
+  strike(returnKey);
+  strike(f9);
+  ASSERT_TRUE(waitUntil([&heard] { return heard == 1; }));
+  EXPECT_EQ(pressed, 0);
+}
+
 TEST_F(PlainWindows, ReturnPressesARoundedButtonThatHasTheKeyboard) {
   std::vector<std::string> pressed;
   const auto button = [&pressed](const char* title, bool isDefault, ButtonBezel bezel) {
