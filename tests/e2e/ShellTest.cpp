@@ -29,6 +29,20 @@ constexpr int hiddenAppsItem = 2;
 class FirstStart : public Shell, public ::testing::WithParamInterface<WindowManager> {
  protected:
   FirstStart() : Shell(GetParam()) {}
+
+  void quitInTheTermsBy(std::uint32_t key) {
+    openEditor();
+    startFresh();
+    const auto terms = waitForOwnWindow(termsTitle);
+    // From "I Agree" back to "Quit".
+    moveFocus(terms, /*backward=*/true);
+    strike(key);
+    const auto ending = pellar->waitForEnd();
+    ASSERT_TRUE(ending.has_value());
+    EXPECT_EQ(ending->exitCode, 0);
+    EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
+    pellar.reset();
+  }
 };
 
 PELLAR_FOR_EVERY_WINDOW_MANAGER(FirstStart);
@@ -66,28 +80,11 @@ TEST_P(FirstStart, ShowsTheTermsAndNoStripUntilTheyAreAccepted) {
 }
 
 TEST_P(FirstStart, QuittingInTheTermsEndsTheProgramAndRecordsNothing) {
-  openEditor();
-  startFresh();
-  const auto terms = waitForOwnWindow(termsTitle);
-  // From "I Agree" back to "Quit".
-  moveFocus(terms, /*backward=*/true);
-  strike(spaceKey);
-  const auto ending = pellar->waitForEnd();
-  ASSERT_TRUE(ending.has_value());
-  EXPECT_EQ(ending->exitCode, 0);
-  EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
-  pellar.reset();
+  quitInTheTermsBy(spaceKey);
 }
 
 TEST_P(FirstStart, ReturnOnQuitInTheTermsQuits) {
-  openEditor();
-  startFresh();
-  const auto terms = waitForOwnWindow(termsTitle);
-  moveFocus(terms, /*backward=*/true);
-  strike(returnKey);
-  ASSERT_TRUE(pellar->waitForEnd().has_value());
-  EXPECT_FALSE(stateHas("acceptedEulaVersion\": \"1"));
-  pellar.reset();
+  quitInTheTermsBy(returnKey);
 }
 
 TEST_P(FirstStart, TheMenuIsThereBeforeTheTermsAreAccepted) {

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "app/strip/tabs/StripWords.h"
+
 namespace pellar {
 namespace {
 
@@ -58,16 +60,13 @@ std::string_view textOf(StripAction action, bool autoSaveOn) {
       return "";
     case StripAction::more:
       return "⋯";
-    case StripAction::rename:
-      return "Rename";
     case StripAction::autoSave:
       return autoSaveOn ? "● Auto-save" : "○ Auto-save";
+    case StripAction::rename:
     case StripAction::saveAll:
-      return "Save all";
     case StripAction::closeAll:
-      return "Close all";
     case StripAction::groups:
-      return "Groups";
+      return StripWords::name(action);
     case StripAction::newDoc:
       return "+";
     case StripAction::minimize:

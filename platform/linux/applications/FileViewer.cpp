@@ -17,14 +17,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto fileManagerBusTime = 1s;
 // A file manager may first have to start.
 constexpr int answerMilliseconds = 5000;
 
 bool showItem(const std::string& path) {
-  const auto address = SessionBus::address();
-  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + fileManagerBusTime))
-    return false;
+  const auto address = SessionBus::answering(1s);
+  if (!address) return false;
   const QString name = QStringLiteral("pellar-file-manager");
   bool shown = false;
   {

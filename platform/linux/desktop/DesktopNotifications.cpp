@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto busTime = 300ms;
 constexpr int answerMilliseconds = 5000;
 constexpr int ownTimeToLive = -1;
 
@@ -40,9 +39,8 @@ QString connectionName() {
 void DesktopNotifications::call(const QString& method, const QVariantList& arguments,
                                 std::function<void(const QDBusMessage& answer)> receive) {
   const auto failed = QDBusMessage::createError(QDBusError::NoServer, QStringLiteral("no session bus"));
-  const auto address = SessionBus::address();
-  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime))
-    return receive(failed);
+  const auto address = SessionBus::answering(300ms);
+  if (!address) return receive(failed);
   // For this call alone: a connection that stays would take part in the bus's traffic.
   const QString name = connectionName();
   const QDBusConnection bus = QDBusConnection::connectToBus(*address, name);

@@ -21,11 +21,10 @@
 #include <array>
 #include <cstdint>
 #include <memory>
-#include <string_view>
 #include <utility>
 
 #include "platform/linux/desktop/MenuBarIcon.h"
-#include "platform/linux/x11/XcbReply.h"
+#include "platform/linux/x11/InternAtom.h"
 
 namespace pellar {
 namespace {
@@ -95,14 +94,11 @@ void limitFrame(QWidget& window, bool closable) {
   constexpr std::uint32_t closing = 32;
   constexpr std::uint32_t borderAndTitle = 2 | 8;
   const Hints hints{functionsAndDecorations, closable ? move | closing : move, borderAndTitle, 0, 0};
-  constexpr std::string_view name = "_MOTIF_WM_HINTS";
   auto* const connection = qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-  const XcbReply<xcb_intern_atom_reply_t> atom(xcb_intern_atom_reply(
-      connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-      nullptr));
-  if (!atom) return;
-  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()),
-                      atom->atom, atom->atom, 32, sizeof hints / sizeof hints.flags, &hints);
+  const xcb_atom_t property = internAtom(connection, "_MOTIF_WM_HINTS");
+  if (property == XCB_ATOM_NONE) return;
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(window.winId()), property,
+                      property, 32, sizeof hints / sizeof hints.flags, &hints);
 }
 
 // With `grows` it takes what room its column has left.

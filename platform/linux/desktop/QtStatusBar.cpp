@@ -18,9 +18,7 @@ namespace pellar {
 namespace {
 
 bool hasSessionBus() {
-  constexpr std::chrono::milliseconds trayBusTime{300};
-  const auto address = SessionBus::address();
-  return address && SessionBus::answers(*address, std::chrono::steady_clock::now() + trayBusTime);
+  return SessionBus::answering(std::chrono::milliseconds(300)).has_value();
 }
 
 }  // namespace

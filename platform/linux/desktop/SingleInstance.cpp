@@ -8,6 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/x11/InternAtom.h"
+#include "platform/linux/x11/X11Selection.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -15,19 +17,6 @@ namespace {
 
 // A program that works is much faster, and a user does not wait longer for one that does not.
 constexpr std::chrono::seconds answerTime{5};
-
-xcb_atom_t atom(xcb_connection_t* connection, std::string_view name) {
-  const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-      connection, xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.data()),
-      nullptr));
-  return reply ? reply->atom : static_cast<xcb_atom_t>(XCB_ATOM_NONE);
-}
-
-xcb_window_t ownerOf(xcb_connection_t* connection, xcb_atom_t selection) {
-  const XcbReply<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, selection), nullptr));
-  return reply ? reply->owner : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
-}
 
 }  // namespace
 
@@ -46,8 +35,8 @@ SingleInstance::~SingleInstance() {
 
 bool SingleInstance::own() {
   if (xcb_connection_has_error(connection_) != 0) return true;
-  selection_ = atom(connection_, "_PELLAR_INSTANCE");
-  request_ = atom(connection_, "_PELLAR_OPEN_MENU");
+  selection_ = internAtom(connection_, "_PELLAR_INSTANCE");
+  request_ = internAtom(connection_, "_PELLAR_OPEN_MENU");
   const auto* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
   window_ = xcb_generate_id(connection_);
   const std::uint32_t overrideRedirect = 1;
@@ -59,7 +48,8 @@ bool SingleInstance::own() {
     if (answer != Answer::ended) return false;
   }
   // A round trip: everything has been carried out.
-  if (ownerOf(connection_, selection_) != window_) return xcb_connection_has_error(connection_) != 0;
+  if (X11Selection::owner(connection_, selection_) != window_)
+    return xcb_connection_has_error(connection_) != 0;
   notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(connection_), QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { take(); });
   return true;
@@ -69,7 +59,7 @@ bool SingleInstance::own() {
 xcb_window_t SingleInstance::takeUnlessOwned() const {
   // Two copies started at the same moment must not both find the display free.
   xcb_grab_server(connection_);
-  const xcb_window_t owner = ownerOf(connection_, selection_);
+  const xcb_window_t owner = X11Selection::owner(connection_, selection_);
   if (owner == XCB_WINDOW_NONE) xcb_set_selection_owner(connection_, window_, selection_, XCB_CURRENT_TIME);
   xcb_ungrab_server(connection_);
   return owner;

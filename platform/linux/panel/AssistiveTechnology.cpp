@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto busTime = 300ms;
 constexpr int answerMilliseconds = 5000;
 
 const QString service = QStringLiteral("org.a11y.Bus");
@@ -44,8 +43,7 @@ AssistiveTechnology::AssistiveTechnology(MainLoop& loop, std::function<void(bool
 AssistiveTechnology::~AssistiveTechnology() = default;
 
 void AssistiveTechnology::watch() {
-  const auto address = SessionBus::address();
-  if (!address || !SessionBus::answers(*address, std::chrono::steady_clock::now() + busTime)) return;
+  if (!SessionBus::answering(300ms)) return;
   // The connection that the status item has, too.
   auto session = QDBusConnection::sessionBus();
   if (!session.isConnected()) return;

@@ -101,4 +101,9 @@ bool answers(const QString& address, Clock::time_point deadline) {
   return false;
 }
 
+std::optional<QString> answering(std::chrono::milliseconds time) {
+  auto found = address();
+  return found && answers(*found, Clock::now() + time) ? found : std::nullopt;
+}
+
 }  // namespace pellar::SessionBus

@@ -16,4 +16,7 @@ namespace pellar::SessionBus {
 // answer.
 [[nodiscard]] bool answers(const QString& address, std::chrono::steady_clock::time_point deadline);
 
+// The address of a bus that answers within that time; absent when there is none.
+[[nodiscard]] std::optional<QString> answering(std::chrono::milliseconds time);
+
 }  // namespace pellar::SessionBus

@@ -2,10 +2,7 @@
 
 #include <xcb/xfixes.h>
 
-#include <string>
-
-#include "platform/linux/x11/ScreenNumber.h"
-#include "platform/linux/x11/XcbReply.h"
+#include "platform/linux/x11/X11Selection.h"
 
 namespace pellar {
 namespace {
@@ -26,9 +23,6 @@ xcb_visualid_t translucentVisual(const xcb_screen_t& screen) {
 
 X11Compositor::X11Compositor(xcb_connection_t* connection, const xcb_screen_t& screen)
     : connection_(connection), depth_(screen.root_depth), visual_(screen.root_visual) {
-  const std::string name = "_NET_WM_CM_S" + std::to_string(screenNumber(connection, screen));
-  const auto atomCookie =
-      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
   if (const xcb_visualid_t translucent = translucentVisual(screen); translucent != XCB_NONE) {
     depth_ = 32;
     visual_ = translucent;
@@ -37,25 +31,9 @@ X11Compositor::X11Compositor(xcb_connection_t* connection, const xcb_screen_t& s
   } else {
     colormap_ = screen.default_colormap;
   }
-
-  if (const auto atom = owned(xcb_intern_atom_reply(connection, atomCookie, nullptr)))
-    selection_ = atom->atom;
-  const auto ownerCookie = xcb_get_selection_owner(connection, selection_);
-  const auto* xfixes = xcb_get_extension_data(connection, &xcb_xfixes_id);
-  if (xfixes != nullptr && xfixes->present != 0) {
-    const auto version = owned(xcb_xfixes_query_version_reply(
-        connection, xcb_xfixes_query_version(connection, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
-        nullptr));
-    if (version) {
-      selectionEvent_ = static_cast<std::uint8_t>(xfixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-      xcb_xfixes_select_selection_input(connection, screen.root, selection_,
-                                        XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                            XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                            XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-    }
-  }
-  if (const auto owner = owned(xcb_get_selection_owner_reply(connection, ownerCookie, nullptr)))
-    running_ = owner->owner != XCB_NONE;
+  selection_ = X11Selection::ofScreen(connection, screen, "_NET_WM_CM_S");
+  selectionEvent_ = X11Selection::follow(connection, screen.root, selection_);
+  running_ = X11Selection::owner(connection, selection_) != XCB_NONE;
 }
 
 X11Compositor::~X11Compositor() {

@@ -22,8 +22,8 @@ class X11Contrast {
   xcb_connection_t* connection_;
   xcb_atom_t selection_ = XCB_NONE;
   xcb_atom_t settings_ = XCB_NONE;
-  xcb_window_t service_ = XCB_NONE;
   std::uint8_t selectionEvent_ = 0;  // 0 when the server cannot report it
+  xcb_window_t service_ = XCB_NONE;
   bool increased_ = false;
 };
 
