@@ -207,6 +207,12 @@ TEST(StateFile, ModestNestingUnderAnUnknownKeyIsIgnored) {
   EXPECT_EQ(decodeState(R"({"tags": {"a": "\")" + brackets + R"("}})")->tags.at("a"), "\"" + brackets);
 }
 
+TEST(StateFile, ManyListsSideBySideAreNoDeepNesting) {
+  AppState state;
+  for (int group = 0; group < 600; ++group) state.groups["group " + std::to_string(group)] = {"/a"};
+  EXPECT_EQ(decodeState(encodeState(state)), state);
+}
+
 TEST(StateFile, TimesThatAreNotFiniteNeverReachItNorCostTheRest) {
   AppState state;
   state.recent = {{"/nan", std::numeric_limits<double>::quiet_NaN()},

@@ -42,7 +42,6 @@ void WindowGroupDrag::begin(const std::shared_ptr<OfficeWindow>& front, const Wi
 void WindowGroupDrag::moveBy(Accessibility& accessibility, ScreenPoint offset) {
   const auto members = members_;
   for (const auto& [window, start] : *members) {
-    if (members_ != members) return;
     const AxPoint origin{start.x + offset.x, start.y - offset.y};
     // Before the write, in which a report may read what became of it.
     window->frame.x = origin.x;

@@ -64,6 +64,19 @@ TEST_F(StripDescription, NamesTheTabsFromLeftToRightAndSaysWhichIsInFront) {
   }
 }
 
+TEST_F(StripDescription, TheGroupOfTabsReachesFromTheFirstToTheLast) {
+  EXPECT_EQ(tabGroup().frame, (ViewRect{6, 3, 500, 26}));
+  EXPECT_EQ(tabGroup().frame.maxX(), tabGroup().children.back().frame.maxX());
+}
+
+TEST_F(StripDescription, TheCloseMarkOfATabIsAButtonThatCanBePressed) {
+  for (const AccessibleElement& tab : tabGroup().children) {
+    ASSERT_EQ(namesOf(tab.children), Names{"Close"});
+    EXPECT_EQ(tab.children[0].role, AccessibleRole::button);
+    EXPECT_TRUE(tab.children[0].canBePressed);
+  }
+}
+
 TEST_F(StripDescription, HasAWordForEveryToolThatIsSeen) {
   const auto all = strip().children;
   EXPECT_EQ(namesOf(all), (Names{"Tabs", "Search recent files", "Rename", "Auto-save", "Save all",

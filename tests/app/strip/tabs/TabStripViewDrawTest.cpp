@@ -52,6 +52,16 @@ TEST_F(StripDrawing, TheActiveTabIsLitAndItsLabelWhite) {
   EXPECT_EQ(paintedOfTab(1), expected);
 }
 
+TEST_F(StripDrawing, WithMoreContrastTheActiveTabIsBlackWithAWhiteLineAroundIt) {
+  view.setTabs({tab(101, "Plan"), tab(102, "Report", true), tab(103, "Notes")});
+  RecordingCanvas canvas(everywhere, true);
+  view.draw(canvas, view.geometry().tabRect(1));
+  const auto& items = canvas.items();
+  ASSERT_GE(items.size(), 2U);
+  EXPECT_EQ(items[0], roundedRect({174, 3, 164, 26}, 8, Color::white()));
+  EXPECT_EQ(items[1], roundedRect({176, 5, 160, 22}, 6, Color{0, 0, 0, 1, std::nullopt}));
+}
+
 TEST_F(StripDrawing, TheHoveredTabIsLitFaintly) {
   moveTo(200);
   EXPECT_EQ(paintedOfTab(1).front(), roundedRect({174, 3, 164, 26}, 8, Color::white(0.1)));
