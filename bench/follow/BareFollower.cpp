@@ -3,9 +3,9 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <cstdlib>
-#include <memory>
 #include <string>
+
+#include "tests/e2e/XReply.h"
 
 namespace pellar::bench {
 namespace {
@@ -13,11 +13,7 @@ namespace {
 constexpr int height = 32;
 constexpr char className[] = "bare\0Bare";
 
-struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply>
-using XReply = std::unique_ptr<Reply, FreeReply>;
+using e2e::XReply;
 
 class BareFollower {
  public:

@@ -2,20 +2,14 @@
 
 #include <poll.h>
 
-#include <cstdlib>
-#include <memory>
 #include <stdexcept>
+
+#include "tests/e2e/XReply.h"
 
 namespace pellar::bench {
 namespace {
 
-struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }
-};
-template <class Reply>
-using XReply = std::unique_ptr<Reply, FreeReply>;
-
-constexpr std::chrono::milliseconds patience{2000};
+using e2e::XReply;
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -19,6 +20,9 @@ struct Cause {
 // did not happen in time.
 class Causes {
  public:
+  // How long anything may take.
+  static constexpr std::chrono::milliseconds patience{2000};
+
   explicit Causes(const std::string& display);
   ~Causes();
   Causes(const Causes&) = delete;

@@ -11,7 +11,6 @@ namespace {
 constexpr int stripHeight = 32;
 constexpr int documentWidth = 1500;  // wide enough for labels on every tab
 constexpr int warmUp = 5;
-constexpr std::chrono::milliseconds patience{2000};
 // As long as a user's fast gesture leaves a program alone.
 constexpr std::chrono::milliseconds pause{15};
 
@@ -106,7 +105,7 @@ xcb_window_t FollowBenchmark::startUp(const Subject& subject, std::unique_ptr<e2
   process = desktop_.start(subject.command, subject.name);
   // First with no look at the server, which would have to answer while the program starts.
   static_cast<void>(reactions_.first(
-      [](const Reaction& reaction) { return reaction.kind == Reaction::Kind::mapped; }, patience));
+      [](const Reaction& reaction) { return reaction.kind == Reaction::Kind::mapped; }, Causes::patience));
   std::optional<xcb_window_t> window;
   observer.waitUntil(subject.name + " shows its window", [&] {
     window = shownWindow(observer, subject);
@@ -117,7 +116,7 @@ xcb_window_t FollowBenchmark::startUp(const Subject& subject, std::unique_ptr<e2
       [&](const Reaction& reaction) {
         return reaction.kind == Reaction::Kind::mapped && reaction.window == *window;
       },
-      patience);
+      Causes::patience);
   if (mapped) {
     add(subject, Quantity::mapped, microseconds(mapped->at - started) / 1000);
   } else {
@@ -125,7 +124,7 @@ xcb_window_t FollowBenchmark::startUp(const Subject& subject, std::unique_ptr<e2
   }
   // A bare follower draws nothing before a title changes.
   if (subject.windowClass == "bare") return *window;
-  const auto end = started + patience;
+  const auto end = started + Causes::patience;
   bool drawn = false;
   while (!drawn && Clock::now() < end) drawn = showsMoreThanGround(observer, *window);
   if (drawn) {
@@ -158,7 +157,7 @@ void FollowBenchmark::measureMoves(const Subject& subject, xcb_window_t window) 
           return seen.kind == Reaction::Kind::moved && seen.window == window && seen.x == left &&
                  seen.y + stripHeight == bottom;
         },
-        patience);
+        Causes::patience);
     if (i < 0) continue;
     if (!reaction) {
       miss(subject, Quantity::moveFromFrame);
@@ -196,7 +195,7 @@ void FollowBenchmark::measureTitles(const Subject& subject, xcb_window_t window)
     if (!cause) throw std::runtime_error("the title does not change");
     const auto reaction = reactions_.first(
         [&](const Reaction& seen) { return seen.kind == Reaction::Kind::drawn && seen.window == window; },
-        patience);
+        Causes::patience);
     if (i < 0) continue;
     if (reaction) {
       add(subject, Quantity::title, microseconds(reaction->at - cause->happened));
@@ -222,7 +221,7 @@ void FollowBenchmark::measureFocus(const Subject& subject, xcb_window_t window, 
           return seen.kind == Reaction::Kind::moved && seen.x == frame.x && seen.y + stripHeight == frame.y &&
                  seen.width == frame.width;
         },
-        patience);
+        Causes::patience);
     if (i < 0) continue;
     if (reaction) {
       add(subject, quantity, microseconds(reaction->at - cause->happened));

@@ -3,15 +3,12 @@
 #include <xcb/damage.h>
 
 #include <cstdlib>
-#include <memory>
 #include <stdexcept>
+
+#include "tests/e2e/XReply.h"
 
 namespace pellar::bench {
 namespace {
-
-struct FreeReply {
-  void operator()(void* reply) const { std::free(reply); }
-};
 
 constexpr std::chrono::milliseconds longestUnrest{1000};
 
@@ -93,7 +90,7 @@ void Reactions::waitForQuiet(std::chrono::milliseconds rest) {
 }
 
 void Reactions::run() {
-  while (const std::unique_ptr<xcb_generic_event_t, FreeReply> event{xcb_wait_for_event(connection_)}) {
+  while (const e2e::XReply<xcb_generic_event_t> event{xcb_wait_for_event(connection_)}) {
     const auto now = Clock::now();
     const auto type = event->response_type & 0x7f;
     if (type == XCB_CLIENT_MESSAGE &&

@@ -18,7 +18,6 @@
 namespace pellar::bench {
 namespace {
 
-constexpr std::chrono::seconds patience{120};
 constexpr std::chrono::milliseconds rest{200};
 constexpr std::uint32_t escapeKey = 0xff1b;
 // More tabs than a strip has room for run on under its tools and take their clicks: a tool is clicked between

@@ -1,5 +1,5 @@
-// bench_windows [ROUNDS]: what gestures over many windows cost the program's main thread, and what the
-// strip's first pictures of an application cost on a private X server, on the main thread and from the
+// bench_windows [ROUNDS | --moment]: what gestures over many windows cost the program's main thread, and what
+// the strip's first pictures of an application cost on a private X server, on the main thread and from the
 // tracker's first read to the panel on the screen, with as many real windows as stand in the first column.
 
 #include <fcntl.h>
@@ -13,6 +13,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -31,8 +32,6 @@
 
 namespace pellar::bench {
 namespace {
-
-constexpr std::chrono::seconds patience{120};
 
 double processorTime() {
   timespec time{};
@@ -156,9 +155,9 @@ void print(const char* what, int count, Titles titles, const std::vector<Cost>& 
               quantile(waited, 1), median(worked));
 }
 
-void measure(int rounds) {
+void measure(const std::vector<int>& counts, int rounds) {
   std::printf("%7s  %-22s %-14s %9s %9s %9s\n", "windows", "titles", "ms", "median", "longest", "worked");
-  for (const int count : {10, 100, 500}) {
+  for (const int count : counts) {
     for (const auto titles : {Titles::plain, Titles::paths, Titles::openFiles}) {
       ManyWindows windows(count, titles);
       std::vector<Cost> first;
@@ -174,9 +173,9 @@ void measure(int rounds) {
   }
 }
 
-void measureAllGestures(int rounds) {
+void measureGesturesOver(const std::vector<std::pair<int, int>>& desktops, int rounds) {
   std::printf("%12s %8s  %-22s %9s %9s\n", "applications", "windows", "main thread, ms", "median", "longest");
-  for (const auto& [applications, windows] : {std::pair{1, 10}, {60, 1}, {1, 500}})
+  for (const auto& [applications, windows] : desktops)
     measureGestures(contract::SharedDesktop::get(), applications, windows, rounds);
 }
 
@@ -187,9 +186,14 @@ int main(int argc, char** argv) {
   int code = 0;
   try {
     pellar::e2e::adoptOrphans();
-    const int rounds = argc > 1 ? std::stoi(argv[1]) : 9;
-    pellar::bench::measureAllGestures(rounds);
-    pellar::bench::measure(rounds);
+    if (argc > 1 && std::string_view(argv[1]) == "--moment") {
+      pellar::bench::measureGesturesOver({{2, 3}}, 1);
+      pellar::bench::measure({10}, 1);
+    } else {
+      const int rounds = argc > 1 ? std::stoi(argv[1]) : 9;
+      pellar::bench::measureGesturesOver({{1, 10}, {60, 1}, {1, 500}}, rounds);
+      pellar::bench::measure({10, 100, 500}, rounds);
+    }
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "bench_windows: %s\n", failure.what());
     code = 1;
