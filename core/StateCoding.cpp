@@ -102,7 +102,6 @@ bool decode(const Json& json, std::vector<std::string>& values) {
   if (!json.is_array()) return false;
   values.clear();
   for (const Json& element : json) {
-    if (element.is_null()) continue;
     if (!decode(element, values.emplace_back())) return false;
   }
   return true;
@@ -113,7 +112,6 @@ bool decode(const Json& json, std::map<std::string, Value, Order>& values) {
   if (!json.is_object()) return false;
   values.clear();
   for (const auto& [key, element] : json.items()) {
-    if (element.is_null()) continue;
     if (!decode(element, values[key])) return false;
   }
   return true;

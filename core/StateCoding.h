@@ -16,8 +16,8 @@ std::string encodeState(const AppState& state);
 // The names and paths that encodeState() leaves out because they are not valid UTF-8.
 std::set<std::string> namesLeftOut(const AppState& state);
 
-// The state in the text. Missing keys and nulls take their defaults, unknown keys are ignored. Absent when
-// the text is no JSON object or a key has a value of the wrong type.
+// The state in the text. Keys that are missing or null take their defaults, unknown keys are ignored. Absent
+// when the text is no JSON object or a key has a value of the wrong type, a null among its names included.
 std::optional<AppState> decodeState(std::string_view text);
 
 }  // namespace pellar

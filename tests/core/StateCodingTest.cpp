@@ -69,21 +69,21 @@ TEST(StateFile, WhatIsMissingTakesItsDefault) {
   EXPECT_FALSE(settingsIn(R"("apps": {"word": false})")->isEnabled(OfficeApp::word));
 }
 
-TEST(StateFile, ANullCountsAsMissingEverywhere) {
+TEST(StateFile, AKeyThatIsNullCountsAsMissing) {
   EXPECT_EQ(
       decodeState(R"({"tags": null, "groups": null, "settings": null, "recent": null, "recentApp": null})"),
       AppState{});
   EXPECT_EQ(settingsIn(R"("apps": null, "launchAtLogin": null, "autoSaveMinutes": null, "allApps": null,
                           "hiddenApps": null, "autoUpdateCheck": null, "acceptedEulaVersion": null)"),
             Settings{});
-  const auto state =
-      decodeState(R"({"tags": {"a": null, "b": "red"}, "groups": {"g": null, "h": ["/x", null]},
-                                     "recent": {"/r": null}, "settings": {"apps": {"word": null}}})");
-  ASSERT_TRUE(state);
-  EXPECT_EQ(state->tags, (NameMap<std::string>{{"b", "red"}}));
-  EXPECT_EQ(state->groups, (NameMap<std::vector<std::string>>{{"h", {"/x"}}}));
-  EXPECT_TRUE(state->recent.empty());
-  EXPECT_TRUE(state->settings.isEnabled(OfficeApp::word));
+}
+
+TEST(StateFile, ANullAmongNamesIsOfTheWrongType) {
+  for (const auto* text :
+       {R"({"tags": {"a": null, "b": "red"}})", R"({"groups": {"g": null}})",
+        R"({"groups": {"g": ["/x", null]}})", R"({"recent": {"/r": null}})", R"({"recentApp": {"/r": null}})",
+        R"({"settings": {"apps": {"word": null}}})", R"({"settings": {"hiddenApps": [null]}})"})
+    EXPECT_EQ(decodeState(text), std::nullopt) << text;
 }
 
 TEST(StateFile, UnknownKeysAreIgnored) {

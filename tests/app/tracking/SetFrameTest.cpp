@@ -61,6 +61,16 @@ TEST_F(SetFrameTest, AWindowThatClampsItsSizeKeepsWhatItTook) {
   EXPECT_EQ(tab("Plan")->frame, (AxRect{10, 60, 600, 400}));
 }
 
+TEST_F(SetFrameTest, AWindowThatIsWrongInOneDimensionAloneIsAskedAgain) {
+  const auto window = followed();
+  for (const Size least : {Size{600, 0}, Size{0, 400}}) {
+    accessibility.forgetRoundTrips();
+    window->quirks.minimumSize = least;
+    place(target);
+    EXPECT_EQ(attempts(), 2) << least.width << 'x' << least.height;
+  }
+}
+
 TEST_F(SetFrameTest, ASizeInStepsOfLessThanTwoPointsIsCloseEnough) {
   const auto window = followed();
   window->quirks.sizeIncrement = {1.5, 1.5};
@@ -107,7 +117,7 @@ class CreepingWindow final : public ForwardingAccessibility {
 
   [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
                                                         std::string_view name) override {
-    if (name == "AXPosition") return AxPoint{x, 60};
+    if (name == "AXPosition") return AxPoint{x, y};
     return ForwardingAccessibility::attribute(element, name);
   }
   void set(const Element& element, std::string_view name, const AttributeValue& value) override {
@@ -115,10 +125,13 @@ class CreepingWindow final : public ForwardingAccessibility {
     if (name != "AXSize") return;
     ++attempts;
     x += step;
+    y += stepDown;
   }
 
   double x = 1000;
+  double y = 60;
   double step = -10;
+  double stepDown = 0;
   int attempts = 0;
 };
 
@@ -129,6 +142,19 @@ TEST_F(SetFrameTest, AWindowThatComesCloserIsAskedAtMostEightTimes) {
   patient->setFrame(*tab("Plan"), target);
   EXPECT_EQ(creeping.attempts, 8);
   EXPECT_EQ(tab("Plan")->frame.x, 920);
+}
+
+TEST_F(SetFrameTest, AWindowThatComesCloserFromBelowIsAskedAgainToo) {
+  followed();
+  CreepingWindow creeping(accessibility);
+  creeping.x = target.x;
+  creeping.y = 360;
+  creeping.step = 0;
+  creeping.stepDown = -100;
+  const auto patient = WindowTracker::create(creeping, workspace, loop);
+  patient->setFrame(*tab("Plan"), target);
+  EXPECT_EQ(creeping.attempts, 3);
+  EXPECT_EQ(tab("Plan")->frame, target);
 }
 
 TEST_F(SetFrameTest, AWindowThatArrivesInTheEndIsNotAskedOn) {

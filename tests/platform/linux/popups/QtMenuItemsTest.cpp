@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QImage>
 #include <QMenu>
+#include <QPalette>
+#include <QPixmap>
 #include <string>
 
 #include "platform/linux/popups/QtMenuItems.h"
@@ -37,6 +40,26 @@ TEST_F(QtMenuItemsTest, ATitleIsOneRowWithoutMarksOfKeys) {
   EXPECT_EQ(shown("my_editor"), QLatin1String("my_editor"));
   EXPECT_EQ(shown("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"), QString::fromUtf8("\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"));
   EXPECT_EQ(shown(""), QString());
+}
+
+TEST_F(QtMenuItemsTest, AProminentItemIsBoldAndHasTheAccentColour) {
+  const QColor accent(200, 0, 120);
+  const auto accentedDots = [&](bool prominent) {
+    QMenu menu;
+    QPalette colours = menu.palette();
+    colours.setColor(QPalette::Highlight, accent);
+    menu.setPalette(colours);
+    QtMenuItems::fill(menu, {ClosureItem{.title = "Update to 2.0", .handler = {}, .prominent = prominent}},
+                      [](const auto& /*handler*/) {});
+    EXPECT_EQ(menu.actions().first()->font().bold(), prominent);
+    const QImage picture = menu.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    int dots = 0;
+    for (int y = 0; y < picture.height(); ++y)
+      for (int x = 0; x < picture.width(); ++x) dots += picture.pixel(x, y) == accent.rgb() ? 1 : 0;
+    return dots;
+  };
+  EXPECT_GT(accentedDots(true), 20);
+  EXPECT_EQ(accentedDots(false), 0);
 }
 
 TEST_F(QtMenuItemsTest, ATraysTitleHasNoMarksOfKeysEither) {
