@@ -68,22 +68,11 @@ bool isSafe(std::string_view text) {
   return text.find('\0') == std::string_view::npos && isShallow(text);
 }
 
-nlohmann::json discarded() {
-  return nlohmann::json(nlohmann::json::value_t::discarded);
-}
-
-nlohmann::json read(std::string_view text) {
-  return nlohmann::json::parse(text, nullptr, /*allow_exceptions=*/false);
-}
-
 }  // namespace
 
 nlohmann::json parsed(std::string_view text) {
-  return isSafe(text) ? read(text) : discarded();
-}
-
-nlohmann::json parsedWithTooLargeNumbers(std::string_view text) {
-  return isSafe(text) ? read(withoutTooLargeNumbers(text)) : discarded();
+  if (!isSafe(text)) return nlohmann::json(nlohmann::json::value_t::discarded);
+  return nlohmann::json::parse(withoutTooLargeNumbers(text), nullptr, /*allow_exceptions=*/false);
 }
 
 bool decode(const nlohmann::json& json, std::string& value) {

@@ -167,7 +167,7 @@ std::set<std::string> namesLeftOut(const AppState& state) {
 }
 
 std::optional<AppState> decodeState(std::string_view text) {
-  const Json json = JsonText::parsedWithTooLargeNumbers(text);
+  const Json json = JsonText::parsed(text);
   AppState state;
   if (!json.is_object() || !decodeKey(json, "tags", state.tags) || !decodeKey(json, "groups", state.groups) ||
       !decodeKey(json, "settings", state.settings) || !decodeKey(json, "recent", state.recent) ||

@@ -37,7 +37,7 @@ std::optional<Tile> tileWithRawValue(std::string_view rawValue);
 std::string_view title(Tile tile);
 // The tile as fractions of the usable screen area.
 UnitRect unit(Tile tile);
-// The tiles as the picker and the menu group them, in order.
+// The tiles as the picker groups them, each group a small screen, in order.
 const std::vector<std::vector<Tile>>& tileGroups();
 
 // The window frame for a tile on a screen with the usable area `visible`. Unrounded, without gaps.

@@ -50,6 +50,13 @@ std::optional<Elements> fileMenuItems(Accessibility& accessibility, ProcessId pi
   return children(accessibility, menus->front());
 }
 
+// The menu acts on the application's main window.
+bool pressSave(Accessibility& accessibility, const OfficeWindow& window) {
+  static constexpr std::array<std::string_view, 1> titles{"Save"};
+  accessibility.set(window.element, "AXMain", true);
+  return pressFileMenu(accessibility, window.pid, titles);
+}
+
 }  // namespace
 
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles) {
@@ -68,20 +75,21 @@ bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const 
   return false;
 }
 
-bool save(Accessibility& accessibility, const OfficeWindow& window) {
-  static constexpr std::array<std::string_view, 1> titles{"Save"};
-  // Without a file, pressing Save would ask the user for one.
-  if (!window.stillShowsPath(accessibility)) return false;
-  // The menu acts on the application's main window.
-  accessibility.set(window.element, "AXMain", true);
-  return pressFileMenu(accessibility, window.pid, titles);
+bool save(Accessibility& accessibility, OfficeWindow& window) {
+  const auto known = window.path;
+  if (!known || window.askPath(accessibility) != known) return false;
+  return pressSave(accessibility, window);
 }
 
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front) {
   int saved = 0;
-  for (const auto& window : windows)
-    if (!window->minimized && save(accessibility, *window)) ++saved;
+  for (const auto& window : windows) {
+    if (window->minimized || !window->path) continue;
+    // Without a file, pressing Save would ask the user for one.
+    if (!window->askPath(accessibility) && !window->titleNamesPath()) continue;
+    if (pressSave(accessibility, *window)) ++saved;
+  }
   if (front) accessibility.set(front->element, "AXMain", true);
   Log::write("save all: " + std::to_string(saved) + " of " + std::to_string(windows.size()) + " windows");
 }

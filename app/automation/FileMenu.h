@@ -16,11 +16,12 @@ namespace pellar::FileMenu {
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
 
 // Makes a window that says it still shows its file the main one, and presses its application's own Save.
-// Whether that was pressed.
-bool save(Accessibility& accessibility, const OfficeWindow& window);
+// Whether that was pressed. For auto-save: a file that was not known before is not saved unasked, but known by
+// the next time.
+bool save(Accessibility& accessibility, OfficeWindow& window);
 
-// Saves each window that is not minimised so, then makes `front` (may be null) the main window again, and
-// logs how many were saved.
+// Does so with each window that is not minimised and has a file, whichever it shows by now, where Save asks
+// the user nothing; then makes `front` (may be null) the main window again, and logs how many were saved.
 void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front);
 

@@ -27,15 +27,27 @@ void OfficeWindow::readSnapshot(Accessibility& accessibility) {
 
 void OfficeWindow::readPath(Accessibility& accessibility) {
   if (app.office || !mustReadPath()) return;
-  auto read = shownPath(accessibility);
-  if (path == read) return;
-  path = std::move(read);
+  takeOver(shownPath(accessibility));
+}
+
+void OfficeWindow::takeOver(std::optional<std::string> shown) {
+  if (path == shown) return;
+  path = std::move(shown);
   pathInTitle_ = {};
   if (path) pathInTitle_.look(title, *path);
 }
 
-bool OfficeWindow::stillShowsPath(Accessibility& accessibility) const {
-  return path && shownPath(accessibility) == path;
+std::optional<std::string> OfficeWindow::askPath(Accessibility& accessibility) {
+  if (app.office || !path) return std::nullopt;
+  auto shown = shownPath(accessibility);
+  if (shown) takeOver(shown);
+  return shown;
+}
+
+bool OfficeWindow::titleNamesPath() {
+  if (!path) return false;
+  pathInTitle_.look(title, *path);
+  return pathInTitle_.names();
 }
 
 std::optional<std::string> OfficeWindow::shownPath(Accessibility& accessibility) const {

@@ -26,9 +26,13 @@ class OfficeWindow {
   // named and names no more: that is read anew each time.
   void readPath(Accessibility& accessibility);
 
-  // Whether the window itself says at this moment that it shows its `path`; not without one. Asks its
-  // application.
-  [[nodiscard]] bool stillShowsPath(Accessibility& accessibility) const;
+  // Asks a window that shows a known file, of other than Office applications, which one it shows at this
+  // moment, and takes over as its `path` what it says. Absent when it names none: it may have a new document,
+  // or give no answer.
+  std::optional<std::string> askPath(Accessibility& accessibility);
+  // Whether the title names the known file, as it does without an answer and does not after "New" in the
+  // window.
+  [[nodiscard]] bool titleNamesPath();
 
   // The identifier of the window and of its tab while the window exists.
   [[nodiscard]] WindowId id() const { return id_; }
@@ -44,6 +48,7 @@ class OfficeWindow {
 
  private:
   void readSnapshot(Accessibility& accessibility);
+  void takeOver(std::optional<std::string> shown);
   [[nodiscard]] std::optional<std::string> shownPath(Accessibility& accessibility) const;
   [[nodiscard]] bool mustReadPath();
 

@@ -43,7 +43,6 @@ std::optional<DocumentPath> DocumentPaths::askAgain(const std::shared_ptr<Office
   keep(kept, documents);
   auto found = of(*kept);
   if (found != known) tracker_->scheduleRefresh();
-  if (found && found->source == PathSource::knownBefore) found->source = PathSource::askedJustNow;
   return found;
 }
 

@@ -17,8 +17,7 @@ namespace pellar {
 
 // How a window's file is known.
 enum class PathSource {
-  askedJustNow,    // its application has just answered
-  knownBefore,     // from an earlier answer, or as the window itself says
+  knownBefore,     // from an answer of its application, or as the window itself says
   guessedByLabel,  // several open documents would serve
 };
 

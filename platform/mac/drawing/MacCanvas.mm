@@ -104,12 +104,12 @@ void MacCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, co
       withAttributes:look];
 }
 
-// Drawing a template image by itself paints it black: only controls tint them. So the colour is poured into
-// what the image covers, on a layer of its own.
 bool MacCanvas::increasesContrast() const {
   return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
 }
 
+// Drawing a template image by itself paints it black: only controls tint them. So the colour is poured into
+// what the image covers, on a layer of its own.
 void MacCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
   NSImage* image = symbolImage(symbol);
   const NSRect place = toNSRect(rect);

@@ -101,14 +101,37 @@ TEST_F(SaveWindows, OfAFrozenApplicationAreNotCounted) {
 
 TEST_F(SaveWindows, AWindowThatShowsNoFileAnyMoreIsNotAskedToSave) {
   const auto a = open("a");
-  const auto b = open("b");
-  const auto c = open("c");
-  // "New" in the same window, and another document in it.
+  const auto nameless = open("Editor");
+  nameless->path = "/d/b";
+  const auto renewed = open("c");
+  // "New" in two windows: the title of one never said what it shows, and that of the other says it no more.
+  editor.windowsFrontToBack()[1].setDocument(std::nullopt);
   editor.windowsFrontToBack()[0].setDocument(std::nullopt);
-  editor.windowsFrontToBack()[1].setDocument("file:///d/other");
-  saveAll({a, b, c}, a);
+  renewed->title = "Untitled";
+  saveAll({a, nameless, renewed}, a);
   EXPECT_EQ(saved, std::vector<std::string>{"a"}) << "the others would ask where to";
   EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 3 windows"});
+}
+
+TEST_F(SaveWindows, AWindowThatShowsAnotherFileThanItDidIsSavedToo) {
+  const auto a = open("a");
+  const auto b = open("b");
+  // Saved under the same name in another folder; and another tab of an editor whose titles name no file.
+  editor.windowsFrontToBack()[0].setDocument("file:///copies/b");
+  editor.windowsFrontToBack()[1].setDocument("file:///d/other");
+  saveAll({a, b}, a);
+  EXPECT_EQ(saved, (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 2 of 2 windows"});
+  EXPECT_EQ(b->path, "/copies/b") << "what it showed by then is its file from then on";
+}
+
+TEST_F(SaveWindows, AWindowThatDoesNotSayAtOnceWhichFileItShowsIsSavedWhereItsTitleDoes) {
+  const auto a = open("a");
+  const auto b = open("b");
+  editor.windowsFrontToBack()[0].setDocument(std::nullopt);
+  saveAll({a, b}, a);
+  EXPECT_EQ(saved, (std::vector<std::string>{"a", "b"}));
+  EXPECT_EQ(b->path, "/d/b");
 }
 
 TEST_F(SaveWindows, AnApplicationThatAnswersLateHasSavedEachOnce) {

@@ -171,9 +171,6 @@ TEST_F(Updates, NullStandsForAnAbsentValueAndOtherKeysAreIgnored) {
   mac.web().answer(
       R"({"latest":"1.5.0","min":null,"notes":null,"url":null,"eula":null,"channel":["beta"],"n":1e400})");
   checkNow();
-  EXPECT_FALSE(offersAnUpdate()) << "a number that is none spoils the text";
-  mac.web().answer(R"({"latest":"1.5.0","min":null,"notes":null,"url":null,"eula":null,"channel":["beta"]})");
-  checkNow();
   EXPECT_TRUE(offersAnUpdate());
 }
 

@@ -77,6 +77,15 @@ TEST_F(RecentKeyboard, DownInTheFieldBeginsAtTheTopWhateverWasSelected) {
   EXPECT_EQ(selected(), "Report.txt");
 }
 
+TEST_F(RecentKeyboard, ReturnInTheFieldOpensWhatIsSelectedInTheList) {
+  openWithThree();
+  mac.pressKey("moveDown:");
+  mac.pressKey("moveDown:");
+  mac.pressKey("moveLeft:");
+  mac.pressKey("insertNewline:");
+  EXPECT_EQ(opened(), Names{(mac.home() / "Budget.txt").string()});
+}
+
 TEST_F(RecentKeyboard, UpInTheFieldMeansNothing) {
   openWithThree();
   mac.pressKey("moveUp:");

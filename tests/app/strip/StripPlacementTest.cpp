@@ -102,9 +102,14 @@ TEST_F(StripStory, AWindowWithoutWidthHasNoStrip) {
   open("Plan");
   start();
   const auto front = pellar.tracker().front();
-  front->frame.width = 0;
-  pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), {front}, front);
-  EXPECT_FALSE(stripShown());
+  for (const double width : {0.0, -40.0}) {
+    front->frame.width = width;
+    pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), {front}, front);
+    EXPECT_FALSE(stripShown()) << width;
+    front->frame.width = 1200;
+    pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), {front}, front);
+    EXPECT_TRUE(stripShown());
+  }
 }
 
 TEST_F(StripStory, TheStripGoesWithTheApplicationInFront) {
