@@ -150,33 +150,39 @@ std::optional<RunningApplication> WindowTracker::trackableApplication() const {
 
 std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& appElement,
                                                                 const TrackedApp& app, ProcessId pid) {
-  auto elements = AX::value<std::vector<Element>>(accessibility_, appElement, "AXWindows");
+  const auto elements = AX::value<std::vector<Element>>(accessibility_, appElement, "AXWindows");
   if (!elements) return std::nullopt;
-  Listed listed{std::move(*elements), {}};
   if (const auto observer = observers_.find(pid); observer != observers_.end())
-    observer->second->follow(listed.elements);
-  if (listed.elements.empty()) return listed;
+    observer->second->follow(*elements);
+  if (elements->empty()) return Listed{};
 
   const std::span<const std::string_view> attributes(windowAttributes);
-  accessibility_.willRead(listed.elements, app.office ? attributes.first(attributes.size() - 1) : attributes);
+  accessibility_.willRead(*elements, app.office ? attributes.first(attributes.size() - 1) : attributes);
 
   std::unordered_map<Element, std::shared_ptr<OfficeWindow>, ElementHash> known;
   known.reserve(order_.windows().size());
   for (const auto& window : order_.windows()) known.emplace(window->element, window);
 
-  listed.kept.reserve(listed.elements.size());
+  Listed listed;
+  listed.kept.reserve(elements->size());
   std::unordered_set<WindowId> taken;
-  taken.reserve(listed.elements.size());
-  for (const auto& element : listed.elements) {
+  taken.reserve(elements->size());
+  for (const auto& element : *elements) {
     const WindowId id = element.hash();
     if (taken.contains(id)) continue;
-    if (AX::value<std::string>(accessibility_, element, "AXSubrole") != "AXStandardWindow") continue;
     const auto found = known.find(element);
-    auto window = found == known.end() ? std::make_shared<OfficeWindow>(accessibility_, element, app, pid)
-                                       : found->second;
+    const bool isNew = found == known.end();
+    if (AX::value<std::string>(accessibility_, element, "AXSubrole") != "AXStandardWindow") {
+      if (!isNew) listed.passedOver.push_back(found->second);
+      continue;
+    }
+    auto window = isNew ? std::make_shared<OfficeWindow>(accessibility_, element, app, pid) : found->second;
     // A new record has just been read.
-    found == known.end() ? window->readPath(accessibility_) : window->refresh(accessibility_);
-    if (!(window->frame.width >= smallestTabbedWidth)) continue;
+    isNew ? window->readPath(accessibility_) : window->refresh(accessibility_);
+    if (!(window->frame.width >= smallestTabbedWidth)) {
+      if (!isNew) listed.passedOver.push_back(std::move(window));
+      continue;
+    }
     taken.insert(id);
     listed.kept.push_back(std::move(window));
   }
@@ -187,21 +193,16 @@ std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& a
 // own element says nothing any more; an application that is busy is not asked about its next window.
 WindowList WindowTracker::gone(const Listed& listed) {
   if (order_.windows().empty()) return {};
-  std::vector<const OfficeWindow*> kept;
-  kept.reserve(listed.kept.size());
-  for (const auto& window : listed.kept) kept.push_back(window.get());
-  std::ranges::sort(kept);
-  WindowList missing;
-  for (const auto& window : windows_)
-    if (!std::ranges::binary_search(kept, window.get())) missing.push_back(window);
+  std::vector<const OfficeWindow*> named;
+  named.reserve(listed.kept.size() + listed.passedOver.size());
+  for (const auto* windows : {&listed.kept, &listed.passedOver})
+    for (const auto& window : *windows) named.push_back(window.get());
+  std::ranges::sort(named);
 
-  WindowList gone;
+  WindowList gone = listed.passedOver;
   const auto unanswered = accessibility_.unansweredReads();
-  for (const auto& window : missing) {
-    if (std::ranges::find(listed.elements, window->element) != listed.elements.end()) {
-      gone.push_back(window);
-      continue;
-    }
+  for (const auto& window : windows_) {
+    if (std::ranges::binary_search(named, window.get())) continue;
     const bool lives = AX::value<std::string>(accessibility_, window->element, "AXSubrole").has_value();
     if (accessibility_.unansweredReads() != unanswered) break;
     if (!lives) gone.push_back(window);

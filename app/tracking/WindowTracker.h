@@ -66,8 +66,8 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
  private:
   class Reading;
   struct Listed {
-    std::vector<Element> elements;  // as the application names them
-    WindowList kept;                // those that get a tab
+    WindowList kept;        // those that get a tab
+    WindowList passedOver;  // those that were known, and get none any more
   };
 
   WindowTracker(Accessibility& accessibility, Workspace& workspace, MainLoop& mainLoop);

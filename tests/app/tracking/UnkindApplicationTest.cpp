@@ -297,6 +297,22 @@ TEST_F(UnkindApplication, AWindowThatBecameTooNarrowHasLostItsPlace) {
   EXPECT_EQ(tabs(), (Titles{"Notes", "Plan"}));
 }
 
+TEST_F(UnkindApplication, AWindowThatBecameTooNarrowWhileAwayHasLostItsPlaceToo) {
+  const auto plan = open("Plan");
+  open("Notes");
+  start();
+  desktop.setSpace(*plan, 1);
+  tracker->refresh();
+  ASSERT_EQ(tabs(), Titles{"Notes"});
+  desktop.setFrame(*plan, {100, 100, 150, 480});
+  desktop.setSpace(*plan, 0);
+  tracker->refresh();
+  ASSERT_EQ(tabs(), Titles{"Notes"});
+  desktop.setFrame(*plan, {100, 100, 300, 480});
+  tracker->refresh();
+  EXPECT_EQ(tabs(), (Titles{"Notes", "Plan"}));
+}
+
 TEST_F(UnkindApplication, NativeTabsComeAndGoWithTheirGroup) {
   const auto one = open("One");
   const auto two = open("Two");
