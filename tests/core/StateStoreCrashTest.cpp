@@ -158,12 +158,8 @@ TEST_P(StateCrash, OfAMigrationFromAnotherDevice) {
   EXPECT_GT(bothSeen, 0) << "the old file goes only when the new one lasts";
 }
 
-std::string nameOf(const testing::TestParamInfo<Mishap>& info) {
-  static const std::vector<std::string> names{"OneStepFails", "AllFailFromThere", "TheProgramDies"};
-  return names.at(static_cast<std::size_t>(info.param));
-}
-
-INSTANTIATE_TEST_SUITE_P(AtEveryStep, StateCrash, testing::ValuesIn(test::everyMishap), nameOf);
+INSTANTIATE_TEST_SUITE_P(AtEveryStep, StateCrash, testing::ValuesIn(test::everyMishap),
+                         [](const auto& mishap) { return nameOf(mishap.param); });
 
 // A process that saves without pause is killed in the midst of it, again and again.
 TEST(StateStoreCrash, KilledAtAnyInstantTheFileIsWhole) {

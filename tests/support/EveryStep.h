@@ -23,14 +23,15 @@ enum class Mishap {
 
 inline constexpr Mishap everyMishap[]{Mishap::oneStepFails, Mishap::allFromThereFail, Mishap::theProgramDies};
 
+// A word, as tests' names take.
 inline std::string nameOf(Mishap mishap) {
   switch (mishap) {
     case Mishap::oneStepFails:
-      return "one step fails";
+      return "OneStepFails";
     case Mishap::allFromThereFail:
-      return "all fail from there";
+      return "AllFailFromThere";
     case Mishap::theProgramDies:
-      return "the program dies";
+      return "TheProgramDies";
   }
   return "";
 }
