@@ -295,59 +295,6 @@ TEST_F(TrackerTest, AWindowListedTwiceGetsOneTab) {
   EXPECT_EQ(tabs(), (Titles{"A", "B"}));
 }
 
-TEST_F(TrackerTest, AnApplicationThatIsStillLaunchingIsObservedLater) {
-  editor->quirks.refuses = SimRefusal::observers;
-  open("A");
-  start();
-  const std::string line = "AXObserverCreate failed for pid " + std::to_string(editor->description.pid);
-  const auto failures = log.count(line);
-  EXPECT_GT(failures, 0);
-  tracker->refresh();
-  EXPECT_EQ(log.count(line), failures + 1);
-  editor->quirks.refuses = SimRefusal::nothing;
-  tracker->refresh();
-  EXPECT_EQ(log.count(line), failures + 1);
-  open("B");
-  settle();
-  EXPECT_EQ(tabs(), (Titles{"A", "B"}));
-}
-
-TEST_F(TrackerTest, ARefusedNotificationIsNotTriedAgainAndTheOthersArrive) {
-  editor->quirks.refusedNotifications = {"AXTitleChanged"};
-  const auto plan = open("A");
-  start();
-  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 3);
-  desktop.setTitle(*plan, "B");
-  settle();
-  EXPECT_EQ(tabs(), Titles{"A"});
-  desktop.setFrame(*plan, {1, 100, 640, 480});
-  settle();
-  EXPECT_EQ(tabs(), Titles{"B"});
-  EXPECT_EQ(accessibility.roundTrips().registrations, 10 + 3);
-  EXPECT_EQ(accessibility.liveObservers(), 1);
-}
-
-TEST_F(TrackerTest, AnObserverLastsUntilItsApplicationEnds) {
-  open("A");
-  start();
-  const auto other = launch("org.example.other", "Other");
-  bringToFront(other);
-  settle();
-  EXPECT_EQ(accessibility.liveObservers(), 2);
-  const int before = delegate->reports;
-  open("B");  // in the background
-  settle();
-  EXPECT_GT(delegate->reports, before);
-  EXPECT_EQ(delegate->app->id, "org.example.other");
-  desktop.terminate(*editor);
-  settle();
-  EXPECT_EQ(accessibility.liveObservers(), 1);
-  desktop.terminate(*other);
-  settle();
-  EXPECT_EQ(accessibility.liveObservers(), 0);
-  EXPECT_EQ(delegate->app, std::nullopt);
-}
-
 TEST_F(TrackerTest, AnApplicationThatAnswersNothingIsTrackedWithoutWindows) {
   open("A");
   start();
