@@ -8,11 +8,7 @@
 namespace pellar {
 namespace {
 
-class StripGesture : public StripStory {
- protected:
-  // The frame that zooming gives on the simulated screen.
-  static constexpr AxRect zoomed{0, 57, 1440, 843};
-};
+using StripGesture = StripStory;
 
 TEST_F(StripGesture, EachTabOfFiveFocusesExactlyItsWindow) {
   std::vector<SimWindow> windows;
@@ -111,108 +107,6 @@ TEST_F(StripGesture, CloseAllClosesEveryWindow) {
   EXPECT_FALSE(plan.exists());
   EXPECT_FALSE(report.exists());
   EXPECT_FALSE(stripShown());
-}
-
-TEST_F(StripGesture, ZoomingTwiceGivesTheFrameBackExactly) {
-  const auto plan = open("Plan", {101.5, 203.25, 1200, 601});
-  start();
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), zoomed);
-  expectStripOver(plan);
-  strip().doubleClickEmptyStrip();
-  EXPECT_EQ(plan.frame(), (AxRect{101.5, 203.25, 1200, 601}));
-}
-
-TEST_F(StripGesture, AZoomedWindowThatWasMovedIsZoomedAnew) {
-  auto plan = open("Plan");
-  start();
-  strip().clickTool(tool::zoom);
-  plan.setFrame({50, 100, 1000, 500});
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), zoomed);
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), (AxRect{50, 100, 1000, 500}));
-}
-
-TEST_F(StripGesture, AWindowThatFillsTheAreaOfItselfStaysAndHasThatToReturnTo) {
-  auto plan = open("Plan", {1, 58, 1439, 842});
-  start();
-  strip().clickTool(tool::zoom);
-  EXPECT_NEAR(plan.frame().x, 0, 1.999);
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), (AxRect{1, 58, 1439, 842}));
-}
-
-TEST_F(StripGesture, AWindowThatGrowsInStepsReturnsFromBeingZoomed) {
-  auto terminal = open("Terminal", {100, 200, 804, 374});
-  terminal.quirks().minimumSize = {24, 34};
-  terminal.quirks().sizeIncrement = {10, 20};
-  start();
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "as much as whole lines and columns fill";
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(terminal.frame(), (AxRect{100, 200, 804, 374}));
-  strip().clickTool(tool::zoom);
-  terminal.moveTo({50, 80});
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "once moved it is zoomed anew";
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(terminal.frame(), (AxRect{50, 80, 1434, 834}));
-}
-
-TEST_F(StripGesture, AWindowThatCouldNotBeZoomedIsZoomedTheNextTime) {
-  auto plan = open("Plan");
-  plan.quirks().refusesMoves = true;
-  plan.quirks().refusesSizes = true;
-  start();
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
-  plan.quirks().refusesMoves = false;
-  plan.quirks().refusesSizes = false;
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), zoomed);
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
-}
-
-TEST_F(StripGesture, AFrameOnceReturnedToIsForgotten) {
-  auto plan = open("Plan");
-  start();
-  strip().clickTool(tool::zoom);
-  strip().clickTool(tool::zoom);
-  plan.setFrame(zoomed);
-  strip().clickTool(tool::zoom);
-  EXPECT_EQ(plan.frame(), zoomed);
-}
-
-TEST_F(StripGesture, CyclingGoesThroughTheTabsAndAround) {
-  const auto a = open("A");
-  const auto b = open("B");
-  const auto c = open("C");
-  start();
-  const auto cycle = [&](bool forward) {
-    pellar.strip()->cycle(forward);
-    mac.settle();
-  };
-  cycle(true);
-  EXPECT_EQ(mac.frontWindow(), a);
-  cycle(false);
-  EXPECT_EQ(mac.frontWindow(), c);
-  cycle(false);
-  EXPECT_EQ(mac.frontWindow(), b);
-  cycle(true);
-  EXPECT_EQ(mac.frontWindow(), c);
-}
-
-TEST_F(StripGesture, CyclingBringsAMinimisedWindowBack) {
-  auto a = open("A");
-  open("B");
-  a.minimise();
-  start();
-  pellar.strip()->cycle(true);
-  mac.settle();
-  EXPECT_FALSE(a.isMinimised());
-  EXPECT_EQ(mac.frontWindow(), a);
 }
 
 TEST_F(StripGesture, CyclingWithoutAFocusedWindowDoesNothing) {
