@@ -13,6 +13,7 @@ TEST_F(StartUp, WithPermissionAndAcceptedTermsThereIsNoWindow) {
   EXPECT_TRUE(stripShown());
   EXPECT_EQ(mac.windows().made(), 0);
   EXPECT_EQ(mac.accessibility().prompts(), 0);
+  EXPECT_EQ(log.messages(), Rows{"tracking started"});
   mac.advance(1h);
   EXPECT_EQ(mac.windows().made(), 0);
 }
@@ -59,6 +60,7 @@ TEST_F(StartUp, OncePermissionIsGivenTheWindowGoesAndTheStripComes) {
   start();
   mac.advance(10s);
   EXPECT_EQ(mac.windows().visible(), Rows{onboardingTitle});
+  EXPECT_EQ(log.messages(), Rows{});
   mac.accessibility().setTrusted(true);
   mac.advance(2s);
   EXPECT_FALSE(mac.windows().exists(onboardingTitle));
@@ -135,6 +137,7 @@ TEST_F(StartUp, TheShortcutActsOnlyWhileTheStripIsSeen) {
 TEST_F(StartUp, EndingWhileThePermissionIsAwaitedLeavesNothing) {
   mac.accessibility().setTrusted(false);
   start();
+  EXPECT_GT(mac.mainLoop().activeTimers(), 0U);
   pellar.reset();
   mac.settle();
   EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);

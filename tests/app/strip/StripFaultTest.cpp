@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <limits>
 #include <string>
-#include <utility>
 
 #include "platform/sim/faults/FaultyAccessibility.h"
 #include "platform/sim/faults/FaultyWorkspace.h"
@@ -119,31 +117,6 @@ TEST_F(StripFault, EveryWindowMayCloseWhileCloseAllRuns) {
   strip().clickTool("Close all");
   EXPECT_FALSE(stripShown());
   EXPECT_TRUE(editor.windowsFrontToBack().empty());
-}
-
-TEST_F(StripFault, WindowsAreClosedFromTheFirstTabToTheLast) {
-  InterruptedWrites interrupted(mac.accessibility());
-  const auto openAll = [this] {
-    for (const char* title : {"A", "B", "C", "D"}) open(title);
-    mac.settle();
-  };
-  std::vector<Labels> left;
-  openAll();
-  const auto faulted = startOn(mac.platformWith(interrupted));
-  interrupted.happening = [&] {
-    Labels titles;
-    for (const auto& window : editor.windowsFrontToBack()) titles.push_back(window.title());
-    std::ranges::sort(titles);
-    left.push_back(titles);
-  };
-  strip().clickTool("Close all");
-  EXPECT_EQ(left, (std::vector<Labels>{{"B", "C", "D"}, {"C", "D"}, {"D"}, {}}));
-
-  openAll();
-  left.clear();
-  mac.menus().nextChoose({"Close others"});
-  strip().rightClickTab("B");
-  EXPECT_EQ(left, (std::vector<Labels>{{"B", "C", "D"}, {"B", "D"}, {"B"}}));
 }
 
 TEST_F(StripFault, AWindowThatClosesUnderTheDragOfItsTabEndsIt) {
