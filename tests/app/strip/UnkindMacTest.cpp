@@ -25,7 +25,7 @@ TEST_F(UnkindMac, TheStripComesByItselfOverAnApplicationStartedCold) {
     const auto window = cold.open("Untitled", {100, 200, 900, 600});
     mac.advance(7s);
     EXPECT_EQ(strip().tabs(), Labels{"Untitled"});
-    EXPECT_EQ(strip().accessibilityFrame(), over(window));
+    expectStripOver(window);
     cold.open("Second", {100, 200, 900, 600});
     EXPECT_EQ(strip().tabs().size(), 2U) << "and what happens there is heard";
   }
@@ -71,9 +71,8 @@ TEST_F(UnkindMac, AMenuBarThatComesTakesItsRoom) {
   start();
   EXPECT_EQ(window.frame().y, 40);
   mac.screens().set({SimScreens::screen({0, 0, 1440, 900}, 25, 0)});
-  EXPECT_TRUE(stripShown());
   EXPECT_EQ(window.frame().y, 25 + 32);
-  EXPECT_EQ(strip().accessibilityFrame(), over(window));
+  expectStripOver(window);
 }
 
 TEST_F(UnkindMac, TheStripIsBackWhenABusyApplicationAnswersAgain) {
@@ -95,7 +94,7 @@ TEST_F(UnkindMac, ATabOfAWindowThatIsOneOfAGroupIsTheSelectedOne) {
   editor.joinAsTabs({one, two});
   EXPECT_EQ(strip().tabs(), Labels{"Two"});
   strip().clickTab("Two");
-  EXPECT_EQ(strip().accessibilityFrame(), over(two));
+  expectStripOver(two);
 }
 
 TEST_F(UnkindMac, AWindowAnnouncedBeforeItIsFinishedHasItsTabOnceItIs) {
@@ -105,7 +104,7 @@ TEST_F(UnkindMac, AWindowAnnouncedBeforeItIsFinishedHasItsTabOnceItIs) {
   window.setFrame({100, 200, 900, 600});
   window.retitle("Plan");
   EXPECT_EQ(strip().tabs(), Labels{"Plan"});
-  EXPECT_EQ(strip().accessibilityFrame(), over(window));
+  expectStripOver(window);
 }
 
 TEST_F(UnkindMac, AWindowDraggedByTheStripStopsUnderTheMenuBarAndTheStripWithIt) {
@@ -113,7 +112,7 @@ TEST_F(UnkindMac, AWindowDraggedByTheStripStopsUnderTheMenuBarAndTheStripWithIt)
   start();
   strip().dragEmptyStrip(0, 400);
   EXPECT_GE(window.frame().y, 25);
-  EXPECT_EQ(strip().accessibilityFrame(), over(window));
+  expectStripOver(window);
 }
 
 }  // namespace

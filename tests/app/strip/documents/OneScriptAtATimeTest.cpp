@@ -232,30 +232,5 @@ TEST_F(RenameWithQuestions, AFileThatCameMeanwhileStaysWhenTheUserSaysSo) {
   EXPECT_EQ(plan->path, pathOf("Plan.docx"));
 }
 
-TEST_F(OneScriptAtATime, ADocumentInTheCloudHasNoFile) {
-  const auto letter = mac.office().openInWindow(
-      word, {.name = "Letter.docx", .path = "https://d.docs.live.net/1/Letter.docx"});
-  letter->window->setFrame({100, 200, 1300, 600});
-  start();
-  EXPECT_EQ(strip().tabs(), Labels{"Letter"});
-  EXPECT_EQ(tabMenu("Letter").at(5), "(Rename…)");
-  EXPECT_EQ(tabMenu("Letter").at(7), "(Copy path)");
-  EXPECT_TRUE(saved().recent.empty());
-  choose("Letter", {"Colour tag", "Red"});
-  EXPECT_EQ(strip().tagOf("Letter"), Color::of(SystemColor::red));
-  EXPECT_EQ(saved().tags.size(), 1U);
-  choose("Letter", {"Save all"});
-  EXPECT_EQ(letter->saves, 1);
-}
-
-TEST_F(OneScriptAtATime, ADocumentInAnApplicationsOwnFolderIsAFileLikeAnother) {
-  const std::string path = mac.home() / "Library/Containers/com.microsoft.Word/Data/Documents/Plan.docx";
-  const auto plan = mac.office().openInWindow(word, {.path = path});
-  plan->window->setFrame({100, 200, 1300, 600});
-  start();
-  EXPECT_EQ(knownFile(), path);
-  EXPECT_TRUE(saved().recent.contains(path));
-}
-
 }  // namespace
 }  // namespace pellar

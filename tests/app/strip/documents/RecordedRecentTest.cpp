@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <chrono>
-#include <map>
 #include <string_view>
 #include <system_error>
 
-#include "platform/sim/system/TemporaryFolder.h"
 #include "tests/support/BrokenFileOperations.h"
 #include "tests/support/StripStory.h"
 
@@ -218,45 +216,15 @@ TEST_F(OfficePaths, MoreDocumentsThanAreRememberedAreAskedAboutAgain) {
     EXPECT_EQ(knownFile(*window), "/Users/ann/" + window->title + ".docx");
 }
 
-// Word names a document and no file.
-class NamesWithoutPaths final : public ScriptRunner {
- public:
-  [[nodiscard]] ScriptResult run(const std::string&) override {
-    return {ScriptDescriptor{std::vector<ScriptDescriptor>{{"Letter\t"}}}, std::nullopt};
-  }
-};
-
-TEST(OfficePathsOfAFaultyWord, AnEmptyPathIsNone) {
-  SimMac mac;
-  NamesWithoutPaths names;
-  const Platform own = mac.platform();
-  AppDelegate pellar({.mainLoop = own.mainLoop,
-                      .accessibility = own.accessibility,
-                      .workspace = own.workspace,
-                      .screens = own.screens,
-                      .panels = own.panels,
-                      .eventMonitors = own.eventMonitors,
-                      .eventTaps = own.eventTaps,
-                      .menus = own.menus,
-                      .alerts = own.alerts,
-                      .pasteboard = own.pasteboard,
-                      .propertyLists = own.propertyLists,
-                      .scripts = names,
-                      .statusBar = own.statusBar,
-                      .windows = own.windows,
-                      .loginItem = own.loginItem,
-                      .httpClient = own.httpClient,
-                      .notifications = own.notifications,
-                      .application = own.application,
-                      .bundle = own.bundle,
-                      .folders = own.folders});
-  acceptTerms(pellar);
-  mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"}).open("Letter.docx");
-  pellar.applicationDidFinishLaunching();
-  mac.settle();
-  EXPECT_EQ(mac.strip().tabs(), std::vector<std::string>{"Letter"});
-  EXPECT_EQ(pellar.documentPaths().of(*pellar.tracker().front()), std::nullopt);
-  EXPECT_TRUE(pellar.store().state().recent.empty());
+TEST_F(OfficePaths, ADocumentThatWordNamesWithoutAPathHasNoFile) {
+  mac.scripts().answer = [](const std::string&) {
+    return ScriptResult{ScriptDescriptor{std::vector<ScriptDescriptor>{{"Letter\t"}}}, std::nullopt};
+  };
+  launchWord().open("Letter.docx");
+  EXPECT_EQ(strip().tabs(), Labels{"Letter"});
+  EXPECT_EQ(asked(), 1U);
+  EXPECT_EQ(knownFile(), std::nullopt);
+  EXPECT_TRUE(state().recent.empty());
 }
 
 TEST_F(OfficePaths, OutlookIsNotAskedForDocuments) {
