@@ -16,6 +16,7 @@ namespace pellar {
 class MenuStory : public StripStory {
  protected:
   using Rows = std::vector<std::string>;
+  using Tags = NameMap<std::string>;  // colours by their tag keys
 
   void TearDown() override {
     EXPECT_EQ(mac.menus().awaited(), 0U) << "a menu that the story waited for never came";
@@ -65,6 +66,9 @@ class WordStory : public MenuStory {
   WordStory() { std::filesystem::create_directories(mac.home() / "Documents"); }
 
   [[nodiscard]] std::string pathOf(const std::string& name) { return mac.home() / "Documents" / name; }
+  [[nodiscard]] static bool exists(const std::string& path) { return std::filesystem::exists(path); }
+  // What is saved when this document alone is red.
+  [[nodiscard]] Tags redOf(const std::string& name) { return {{pathOf(name), "red"}}; }
   [[nodiscard]] SimDocumentPointer openInWord(const std::string& name) {
     return inWideWindow(mac.office().openInWindow(word, {.path = pathOf(name)}));
   }

@@ -3,7 +3,6 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <optional>
 
 #include "tests/support/MenuStory.h"
@@ -15,7 +14,6 @@ using namespace std::chrono_literals;
 
 using TagMenu = MenuStory;
 using WordTags = WordStory;
-using Tags = NameMap<std::string>;
 
 TEST_F(TagMenu, ListsTheColoursWithTheirSwatches) {
   open("Plan");

@@ -37,7 +37,6 @@ class OneScriptAtATime : public WordStory {
     mac.settle();
     EXPECT_FALSE(mac.office().beforeEvent) << "Word was never asked";
   }
-  [[nodiscard]] static bool exists(const std::string& path) { return std::filesystem::exists(path); }
 
   int underWay = 0;
   int most = 0;
@@ -154,8 +153,6 @@ class RenameWithQuestions : public OneScriptAtATime {
   void answerIn(std::chrono::seconds time, bool yes) {
     answer = mac.mainLoop().after(time, [this, yes] { mac.office().answer(yes); });
   }
-  using Tags = NameMap<std::string>;
-  [[nodiscard]] Tags redOf(const std::string& name) { return {{pathOf(name), "red"}}; }
 
   SimDocumentPointer plan;
   Subscription answer;

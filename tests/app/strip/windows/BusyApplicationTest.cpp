@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
 
 #include "tests/support/MenuStory.h"
 
@@ -123,8 +122,8 @@ TEST_F(BusyWord, ARenameIsNotRefusedForABusyMoment) {
     return TextAlertAnswer{TextAlertAnswer::firstButtonReturn, "Budget"};
   });
   choose("Plan", {"Rename…"});
-  EXPECT_TRUE(std::filesystem::exists(pathOf("Budget.docx")));
-  EXPECT_FALSE(std::filesystem::exists(pathOf("Plan.docx")));
+  EXPECT_TRUE(exists(pathOf("Budget.docx")));
+  EXPECT_FALSE(exists(pathOf("Plan.docx")));
   for (const auto& message : log.messages()) EXPECT_FALSE(message.starts_with("rename failed")) << message;
 }
 
