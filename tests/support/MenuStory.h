@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/StateStore.h"
 #include "tests/support/StripStory.h"
 
@@ -55,7 +54,6 @@ class MenuStory : public StripStory {
     strip().rightClickTab(tab);
   }
 
-  [[nodiscard]] const AppState& state() { return pellar.store().state(); }
   // What a program started now would read.
   [[nodiscard]] AppState saved() { return StateStore(pellar.store().url()).state(); }
 };

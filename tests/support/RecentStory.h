@@ -65,7 +65,6 @@ class RecentStory : public StripStory {
     throw std::runtime_error("not listed: " + title);
   }
   [[nodiscard]] const std::vector<std::string>& opened() { return mac.workspace().opened(); }
-  [[nodiscard]] const AppState& state() { return pellar.store().state(); }
 
  private:
   [[nodiscard]] Names texts(double size) {

@@ -64,6 +64,7 @@ class StripStory : public testing::Test {
     const AxRect frame = window.frame();
     return {frame.x, frame.y - StripGeometry::stripHeight, frame.width, StripGeometry::stripHeight};
   }
+  [[nodiscard]] const AppState& state() { return pellar.store().state(); }
   // The file that the program knows behind the focused window, or behind another one of the picture.
   [[nodiscard]] std::optional<std::string> knownFile() { return knownFile(*pellar.tracker().front()); }
   [[nodiscard]] std::optional<std::string> knownFile(const OfficeWindow& window) {

@@ -15,7 +15,6 @@ using namespace std::chrono_literals;
 
 class RecordedRecent : public StripStory {
  protected:
-  [[nodiscard]] const AppState& state() { return pellar.store().state(); }
   // Each save puts a new file in place of the old one.
   [[nodiscard]] std::filesystem::file_time_type lastSave() {
     return std::filesystem::last_write_time(pellar.store().url());

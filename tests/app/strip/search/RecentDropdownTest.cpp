@@ -1,29 +1,12 @@
 #include <gtest/gtest.h>
 
+#include "tests/app/strip/search/SearchStory.h"
 #include "tests/support/MenuStory.h"
 
 namespace pellar {
 namespace {
 
-class RecentDropdownStory : public StripStory {
- protected:
-  // One wide window: the strip shows the search field.
-  SimWindow startWithField(const AxRect& frame = {100, 200, 1200, 600}) {
-    auto plan = open("Plan", frame);
-    start();
-    return plan;
-  }
-  [[nodiscard]] bool isOpen() { return dropdown().isVisible(); }
-  [[nodiscard]] ScreenRect field() {
-    const auto rect = strip().panel().host().toScreen(strip().searchField()->frame());
-    return rect.value();
-  }
-  void expectClosed() {
-    EXPECT_FALSE(isOpen());
-    EXPECT_FALSE(mac.eventMonitors().watched());
-    EXPECT_FALSE(strip().panel().isKey());
-  }
-};
+using RecentDropdownStory = SearchStory;
 
 TEST_F(RecentDropdownStory, ClickingTheFieldOpensItUnderTheField) {
   startWithField();
@@ -271,73 +254,6 @@ TEST_F(RecentDropdownStory, AStripOnNoScreenHasItOnTheFirst) {
   startWithField({5000, 200, 1200, 600});
   pellar.strip()->openRecent();
   EXPECT_EQ(dropdown().frame().maxX(), 1432);
-}
-
-TEST_F(RecentDropdownStory, TheSearchToolUnfoldsTheFieldUntilItIsClosed) {
-  for (const auto* title : {"A", "B", "C", "D", "E"}) open(title);
-  start();
-  ASSERT_TRUE(strip().searchToolShown());
-  ASSERT_EQ(strip().searchField(), nullptr);
-  strip().clickSearchTool();
-  EXPECT_TRUE(isOpen());
-  ASSERT_NE(strip().searchField(), nullptr);
-  EXPECT_TRUE(strip().searchField()->isFocused());
-  EXPECT_EQ(dropdown().frame().maxX(), field().maxX());
-  mac.pressKey("cancelOperation:");
-  mac.settle();
-  EXPECT_TRUE(strip().searchToolShown());
-  EXPECT_EQ(strip().searchField(), nullptr);
-}
-
-// Tabs so many that the strip shows the search as a tool: the unfolded field takes its room from them.
-class UnfoldedSearch : public RecentDropdownStory {
- protected:
-  UnfoldedSearch() {
-    for (const auto* title : {"A", "B", "C", "D", "E"}) windows.push_back(open(title));
-    start();
-  }
-  void unfold() {
-    strip().clickSearchTool();
-    ASSERT_NE(strip().searchField(), nullptr);
-  }
-  void expectFolded() {
-    expectClosed();
-    EXPECT_EQ(strip().searchField(), nullptr);
-    EXPECT_TRUE(strip().searchToolShown());
-  }
-
-  std::vector<SimWindow> windows;
-};
-
-TEST_F(UnfoldedSearch, ATabClickedBesideItIsTheOneThatComes) {
-  for (const auto& window : windows) {
-    unfold();
-    strip().clickTab(window.title());
-    EXPECT_EQ(mac.frontWindow(), window) << window.title();
-    expectFolded();
-  }
-}
-
-TEST_F(UnfoldedSearch, ACloseMarkClickedBesideItClosesItsOwnWindow) {
-  unfold();
-  strip().closeTab("C");
-  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "D", "E"}));
-  expectClosed();
-}
-
-TEST_F(UnfoldedSearch, ATabClickedRightBesideItHasItsOwnMenu) {
-  unfold();
-  mac.menus().nextChoose({"Close"});
-  strip().rightClickTab("D");
-  EXPECT_EQ(strip().tabs(), (Labels{"A", "B", "C", "E"}));
-  expectClosed();
-}
-
-TEST_F(UnfoldedSearch, ATabDraggedBesideItIsTheOneThatMoves) {
-  unfold();
-  strip().dragTab("E").to(0);
-  EXPECT_EQ(strip().tabs(), (Labels{"E", "A", "B", "C", "D"}));
-  expectFolded();
 }
 
 using RecentDropdownInWord = WordStory;
