@@ -71,8 +71,8 @@ TEST_F(UnkindMac, AMenuBarThatComesTakesItsRoom) {
   start();
   EXPECT_EQ(window.frame().y, 40);
   mac.screens().set({SimScreens::screen({0, 0, 1440, 900}, 25, 0)});
-  EXPECT_EQ(window.frame().y, 25 + 32);
   expectStripOver(window);
+  EXPECT_EQ(window.frame().y, 25 + 32);
 }
 
 TEST_F(UnkindMac, TheStripIsBackWhenABusyApplicationAnswersAgain) {
