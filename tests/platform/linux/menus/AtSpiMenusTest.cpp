@@ -4,41 +4,22 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
-#include <QDBusMessage>
-#include <QDBusReply>
-#include <QDBusVariant>
 #include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <fstream>
 #include <string>
 
-#include "platform/linux/menus/AtSpiBus.h"
 #include "tests/e2e/Stopping.h"
 #include "tests/platform/linux/X11WorldTest.h"
+#include "tests/platform/linux/menus/MenuWaits.h"
+#include "tests/platform/linux/menus/SessionBusVariable.h"
 
 namespace pellar::contract {
 namespace {
 
 using namespace std::chrono_literals;
 using Elements = std::vector<Element>;
-
-// A world on a desktop with a session bus; the adapter, which is part of this process, is told of it.
-class SessionBusVariable {
- public:
-  SessionBusVariable() {
-    e2e::Desktop& desktop = SharedDesktop::get();
-    desktop.openSessionBus();
-    setenv(variable, desktop.environment().at(variable).c_str(), 1);
-  }
-  ~SessionBusVariable() { setenv(variable, "disabled:", 1); }
-  SessionBusVariable(const SessionBusVariable&) = delete;
-  SessionBusVariable& operator=(const SessionBusVariable&) = delete;
-
- private:
-  static constexpr const char* variable = "DBUS_SESSION_BUS_ADDRESS";
-};
 
 class AtSpiMenusTest : private SessionBusVariable, public X11WorldTest {
  protected:
@@ -103,18 +84,6 @@ class AtSpiMenusTest : private SessionBusVariable, public X11WorldTest {
   std::string contents(const std::string& name) {
     return desktop().folders().read(desktop().folders().home() / name);
   }
-  bool isOnScreenAsChanged(const std::string& name) {
-    return desktop().observer().clientTitled("*").has_value() &&
-           desktop().observer().text(*desktop().observer().clientTitled("*"), "_NET_WM_NAME").find(name) !=
-               std::string::npos;
-  }
-
-  static std::chrono::milliseconds timeOf(const std::function<void()>& deed) {
-    const auto start = std::chrono::steady_clock::now();
-    deed();
-    return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - start);
-  }
-
   std::unique_ptr<e2e::Process> editor;
 };
 
@@ -134,11 +103,6 @@ class GtkMenusTest : public AtSpiMenusTest, public ::testing::WithParamInterface
 
 INSTANTIATE_TEST_SUITE_P(Ways, GtkMenusTest, ::testing::Bool(),
                          [](const auto& way) { return way.param ? "exported" : "accessibilityBus"; });
-
-// Longer than any walk may take, and much shorter than what waits for an answer without end.
-constexpr auto wholeWalk = 2500ms;
-// Far less than what is waited for an answer, and more than a busy machine takes.
-constexpr auto noWait = 700ms;
 
 TEST_P(GtkMenusTest, TheBarStandsBehindAPlaceForTheSystemsOwnMenu) {
   startGtkEditor({"report.txt"});
@@ -210,77 +174,6 @@ TEST_F(AtSpiMenusTest, AQtEditorSaves) {
   ASSERT_TRUE(wait([this] { return canSave(); }));
   EXPECT_EQ(accessibility().perform(fileMenuItem("Save"), "AXPress"), Performed::done);
   EXPECT_TRUE(wait([this] { return contents("letter.txt") == "xSome text in letter.txt.\n"; }));
-}
-
-// Whether the session's programs are asked to come to the accessibility bus.
-bool isInviting(QDBusConnection bus) {
-  auto call = QDBusMessage::createMethodCall(QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus"),
-                                             QStringLiteral("org.freedesktop.DBus.Properties"),
-                                             QStringLiteral("Get"));
-  call << QStringLiteral("org.a11y.Status") << QStringLiteral("IsEnabled");
-  return QDBusReply<QDBusVariant>(bus.call(call)).value().variant().toBool();
-}
-
-// Programs of this toolkit look when they start whether they are wanted.
-TEST(AtSpiInvitationTest, ProgramsAreInvitedWhenTheFirstIsMissedAndForAsLongAsPellarRuns) {
-  const SessionBusVariable variable;
-  e2e::Desktop& desktop = SharedDesktop::get();
-  auto bus = QDBusConnection::connectToBus(
-      QString::fromStdString(desktop.environment().at("DBUS_SESSION_BUS_ADDRESS")),
-      QStringLiteral("observer"));
-  const auto startProgram = [&desktop](const std::string& name) {
-    const auto file = desktop.folders().home() / name;
-    desktop.folders().write(file, "");
-    auto program = desktop.start({e2e::builtProgram("qt_program"), file.string()}, "qt_program");
-    desktop.waitForWindow(name);
-    return program;
-  };
-  std::unique_ptr<e2e::Process> early;
-  std::unique_ptr<e2e::Process> late;
-  {
-    LinuxWorld world;
-    auto& accessibility = world.platform().accessibility;
-    const auto menuBar = [&accessibility](const e2e::Process& program) {
-      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXMenuBar");
-    };
-    const auto children = [&accessibility](const Element& parent) {
-      return std::get<Elements>(accessibility.attribute(parent, "AXChildren").value());
-    };
-    const auto isKnown = [&](const e2e::Process& program) {
-      return accessibility.attribute(accessibility.applicationElement(program.pid()), "AXWindows")
-          .has_value();
-    };
-    early = startProgram("early.txt");
-    ASSERT_TRUE(world.wait([&] { return isKnown(*early); }));
-    EXPECT_FALSE(isInviting(bus));
-    EXPECT_FALSE(AtSpiBus::hasInvited());
-    static_cast<void>(menuBar(*early));
-    EXPECT_TRUE(isInviting(bus));
-    EXPECT_TRUE(AtSpiBus::hasInvited()) << "and Pellar must not follow its own invitation";
-    early->end();
-
-    late = startProgram("letter.txt");
-    ASSERT_TRUE(world.wait([&] { return isKnown(*late) && menuBar(*late).has_value(); }));
-    const auto items = children(std::get<Element>(*menuBar(*late)));
-    ASSERT_EQ(items.size(), 2U);
-    EXPECT_EQ(accessibility.attribute(items[1], "AXTitle"), AttributeValue("File"));
-    const auto menu = children(children(items[1]).front());
-    ASSERT_EQ(menu.size(), 3U);
-    EXPECT_EQ(accessibility.attribute(menu[1], "AXTitle"), AttributeValue("Save"));
-    EXPECT_EQ(accessibility.attribute(menu[1], "AXEnabled"), AttributeValue(true));
-    EXPECT_EQ(accessibility.perform(menu[1], "AXPress"), Performed::done);
-    EXPECT_TRUE(
-        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "saved\n"; }));
-    EXPECT_EQ(accessibility.attribute(menu[2], "AXTitle"), AttributeValue("New Kind"));
-    EXPECT_EQ(accessibility.perform(menu[2], "AXPress"), Performed::done)
-        << "the usual one behind it is chosen";
-    EXPECT_TRUE(
-        world.wait([&] { return e2e::Folders::read(desktop.folders().home() / "letter.txt") == "letter"; }));
-    late->end();
-  }
-  EXPECT_FALSE(isInviting(bus)) << "the setting is the user's again";
-  EXPECT_FALSE(AtSpiBus::hasInvited());
-  QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
 }
 
 TEST_F(AtSpiMenusTest, AProgramWithoutAccessibilityHasNoMenuBarAndCostsNoWait) {
@@ -403,35 +296,6 @@ TEST_F(AtSpiMenusTest, ReadingWindowsConnectsToNoBus) {
   static_cast<void>(menuBar());
   EXPECT_GT(connections(), before) << "this would have been seen";
   QDBusConnection::disconnectFromBus(QStringLiteral("observer"));
-}
-
-class DeadBusTest : public X11WorldTest {
- protected:
-  // The time until it is clear that a window has no menu bar.
-  std::chrono::milliseconds timeWithBus(const std::string& address) {
-    setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
-    const auto pid = world().launch("Plain");
-    world().open(pid, "Plain", {200, 200, 400, 300});
-    elementOf(pid, "Plain");
-    const auto start = std::chrono::steady_clock::now();
-    EXPECT_FALSE(read<Element>(accessibility().applicationElement(pid), "AXMenuBar").has_value());
-    const auto end = std::chrono::steady_clock::now();
-    setenv("DBUS_SESSION_BUS_ADDRESS", "disabled:", 1);
-    return std::chrono::duration_cast<std::chrono::milliseconds>(end - start);
-  }
-};
-
-TEST_F(DeadBusTest, ABusThatIsNotThereIsNoMenuBar) {
-  EXPECT_LT(timeWithBus("unix:path=/nowhere/at/all"), wholeWalk);
-}
-
-TEST_F(DeadBusTest, ABusThatHangsIsNotWaitedForAndDoesNotHoldUpTheEnd) {
-  const auto bus = desktop().start(desktop().folders().busCommand(), "stopped-bus");
-  const auto address = bus->readLine();
-  bus->signal(SIGSTOP);
-  EXPECT_LT(timeWithBus(address), wholeWalk);
-  EXPECT_LT(timeWithBus(address), noWait) << "and not tried again at once";
-  bus->signal(SIGCONT);
 }
 
 }  // namespace
