@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bench/follow/Samples.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/RecentPanel.h"
 #include "tests/e2e/SidePanel.h"
@@ -19,7 +20,6 @@ namespace pellar::bench {
 namespace {
 
 constexpr std::chrono::milliseconds rest{200};
-constexpr std::uint32_t escapeKey = 0xff1b;
 // More tabs than a strip has room for run on under its tools and take their clicks: a tool is clicked between
 // two tabs. With windows of this width there is such a place in the middle of the search.
 constexpr int windowWidth = 1115;
@@ -76,7 +76,7 @@ class Gestures {
     menu().waitUntilOpen();
   }
   void closeTabMenu() {
-    desktop_.observer().strike(escapeKey);
+    desktop_.observer().strike(e2e::escapeKey);
     menu().waitUntilClosed();
   }
   void showCard() {
@@ -97,7 +97,7 @@ class Gestures {
     recent.waitUntilOpen();
   }
   void closeDropDown() {
-    desktop_.observer().strike(escapeKey);
+    desktop_.observer().strike(e2e::escapeKey);
     e2e::RecentPanel(desktop_, strip_).waitUntilClosed();
   }
 

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 #include <stdexcept>
 #include <string_view>
@@ -166,8 +165,7 @@ Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manage
 // What makes a window manager's first start as bare as the others', with four desktops.
 void Desktop::configure() const {
   const auto write = [this](const std::string& place, const std::string& text) {
-    std::filesystem::create_directories((folders_.root() / place).parent_path());
-    std::ofstream(folders_.root() / place) << text;
+    folders_.write(folders_.root() / place, text);
   };
   // Its own settings, but that a key maximises a window as it does elsewhere.
   std::string openbox = Folders::read("/etc/xdg/openbox/rc.xml");
@@ -393,6 +391,10 @@ int Desktop::keysReceived(Window window, std::uint32_t keysym) {
   for (std::string key; keys >> key;)
     if (key.starts_with(wanted.str())) ++count;
   return count;
+}
+
+void Desktop::waitUntilReceived(Window window, std::uint32_t keysym, int count) {
+  observer_->waitUntil("the application has the key", [&] { return keysReceived(window, keysym) == count; });
 }
 
 }  // namespace pellar::e2e

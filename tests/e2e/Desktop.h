@@ -124,6 +124,8 @@ class Desktop {
   void waitUntilActive(Window window);
   // How often a window of an Application received a key, by its symbol.
   [[nodiscard]] int keysReceived(Window window, std::uint32_t keysym);
+  // Until it is so often.
+  void waitUntilReceived(Window window, std::uint32_t keysym, int count);
   [[nodiscard]] Box frame(Window window);
 
  private:

@@ -1,12 +1,12 @@
 #include "tests/e2e/DesktopTest.h"
 
-#include <algorithm>
 #include <chrono>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
 
 #include "tests/e2e/DesktopReport.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::e2e {
 
@@ -16,10 +16,8 @@ void DesktopTest::startPellar() {
 }
 
 void DesktopTest::acceptTerms() {
-  constexpr std::uint32_t returnKey = 0xff0d;
   const auto terms = desktop.waitForWindow("Pellar End User Agreement");
-  desktop.observer().key(returnKey, true);
-  desktop.observer().key(returnKey, false);
+  desktop.observer().strike(returnKey);
   desktop.observer().waitUntil("the terms are gone",
                                [&] { return !desktop.observer().isViewable(terms.id); });
 }
@@ -52,6 +50,10 @@ int DesktopTest::logLines(const std::string& part) const {
     if (line.find(part) != std::string::npos) ++count;
   }
   return count;
+}
+
+void DesktopTest::waitUntilStateHas(const std::string& text) {
+  desktop.observer().waitUntil("the state file has " + text, [&] { return stateHas(text); });
 }
 
 void DesktopTest::stopPellar() {

@@ -4,7 +4,6 @@
 
 #include <memory>
 #include <string>
-#include <utility>
 
 #include "tests/e2e/Desktop.h"
 #include "tests/e2e/Strip.h"
@@ -40,6 +39,13 @@ class DesktopTest : public ::testing::Test {
   [[nodiscard]] Application& editor();
   // The lines of Pellar's log that contain a text.
   [[nodiscard]] int logLines(const std::string& part = "") const;
+
+  // The state file, and whether a text stands in it.
+  [[nodiscard]] std::string state() const { return Folders::read(desktop.folders().stateFile()); }
+  [[nodiscard]] bool stateHas(const std::string& text) const {
+    return state().find(text) != std::string::npos;
+  }
+  void waitUntilStateHas(const std::string& text);
 
   // Writes what is on the screen and in Pellar's log when the story has failed.
   void reportFailure();

@@ -7,12 +7,11 @@
 #include <vector>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t controlKey = 0xffe3;
 
 class Dialogs : public EveryWindowManager {
  protected:

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/Stopping.h"
 
@@ -16,9 +17,6 @@ namespace pellar::e2e {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr std::uint32_t escapeKey = 0xff1b;
-constexpr std::uint32_t returnKey = 0xff0d;
 
 // The items of a document's menu that can be chosen.
 constexpr int containingFolderItem = 4;
@@ -83,11 +81,6 @@ class Documents : public EveryWindowManager {
     desktop.observer().waitUntil("the window is closed",
                                  [&] { return !desktop.observer().isViewable(window.id); });
   }
-  void waitUntilStateHas(const std::string& text) {
-    desktop.observer().waitUntil("the state file has " + text, [&] {
-      return Folders::read(desktop.folders().stateFile()).find(text) != std::string::npos;
-    });
-  }
   // At the beginning of a document. What is typed before the editor listens is lost, so that the first letter
   // may come to stand there more than once.
   void typeInto(Window window, const std::string& text) {
@@ -131,7 +124,7 @@ TEST_P(Documents, ATerminalShowsNone) {
   desktop.activate(all[0]);
   strip.waitUntilOver(all[0]);
   waitUntilStateHas("\"" + document("report.txt") + "\"");
-  EXPECT_EQ(Folders::read(desktop.folders().stateFile()).find("plan.txt"), std::string::npos);
+  EXPECT_FALSE(stateHas("plan.txt"));
 }
 
 TEST_P(Documents, APathIsCopied) {
@@ -151,7 +144,6 @@ TEST_P(Documents, TheContainingFolderIsOpenedAndARenameIsNotOffered) {
   const auto all = openInEditor({"report.txt"});
   showStripOverDocuments({"report.txt"}, all[0]);
   openTabMenu(0);
-  // The fourth item that can be chosen is the one below "Rename…".
   menu->choose(containingFolderItem);
   menu->waitUntilClosed();
   desktop.observer().waitUntil("the folder was opened",
@@ -200,9 +192,7 @@ TEST_P(Documents, AreSavedAsAGroupClosedAndOpenedAgain) {
   openGroups();
   menu->openSubmenu(2);
   menu->choose(1);
-  desktop.observer().waitUntil("the group is deleted", [&] {
-    return Folders::read(desktop.folders().stateFile()).find("\"Monday\"") == std::string::npos;
-  });
+  desktop.observer().waitUntil("the group is deleted", [this] { return !stateHas("\"Monday\""); });
   for (const Window window : all) desktop.close(window);
 }
 
@@ -233,7 +223,7 @@ TEST_P(Documents, AQuestionIsCancelledByEscapeAndByItsButton) {
   waitUntilClosed(prompt);
   desktop.waitUntilActive(all[0]);
   strip.waitUntilOver(all[0]);
-  EXPECT_NE(Folders::read(desktop.folders().stateFile()).find("\"groups\": {}"), std::string::npos);
+  EXPECT_TRUE(stateHas("\"groups\": {}"));
 }
 
 TEST_P(Documents, AQuestionIsNotBehindTheStrip) {

@@ -2,9 +2,9 @@
 
 #include <stdlib.h>
 
-#include <fstream>
-#include <sstream>
 #include <system_error>
+
+#include "tests/support/Files.h"
 
 namespace pellar::e2e {
 
@@ -81,6 +81,19 @@ void Folders::settleIn() const {
   write(stateFile(), state);
 }
 
+void Folders::remember(const std::vector<std::filesystem::path>& files,
+                       const std::string& application) const {
+  std::string times;
+  std::string applications;
+  int time = 1'700'000'000;
+  for (const auto& file : files) {
+    const std::string begin = (times.empty() ? "\"" : ",\"") + file.string() + "\":";
+    times += begin + std::to_string(--time);
+    applications += begin + "\"" + application + "\"";
+  }
+  write(stateFile(), "{\"recent\":{" + times + "},\"recentApp\":{" + applications + "}}");
+}
+
 std::vector<std::string> Folders::busCommand() const {
   const auto services = root_ / "services";
   std::filesystem::create_directories(services);
@@ -102,15 +115,11 @@ std::vector<std::string> Folders::busCommand() const {
 }
 
 void Folders::write(const std::filesystem::path& file, const std::string& content) const {
-  std::filesystem::create_directories(file.parent_path());
-  std::ofstream(file, std::ios::binary) << content;
+  test::put(file, content);
 }
 
 std::string Folders::read(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return text.str();
+  return test::content(file);
 }
 
 }  // namespace pellar::e2e

@@ -34,6 +34,9 @@ class Folders {
   // Has the user of these folders be one who has accepted the terms and asks no web site for updates, as far
   // as the state file can be read. So he is from the start.
   void settleIn() const;
+  // Has the user have used these files with an application, the first one last; in place of all that the
+  // state file says.
+  void remember(const std::vector<std::filesystem::path>& files, const std::string& application) const;
 
   // The command of a session bus with an address that it prints. Of what is installed on the machine it
   // starts only what these desktops are made with: assistive technology's own bus, and xfwm4's settings.

@@ -6,15 +6,13 @@
 #include <vector>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/RecentPanel.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t downKey = 0xff54;
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 // A large screen at 200 %.
 class DoubleDensity : public DesktopTest, public ::testing::WithParamInterface<WindowManager> {
@@ -110,13 +108,10 @@ TEST_P(DoubleDensity, AWindowAtTheTopMakesRoomForALargeStrip) {
 }
 
 TEST_P(DoubleDensity, TheSearchIsLargeTakesKeysAndMarksARow) {
-  desktop.folders().write(desktop.folders().home() / "Documents" / "Plan.txt", "Some text.\n");
-  desktop.folders().write(desktop.folders().home() / "Documents" / "Minutes.txt", "Some text.\n");
-  const auto documents = (desktop.folders().home() / "Documents").string();
-  desktop.folders().write(desktop.folders().stateFile(),
-                          "{\"recent\":{\"" + documents + "/Plan.txt\":1700000002,\"" + documents +
-                              "/Minutes.txt\":1700000001},\"recentApp\":{\"" + documents +
-                              "/Plan.txt\":\"editor\",\"" + documents + "/Minutes.txt\":\"editor\"}}");
+  const auto documents = desktop.folders().home() / "Documents";
+  for (const char* name : {"Plan.txt", "Minutes.txt"})
+    desktop.folders().write(documents / name, "Some text.\n");
+  desktop.folders().remember({documents / "Plan.txt", documents / "Minutes.txt"}, "editor");
   const auto report = editor().open("Report", {121, 321, 2401, 800});
   startPellar();
   strip.waitUntilOver(report);

@@ -2,30 +2,23 @@
 #include <xcb/xcb.h>
 
 #include <stdexcept>
-#include <string>
+#include <vector>
 
 #include "tests/e2e/DesktopTest.h"
-#include "tests/e2e/XReply.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::e2e {
 
 namespace {
 
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t shiftKey = 0xffe1;
-constexpr std::uint32_t controlKey = 0xffe3;
-constexpr std::uint32_t altKey = 0xffe9;
-constexpr std::uint32_t superKey = 0xffeb;
-constexpr std::uint32_t numLockKey = 0xff7f;
-constexpr std::uint32_t capsLockKey = 0xffe5;
-
 // Another program that has taken Control-Tab.
 class KeyHolder {
  public:
-  explicit KeyHolder(const std::string& display) : connection_(xcb_connect(display.c_str(), nullptr)) {
+  explicit KeyHolder(Desktop& desktop) : connection_(xcb_connect(desktop.display().c_str(), nullptr)) {
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    const auto cookie = xcb_grab_key_checked(connection_, 0, root, XCB_MOD_MASK_CONTROL, tab(),
-                                             XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    const auto cookie = xcb_grab_key_checked(connection_, 0, root, XCB_MOD_MASK_CONTROL,
+                                             desktop.observer().keycode(tabKey).value(), XCB_GRAB_MODE_ASYNC,
+                                             XCB_GRAB_MODE_ASYNC);
     if (xcb_request_check(connection_, cookie) != nullptr) throw std::runtime_error("the key is not free");
   }
   ~KeyHolder() { xcb_disconnect(connection_); }
@@ -33,19 +26,6 @@ class KeyHolder {
   KeyHolder& operator=(const KeyHolder&) = delete;
 
  private:
-  [[nodiscard]] xcb_keycode_t tab() const {
-    const auto* setup = xcb_get_setup(connection_);
-    const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
-    const XReply<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
-        connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
-    if (!mapping) throw std::runtime_error("the X server is gone");
-    const auto* keysyms = xcb_get_keyboard_mapping_keysyms(mapping.get());
-    for (int index = 0; index < count; ++index)
-      if (keysyms[index * mapping->keysyms_per_keycode] == tabKey)
-        return static_cast<xcb_keycode_t>(setup->min_keycode + index);
-    throw std::runtime_error("the keyboard has no Tab key");
-  }
-
   xcb_connection_t* connection_;
 };
 
@@ -154,7 +134,7 @@ TEST_P(Hotkey, OverTheOnlyWindowTheApplicationGetsTheKey) {
 }
 
 TEST_P(Hotkey, AKeyThatAnotherProgramHoldsIsLoggedAndTheStripWorks) {
-  const KeyHolder other(desktop.display());
+  const KeyHolder other(desktop);
   openThree();
   desktop.observer().waitUntil("the log tells it",
                                [this] { return logLines("event tap creation failed") == 1; });

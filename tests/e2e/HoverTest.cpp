@@ -18,15 +18,6 @@ class Hover : public EveryWindowManager {
     strip.waitUntilOver(plan);
     strip.waitUntilTabs(2);
   }
-  void restOnTab(std::size_t index) {
-    const auto place = *strip.box();
-    desktop.observer().movePointer(place.x + strip.tabs()[index].marker, place.y + Strip::height / 2);
-  }
-  // Middle of the zoom button.
-  [[nodiscard]] Box zoomButton() {
-    const auto place = *strip.box();
-    return {place.x + place.width - 53, place.y + Strip::height / 2, 0, 0};
-  }
 
   SidePanel card = SidePanel::card(desktop, strip);
   SidePanel picker = SidePanel::picker(desktop, strip);
@@ -38,7 +29,7 @@ PELLAR_FOR_EVERY_WINDOW_MANAGER(Hover);
 
 TEST_P(Hover, RestingOnATabShowsItsCardWhoseButtonClosesItsWindow) {
   openTwo();
-  restOnTab(0);
+  strip.pointAtTab(0);
   const Box shown = card.waitUntilShown();
   const Box place = *strip.box();
   EXPECT_EQ(shown.x, place.x + 6);
@@ -53,7 +44,7 @@ TEST_P(Hover, RestingOnATabShowsItsCardWhoseButtonClosesItsWindow) {
 
 TEST_P(Hover, TheCardGoesWhenThePointerDoes) {
   openTwo();
-  restOnTab(1);
+  strip.pointAtTab(1);
   const Box shown = card.waitUntilShown();
   // Onto the card, where it may stay as long as it likes, and away.
   desktop.observer().movePointer(shown.x + 30, shown.y + 30);
@@ -65,7 +56,7 @@ TEST_P(Hover, TheCardGoesWhenThePointerDoes) {
 
 TEST_P(Hover, TheCardGoesWithTheStrip) {
   openTwo();
-  restOnTab(1);
+  strip.pointAtTab(1);
   card.waitUntilShown();
   desktop.enterFullScreen(plan);
   strip.waitUntilHidden();
@@ -74,8 +65,7 @@ TEST_P(Hover, TheCardGoesWithTheStrip) {
 
 TEST_P(Hover, ACellOfThePickerTilesTheWindow) {
   openTwo();
-  const Box button = zoomButton();
-  desktop.observer().movePointer(button.x, button.y);
+  strip.pointAtWindowButton(WindowButton::zoom);
   const Box shown = picker.waitUntilShown();
   EXPECT_EQ(shown.width, pickerWidth);
   EXPECT_EQ(shown.y, strip.box()->y + 28 + 2);

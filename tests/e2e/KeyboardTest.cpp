@@ -2,22 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/RecentPanel.h"
 #include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t escapeKey = 0xff1b;
-constexpr std::uint32_t altKey = 0xffe9;
-constexpr std::uint32_t controlKey = 0xffe3;
 
 // Takes keyboard and mouse as screen lockers do, again and again until it has both.
 class ScreenLocker {
@@ -72,34 +67,23 @@ class Keyboard : public EveryWindowManager {
   Keyboard() : recent(desktop, strip) {}
 
   Window startWithReport() {
-    std::string times;
-    std::string applications;
+    std::vector<std::filesystem::path> files;
     for (const char* name : {"report.txt", "plan.txt", "budget.txt"}) {
-      const auto file = desktop.folders().home() / "Documents" / name;
-      desktop.folders().write(file, "Some text.\n");
-      times += (times.empty() ? "\"" : ",\"") + file.string() + "\":1700000000";
-      applications += (applications.empty() ? "\"" : ",\"") + file.string() + "\":\"editor\"";
+      files.push_back(desktop.folders().home() / "Documents" / name);
+      desktop.folders().write(files.back(), "Some text.\n");
     }
-    desktop.folders().write(desktop.folders().stateFile(),
-                            "{\"recent\":{" + times + "},\"recentApp\":{" + applications + "}}");
+    desktop.folders().remember(files, "editor");
     report = editor().open("Report", {60, 150, 1200, 500});
     startPellar();
     strip.waitUntilOver(report);
     return report;
   }
   void strike(std::uint32_t key) { desktop.observer().strike(key); }
-  void type(const std::string& text) {
-    for (const char letter : text) strike(static_cast<unsigned char>(letter));
-  }
+  void type(const std::string& text) { desktop.observer().type(text); }
   void searchFor(const std::string& text, int rows) {
     recent.openByClickOnTheField();
     type(text);
     recent.waitUntilRows(rows);
-  }
-  void waitUntilReceived(Window window, char key, int count) {
-    desktop.observer().waitUntil("the application has the key", [&] {
-      return desktop.keysReceived(window, static_cast<unsigned char>(key)) == count;
-    });
   }
 
   RecentPanel recent;
@@ -141,7 +125,7 @@ TEST_P(Keyboard, AltTabGoesToAnotherWindowDuringASearchAndEndsIt) {
   recent.waitUntilClosed();
   strip.waitUntilOver(letter);
   strike('x');
-  waitUntilReceived(letter, 'x', 1);
+  desktop.waitUntilReceived(letter, 'x', 1);
   EXPECT_EQ(desktop.keysReceived(report, 'x'), 0);
 }
 
@@ -157,7 +141,7 @@ TEST_P(Keyboard, ControlTabGoesToTheNextTabDuringASearchAndEndsIt) {
   recent.waitUntilClosed();
   strip.waitUntilOver(plan);
   strike('x');
-  waitUntilReceived(plan, 'x', 1);
+  desktop.waitUntilReceived(plan, 'x', 1);
 }
 
 TEST_P(Keyboard, WhatIsTypedRightBehindEscapeReachesTheApplication) {
@@ -168,7 +152,7 @@ TEST_P(Keyboard, WhatIsTypedRightBehindEscapeReachesTheApplication) {
     type("yy");
     strike(escapeKey);
     type("xx");
-    waitUntilReceived(report, 'x', 2 * time);
+    desktop.waitUntilReceived(report, 'x', 2 * time);
     recent.waitUntilClosed();
   }
   EXPECT_EQ(desktop.keysReceived(report, 'y'), 0);
@@ -179,7 +163,7 @@ TEST_P(Keyboard, WhatIsTypedBehindReturnThatChoosesNothingStaysInTheField) {
   startWithReport();
   searchFor("nothing", 0);
   strike(returnKey);
-  for (std::size_t i = 0; i < std::string("nothing").size(); ++i) strike(0xff08);
+  for (std::size_t i = 0; i < std::string("nothing").size(); ++i) strike(backspaceKey);
   type("plan");
   recent.waitUntilRows(1);
   strike(escapeKey);
@@ -211,7 +195,7 @@ TEST_P(Keyboard, AClickIntoAnotherWindowEndsTheSearchAndKeysGoThere) {
   recent.waitUntilClosed();
   strip.waitUntilOver(letter);
   strike('x');
-  waitUntilReceived(letter, 'x', 1);
+  desktop.waitUntilReceived(letter, 'x', 1);
   EXPECT_EQ(desktop.keysReceived(report, 'y'), 0);
 }
 
@@ -225,7 +209,7 @@ TEST_P(Keyboard, WhenTheWindowGoesDuringASearchTheNextOneHasTheKeyboard) {
   strip.waitUntilOver(plan);
   recent.waitUntilClosed();
   strike('x');
-  waitUntilReceived(plan, 'x', 1);
+  desktop.waitUntilReceived(plan, 'x', 1);
 }
 
 }  // namespace

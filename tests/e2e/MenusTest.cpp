@@ -7,15 +7,12 @@
 #include <optional>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t escapeKey = 0xff1b;
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t leftKey = 0xff51;
 
 // The items of a tab's menu for a plain program's window, whose file nobody knows.
 constexpr int closeItem = 1;
@@ -103,8 +100,7 @@ TEST_P(Menus, AClickChoosesAnItem) {
 
 TEST_P(Menus, APressHeldFromTheTabChoosesWhereItIsLetGo) {
   const auto all = openThree();
-  const auto place = *strip.box();
-  desktop.observer().movePointer(place.x + strip.tabs()[1].marker, place.y + Strip::height / 2);
+  strip.pointAtTab(1);
   desktop.observer().press(3);
   menu->waitUntilOpen();
   const auto box = menu->box();
@@ -145,8 +141,7 @@ TEST_P(Menus, TheStripKnowsWhereThePointerIsAfterwards) {
   desktop.observer().waitUntil("the tab under the pointer is raised",
                                [&] { return groundOfTab(0) != ground; });
   // Nothing is held: a movement neither drags nor selects.
-  const auto place = *strip.box();
-  desktop.observer().movePointer(place.x + strip.tabs()[1].marker, place.y + Strip::height / 2);
+  strip.pointAtTab(1);
   EXPECT_FALSE(strip.dropMarker().has_value());
   strip.clickTab(1);
   desktop.observer().waitUntil("the second tab is the active one", [&] { return strip.activeTab() == 1U; });
@@ -161,7 +156,7 @@ TEST_P(Menus, ATabIsTaggedRedAndStaysSoForTheNextRun) {
   desktop.observer().waitUntil("the tab has a red bar", [&] { return strip.tagBar(1) == red; });
   EXPECT_EQ(strip.tagBar(0), std::nullopt);
   EXPECT_EQ(strip.tagBar(2), std::nullopt);
-  EXPECT_NE(Folders::read(desktop.folders().stateFile()).find("\"title:Plan\": \"red\""), std::string::npos);
+  EXPECT_TRUE(stateHas("\"title:Plan\": \"red\""));
 
   stopPellar();
   startPellar();
@@ -243,14 +238,12 @@ TEST_P(GroupNames, MayBeAnythingAndFitTheScreen) {
   // A row is one line high, whatever is in it: seven items, of which one is the first, and a line between.
   EXPECT_LT(box.height, menu->marked()->height * 8);
   // The name that begins with a control character is the first. Deleted from its submenu.
-  desktop.observer().strike(0xff53);
+  desktop.observer().strike(rightKey);
   menu->waitUntilOpen(2);
   menu->choose(1);
   menu->waitUntilClosed();
-  desktop.observer().waitUntil("the group is deleted", [&] {
-    return Folders::read(desktop.folders().stateFile()).find("\\u0001") == std::string::npos;
-  });
-  EXPECT_NE(Folders::read(desktop.folders().stateFile()).find("R&D & "), std::string::npos);
+  desktop.observer().waitUntil("the group is deleted", [this] { return !stateHas("\\u0001"); });
+  EXPECT_TRUE(stateHas("R&D & "));
 }
 
 TEST_P(GroupNames, ACrowdedStripLeadsToThemThroughMore) {

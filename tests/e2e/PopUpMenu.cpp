@@ -4,15 +4,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t rightKey = 0xff53;
-constexpr std::uint32_t downKey = 0xff54;
 
 const std::string menuClass("pellar\0pellar\0", 14);
 

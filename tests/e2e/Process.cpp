@@ -13,18 +13,13 @@
 #include <iterator>
 #include <sstream>
 
+#include "tests/support/Files.h"
+
 namespace pellar::e2e {
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-std::string contentsOf(const std::filesystem::path& file) {
-  std::ifstream stream(file, std::ios::binary);
-  std::ostringstream text;
-  text << stream.rdbuf();
-  return text.str();
-}
 
 int millisecondsUntil(Clock::time_point end) {
   const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
@@ -53,7 +48,7 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts) {
 }
 
 std::vector<pid_t> childIds() {
-  std::istringstream text(contentsOf("/proc/self/task/" + std::to_string(getpid()) + "/children"));
+  std::istringstream text(test::content("/proc/self/task/" + std::to_string(getpid()) + "/children"));
   return {std::istream_iterator<pid_t>(text), std::istream_iterator<pid_t>()};
 }
 
@@ -166,7 +161,7 @@ Ending Process::end(std::chrono::milliseconds deadline) {
 }
 
 std::string Process::errors() const {
-  return contentsOf(errorFile_);
+  return test::content(errorFile_);
 }
 
 long Process::voluntarySwitches() const {
@@ -197,7 +192,7 @@ std::vector<std::string> childrenLeft(std::chrono::milliseconds deadline) {
   }
   std::vector<std::string> names;
   for (const pid_t id : childIds()) {
-    std::string command = contentsOf("/proc/" + std::to_string(id) + "/cmdline");
+    std::string command = test::content("/proc/" + std::to_string(id) + "/cmdline");
     for (char& character : command) {
       if (character == '\0') character = ' ';
     }

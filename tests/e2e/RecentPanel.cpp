@@ -5,8 +5,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "tests/e2e/XReply.h"
-
 namespace pellar::e2e {
 
 namespace {
@@ -73,13 +71,9 @@ std::optional<Box> RecentPanel::field() {
 bool RecentPanel::hasEditor() {
   const auto shown = strip_.window();
   if (!shown) return false;
-  auto* const connection = desktop_.observer().connection();
-  const XReply<xcb_query_tree_reply_t> tree(
-      xcb_query_tree_reply(connection, xcb_query_tree(connection, *shown), nullptr));
-  if (!tree) return false;
-  const auto* const children = xcb_query_tree_children(tree.get());
-  return std::any_of(children, children + xcb_query_tree_children_length(tree.get()),
-                     [this](xcb_window_t child) { return desktop_.observer().isViewable(child); });
+  const auto children = desktop_.observer().childrenOf(*shown);
+  return std::ranges::any_of(children,
+                             [this](xcb_window_t child) { return desktop_.observer().isViewable(child); });
 }
 
 bool RecentPanel::fieldHasCursor() {

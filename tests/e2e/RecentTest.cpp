@@ -7,17 +7,12 @@
 #include <vector>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/RecentPanel.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t downKey = 0xff54;
-constexpr std::uint32_t upKey = 0xff52;
-constexpr std::uint32_t backspaceKey = 0xff08;
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 // A GTK editor with one document in front, and some more that were used with it before.
 class Recent : public EveryWindowManager {
@@ -38,17 +33,9 @@ class Recent : public EveryWindowManager {
   }
   // Documents that the editor was used for, the newest first.
   void remember(const std::vector<std::string>& names) {
-    std::string times;
-    std::string applications;
-    int time = 1'700'000'000;
-    for (const auto& name : names) {
-      const auto path = document(name);
-      const std::string separator = times.empty() ? "" : ",";
-      times += separator + "\"" + path + "\":" + std::to_string(--time);
-      applications += separator + "\"" + path + "\":\"org.xfce.mousepad\"";
-    }
-    desktop.folders().write(desktop.folders().stateFile(),
-                            "{\"recent\":{" + times + "},\"recentApp\":{" + applications + "}}");
+    std::vector<std::filesystem::path> files;
+    for (const auto& name : names) files.emplace_back(document(name));
+    desktop.folders().remember(files, "org.xfce.mousepad");
   }
   // The editor shows a letter in a window wide enough for the search field.
   Window startWithLetter() {
@@ -65,9 +52,7 @@ class Recent : public EveryWindowManager {
     return letter;
   }
   void strike(std::uint32_t key) { desktop.observer().strike(key); }
-  void type(const std::string& text) {
-    for (const char letter : text) strike(static_cast<unsigned char>(letter));
-  }
+  void type(const std::string& text) { desktop.observer().type(text); }
   // The window of a document that the editor has just opened, under a strip with that many tabs.
   void expectOpened(const std::string& name, std::size_t tabs) {
     Window opened;
@@ -195,10 +180,6 @@ class RecentKeys : public EveryWindowManager {
     return window;
   }
   void strike(std::uint32_t key) { desktop.observer().strike(key); }
-  void waitUntilReceived(Window window, int count) {
-    desktop.observer().waitUntil("the application has the key",
-                                 [&] { return desktop.keysReceived(window, 'x') == count; });
-  }
 
   RecentPanel recent;
 };
@@ -215,7 +196,7 @@ TEST_P(RecentKeys, EscapeClosesAndKeysGoToTheApplicationAgain) {
   EXPECT_EQ(desktop.keysReceived(window, 'x'), 0);
   EXPECT_TRUE(desktop.isActive(window));
   strike('x');
-  waitUntilReceived(window, 1);
+  desktop.waitUntilReceived(window, 'x', 1);
 }
 
 TEST_P(RecentKeys, AClickOutsideClosesAndKeysGoToTheApplicationAgain) {
@@ -227,7 +208,7 @@ TEST_P(RecentKeys, AClickOutsideClosesAndKeysGoToTheApplicationAgain) {
   recent.waitUntilClosed();
   EXPECT_EQ(desktop.keysReceived(window, 'x'), 0);
   strike('x');
-  waitUntilReceived(window, 1);
+  desktop.waitUntilReceived(window, 'x', 1);
 }
 
 TEST_P(RecentKeys, AskedToEndWhileItIsOpenTheProgramEndsInOrder) {
@@ -242,7 +223,7 @@ TEST_P(RecentKeys, AClickOnTheStripClosesToo) {
   strip.clickTab(0);
   recent.waitUntilClosed();
   strike('x');
-  waitUntilReceived(window, 1);
+  desktop.waitUntilReceived(window, 'x', 1);
 }
 
 TEST_P(RecentKeys, AClickOnATabBesideTheUnfoldedFieldGoesToThatTab) {
@@ -257,7 +238,7 @@ TEST_P(RecentKeys, AClickOnATabBesideTheUnfoldedFieldGoesToThatTab) {
   recent.waitUntilClosed();
   strip.waitUntilOver(all[3]);
   strike('x');
-  waitUntilReceived(all[3], 1);
+  desktop.waitUntilReceived(all[3], 'x', 1);
   EXPECT_EQ(desktop.keysReceived(all[2], 'x'), 0);
 }
 

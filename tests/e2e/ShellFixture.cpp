@@ -1,6 +1,6 @@
-#include <algorithm>
+#include "tests/e2e/ShellFixture.h"
 
-#include "tests/e2e/ShellTest.h"
+#include <algorithm>
 
 namespace pellar::e2e {
 
@@ -96,10 +96,6 @@ int Shell::darkPixels(Window window, int from, int to) {
 std::vector<std::uint32_t> Shell::pixels(Window window) {
   const auto picture = desktop.observer().picture(window.id);
   return picture ? picture->pixels : std::vector<std::uint32_t>();
-}
-
-void Shell::waitUntilStateHas(const std::string& text) {
-  desktop.observer().waitUntil("the state file has " + text, [&] { return stateHas(text); });
 }
 
 void Shell::waitUntilStripIsBack() {

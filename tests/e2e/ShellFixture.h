@@ -6,6 +6,7 @@
 #include <string>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
@@ -16,11 +17,6 @@ class Shell : public DesktopTest {
  protected:
   static constexpr const char* termsTitle = "Pellar End User Agreement";
   static constexpr const char* aboutTitle = "About Pellar";
-  static constexpr std::uint32_t tabKey = 0xff09;
-  static constexpr std::uint32_t returnKey = 0xff0d;
-  static constexpr std::uint32_t escapeKey = 0xff1b;
-  static constexpr std::uint32_t shiftKey = 0xffe1;
-  static constexpr std::uint32_t spaceKey = 0x20;
 
   explicit Shell(WindowManager manager = WindowManager::openbox) : DesktopTest(manager) {}
   void TearDown() override {
@@ -55,11 +51,6 @@ class Shell : public DesktopTest {
   [[nodiscard]] int darkPixels(Window window, int from, int to);
   [[nodiscard]] std::vector<std::uint32_t> pixels(Window window);
 
-  [[nodiscard]] std::string state() const { return Folders::read(desktop.folders().stateFile()); }
-  [[nodiscard]] bool stateHas(const std::string& text) const {
-    return state().find(text) != std::string::npos;
-  }
-  void waitUntilStateHas(const std::string& text);
   void waitUntilStripIsBack();
 
   // A program in the place of the one that opens pages and files: it only notes what it is given.

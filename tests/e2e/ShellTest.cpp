@@ -1,7 +1,5 @@
 // The program around the strip: its first start, its menu where there is no tray, several copies of it.
 
-#include "tests/e2e/ShellTest.h"
-
 #include <gtest/gtest.h>
 #include <poll.h>
 #include <signal.h>
@@ -13,6 +11,9 @@
 #include <array>
 #include <memory>
 #include <sstream>
+
+#include "tests/e2e/Keys.h"
+#include "tests/e2e/ShellFixture.h"
 
 namespace pellar::e2e {
 
@@ -92,7 +93,6 @@ TEST_P(FirstStart, TheMenuIsThereBeforeTheTermsAreAccepted) {
   waitForOwnWindow(termsTitle);
   openMenuBySecondStart();
   // From the top up is the last item, "Quit Pellar".
-  constexpr std::uint32_t upKey = 0xff52;
   strike(upKey);
   desktop.observer().waitUntil("an item is marked", [this] { return menu->marked().has_value(); });
   strike(returnKey);

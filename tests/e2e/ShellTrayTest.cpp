@@ -4,9 +4,8 @@
 
 #include <algorithm>
 
-#include "tests/e2e/ShellTest.h"
+#include "tests/e2e/ShellFixture.h"
 #include "tests/e2e/Tray.h"
-#include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
 
@@ -221,21 +220,13 @@ class InAnEmbeddingTray : public Shell, public ::testing::WithParamInterface<Win
                             "strut_policy = none\nsystray_icon_size = 22\nsystray_padding = 4 4 4\n");
     tray = desktop.start({"tint2", "-c", settings.string()}, "tint2");
   }
-  [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window) {
-    auto* const connection = desktop.observer().connection();
-    const XReply<xcb_query_tree_reply_t> tree(
-        xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
-    if (!tree) return {};
-    const auto* const children = xcb_query_tree_children(tree.get());
-    return {children, children + xcb_query_tree_children_length(tree.get())};
-  }
   // The icon is a window inside the tray's, in which it takes its place only after a moment.
   [[nodiscard]] std::optional<Box> icon() {
     const auto wanted = std::string("pellar") + '\0' + "pellar" + '\0';
     auto& observer = desktop.observer();
     std::vector<xcb_window_t> open;
     const auto openChildrenOf = [&](xcb_window_t window) {
-      const auto children = childrenOf(window);
+      const auto children = observer.childrenOf(window);
       open.insert(open.end(), children.begin(), children.end());
     };
     for (const auto window : observer.topLevels()) openChildrenOf(window);

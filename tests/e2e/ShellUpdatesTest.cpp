@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/e2e/ShellTest.h"
+#include "tests/e2e/ShellFixture.h"
 #include "tests/e2e/Tray.h"
 #include "tests/support/LoopbackServer.h"
 

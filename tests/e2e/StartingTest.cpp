@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/support/Named.h"
 
@@ -67,14 +68,14 @@ TEST_F(Starting, WhenTheConnectionIsLostItSaysSoAndEnds) {
   const auto report = editor().open("Report", {200, 200, 800, 400});
   startPellar();
   strip.waitUntilOver(report);
-  const auto state = Folders::read(desktop.folders().stateFile());
+  const auto before = state();
   desktop.server().signal(SIGKILL);
   const auto ending = pellar->waitForEnd();
   ASSERT_TRUE(ending.has_value());
   ASSERT_TRUE(ending->exitCode.has_value()) << "ended by signal " << ending->signal.value_or(0);
   EXPECT_NE(*ending->exitCode, 0);
   EXPECT_TRUE(isOneSentence(pellar->errors())) << pellar->errors();
-  EXPECT_EQ(Folders::read(desktop.folders().stateFile()), state);
+  EXPECT_EQ(state(), before);
   pellar.reset();
 }
 
@@ -122,7 +123,6 @@ TEST_F(Starting, TheToolkitsVariablesForItsPlatformAndStyleAreNotObeyed) {
     strip.clickTab(0, 3);
     menu.waitUntilOpen();
     const auto place = menu.box();
-    constexpr std::uint32_t escapeKey = 0xff1b;
     desktop.observer().strike(escapeKey);
     menu.waitUntilClosed();
     stopPellar();
@@ -158,7 +158,7 @@ TEST_F(Starting, UnderALimitOnFileSizesItGoesOnWithoutSaving) {
   pellar = desktop.start({"/bin/sh", "-c", "ulimit -f 0; exec \"$0\"", builtProgram("pellar")}, "pellar");
   acceptTerms();
   strip.waitUntilOver(report);
-  EXPECT_EQ(Folders::read(desktop.folders().stateFile()), "{}");
+  EXPECT_EQ(state(), "{}");
 }
 
 using StateFile = test::Named<const char*>;

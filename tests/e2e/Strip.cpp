@@ -181,6 +181,19 @@ void Strip::clickAt(int x, int button) {
   desktop_.observer().click(place.x + x, y, button);
 }
 
+void Strip::pointAt(int x) {
+  const auto place = shownBox();
+  desktop_.observer().movePointer(place.x + x, place.y + pixels(height) / 2);
+}
+
+void Strip::pointAtTab(std::size_t index) {
+  pointAt(tab(index).marker);
+}
+
+void Strip::pointAtWindowButton(WindowButton button) {
+  pointAt(placeOf(button));
+}
+
 void Strip::clickTab(std::size_t index, int button) {
   clickAt(tab(index).marker, button);
 }
@@ -189,9 +202,12 @@ void Strip::clickCloseMark(std::size_t index) {
   clickAt(endOfTab(index) - pixels(closeMarkInset));
 }
 
+int Strip::placeOf(WindowButton button) {
+  return shownBox().width - pixels(firstWindowButton) + pixels(windowButtonPitch) * static_cast<int>(button);
+}
+
 void Strip::clickWindowButton(WindowButton button) {
-  clickAt(shownBox().width - pixels(firstWindowButton) +
-          pixels(windowButtonPitch) * static_cast<int>(button));
+  clickAt(placeOf(button));
 }
 
 void Strip::clickFirstTool() {

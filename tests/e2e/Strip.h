@@ -52,6 +52,9 @@ class Strip {
   void waitUntilHidden();
   void waitUntilTabs(std::size_t count);
 
+  // Moves the pointer there and leaves it.
+  void pointAtTab(std::size_t index);
+  void pointAtWindowButton(WindowButton button);
   void clickTab(std::size_t index, int button = 1);
   // Needs two tabs or more: their distance tells where a tab ends.
   void clickCloseMark(std::size_t index);
@@ -80,6 +83,9 @@ class Strip {
   [[nodiscard]] bool isOurs(xcb_window_t window);
   [[nodiscard]] SeenTab tab(std::size_t index);
   [[nodiscard]] Box shownBox();
+  // The middle of one, in pixels from the strip's left edge.
+  [[nodiscard]] int placeOf(WindowButton button);
+  void pointAt(int x);
   // The right edge of a tab, in pixels from the strip's left edge.
   [[nodiscard]] int endOfTab(std::size_t index);
 

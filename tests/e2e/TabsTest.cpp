@@ -6,13 +6,11 @@
 #include <algorithm>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t altKey = 0xffe9;
 
 class Tabs : public EveryWindowManager {
  protected:

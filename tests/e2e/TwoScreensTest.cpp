@@ -30,8 +30,7 @@ TEST_F(TwoScreens, ZoomFillsTheScreenThatTheWindowIsOn) {
   const auto report = editor().open("Report", {800, 160, 500, 400});
   startPellar();
   strip.waitUntilOver(report);
-  const auto place = *strip.box();
-  desktop.observer().click(place.x + place.width - 53, place.y + Strip::height / 2);
+  strip.clickWindowButton(WindowButton::zoom);
   desktop.observer().waitUntil("the window fills the right screen", [&] {
     const auto frame = desktop.frame(report);
     return frame.x == 720 && frame.y == Strip::height && frame.width >= 718 && frame.width <= 720;

@@ -7,6 +7,7 @@
 #include <functional>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::e2e {
 
@@ -178,8 +179,6 @@ TEST_P(Maximised, TenTimesByTheTitleBarTheWindowStandsBelowItsStripAndComesBack)
 class MaximisedByKey : public Maximised {
  protected:
   void changeByKey() {
-    constexpr std::uint32_t altKey = 0xffe9;
-    constexpr std::uint32_t f10Key = 0xffc7;
     desktop.observer().key(altKey, true);
     desktop.observer().strike(f10Key);
     desktop.observer().key(altKey, false);

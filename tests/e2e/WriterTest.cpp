@@ -78,11 +78,6 @@ class Writer : public EveryWindowManager {
                          static_cast<std::uint32_t>(wanted.y), static_cast<std::uint32_t>(wanted.width),
                          static_cast<std::uint32_t>(wanted.height)});
   }
-  void waitUntilStateHas(const std::string& text) {
-    desktop.observer().waitUntil("the state file has " + text, [&] {
-      return Folders::read(desktop.folders().stateFile()).find(text) != std::string::npos;
-    });
-  }
   void showStripOverDocuments(const std::vector<std::string>& names, Window front) {
     startPellar();
     strip.waitUntilOver(front);

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
@@ -176,9 +177,9 @@ int XObserver::managedState(xcb_window_t window) const {
   return values.empty() ? 0 : static_cast<int>(values.front());
 }
 
-std::vector<xcb_window_t> XObserver::topLevels() const {
+std::vector<xcb_window_t> XObserver::childrenOf(xcb_window_t window) const {
   const XReply<xcb_query_tree_reply_t> reply(
-      xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root_), nullptr));
+      xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
   if (!reply) return {};
   const auto* first = xcb_query_tree_children(reply.get());
   return {first, first + xcb_query_tree_children_length(reply.get())};
@@ -332,21 +333,25 @@ void XObserver::doubleClick(int x, int y) {
   release(1);
 }
 
-void XObserver::key(std::uint32_t keysym, bool down) {
+std::optional<xcb_keycode_t> XObserver::keycode(std::uint32_t keysym) const {
   const auto* setup = xcb_get_setup(connection_);
   const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
   const XReply<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
       connection_, xcb_get_keyboard_mapping(connection_, setup->min_keycode, count), nullptr));
-  if (!mapping) return;
+  if (!mapping) return std::nullopt;
   const auto* keysyms = xcb_get_keyboard_mapping_keysyms(mapping.get());
-  for (int index = 0; index < count; ++index) {
-    if (keysyms[index * mapping->keysyms_per_keycode] != keysym) continue;
-    xcb_test_fake_input(connection_, down ? XCB_KEY_PRESS : XCB_KEY_RELEASE,
-                        static_cast<std::uint8_t>(setup->min_keycode + index), XCB_CURRENT_TIME, XCB_NONE, 0,
-                        0, 0);
-    fence();
-    return;
-  }
+  for (int index = 0; index < count; ++index)
+    if (keysyms[index * mapping->keysyms_per_keycode] == keysym)
+      return static_cast<xcb_keycode_t>(setup->min_keycode + index);
+  return std::nullopt;
+}
+
+void XObserver::key(std::uint32_t keysym, bool down) {
+  const auto code = keycode(keysym);
+  if (!code) return;
+  xcb_test_fake_input(connection_, down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, *code, XCB_CURRENT_TIME, XCB_NONE,
+                      0, 0, 0);
+  fence();
 }
 
 void XObserver::strike(std::uint32_t keysym) {
@@ -355,7 +360,6 @@ void XObserver::strike(std::uint32_t keysym) {
 }
 
 void XObserver::type(const std::string& text) {
-  constexpr std::uint32_t shiftKey = 0xffe1;
   for (const char letter : text) {
     const bool capital = letter >= 'A' && letter <= 'Z';
     if (capital) key(shiftKey, true);

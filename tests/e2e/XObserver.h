@@ -88,8 +88,10 @@ class XObserver {
   [[nodiscard]] int managedState(xcb_window_t window) const;
 
   // Windows.
-  // The children of the root, from the lowest to the highest.
-  [[nodiscard]] std::vector<xcb_window_t> topLevels() const;
+  // From the lowest to the highest; none of a window that is gone.
+  [[nodiscard]] std::vector<xcb_window_t> childrenOf(xcb_window_t window) const;
+  // The children of the root.
+  [[nodiscard]] std::vector<xcb_window_t> topLevels() const { return childrenOf(root_); }
   // How many of them can be seen, if nothing is above them.
   [[nodiscard]] std::size_t viewableTopLevels() const;
   // The one of them that gets a click at a point of the root; none when it is the root's.
@@ -126,6 +128,8 @@ class XObserver {
   // Letters, digits and what else is on a key of its own; capitals with Shift.
   void type(const std::string& text);
 
+  // Where the keyboard has a key; absent when it has none with that symbol.
+  [[nodiscard]] std::optional<xcb_keycode_t> keycode(std::uint32_t keysym) const;
   // The window that keys go to, or none.
   [[nodiscard]] xcb_window_t focus() const;
   // Where the mouse pointer is, as a box of no size.

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "tests/e2e/DesktopTest.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/XReply.h"
 #include "tests/endurance/Footprint.h"
@@ -115,8 +116,7 @@ class Endurance : public DesktopTest {
     PopUpMenu menu(desktop, *pellar);
     strip.clickTab(0, 3);
     menu.waitUntilOpen();
-    constexpr std::uint32_t escape = 0xff1b;
-    desktop.observer().strike(escape);
+    desktop.observer().strike(escapeKey);
     menu.waitUntilClosed();
   }
 

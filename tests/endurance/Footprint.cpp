@@ -5,30 +5,23 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <memory>
 #include <numeric>
 #include <sstream>
 #include <stdexcept>
+
+#include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
 
 namespace {
 
 template <class Reply>
-struct Free {
-  void operator()(Reply* reply) const { std::free(reply); }
-};
-template <class Reply>
-using Owned = std::unique_ptr<Reply, Free<Reply>>;
-
-template <class Reply>
-Owned<Reply> owned(Reply* reply) {
+XReply<Reply> owned(Reply* reply) {
   if (reply == nullptr) throw std::runtime_error("the X server does not tell what its clients hold");
-  return Owned<Reply>(reply);
+  return XReply<Reply>(reply);
 }
 
 // What stands for the connections that a process has to the server.

@@ -27,7 +27,8 @@ class ThePackage : public DesktopTest {
                            "pellar");
   }
 
-  [[nodiscard]] std::string state() const {
+  // What is in the state file of that user.
+  [[nodiscard]] std::string usersState() const {
     return Folders::read(*root / "home/user/.local/share/Pellar/state.json");
   }
   [[nodiscard]] std::string installedVersion() const {
@@ -57,7 +58,7 @@ TEST_F(ThePackage, IsInstalledStartedUpgradedAndRemovedAndTheUsersStateStays) {
   strip.waitUntilOver(report);
   strip.waitUntilTabs(1);
   desktop.observer().waitUntil("the answer is kept",
-                               [&] { return state().find("acceptedEulaVersion") != std::string::npos; });
+                               [&] { return usersState().find("acceptedEulaVersion") != std::string::npos; });
 
   // The copy that runs goes on as if nothing had happened.
   root->install(packages().newer);
@@ -65,22 +66,22 @@ TEST_F(ThePackage, IsInstalledStartedUpgradedAndRemovedAndTheUsersStateStays) {
   desktop.move(report, 300, 300);
   strip.waitUntilOver(report);
   stopPellar();
-  const auto stateBefore = state();
+  const auto stateBefore = usersState();
   startInstalled();
   strip.waitUntilOver(report);
   strip.waitUntilTabs(1);
   stopPellar();
-  EXPECT_EQ(state(), stateBefore);
+  EXPECT_EQ(usersState(), stateBefore);
 
   const auto files = root->run({"dpkg", "--listfiles", "pellar"});
   EXPECT_NE(files.find("/usr/bin/pellar"), std::string::npos);
   root->run({"apt-get", "remove", "-q", "-y", "pellar"});
   EXPECT_EQ(filesOf(files), std::vector<std::string>{});
-  EXPECT_EQ(state(), stateBefore);
+  EXPECT_EQ(usersState(), stateBefore);
   root->install(packages().newer);
   root->run({"apt-get", "purge", "-q", "-y", "pellar"});
   EXPECT_EQ(filesOf(files), std::vector<std::string>{});
-  EXPECT_EQ(state(), stateBefore);
+  EXPECT_EQ(usersState(), stateBefore);
 }
 
 }  // namespace

@@ -2,14 +2,12 @@
 
 #include <stdexcept>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 // The items of a document's menu that can be chosen, and those of the groups' menu.
 constexpr int layoutItem = 6;

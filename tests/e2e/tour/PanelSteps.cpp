@@ -5,17 +5,13 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/RecentPanel.h"
 #include "tests/e2e/SidePanel.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t returnKey = 0xff0d;
-constexpr std::uint32_t downKey = 0xff54;
-constexpr std::uint32_t controlKey = 0xffe3;
 
 // The right one of the picker's two halves, from its corner.
 constexpr int rightHalfX = 84;
@@ -29,15 +25,12 @@ void goToEditor(Stage& stage) {
 }
 
 void restOnTab(Stage& stage) {
-  const auto place = stage.strip().box().value_or(Box{});
-  stage.observer().movePointer(place.x + stage.strip().tabs().at(1).marker, place.y + Strip::height / 2);
+  stage.strip().pointAtTab(1);
   SidePanel::card(stage.desktop(), stage.strip()).waitUntilShown();
 }
 
 void restOnZoom(Stage& stage) {
-  constexpr int fromRightEdge = 53;
-  const auto place = stage.strip().box().value_or(Box{});
-  stage.observer().movePointer(place.x + place.width - fromRightEdge, place.y + Strip::height / 2);
+  stage.strip().pointAtWindowButton(WindowButton::zoom);
   SidePanel::card(stage.desktop(), stage.strip()).waitUntilGone();
   const auto picker = SidePanel::picker(stage.desktop(), stage.strip()).waitUntilShown();
   stage.observer().movePointer(picker.x + rightHalfX, picker.y + rightHalfY);

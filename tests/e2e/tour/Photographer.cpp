@@ -8,7 +8,6 @@
 #include <stdexcept>
 #include <utility>
 
-#include "tests/e2e/XReply.h"
 #include "tests/e2e/tools/Photograph.h"
 
 namespace pellar::e2e {
@@ -69,10 +68,8 @@ std::filesystem::path Photographer::takeAtOnce(XObserver& desktop, const std::st
 }
 
 std::filesystem::path Photographer::save(XObserver& desktop, QImage picture, const std::string& name) {
-  const auto cookie = xcb_query_pointer(desktop.connection(), desktop.root());
-  const XReply<xcb_query_pointer_reply_t> pointer(
-      xcb_query_pointer_reply(desktop.connection(), cookie, nullptr));
-  if (pointer) drawPointer(picture, QPointF(pointer->root_x, pointer->root_y));
+  const Box pointer = desktop.pointer();
+  drawPointer(picture, QPointF(pointer.x, pointer.y));
 
   std::array<char, 16> number{};
   std::snprintf(number.data(), number.size(), "%02d-", ++taken_);

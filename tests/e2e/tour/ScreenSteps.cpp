@@ -1,5 +1,6 @@
 #include "tests/e2e/tour/ScreenSteps.h"
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/RecentPanel.h"
 #include "tests/e2e/SidePanel.h"
@@ -8,7 +9,6 @@ namespace pellar::e2e {
 
 namespace {
 
-constexpr std::uint32_t escapeKey = 0xff1b;
 constexpr int colourTagItem = 7;
 
 Box screenOf(Stage& stage) {
@@ -55,9 +55,7 @@ void restOnTab(Stage& stage) {
   stage.observer().strike(escapeKey);
   stage.observer().strike(escapeKey);
   menu.waitUntilClosed();
-  const auto place = stage.strip().box().value_or(Box{});
-  stage.observer().movePointer(place.x + stage.strip().tabs().at(0).marker,
-                               place.y + stage.strip().pixels(Strip::height) / 2);
+  stage.strip().pointAtTab(0);
   SidePanel::card(stage.desktop(), stage.strip()).waitUntilShown();
 }
 

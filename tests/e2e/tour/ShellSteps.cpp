@@ -4,14 +4,12 @@
 #include <stdexcept>
 #include <string>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
 
 namespace {
-
-constexpr std::uint32_t escapeKey = 0xff1b;
-constexpr std::uint32_t returnKey = 0xff0d;
 
 constexpr const char* termsTitle = "Pellar End User Agreement";
 constexpr const char* aboutTitle = "About Pellar";

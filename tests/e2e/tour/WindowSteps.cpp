@@ -3,12 +3,12 @@
 #include <memory>
 #include <stdexcept>
 
+#include "tests/e2e/Keys.h"
+
 namespace pellar::e2e {
 
 namespace {
 
-constexpr std::uint32_t controlKey = 0xffe3;
-constexpr std::uint32_t escapeKey = 0xff1b;
 constexpr const char* dialogTitle = "Open File";
 constexpr const char* maximisedState = "_NET_WM_STATE_MAXIMIZED_VERT";
 

@@ -10,6 +10,7 @@
 #include <variant>
 
 #include "platform/linux/x11/XcbReply.h"
+#include "tests/e2e/Keys.h"
 
 namespace pellar::contract {
 namespace {
@@ -24,16 +25,8 @@ int pixel(double value) {
   return static_cast<int>(std::floor(value));
 }
 
-constexpr std::uint32_t escapeKey = 0xff1b;
-constexpr std::uint32_t upKey = 0xff52;
-constexpr std::uint32_t downKey = 0xff54;
-constexpr std::uint32_t enterKey = 0xff0d;
 constexpr int wheelUp = 4;
 constexpr int wheelDown = 5;
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t shiftKey = 0xffe1;
-constexpr std::uint32_t controlKey = 0xffe3;
-constexpr std::uint32_t superKey = 0xffeb;
 
 }  // namespace
 
@@ -139,40 +132,35 @@ void LinuxWorld::clickMiddle(ScreenPoint point) {
 }
 
 void LinuxWorld::type(std::string_view text) {
-  for (const char letter : text) {
-    const auto key = static_cast<std::uint32_t>(static_cast<unsigned char>(letter));
-    desktop_.observer().key(key, true);
-    desktop_.observer().key(key, false);
-  }
+  desktop_.observer().type(std::string(text));
 }
 
 void LinuxWorld::pressEscape() {
-  desktop_.observer().key(escapeKey, true);
-  desktop_.observer().key(escapeKey, false);
+  desktop_.observer().strike(e2e::escapeKey);
 }
 
 void LinuxWorld::pressTab(const HeldKeys& held) {
   e2e::XObserver& observer = desktop_.observer();
   const std::pair<bool, std::uint32_t> modifiers[] = {
-      {held.shift, shiftKey}, {held.control, controlKey}, {held.command, superKey}};
+      {held.shift, e2e::shiftKey}, {held.control, e2e::controlKey}, {held.command, e2e::superKey}};
   for (const auto& [isHeld, key] : modifiers)
     if (isHeld) observer.key(key, true);
-  observer.key(tabKey, true);
+  observer.key(e2e::tabKey, true);
   // The program may be asked about the key, and does not make the desktop wait for long.
   for (int turn = 0; turn < 4; ++turn) QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
-  observer.key(tabKey, false);
+  observer.key(e2e::tabKey, false);
   for (const auto& [isHeld, key] : modifiers)
     if (isHeld) observer.key(key, false);
 }
 
 int LinuxWorld::tabsReceived(WorldWindow window) {
-  return desktop_.keysReceived(at(window).window, tabKey);
+  return desktop_.keysReceived(at(window).window, e2e::tabKey);
 }
 
 void LinuxWorld::press(Key key) {
-  const std::uint32_t symbol = key == Key::up ? upKey : (key == Key::down ? downKey : enterKey);
-  desktop_.observer().key(symbol, true);
-  desktop_.observer().key(symbol, false);
+  const std::uint32_t symbol =
+      key == Key::up ? e2e::upKey : (key == Key::down ? e2e::downKey : e2e::returnKey);
+  desktop_.observer().strike(symbol);
 }
 
 void LinuxWorld::turnWheel(ScreenPoint point, int notches) {

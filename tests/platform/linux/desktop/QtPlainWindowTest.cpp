@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "platform/linux/desktop/QtPlainWindow.h"
+#include "tests/e2e/Keys.h"
 #include "tests/platform/linux/SharedDesktop.h"
 
 namespace pellar {
@@ -74,9 +75,6 @@ class PlainWindows : public testing::Test {
     native->layout()->activate();
     return part->geometry();
   }
-
-  static constexpr std::uint32_t returnKey = 0xff0d;
-  static constexpr std::uint32_t escapeKey = 0xff1b;
 
   e2e::Desktop& desktop;
   std::unique_ptr<QtPlainWindow> window;
@@ -215,12 +213,12 @@ TEST_F(PlainWindows, ReturnPressesTheDefaultButtonAlsoFromTheText) {
                                           .handler = [&] { pressed.emplace_back("I Agree"); },
                                           .isDefault = true}}}}});
   EXPECT_LT(parts<QPushButton>().at(0)->x(), parts<QPushButton>().at(1)->x());
-  strike(returnKey);
+  strike(e2e::returnKey);
   EXPECT_TRUE(waitUntil([&] { return pressed == std::vector<std::string>{"I Agree"}; }));
   parts<QPlainTextEdit>().at(0)->setFocus();
-  strike(returnKey);
+  strike(e2e::returnKey);
   EXPECT_TRUE(waitUntil([&] { return pressed == std::vector<std::string>{"I Agree", "I Agree"}; }));
-  strike(escapeKey);
+  strike(e2e::escapeKey);
   clickClose();
   parts<QPushButton>().at(0)->setFocus();
   strike(' ');
@@ -243,16 +241,15 @@ TEST_F(PlainWindows, RestKeysThatWereMeantForAnotherWindow) {
   // In the order in which they are struck, the last one for this test alone.
   int heard = 0;
   QShortcut last(QKeySequence(Qt::Key_F9), native, [&heard] { ++heard; });
-  constexpr std::uint32_t f9 = 0xffc6;
-  strike(returnKey);
+  strike(e2e::returnKey);
   strike(' ');
-  strike(f9);
+  strike(e2e::f9Key);
   ASSERT_TRUE(waitUntil([&] { return heard == 1; }));
   EXPECT_TRUE(pressed.empty());
   parts<QPushButton>().at(1)->click();
   EXPECT_EQ(pressed.size(), 1U) << "the mouse does press it";
   window->restDefaultButton(0ms);
-  strike(returnKey);
+  strike(e2e::returnKey);
   EXPECT_TRUE(waitUntil([&] { return pressed.size() == 2; }));
 }
 
@@ -274,9 +271,8 @@ TEST_F(PlainWindows, RestFromTheMomentTheyHaveTheKeyboardAgain) {
   ASSERT_TRUE(waitUntil([this] { return isActive() && native->isActiveWindow(); }));
   int heard = 0;
   QShortcut last(QKeySequence(Qt::Key_F9), native, [&heard] { ++heard; });
-  constexpr std::uint32_t f9 = 0xffc6;
-  strike(returnKey);
-  strike(f9);
+  strike(e2e::returnKey);
+  strike(e2e::f9Key);
   ASSERT_TRUE(waitUntil([&heard] { return heard == 1; }));
   EXPECT_EQ(pressed, 0);
 }
@@ -298,7 +294,7 @@ TEST_F(PlainWindows, ReturnPressesARoundedButtonThatHasTheKeyboard) {
   for (const std::size_t focused : {1U, 0U, 2U}) {
     parts<QPushButton>().at(focused)->setFocus();
     const std::size_t before = pressed.size();
-    strike(returnKey);
+    strike(e2e::returnKey);
     ASSERT_TRUE(waitUntil([&] { return pressed.size() > before; }));
   }
   EXPECT_EQ(pressed, (std::vector<std::string>{"Quit", "I Agree", "I Agree"}));
@@ -310,7 +306,7 @@ TEST_F(PlainWindows, AButtonMayDestroyItsWindow) {
         .elements = {
             WindowButton{.title = "I Agree", .handler = [this] { window.reset(); }, .isDefault = true}}});
   const auto id = static_cast<xcb_window_t>(native->winId());
-  strike(returnKey);
+  strike(e2e::returnKey);
   EXPECT_TRUE(waitUntil([&] { return window == nullptr; }));
   EXPECT_TRUE(waitUntil([&] { return !desktop.observer().isViewable(id); }));
 }
@@ -328,7 +324,7 @@ TEST_F(PlainWindows, TellOnlyOfTheUsersClosing) {
   EXPECT_FALSE(window->isVisible());
   window->makeKeyAndOrderFront();
   ASSERT_TRUE(waitUntil([this] { return isActive(); }));
-  strike(escapeKey);
+  strike(e2e::escapeKey);
   EXPECT_TRUE(waitUntil([&closed] { return closed == 2; }));
 }
 

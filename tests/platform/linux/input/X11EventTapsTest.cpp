@@ -1,6 +1,7 @@
 #include <xcb/xcb.h>
 
 #include "platform/linux/input/X11EventTaps.h"
+#include "tests/e2e/Keys.h"
 #include "tests/platform/linux/X11WorldTest.h"
 
 namespace pellar::contract {
@@ -8,10 +9,6 @@ namespace {
 
 constexpr KeyCombination wanted{48, KeyFlags::control | KeyFlags::option | KeyFlags::command,
                                 KeyFlags::control};
-constexpr std::uint32_t tabKey = 0xff09;
-constexpr std::uint32_t controlKey = 0xffe3;
-constexpr std::uint32_t numLockKey = 0xff7f;
-constexpr std::uint32_t capsLockKey = 0xffe5;
 constexpr xcb_keycode_t usualTabCode = 23;
 
 class X11EventTapsTest : public X11WorldTest {
@@ -29,10 +26,7 @@ class X11EventTapsTest : public X11WorldTest {
     });
   }
   void key(std::uint32_t keysym, bool down) { desktop().observer().key(keysym, down); }
-  void strike(std::uint32_t keysym) {
-    key(keysym, true);
-    key(keysym, false);
-  }
+  void strike(std::uint32_t keysym) { desktop().observer().strike(keysym); }
   // Presses Control-Tab until the tap sees it; whether that happens in time.
   bool tapSeesControlTab() {
     const auto before = seen.size();
@@ -51,9 +45,9 @@ class X11EventTapsTest : public X11WorldTest {
 TEST_F(X11EventTapsTest, AKeyThatABusyMainThreadDoesNotAskForReachesTheApplicationAndIsNotActedOn) {
   const auto tap = swallowingTap();
   ASSERT_NE(tap, nullptr);
-  key(controlKey, true);
-  strike(tabKey);
-  key(controlKey, false);
+  key(e2e::controlKey, true);
+  strike(e2e::tabKey);
+  key(e2e::controlKey, false);
   // Nothing runs the main loop meanwhile.
   desktop().observer().waitUntil("the application has the key",
                                  [this] { return world().tabsReceived(window) == 1; });
@@ -69,8 +63,8 @@ TEST_F(X11EventTapsTest, LockKeysDoNotMatter) {
     std::string modifiers;  // as the application sees them
   };
   int plainTabs = 0;
-  for (const auto& [keys, modifiers] :
-       {Locks{{numLockKey}, "+10"}, Locks{{capsLockKey}, "+2"}, Locks{{numLockKey, capsLockKey}, "+12"}}) {
+  for (const auto& [keys, modifiers] : {Locks{{e2e::numLockKey}, "+10"}, Locks{{e2e::capsLockKey}, "+2"},
+                                        Locks{{e2e::numLockKey, e2e::capsLockKey}, "+12"}}) {
     seen.clear();
     for (const auto lock : keys) strike(lock);
     world().pressTab({.control = true});
@@ -89,12 +83,12 @@ TEST_F(X11EventTapsTest, LockKeysDoNotMatter) {
 TEST_F(X11EventTapsTest, WhatIsTypedWhileTheSwallowedKeyIsStillDownIsNotLost) {
   const auto tap = swallowingTap();
   ASSERT_NE(tap, nullptr);
-  key(controlKey, true);
-  key(tabKey, true);
+  key(e2e::controlKey, true);
+  key(e2e::tabKey, true);
   ASSERT_TRUE(wait([this] { return !seen.empty(); }));
-  key(controlKey, false);
+  key(e2e::controlKey, false);
   strike('a');
-  key(tabKey, false);
+  key(e2e::tabKey, false);
   desktop().observer().waitUntil("the application has the letter",
                                  [this] { return desktop().keysReceived(x11().window(window), 'a') == 1; });
   EXPECT_EQ(world().tabsReceived(window), 0);
@@ -127,19 +121,19 @@ TEST_F(X11EventTapsTest, FollowsTheKeyToItsPlaceOnANewKeyboardMap) {
     desktop().observer().fence();
   };
   give(usualTabCode, 'x');
-  give(otherCode, tabKey);
+  give(otherCode, e2e::tabKey);
   EXPECT_TRUE(tapSeesControlTab());
   // The old place is free again.
   const auto before = seen.size();
-  key(controlKey, true);
+  key(e2e::controlKey, true);
   strike('x');
-  key(controlKey, false);
+  key(e2e::controlKey, false);
   desktop().observer().waitUntil("the application has the key",
                                  [this] { return desktop().keysReceived(x11().window(window), 'x') == 1; });
   EXPECT_EQ(seen.size(), before);
 
   give(otherCode, XCB_NO_SYMBOL);
-  give(usualTabCode, tabKey);
+  give(usualTabCode, e2e::tabKey);
   EXPECT_TRUE(tapSeesControlTab());
 }
 

@@ -1,11 +1,10 @@
 #include "platform/linux/panel/X11KeyboardFocus.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/XReply.h"
 #include "tests/platform/linux/X11WorldTest.h"
 
 namespace pellar::contract {
 namespace {
-
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 class X11KeyboardFocusTest : public X11WorldTest {
  protected:
@@ -34,8 +33,7 @@ class X11KeyboardFocusTest : public X11WorldTest {
 TEST_F(X11KeyboardFocusTest, AnotherProgramGetsTheKeyboardBehindAKeyThatAHungMainThreadDoesNotRead) {
   // Keys that are sent on go to a window of nobody.
   focus.take(x11().connection().root(), XCB_CURRENT_TIME);
-  desktop().observer().key(escapeKey, true);
-  desktop().observer().key(escapeKey, false);
+  desktop().observer().strike(e2e::escapeKey);
   desktop().observer().fence();
   ASSERT_FALSE(anotherProgramGetsTheKeyboard());
   // Nothing runs the main loop meanwhile.
