@@ -1,9 +1,9 @@
 #include "core/AppState.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
-#include <limits>
+
+#include "core/Recent.h"
 
 namespace pellar {
 
@@ -13,11 +13,6 @@ constexpr std::size_t recentCapacity = 300;
 
 constexpr std::array<std::string_view, allTagColors.size()> tagNames{"red",   "orange", "yellow",
                                                                      "green", "blue",   "purple"};
-
-// A time that is no number counts as the oldest, so that the order is total.
-double orderedTime(double time) {
-  return std::isnan(time) ? -std::numeric_limits<double>::infinity() : time;
-}
 
 }  // namespace
 
@@ -46,7 +41,7 @@ void AppState::touchRecent(const std::string& path, const std::optional<std::str
   for (auto entry = recent.begin(); entry != recent.end(); ++entry) entries.push_back(entry);
   const auto surplus = static_cast<std::ptrdiff_t>(recent.size() - recentCapacity);
   std::nth_element(entries.begin(), entries.begin() + surplus, entries.end(), [](Entry left, Entry right) {
-    return orderedTime(left->second) < orderedTime(right->second);
+    return Recent::orderedTime(left->second) < Recent::orderedTime(right->second);
   });
   for (auto oldest = entries.begin(); oldest != entries.begin() + surplus; ++oldest) {
     recentApp.erase((*oldest)->first);

@@ -11,11 +11,6 @@ namespace pellar::Recent {
 
 namespace {
 
-// A time that is no number counts as the oldest, so that the order is total.
-double orderedTime(double time) {
-  return std::isnan(time) ? -std::numeric_limits<double>::infinity() : time;
-}
-
 // Calls `use(path, time)` for each path of either record, in the order of the paths, with the later of its
 // times. A time of our own before 1970 counts as 1970.
 template <class Use>
@@ -51,6 +46,10 @@ bool belongs(const std::string& path, std::optional<OfficeApp> app, const std::o
 }
 
 }  // namespace
+
+double orderedTime(double time) {
+  return std::isnan(time) ? -std::numeric_limits<double>::infinity() : time;
+}
 
 std::vector<std::string> list(const NameMap<double>& own, const NameMap<double>& seeds,
                               std::string_view query, std::optional<OfficeApp> app,

@@ -11,6 +11,10 @@
 
 namespace pellar::Recent {
 
+// What a time of last use is ordered by: one that is no number counts as the oldest, so that the order is
+// total.
+double orderedTime(double time);
+
 // The paths to show, newest first; equal times in the order of their paths.
 //   own      AppState::recent
 //   seeds    paths and times (seconds since 1970 UTC) remembered by Office
