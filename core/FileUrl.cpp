@@ -1,27 +1,18 @@
 #include "core/FileUrl.h"
 
+#include "core/Ascii.h"
+
 namespace pellar {
 namespace {
 
-int hexDigit(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
-  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-  return -1;
-}
-
 bool takePrefix(std::string_view& text, std::string_view lowerCasePrefix) {
-  if (text.size() < lowerCasePrefix.size()) return false;
-  for (std::size_t i = 0; i < lowerCasePrefix.size(); ++i) {
-    const char c = text[i];
-    if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) != lowerCasePrefix[i]) return false;
-  }
+  if (!Ascii::startsWith(text, lowerCasePrefix)) return false;
   text.remove_prefix(lowerCasePrefix.size());
   return true;
 }
 
 bool isPlain(char byte) {
-  return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') ||
+  return Ascii::isLetter(byte) || Ascii::isDigit(byte) ||
          std::string_view("/-._~").find(byte) != std::string_view::npos;
 }
 
@@ -54,10 +45,10 @@ std::optional<std::string> percentDecoded(std::string_view text) {
       continue;
     }
     if (i + 2 >= text.size()) return std::nullopt;
-    const int high = hexDigit(text[i + 1]);
-    const int low = hexDigit(text[i + 2]);
-    if (high < 0 || low < 0 || (high == 0 && low == 0)) return std::nullopt;
-    decoded += static_cast<char>(high * 16 + low);
+    const auto high = Ascii::hexDigit(text[i + 1]);
+    const auto low = Ascii::hexDigit(text[i + 2]);
+    if (!high || !low || (*high == 0 && *low == 0)) return std::nullopt;
+    decoded += static_cast<char>(*high * 16 + *low);
     i += 2;
   }
   return decoded;

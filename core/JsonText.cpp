@@ -7,6 +7,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "core/Ascii.h"
+
 namespace pellar::JsonText {
 namespace {
 
@@ -49,7 +51,7 @@ std::string withoutTooLargeNumbers(std::string_view text) {
   bool inString = false;
   for (std::size_t index = 0; index < text.size(); ++index) {
     const char byte = text[index];
-    const bool begins = !inString && (byte == '-' || (byte >= '0' && byte <= '9'));
+    const bool begins = !inString && (byte == '-' || Ascii::isDigit(byte));
     if (begins) {
       const std::size_t end = std::min(text.find_first_not_of(ofNumbers, index), text.size());
       const std::string_view number = text.substr(index, end - index);

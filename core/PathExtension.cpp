@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "core/Ascii.h"
+
 namespace pellar {
 namespace {
 
@@ -45,11 +47,7 @@ std::string_view pathExtension(std::string_view path) {
 }
 
 std::string lowerPathExtension(std::string_view path) {
-  std::string extension(pathExtension(path));
-  for (char& letter : extension) {
-    if (letter >= 'A' && letter <= 'Z') letter = static_cast<char>(letter - 'A' + 'a');
-  }
-  return extension;
+  return Ascii::lowered(pathExtension(path));
 }
 
 bool isUsablePath(std::string_view path) {

@@ -6,6 +6,8 @@
 #include <cstdlib>
 #include <memory>
 
+#include "core/Ascii.h"
+
 namespace pellar::Utf8 {
 
 namespace {
@@ -229,14 +231,9 @@ bool standsIn(std::string_view text, std::string_view name) {
 }
 
 std::string folded(std::string_view text) {
+  if (isAscii(text)) return Ascii::lowered(text);
   std::string result;
   result.reserve(text.size());
-  if (isAscii(text)) {
-    for (const char byte : text) {
-      result += byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
-    }
-    return result;
-  }
   const std::string valid = repaired(text);
   bool isComposed = true;
   for (std::string_view rest = valid; !rest.empty();) {

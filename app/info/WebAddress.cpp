@@ -3,39 +3,23 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "core/Ascii.h"
+
 namespace pellar::WebAddress {
 namespace {
 
 constexpr std::size_t longestAddress = 2000;
 
-bool isLetter(char each) {
-  return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z');
-}
-
-bool isDigit(char each) {
-  return each >= '0' && each <= '9';
-}
-
-bool isHexDigit(char each) {
-  return isDigit(each) || (each >= 'a' && each <= 'f') || (each >= 'A' && each <= 'F');
-}
-
 // RFC 3986: unreserved and reserved characters, and the sign of an encoded one.
 bool isAddressCharacter(char each) {
-  return isLetter(each) || isDigit(each) ||
+  return Ascii::isLetter(each) || Ascii::isDigit(each) ||
          std::string_view("-._~:/?#[]@!$&'()*+,;=%").find(each) != std::string_view::npos;
-}
-
-bool startsWithIgnoringCase(std::string_view text, std::string_view start) {
-  return text.size() >= start.size() &&
-         std::equal(start.begin(), start.end(), text.begin(), [](char expected, char found) {
-           return found == expected || (found >= 'A' && found <= 'Z' && found - 'A' + 'a' == expected);
-         });
 }
 
 bool isEncodedRight(std::string_view text) {
   for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
-    if (at + 2 >= text.size() || !isHexDigit(text[at + 1]) || !isHexDigit(text[at + 2])) return false;
+    if (at + 2 >= text.size() || !Ascii::hexDigit(text[at + 1]) || !Ascii::hexDigit(text[at + 2]))
+      return false;
   return true;
 }
 
@@ -45,7 +29,7 @@ bool isValid(std::string_view text) {
   if (text.size() > longestAddress || !std::ranges::all_of(text, isAddressCharacter)) return false;
   std::string_view rest;
   for (const std::string_view scheme : {"http://", "https://"})
-    if (startsWithIgnoringCase(text, scheme)) rest = text.substr(scheme.size());
+    if (Ascii::startsWith(text, scheme)) rest = text.substr(scheme.size());
   const std::string_view authority = rest.substr(0, rest.find_first_of("/?#"));
   const std::string_view host = authority.substr(authority.rfind('@') + 1);
   return !host.empty() && host.front() != ':' && isEncodedRight(text);

@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "core/Ascii.h"
 #include "platform/linux/x11/ConfigText.h"
 
 namespace pellar {
@@ -21,14 +22,6 @@ bool lists(std::string_view list, std::string_view wanted) {
 }
 
 }  // namespace
-
-std::string asciiLowercased(std::string_view text) {
-  std::string result(text);
-  std::transform(result.begin(), result.end(), result.begin(), [](char each) {
-    return each >= 'A' && each <= 'Z' ? static_cast<char>(each - 'A' + 'a') : each;
-  });
-  return result;
-}
 
 std::optional<DesktopEntryText> readDesktopEntry(std::istream& text) {
   DesktopEntryText entry;
@@ -55,7 +48,7 @@ std::optional<DesktopEntryText> readDesktopEntry(std::istream& text) {
 std::optional<DesktopEntry> DesktopEntries::forWindowClass(std::string_view windowClass) {
   if (windowClass.empty()) return std::nullopt;
   if (!read_) read();
-  const std::string key = asciiLowercased(windowClass);
+  const std::string key = Ascii::lowered(windowClass);
   for (const auto* index : {&byStartupClass_, &byId_, &byLastComponent_}) {
     const auto found = index->find(key);
     if (found != index->end()) return found->second;
@@ -89,10 +82,10 @@ void DesktopEntries::add(const fs::path& applications, const fs::path& file) {
   std::replace(entry.id.begin(), entry.id.end(), '/', '-');
   entry.name = text->name;
   entry.isTerminal = text->isTerminal;
-  if (!text->startupClass.empty()) byStartupClass_.emplace(asciiLowercased(text->startupClass), entry);
-  byId_.emplace(asciiLowercased(entry.id), entry);
+  if (!text->startupClass.empty()) byStartupClass_.emplace(Ascii::lowered(text->startupClass), entry);
+  byId_.emplace(Ascii::lowered(entry.id), entry);
   const auto dot = entry.id.rfind('.');
-  if (dot != std::string::npos) byLastComponent_.emplace(asciiLowercased(entry.id.substr(dot + 1)), entry);
+  if (dot != std::string::npos) byLastComponent_.emplace(Ascii::lowered(entry.id.substr(dot + 1)), entry);
 }
 
 }  // namespace pellar

@@ -49,7 +49,4 @@ class DesktopEntries {
   std::map<std::string, DesktopEntry> byLastComponent_;
 };
 
-// A copy with A to Z made small.
-[[nodiscard]] std::string asciiLowercased(std::string_view text);
-
 }  // namespace pellar

@@ -6,6 +6,8 @@
 #include <array>
 #include <utility>
 
+#include "core/Ascii.h"
+
 namespace pellar {
 namespace {
 
@@ -21,7 +23,7 @@ constexpr std::chrono::nanoseconds raiseTime = 500ms;
 // Terminals that come without a desktop entry, by the class of their windows.
 bool isTerminalWithoutEntry(std::string_view windowClass) {
   constexpr std::array<std::string_view, 6> classes{"xterm", "uxterm", "urxvt", "rxvt", "st", "st-256color"};
-  return std::ranges::find(classes, asciiLowercased(windowClass)) != classes.end();
+  return std::ranges::find(classes, Ascii::lowered(windowClass)) != classes.end();
 }
 
 // Above every number that the kernel gives to a process.
@@ -167,7 +169,7 @@ void X11Applications::describe(X11Application& application, const X11Window& win
     application.bundleId = entry->id;
     application.name = firstOf({entry->name, windowClass.value_or(entry->id)});
   } else if (windowClass) {
-    application.bundleId = asciiLowercased(*windowClass);
+    application.bundleId = Ascii::lowered(*windowClass);
     application.name = windowClass;
   } else if (window.pid) {
     std::array<char, 4096> path{};
@@ -176,7 +178,7 @@ void X11Applications::describe(X11Application& application, const X11Window& win
     if (length <= 0) return;
     const std::string_view program(path.data(), static_cast<std::size_t>(length));
     application.name = std::string(program.substr(program.rfind('/') + 1));
-    application.bundleId = asciiLowercased(*application.name);
+    application.bundleId = Ascii::lowered(*application.name);
   }
 }
 
