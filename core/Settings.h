@@ -15,12 +15,14 @@ struct Settings {
   // Whether an Office application's windows get a strip, by its raw value.
   std::map<std::string, bool> apps{{"word", true}, {"excel", true}, {"powerpoint", true}, {"outlook", true}};
   bool launchAtLogin = false;
-  std::int64_t autoSaveMinutes = 0;     // 0 means off
+  std::int64_t autoSaveMinutes = 0;     // 0, or anything below, means off
   bool allApps = true;                  // whether applications other than the four are followed
   std::vector<std::string> hiddenApps;  // identifiers of applications the user switched off
   bool autoUpdateCheck = true;
   std::string acceptedEulaVersion;  // the version of the terms last accepted; empty for none
 
+  // Whether changed documents are saved every few minutes.
+  [[nodiscard]] bool autoSaves() const { return autoSaveMinutes > 0; }
   // True unless the user switched the Office application off.
   [[nodiscard]] bool isEnabled(OfficeApp app) const;
   // Whether the strip is shown for the application.

@@ -146,10 +146,8 @@ void AppDelegate::updateLock() {
 
 // Pressing the strip's tool means one minute or off, whatever interval was chosen elsewhere.
 void AppDelegate::toggleAutoSave() {
-  store_->update([](AppState& state) {
-    auto& minutes = state.settings.autoSaveMinutes;
-    minutes = minutes < 1 ? 1 : 0;
-  });
+  store_->update(
+      [](AppState& state) { state.settings.autoSaveMinutes = state.settings.autoSaves() ? 0 : 1; });
   restartAutoSave();
   tracker_->refresh();
 }

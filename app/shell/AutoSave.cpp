@@ -7,8 +7,8 @@
 
 #include "app/automation/Automation.h"
 #include "app/automation/FileMenu.h"
-#include "core/AppState.h"
 #include "core/Log.h"
+#include "core/Settings.h"
 #include "core/TrueWhile.h"
 #include "platform/MainLoop.h"
 
@@ -79,8 +79,9 @@ AutoSave::AutoSave(const Platform& platform, std::shared_ptr<StateStore> store,
 void AutoSave::restart() {
   timer_.cancel();
   pass_->waits = false;
-  const auto minutes = std::min(pass_->store->state().settings.autoSaveMinutes, longestInterval);
-  if (minutes < 1) return;
+  const Settings& settings = pass_->store->state().settings;
+  if (!settings.autoSaves()) return;
+  const auto minutes = std::min(settings.autoSaveMinutes, longestInterval);
   timer_ = loop_.every(std::chrono::minutes(minutes), [pass = pass_] { pass->runInTurn(); });
 }
 

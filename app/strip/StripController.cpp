@@ -146,7 +146,7 @@ void StripController::show() {
   view_->setAccent(opaque(picture_->app->accentRGB()));
   view_->setOfficeTools(true);
   view_->setRenameTool(picture_->app->office.has_value());
-  view_->setAutoSaveOn(store_->state().settings.autoSaveMinutes > 0);
+  view_->setAutoSaveOn(store_->state().settings.autoSaves());
   view_->setTabs(tabItems());
   panel_->setFrame(StripGeometry::stripFrame(picture_->front->frame, platform_.screens.screens()), true);
   panel_->orderAbove(picture_->front->element);

@@ -150,8 +150,7 @@ void StripMenus::showMoreMenu(const MouseEvent& event) {
     menu.emplace_back(item("Rename…", [front](StripMenus& self) {
       if (front) self.documents_->rename(*front);
     }));
-    const bool autoSave = store_->state().settings.autoSaveMinutes >= 1;
-    menu.emplace_back(item(autoSave ? "Auto-save: on" : "Auto-save: off",
+    menu.emplace_back(item(store_->state().settings.autoSaves() ? "Auto-save: on" : "Auto-save: off",
                            [](StripMenus& self) { notify(self.onAutoSave); }));
     menu.emplace_back(item("Save all", [office](StripMenus& self) { self.documents_->saveAll(*office); }));
     menu.emplace_back(
