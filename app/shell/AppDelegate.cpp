@@ -61,7 +61,7 @@ AppDelegate::~AppDelegate() {
 
 void AppDelegate::applicationDidFinishLaunching() {
   buildStatusItem();
-  restartAutoSave();
+  autoSave_.restart();
   tracker_->isEnabled = [store = store_](const TrackedApp& app) {
     return store->state().settings.follows(app);
   };
@@ -87,16 +87,12 @@ void AppDelegate::showItself() {
 }
 
 void AppDelegate::buildStatusItem() {
-  statusMenu_->onAutoSaveChosen = [this] { restartAutoSave(); };
+  statusMenu_->onAutoSaveChosen = [this] { autoSave_.restart(); };
   statusMenu_->onToggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); };
   statusMenu_->onShowAbout = [this] { about_.showAbout(); };
   statusItem_ = platform_.statusBar.addItem(
       {.imageName = "MenuBarTemplate", .imageHeight = menuBarImageHeight, .title = "⧉"},
       [menu = statusMenu_] { return menu->items(); });
-}
-
-void AppDelegate::restartAutoSave() {
-  autoSave_.restart();
 }
 
 void AppDelegate::connectUpdater() {
@@ -148,7 +144,7 @@ void AppDelegate::updateLock() {
 void AppDelegate::toggleAutoSave() {
   store_->update(
       [](AppState& state) { state.settings.autoSaveMinutes = state.settings.autoSaves() ? 0 : 1; });
-  restartAutoSave();
+  autoSave_.restart();
   tracker_->refresh();
 }
 

@@ -50,7 +50,6 @@ class AppDelegate {
 
  private:
   void buildStatusItem();
-  void restartAutoSave();
   void connectUpdater();
   void startTracking();
   void connectHotkeys();

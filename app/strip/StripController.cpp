@@ -87,7 +87,7 @@ void StripController::connect() {
   view_->onZoomHover =
       weakly([](Self& self, std::optional<ScreenRect> tool) { self.hoverPanels_.zoomHovered(tool); });
 
-  menus_->onAutoSave = weakly([](Self& self) { self.toggleAutoSave(); });
+  menus_->onAutoSave = weakly([](Self& self) { notify(self.autoSaveToggled); });
 
   screensChanged_ = platform_.screens.onChanged(weakly([](Self& self) { self.tracker_->scheduleRefresh(); }));
 
@@ -204,7 +204,7 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
       break;
     }
     case StripAction::autoSave:
-      toggleAutoSave();
+      notify(autoSaveToggled);
       break;
     case StripAction::saveAll:
       documents_->saveAll();
@@ -230,10 +230,6 @@ void StripController::perform(StripAction action, const MouseEvent& event) {
       if (front) actions_->close(*front);
       break;
   }
-}
-
-void StripController::toggleAutoSave() {
-  notify(autoSaveToggled);
 }
 
 void StripController::selectTab(WindowId id) {

@@ -42,7 +42,7 @@ class StripController final : public WindowTrackerDelegate,
   StripController(const StripController&) = delete;
   StripController& operator=(const StripController&) = delete;
 
-  // The strip's auto-save tool was pressed.
+  // The strip's auto-save tool was pressed, or chosen in its menu.
   std::function<void()> autoSaveToggled;
   // What `canCycle` answers may have changed.
   std::function<void()> canCycleMayHaveChanged;
@@ -78,7 +78,6 @@ class StripController final : public WindowTrackerDelegate,
   void makeRoom();
 
   void perform(StripAction action, const MouseEvent& event);
-  void toggleAutoSave();
   void selectTab(WindowId id);
   void dragGroup(ScreenPoint offset);
   void endDrag();
