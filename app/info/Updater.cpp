@@ -7,6 +7,7 @@
 #include "core/Log.h"
 #include "core/Notify.h"
 #include "core/SemVer.h"
+#include "core/Weakly.h"
 #include "platform/HttpClient.h"
 #include "platform/UserNotifications.h"
 #include "platform/Workspace.h"
@@ -40,13 +41,11 @@ void Updater::check(bool notify) {
   const int number = ++lastRequest_;
   requests_[number] = platform_.httpClient.get(
       {.url = url, .timeout = timeout, .largestBody = largestAnswer},
-      [weak = weak_from_this(), number, notify](const std::optional<std::string>& body) {
-        const auto self = weak.lock();
-        if (!self) return;
-        const auto ended = self->requests_.extract(number);
+      weakly(weak_from_this(), [number, notify](Updater& self, const std::optional<std::string>& body) {
+        const auto ended = self.requests_.extract(number);
         const auto info = body ? decodeUpdateInfo(*body) : std::nullopt;
-        if (info) self->take(*info, notify);
-      });
+        if (info) self.take(*info, notify);
+      }));
 }
 
 void Updater::take(const Info& info, bool notify) {
@@ -61,18 +60,17 @@ void Updater::take(const Info& info, bool notify) {
 
 void Updater::notifyOf(const std::string& latest) {
   const int number = ++lastRequest_;
-  requests_[number] = platform_.notifications.requestAuthorization([weak = weak_from_this(), number,
-                                                                    latest](bool granted) {
-    const auto self = weak.lock();
-    if (!self) return;
-    const auto ended = self->requests_.extract(number);
-    Log::write(std::string("update notification auth granted=") + word(granted) + "; posting for " + latest);
-    if (!granted) return;
-    self->platform_.notifications.add(
-        {.identifier = "pellar-update-" + latest,
-         .title = "Pellar " + latest + " is available",
-         .body = "You have " + self->currentVersion_ + ". Open Pellar to download the update."});
-  });
+  requests_[number] = platform_.notifications.requestAuthorization(
+      weakly(weak_from_this(), [number, latest](Updater& self, bool granted) {
+        const auto ended = self.requests_.extract(number);
+        Log::write(std::string("update notification auth granted=") + word(granted) + "; posting for " +
+                   latest);
+        if (!granted) return;
+        self.platform_.notifications.add(
+            {.identifier = "pellar-update-" + latest,
+             .title = "Pellar " + latest + " is available",
+             .body = "You have " + self.currentVersion_ + ". Open Pellar to download the update."});
+      }));
 }
 
 void Updater::openDownload() {

@@ -3,6 +3,7 @@
 #include "app/shell/WaitingPorts.h"
 #include "core/AppState.h"
 #include "core/Log.h"
+#include "core/Weakly.h"
 #include "platform/Accessibility.h"
 #include "platform/LoginItem.h"
 #include "platform/StatusBar.h"
@@ -127,9 +128,8 @@ void AppDelegate::connectHotkeys() {
     const auto strip = weak.lock();
     return strip && strip->canCycle();
   };
-  hotkeys_->onCycle = [weak = std::weak_ptr(strip_)](bool forward) {
-    if (const auto strip = weak.lock()) strip->cycle(forward);
-  };
+  hotkeys_->onCycle =
+      weakly(std::weak_ptr(strip_), [](StripController& strip, bool forward) { strip.cycle(forward); });
   strip_->canCycleMayHaveChanged = [this] { hotkeys_->activityChanged(); };
 }
 

@@ -10,6 +10,7 @@
 #include "core/Log.h"
 #include "core/Settings.h"
 #include "core/TrueWhile.h"
+#include "core/Weakly.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -39,10 +40,9 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
   void runInTurn() {
     // What is due while this very save goes on is being saved.
     if (running || std::exchange(waits, true)) return;
-    automation->whenFree([weak = weak_from_this()] {
-      const auto self = weak.lock();
-      if (self && std::exchange(self->waits, false)) self->run();
-    });
+    automation->whenFree(weakly(weak_from_this(), [](SavePass& self) {
+      if (std::exchange(self.waits, false)) self.run();
+    }));
   }
 
   void run() {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Weakly.h"
+
 namespace pellar {
 
 class OwnWindows::Window final : public PlainWindow {
@@ -59,11 +61,9 @@ std::unique_ptr<PlainWindow> OwnWindows::makeWindow(const WindowDescription& des
 
 // Another window may be shown in the same turn, as the terms are after the permission: the place stays.
 void OwnWindows::closed() {
-  mainLoop_.post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self) return;
-    if (std::ranges::none_of(self->all_, &Window::isVisible)) self->place_->giveBack();
-  });
+  mainLoop_.post(weakly(weak_from_this(), [](OwnWindows& self) {
+    if (std::ranges::none_of(self.all_, &Window::isVisible)) self.place_->giveBack();
+  }));
 }
 
 }  // namespace pellar

@@ -7,6 +7,7 @@
 #include "core/AppState.h"
 #include "core/Log.h"
 #include "core/Notify.h"
+#include "core/Weakly.h"
 #include "platform/Workspace.h"
 
 namespace pellar {
@@ -55,11 +56,9 @@ void TermsGate::restKeys() {
 
 void TermsGate::showEula() {
   if (!eulaWindow_) {
-    eulaWindow_ =
-        std::make_unique<EulaWindowController>(*windows_, platform_.workspace, platform_.application,
-                                               requiredEula_, eulaTermsUrl_, [weak = weak_from_this()] {
-                                                 if (const auto self = weak.lock()) self->accept();
-                                               });
+    eulaWindow_ = std::make_unique<EulaWindowController>(
+        *windows_, platform_.workspace, platform_.application, requiredEula_, eulaTermsUrl_,
+        weakly(weak_from_this(), [](TermsGate& self) { self.accept(); }));
   }
   eulaWindow_->window().makeKeyAndOrderFront();
 }

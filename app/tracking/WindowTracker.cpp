@@ -223,9 +223,9 @@ std::shared_ptr<OfficeWindow> WindowTracker::frontOf(const WindowList& windows,
 
 bool WindowTracker::ensureObserver(ProcessId pid, const Element& appElement) {
   if (observers_.contains(pid)) return true;
-  auto observer = ObservedApplication::observe(accessibility_, pid, appElement, [weak = weak_from_this()] {
-    if (const auto self = weak.lock()) self->scheduleRefresh();
-  });
+  auto observer = ObservedApplication::observe(
+      accessibility_, pid, appElement,
+      weakly(weak_from_this(), [](WindowTracker& self) { self.scheduleRefresh(); }));
   if (!observer) {
     Log::write("AXObserverCreate failed for pid " + std::to_string(pid));
     return false;
@@ -261,12 +261,10 @@ void WindowTracker::report() {
 void WindowTracker::scheduleRefresh() {
   if (pendingRefresh_) return;
   pendingRefresh_ = true;
-  mainLoop_.post([weak = weak_from_this()] {
-    const auto self = weak.lock();
-    if (!self) return;
-    self->pendingRefresh_ = false;
-    self->refresh();
-  });
+  mainLoop_.post(weakly(weak_from_this(), [](WindowTracker& self) {
+    self.pendingRefresh_ = false;
+    self.refresh();
+  }));
 }
 
 void WindowTracker::move(WindowId id, int index) {

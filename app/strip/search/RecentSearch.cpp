@@ -73,9 +73,8 @@ void RecentSearch::textChanged() {
 
 void RecentSearch::watchClicks() {
   // A search that ends drops these monitors, and with them what they have captured.
-  const auto elsewhere = [weak = weak_from_this()] {
-    if (const auto self = weak.lock()) self->end(SearchEnd::clickedElsewhere);
-  };
+  const auto elsewhere =
+      weakly(weak_from_this(), [](RecentSearch& self) { self.end(SearchEnd::clickedElsewhere); });
   clickMonitors_.push_back(eventMonitors_.onGlobalMouseDown(elsewhere));
   clickMonitors_.push_back(eventMonitors_.onLocalMouseDown([this, elsewhere](const ObservedClick& click) {
     if (!isInside(click)) elsewhere();
