@@ -6,7 +6,8 @@
 
 namespace pellar {
 
-// Coordinate spaces. Values of two spaces do not mix; CoordinateFlip in app/strip converts between them.
+// Coordinate spaces. Values of two spaces do not mix; CoordinateFlip in app/strip/place converts between
+// them.
 struct AxSpace {};      // global, origin at the top left of the first screen, y downward (Accessibility)
 struct ScreenSpace {};  // global, origin at the bottom left of the first screen, y upward (panels)
 struct ViewSpace {};    // inside one view, origin at its top left, y downward
@@ -75,6 +76,12 @@ struct Rect {
     return Rect{left, top, right - left, bottom - top};
   }
   [[nodiscard]] bool intersects(const Rect& other) const { return intersection(other).has_value(); }
+
+  // Whether each of the four numbers differs by less than `tolerance`.
+  [[nodiscard]] bool isNear(const Rect& other, double tolerance) const {
+    const auto near = [tolerance](double a, double b) { return std::abs(a - b) < tolerance; };
+    return near(x, other.x) && near(y, other.y) && near(width, other.width) && near(height, other.height);
+  }
 };
 
 using AxPoint = Point<AxSpace>;

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
-#include <cmath>
 #include <span>
 #include <string>
 #include <unordered_set>
@@ -36,12 +35,6 @@ constexpr double setFrameTolerance = 2.0;  // points
 TrackedApp trackedAppOf(const RunningApplication& application) {
   if (const auto office = officeAppWithBundleID(*application.bundleId)) return TrackedApp::of(*office);
   return {*application.bundleId, application.localizedName.value_or(*application.bundleId), std::nullopt};
-}
-
-bool isClose(const AxRect& a, const AxRect& b) {
-  const auto near = [](double x, double y) { return std::abs(x - y) < setFrameTolerance; };
-  return near(a.width, b.width) && near(a.height, b.height) && near(a.minX(), b.minX()) &&
-         near(a.minY(), b.minY());
 }
 
 }  // namespace
@@ -288,7 +281,7 @@ void WindowTracker::setFrame(OfficeWindow& window, const AxRect& rect) {
   for (int attempt = 0; attempt < setFrameAttempts; ++attempt) {
     AX::writeFrame(accessibility_, window.element, rect);
     const AxRect result = AX::frame(accessibility_, window.element).value_or(rect);
-    if (isClose(result, rect)) break;
+    if (result.isNear(rect, setFrameTolerance)) break;
     if (previous == result) break;  // it refuses the rest
     previous = result;
   }

@@ -1,7 +1,6 @@
 #include "app/strip/place/StripGeometry.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "app/strip/place/CoordinateFlip.h"
 
@@ -52,9 +51,7 @@ std::optional<AxRect> pushedDown(const AxRect& window, std::span<const Screen> s
 }
 
 bool fills(const AxRect& window, const AxRect& area) {
-  const auto near = [](double a, double b) { return std::abs(a - b) < zoomTolerance; };
-  return near(window.x, area.x) && near(window.y, area.y) && near(window.width, area.width) &&
-         near(window.height, area.height);
+  return window.isNear(area, zoomTolerance);
 }
 
 }  // namespace pellar::StripGeometry
