@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 #include <vector>
 
 #include "core/Geometry.h"
@@ -15,6 +16,21 @@ struct Screen {
   ScreenRect visibleFrame;  // without menu bar, dock and panels
   friend bool operator==(const Screen&, const Screen&) = default;
 };
+
+// The display that holds most of a rectangle, the earlier of two that hold as much; null when none holds any
+// of it.
+[[nodiscard]] inline const Screen* screenHoldingMost(const ScreenRect& rect,
+                                                     std::span<const Screen> screens) {
+  const Screen* most = nullptr;
+  double largest = 0;
+  for (const Screen& screen : screens) {
+    const auto common = screen.frame.intersection(rect);
+    if (!common || common->area() <= largest) continue;
+    most = &screen;
+    largest = common->area();
+  }
+  return most;
+}
 
 // The displays. The first is the one at whose top left Accessibility coordinates begin.
 class ScreenList {

@@ -71,15 +71,9 @@ void X11Panel::setFrame(const ScreenRect& frame, bool display) {
 }
 
 std::optional<ScreenRect> X11Panel::screenVisibleFrame() const {
-  std::optional<ScreenRect> visibleFrame;
-  double largest = 0;
-  for (const Screen& screen : services_.screens.screens()) {
-    const auto common = screen.frame.intersection(frame_);
-    if (!common || common->area() <= largest) continue;
-    largest = common->area();
-    visibleFrame = screen.visibleFrame;
-  }
-  return visibleFrame;
+  const auto screens = services_.screens.screens();
+  const Screen* const most = screenHoldingMost(frame_, screens);
+  return most != nullptr ? std::optional(most->visibleFrame) : std::nullopt;
 }
 
 void X11Panel::orderFrontRegardless() {

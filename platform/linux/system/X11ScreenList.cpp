@@ -28,19 +28,13 @@ void X11ScreenList::update() const {
 std::optional<Screen> X11ScreenList::mainScreen() const {
   const auto all = screens();
   if (all.empty()) return std::nullopt;
-  const Screen* best = &all.front();
+  const Screen& first = all.front();
   const X11Window* active = mirror_.find(mirror_.activeWindow());
-  if (active == nullptr) return *best;
+  if (active == nullptr) return first;
   const AxRect window = density_.map().toPoints(active->frame());
-  const ScreenRect frame{window.x, best->frame.height - window.maxY(), window.width, window.height};
-  double bestArea = 0;
-  for (const Screen& screen : all) {
-    const auto common = screen.frame.intersection(frame);
-    if (!common || common->area() <= bestArea) continue;
-    best = &screen;
-    bestArea = common->area();
-  }
-  return *best;
+  const ScreenRect frame{window.x, first.frame.height - window.maxY(), window.width, window.height};
+  const Screen* const most = screenHoldingMost(frame, all);
+  return most != nullptr ? *most : first;
 }
 
 RootRect X11ScreenList::visible(const RootRect& monitor) const {

@@ -31,17 +31,9 @@ void SimPanel::setFrame(const ScreenRect& frame, bool display) {
 }
 
 std::optional<ScreenRect> SimPanel::screenVisibleFrame() const {
-  const Screen* best = nullptr;
-  double bestArea = 0;
   const auto screens = owner_.screens();
-  for (const Screen& screen : screens) {
-    const auto common = screen.frame.intersection(frame_);
-    if (!common || common->area() <= bestArea) continue;
-    best = &screen;
-    bestArea = common->area();
-  }
-  if (best == nullptr) return std::nullopt;
-  return best->visibleFrame;
+  const Screen* const most = screenHoldingMost(frame_, screens);
+  return most != nullptr ? std::optional(most->visibleFrame) : std::nullopt;
 }
 
 void SimPanel::orderFrontRegardless() {

@@ -23,15 +23,8 @@ class SimScreens final : public ScreenList {
   [[nodiscard]] std::optional<Screen> mainScreen() const override {
     if (screens_.empty()) return std::nullopt;
     const auto window = keyWindowFrame ? keyWindowFrame() : std::nullopt;
-    const Screen* best = &screens_.front();
-    double bestArea = 0;
-    for (const Screen& screen : screens_) {
-      const auto common = window ? screen.frame.intersection(*window) : std::nullopt;
-      if (!common || common->area() <= bestArea) continue;
-      best = &screen;
-      bestArea = common->area();
-    }
-    return *best;
+    const Screen* const most = window ? screenHoldingMost(*window, screens_) : nullptr;
+    return most != nullptr ? *most : screens_.front();
   }
 
   [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
@@ -58,23 +51,13 @@ class SimScreens final : public ScreenList {
   // is on, nor so far out that no part of it can be taken hold of.
   [[nodiscard]] AxPoint clamped(const AxRect& wanted) const {
     constexpr double hold = 40;
-    const Screen* on = nullptr;
-    double bestArea = 0;
-    for (const Screen& screen : screens_) {
-      const auto common = toAccessibility(screen.frame).intersection(wanted);
-      if (!common || common->area() <= bestArea) continue;
-      on = &screen;
-      bestArea = common->area();
-    }
-    if (on == nullptr && !screens_.empty()) on = &screens_.front();
-    if (on == nullptr) return wanted.origin();
-    const AxRect area = toAccessibility(on->visibleFrame);
+    if (screens_.empty()) return wanted.origin();
+    const Screen* const most = screenHoldingMost(toScreen(wanted), screens_);
+    const AxRect area = toAccessibility((most != nullptr ? *most : screens_.front()).visibleFrame);
     return {std::clamp(wanted.x, area.minX() - std::max(0.0, wanted.width - hold), area.maxX() - hold),
             std::clamp(wanted.y, area.minY(), area.maxY() - hold)};
   }
 
-  // Height of the first display's frame, where the two coordinate spaces meet; 0 when there is none.
-  [[nodiscard]] double flipHeight() const { return screens_.empty() ? 0 : screens_.front().frame.height; }
   [[nodiscard]] AxPoint toAccessibility(ScreenPoint point) const { return {point.x, flipHeight() - point.y}; }
   [[nodiscard]] AxRect toAccessibility(const ScreenRect& rect) const {
     return {rect.x, flipHeight() - rect.maxY(), rect.width, rect.height};
@@ -85,6 +68,9 @@ class SimScreens final : public ScreenList {
   }
 
  private:
+  // Height of the first display's frame, where the two coordinate spaces meet; 0 when there is none.
+  [[nodiscard]] double flipHeight() const { return screens_.empty() ? 0 : screens_.front().frame.height; }
+
   SimMainLoop& loop_;
   CallbackList<> changed_;
   std::vector<Screen> screens_{screen({0, 0, 1440, 900}, menuBarHeight, 0)};
