@@ -19,7 +19,7 @@ inline constexpr std::uint64_t command = 0x100000;
 struct TapEvent {
   enum class Type { keyDown, disabledByTimeout, disabledByUserInput };
   Type type = Type::keyDown;
-  std::uint16_t keyCode = 0;  // virtual key code; Tab is 48
+  std::uint16_t keyCode = 0;  // virtual (VirtualKey)
   std::uint64_t flags = 0;    // KeyFlags, and bits of no meaning here
 };
 

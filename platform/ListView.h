@@ -44,7 +44,7 @@ class ListView {
  public:
   // Says what a row shows. Called only for rows in sight, or while an assistive technology listens.
   using RowProvider = std::function<ListRow(std::size_t row)>;
-  // Is offered a key by its virtual key code (Return 36, Escape 53); true takes it.
+  // Is offered a key by its virtual code (VirtualKey); true takes it.
   using KeyHandler = std::function<bool(std::uint16_t keyCode)>;
 
   virtual ~ListView() = default;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <map>
 #include <system_error>
 #include <utility>
 
@@ -13,6 +12,7 @@
 #include "core/Recent.h"
 #include "core/ShortFolder.h"
 #include "platform/MainLoop.h"
+#include "platform/VirtualKey.h"
 #include "platform/Workspace.h"
 
 namespace pellar {
@@ -20,8 +20,6 @@ namespace {
 
 constexpr double sideMargin = 10;
 constexpr double endMargin = 8;
-constexpr std::uint16_t returnKey = 36;
-constexpr std::uint16_t escapeKey = 53;
 
 constexpr ListStyle style{.rowHeight = 34,
                           .title = {.inset = 4,
@@ -116,11 +114,11 @@ bool RecentView::handle(const std::string& selector) {
 }
 
 bool RecentView::keyDown(std::uint16_t keyCode) {
-  if (keyCode == escapeKey) {
+  if (keyCode == VirtualKey::escape) {
     escape();
     return true;
   }
-  if (keyCode == returnKey) {
+  if (keyCode == VirtualKey::returnKey) {
     openSelected();
     return true;
   }

@@ -2,12 +2,13 @@
 
 #include "core/Log.h"
 #include "core/Notify.h"
+#include "platform/VirtualKey.h"
 
 namespace pellar {
 namespace {
 
 // Of the modifiers that make another shortcut of it, exactly Control is held.
-constexpr KeyCombination shortcut{48, KeyFlags::control | KeyFlags::option | KeyFlags::command,
+constexpr KeyCombination shortcut{VirtualKey::tab, KeyFlags::control | KeyFlags::option | KeyFlags::command,
                                   KeyFlags::control};
 
 }  // namespace

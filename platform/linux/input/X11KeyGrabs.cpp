@@ -3,6 +3,7 @@
 #include <array>
 #include <vector>
 
+#include "platform/VirtualKey.h"
 #include "platform/linux/x11/KeyCodes.h"
 #include "platform/linux/x11/XcbReply.h"
 
@@ -26,7 +27,7 @@ constexpr std::array<ModifierName, 5> modifierNames{{{KeyFlags::capsLock, XCB_MO
 
 // The keysym of a virtual key code, of those that are tapped.
 std::optional<std::uint32_t> keysymOf(std::uint16_t keyCode) {
-  if (keyCode == 48) return 0xff09;  // Tab
+  if (keyCode == VirtualKey::tab) return 0xff09;  // XK_Tab
   return std::nullopt;
 }
 

@@ -9,12 +9,12 @@
 #include <cstdint>
 #include <optional>
 
+#include "platform/VirtualKey.h"
 #include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
-#include "platform/shared/panel/DrawnList.h"
 
 namespace pellar {
 namespace {
@@ -47,17 +47,17 @@ std::string selectorOf(int key) {
 std::optional<std::uint16_t> virtualKeyCode(int key) {
   switch (key) {
     case Qt::Key_Return:
-      return 36;
+      return VirtualKey::returnKey;
     case Qt::Key_Escape:
-      return 53;
+      return VirtualKey::escape;
     case Qt::Key_PageUp:
-      return DrawnList::pageUpKey;
+      return VirtualKey::pageUp;
     case Qt::Key_PageDown:
-      return DrawnList::pageDownKey;
+      return VirtualKey::pageDown;
     case Qt::Key_Down:
-      return DrawnList::downKey;
+      return VirtualKey::down;
     case Qt::Key_Up:
-      return DrawnList::upKey;
+      return VirtualKey::up;
     default:
       return std::nullopt;
   }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/VirtualKey.h"
+
 namespace pellar {
 namespace {
 
@@ -41,15 +43,16 @@ void DrawnList::selectRow(std::size_t row) {
 
 bool DrawnList::takeKey(std::uint16_t keyCode) {
   const std::size_t count = scrolling_.rowCount();
-  const std::size_t step =
-      keyCode == pageUpKey || keyCode == pageDownKey ? scrolling_.rowsPerPage() : std::size_t{1};
+  const std::size_t step = keyCode == VirtualKey::pageUp || keyCode == VirtualKey::pageDown
+                               ? scrolling_.rowsPerPage()
+                               : std::size_t{1};
   switch (keyCode) {
-    case downKey:
-    case pageDownKey:
+    case VirtualKey::down:
+    case VirtualKey::pageDown:
       if (count > 0) selectRow(selected_ ? std::min(*selected_ + step, count - 1) : 0);
       return true;
-    case upKey:
-    case pageUpKey:
+    case VirtualKey::up:
+    case VirtualKey::pageUp:
       if (count > 0) selectRow(selected_ ? *selected_ - std::min(*selected_, step) : count - 1);
       return true;
     default:

@@ -15,12 +15,6 @@ namespace pellar {
 // the list, and draws it anew after each call that returns true or that changes it.
 class DrawnList {
  public:
-  // Virtual key codes that move the selection.
-  static constexpr std::uint16_t pageUpKey = 116;
-  static constexpr std::uint16_t pageDownKey = 121;
-  static constexpr std::uint16_t downKey = 125;
-  static constexpr std::uint16_t upKey = 126;
-
   explicit DrawnList(const ListStyle& style) : style_(style), scrolling_(style.rowHeight) {}
 
   void reload(std::size_t rowCount, ListView::RowProvider row);

@@ -3,6 +3,7 @@
 #include <optional>
 #include <utility>
 
+#include "platform/VirtualKey.h"
 #include "platform/sim/drawing/SimTextMeasure.h"
 #include "platform/sim/panel/SimListView.h"
 #include "platform/sim/panel/SimSearchField.h"
@@ -13,13 +14,13 @@ namespace {
 
 // The virtual code of the key that gives a command.
 std::optional<std::uint16_t> keyCodeOf(const std::string& selector) {
-  if (selector == "insertNewline:") return 36;
-  if (selector == "deleteBackward:") return 51;
-  if (selector == "cancelOperation:") return 53;
-  if (selector == "pageUp:") return DrawnList::pageUpKey;
-  if (selector == "pageDown:") return DrawnList::pageDownKey;
-  if (selector == "moveDown:") return DrawnList::downKey;
-  if (selector == "moveUp:") return DrawnList::upKey;
+  if (selector == "insertNewline:") return VirtualKey::returnKey;
+  if (selector == "deleteBackward:") return VirtualKey::backspace;
+  if (selector == "cancelOperation:") return VirtualKey::escape;
+  if (selector == "pageUp:") return VirtualKey::pageUp;
+  if (selector == "pageDown:") return VirtualKey::pageDown;
+  if (selector == "moveDown:") return VirtualKey::down;
+  if (selector == "moveUp:") return VirtualKey::up;
   return std::nullopt;
 }
 

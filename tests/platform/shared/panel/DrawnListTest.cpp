@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "platform/VirtualKey.h"
 #include "platform/shared/panel/DrawnList.h"
 #include "platform/sim/drawing/RecordingCanvas.h"
 
@@ -136,23 +137,23 @@ TEST_F(DrawnListTest, TheWheelStopsAtTheEnds) {
 
 TEST_F(DrawnListTest, ArrowsStopAtTheEnds) {
   show(3);
-  EXPECT_TRUE(list.takeKey(DrawnList::upKey));
+  EXPECT_TRUE(list.takeKey(VirtualKey::up));
   EXPECT_EQ(list.selectedRow(), 2U) << "up from nothing is the last";
-  EXPECT_TRUE(list.takeKey(DrawnList::downKey));
+  EXPECT_TRUE(list.takeKey(VirtualKey::down));
   EXPECT_EQ(list.selectedRow(), 2U);
-  list.takeKey(DrawnList::pageUpKey);
+  list.takeKey(VirtualKey::pageUp);
   EXPECT_EQ(list.selectedRow(), 0U);
-  list.takeKey(DrawnList::upKey);
+  list.takeKey(VirtualKey::up);
   EXPECT_EQ(list.selectedRow(), 0U);
-  list.takeKey(DrawnList::pageDownKey);
+  list.takeKey(VirtualKey::pageDown);
   EXPECT_EQ(list.selectedRow(), 2U);
   EXPECT_FALSE(list.takeKey(36));
 }
 
 TEST_F(DrawnListTest, KeysOnAnEmptyListAreTakenAndSelectNothing) {
   show(0);
-  EXPECT_TRUE(list.takeKey(DrawnList::downKey));
-  EXPECT_TRUE(list.takeKey(DrawnList::upKey));
+  EXPECT_TRUE(list.takeKey(VirtualKey::down));
+  EXPECT_TRUE(list.takeKey(VirtualKey::up));
   EXPECT_EQ(list.selectedRow(), std::nullopt);
   list.selectRow(0);
   EXPECT_EQ(list.selectedRow(), std::nullopt);
