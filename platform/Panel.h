@@ -15,17 +15,16 @@ namespace pellar {
 enum class PanelLevel { floating = 3, popUpMenu = 101 };
 
 // How a borderless, non-activating, shadowed, translucent panel behaves. All of them can join all spaces and
-// stand over full-screen windows, none is released when closed, and none is listed in a task bar or a window
-// cycle.
+// stand over full-screen windows, none hides while this program is not the active one, none is released when
+// closed, and none is listed in a task bar or a window cycle.
 struct PanelStyle {
   Size contentSize;
   PanelLevel level = PanelLevel::floating;
-  bool canBecomeKey = false;
-  bool hidesOnDeactivate = false;
-  bool stationary = false;
-  bool ignoresCycle = false;
-  bool glass = true;         // without it nothing lies under the view, which draws its own ground
-  double cornerRadius = 12;  // what a view without glass paints outside of these corners need not be seen
+  bool canBecomeKey = false;  // may be given the keyboard
+  bool stationary = false;    // stays in its place while the system shows all windows at once
+  bool ignoresCycle = false;  // the system's cycle through a program's windows passes over it
+  bool glass = true;          // without it nothing lies under the view, which draws its own ground
+  double cornerRadius = 12;   // what a view without glass paints outside of these corners need not be seen
   friend bool operator==(const PanelStyle&, const PanelStyle&) = default;
 };
 

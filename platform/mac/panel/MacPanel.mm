@@ -38,7 +38,7 @@ NSPanel* makePanel(const PanelStyle& style) {
   panel.opaque = NO;
   panel.backgroundColor = NSColor.clearColor;
   panel.hasShadow = YES;
-  panel.hidesOnDeactivate = style.hidesOnDeactivate;
+  panel.hidesOnDeactivate = NO;
   panel.releasedWhenClosed = NO;
   // Its place is the window's that it belongs to: neither "Hide Others" nor a change of displays, after which
   // the system moves what may be moved (NSWindow.h), has a say in it.
