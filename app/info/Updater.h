@@ -17,7 +17,6 @@ namespace pellar {
 class Updater : public std::enable_shared_from_this<Updater> {
  public:
   using Info = UpdateInfo;
-  using Eula = UpdateEula;
 
   // What `platform` refers to outlives this.
   static std::shared_ptr<Updater> create(const Platform& platform);
@@ -38,6 +37,7 @@ class Updater : public std::enable_shared_from_this<Updater> {
   [[nodiscard]] const std::optional<Info>& available() const { return available_; }
   // The product's web site, without a slash at its end.
   [[nodiscard]] const std::string& baseUrl() const { return baseUrl_; }
+  // The running program's; "0" for one that does not say.
   [[nodiscard]] const std::string& currentVersion() const { return currentVersion_; }
 
  private:

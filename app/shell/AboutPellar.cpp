@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/MainLoop.h"
-#include "platform/Workspace.h"
 
 namespace pellar {
 namespace {
@@ -23,7 +22,7 @@ AboutPellar::AboutPellar(const Platform& platform, std::shared_ptr<OwnWindows> w
 void AboutPellar::showAbout() {
   if (!aboutWindow_) {
     aboutWindow_ = std::make_unique<AboutWindowController>(
-        *windows_, platform_.workspace, updater_->baseUrl(), platform_.bundle.shortVersion.value_or("0"),
+        *windows_, platform_.workspace, updater_->baseUrl(), updater_->currentVersion(),
         platform_.bundle.version.value_or("0"), [this] { check(); });
   }
   if (const auto& update = updater_->available()) announce(update->latest);
