@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "core/Alive.h"
 #include "platform/MainLoop.h"
@@ -24,10 +25,11 @@ class PointerPresence {
 
   // The panel left the screen.
   void panelLeft();
+
+ private:
   // Tells of that now. False when the view has done away with this in answer.
   bool tellPanelLeft();
 
- private:
   MainLoop& loop_;
   std::function<View*()> view_;
   bool inside_ = false;

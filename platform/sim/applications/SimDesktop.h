@@ -127,7 +127,6 @@ class SimDesktop {
   // comes to the front; over a space without windows the one that was stays.
   void setSpace(SimWindowState& window, int space);
   void showSpace(int space);
-  [[nodiscard]] int shownSpace() const { return shownSpace_; }
   // Whether a window can be seen and reached: not minimised, on the space shown, not behind another tab.
   [[nodiscard]] bool isOnScreen(const SimWindowState& window) const;
   // Whether its application names it at the moment. It names those of the space that is shown

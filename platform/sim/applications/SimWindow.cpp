@@ -25,11 +25,6 @@ void SimWindow::setDocument(std::optional<std::string> url) {
   desktop_->changedSilently();
 }
 
-void SimWindow::setSubrole(std::string subrole) {
-  state_->subrole = std::move(subrole);
-  desktop_->changedSilently();
-}
-
 SimWindow SimApplication::open(std::string title, const AxRect& frame, std::string subrole) {
   return {*desktop_, *screens_, desktop_->open(*state_, std::move(title), frame, std::move(subrole))};
 }

@@ -58,7 +58,6 @@ class SimWindow {
   void vanishUnannounced() { desktop_->destroy(state_, true); }
   // The text of "AXDocument", a URL.
   void setDocument(std::optional<std::string> url);
-  void setSubrole(std::string subrole);
 
   [[nodiscard]] SimWindowQuirks& quirks() { return state_->quirks; }
   [[nodiscard]] const SimWindowQuirks& quirks() const { return state_->quirks; }

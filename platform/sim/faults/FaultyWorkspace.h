@@ -13,13 +13,9 @@ class FaultyWorkspace final : public ForwardingWorkspace {
  public:
   using ForwardingWorkspace::ForwardingWorkspace;
 
-  bool namesNobodyInFront = false;      // no application is ever in front
   bool withholdsTerminatedPid = false;  // terminations do not say whose
   bool ignoresActivate = false;
 
-  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
-    return namesNobodyInFront ? std::nullopt : ForwardingWorkspace::frontmostApplication();
-  }
   void activate(ProcessId pid) override {
     if (!ignoresActivate) ForwardingWorkspace::activate(pid);
   }

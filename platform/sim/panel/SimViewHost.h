@@ -49,8 +49,6 @@ class SimViewHost final : public ViewHost {
   [[nodiscard]] View* view() const { return view_; }
   // Lays out and paints at once what was asked for.
   void display();
-  // Has display() run on the next turn, unless nothing is asked for.
-  void scheduleDisplay();
 
   [[nodiscard]] const Drawing& drawing() const { return drawing_; }
   // Every repaint: what was painted anew of the view.
@@ -63,6 +61,9 @@ class SimViewHost final : public ViewHost {
   [[nodiscard]] bool contains(const SimListView* list) const;
 
  private:
+  // Has display() run on the next turn, unless nothing is asked for.
+  void scheduleDisplay();
+
   SimPanel& panel_;
   View* view_ = nullptr;
   bool layoutNeeded_ = true;

@@ -106,12 +106,6 @@ std::vector<std::string> StripReader::tabs() const {
   return labels;
 }
 
-std::vector<std::string> StripReader::shownTabs() const {
-  std::vector<std::string> labels;
-  for (const auto& tab : drawnTabs()) labels.push_back(tab.label ? tab.label->shown : std::string());
-  return labels;
-}
-
 std::optional<int> StripReader::activeTabIndex() const {
   const auto background = std::find_if(items().begin(), items().end(), isActiveBackground);
   if (background == items().end()) return std::nullopt;

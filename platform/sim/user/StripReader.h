@@ -42,8 +42,6 @@ class StripReader {
   [[nodiscard]] AxRect accessibilityFrame() const { return screens_.toAccessibility(frame()); }
   // Labels from left to right; empty for a tab too narrow for one.
   [[nodiscard]] std::vector<std::string> tabs() const;
-  // Labels as far as they can be read: cut off with an ellipsis.
-  [[nodiscard]] std::vector<std::string> shownTabs() const;
   // Absent when no tab stands out.
   [[nodiscard]] std::optional<std::string> activeTab() const;
   [[nodiscard]] std::optional<int> activeTabIndex() const;
