@@ -4,7 +4,7 @@
 #include <span>
 #include <string_view>
 
-#include "app/tracking/WindowTracker.h"
+#include "app/tracking/OfficeWindow.h"
 #include "platform/Accessibility.h"
 
 // What any application can be made to do through its own File menu. Main thread only.

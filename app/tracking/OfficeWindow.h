@@ -1,7 +1,9 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/tracking/PathInTitle.h"
 #include "core/Geometry.h"
@@ -55,5 +57,7 @@ class OfficeWindow {
   PathInTitle pathInTitle_;  // of the known path
   const WindowId id_;
 };
+
+using WindowList = std::vector<std::shared_ptr<OfficeWindow>>;
 
 }  // namespace pellar

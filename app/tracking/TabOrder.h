@@ -8,8 +8,6 @@
 
 namespace pellar {
 
-using WindowList = std::vector<std::shared_ptr<OfficeWindow>>;
-
 // The order of one application's tabs. It keeps the place, and the record, of a window that its application
 // does not name at the moment because it is on another space, so that a glance there changes nothing. Main
 // thread only.

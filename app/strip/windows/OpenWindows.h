@@ -3,10 +3,11 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "app/strip/windows/TrackedPicture.h"
-#include "app/tracking/WindowTracker.h"
+#include "app/tracking/OfficeWindow.h"
 #include "platform/Platform.h"
 #include "platform/Subscription.h"
 

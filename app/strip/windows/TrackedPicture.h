@@ -3,7 +3,7 @@
 #include <memory>
 #include <optional>
 
-#include "app/tracking/WindowTracker.h"
+#include "app/tracking/OfficeWindow.h"
 #include "core/TrackedApp.h"
 #include "platform/Accessibility.h"
 

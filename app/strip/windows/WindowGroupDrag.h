@@ -3,7 +3,7 @@
 #include <memory>
 #include <vector>
 
-#include "app/tracking/WindowTracker.h"
+#include "app/tracking/OfficeWindow.h"
 #include "core/Geometry.h"
 #include "platform/Accessibility.h"
 
