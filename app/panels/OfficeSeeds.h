@@ -1,7 +1,6 @@
 #pragma once
 
 #include <filesystem>
-#include <string>
 
 #include "core/NameMap.h"
 #include "platform/PropertyLists.h"

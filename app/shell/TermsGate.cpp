@@ -8,7 +8,6 @@
 #include "core/Log.h"
 #include "core/Notify.h"
 #include "core/Weakly.h"
-#include "platform/Workspace.h"
 
 namespace pellar {
 namespace {

@@ -3,8 +3,6 @@
 #include <chrono>
 #include <utility>
 
-#include "core/AppState.h"
-
 namespace pellar {
 namespace {
 

@@ -1,7 +1,5 @@
 #include "app/tracking/PlaceInFront.h"
 
-#include <utility>
-
 #include "core/Weakly.h"
 
 namespace pellar {

@@ -10,7 +10,6 @@
 #include "app/strip/documents/Prompt.h"
 #include "core/Log.h"
 #include "core/PathExtension.h"
-#include "core/TabLabel.h"
 #include "core/Utf8.h"
 #include "core/Weakly.h"
 #include "platform/MainLoop.h"

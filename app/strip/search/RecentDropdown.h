@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <optional>
-#include <string>
 
 #include "app/panels/RecentView.h"
 #include "app/strip/tabs/TabStripView.h"

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
-#include <string>
 #include <vector>
 
 #include "app/strip/search/RecentDropdown.h"

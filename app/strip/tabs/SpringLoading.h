@@ -3,7 +3,7 @@
 #include <functional>
 #include <optional>
 
-#include "app/strip/tabs/TabItem.h"
+#include "platform/Accessibility.h"
 #include "platform/MainLoop.h"
 #include "platform/Subscription.h"
 

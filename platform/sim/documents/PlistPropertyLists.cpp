@@ -7,7 +7,6 @@
 #include <fstream>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <system_error>
 #include <utility>
 
