@@ -52,7 +52,7 @@ class PanelReader {
   }
 
  private:
-  static bool hasList(const SimPanel& panel) { return !panel.simHost().fields().lists.empty(); }
+  static bool hasList(const SimPanel& panel) { return !panel.simHost().controls().lists.empty(); }
 
   // The strip floats below menus, the others among them.
   template <class Test>

@@ -7,19 +7,19 @@
 
 namespace pellar {
 
-SimListView::SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style)
-    : fields_(std::move(fields)), list_(style) {
-  fields_->lists.push_back(this);
+SimListView::SimListView(std::shared_ptr<SimControls> controls, const ListStyle& style)
+    : controls_(std::move(controls)), list_(style) {
+  controls_->lists.push_back(this);
 }
 
 SimListView::~SimListView() {
-  std::erase(fields_->lists, this);
-  fields_->keys.listEnded(*this);
+  std::erase(controls_->lists, this);
+  controls_->keys.listEnded(*this);
 }
 
 void SimListView::needsDisplay() {
   // Everything, since rows reach out of the frame.
-  if (fields_->needsDisplay) fields_->needsDisplay();
+  if (controls_->needsDisplay) controls_->needsDisplay();
 }
 
 void SimListView::reload(std::size_t rowCount, RowProvider row) {
@@ -38,7 +38,7 @@ void SimListView::setFrame(const ViewRect& frame) {
 }
 
 void SimListView::focus() {
-  if (fields_->panel != nullptr) fields_->keys.focus(*this, *fields_->panel);
+  if (controls_->panel != nullptr) controls_->keys.focus(*this, *controls_->panel);
 }
 
 void SimListView::press(ViewPoint location, int clickCount) {

@@ -13,7 +13,7 @@ namespace pellar {
 // A list that a test can see in its panel's drawing, click, scroll and work with keys.
 class SimListView final : public ListView, public KeyList {
  public:
-  SimListView(std::shared_ptr<SimFields> fields, const ListStyle& style);
+  SimListView(std::shared_ptr<SimControls> controls, const ListStyle& style);
   ~SimListView() override;
   SimListView(const SimListView&) = delete;
   SimListView& operator=(const SimListView&) = delete;
@@ -25,7 +25,7 @@ class SimListView final : public ListView, public KeyList {
   [[nodiscard]] ViewRect frame() const override { return list_.frame(); }
   [[nodiscard]] ViewRect rowFrame(std::size_t row) const override { return list_.rowFrame(row); }
   void focus() override;
-  [[nodiscard]] bool hasFocus() const override { return fields_->keys.hasFocus(*this); }
+  [[nodiscard]] bool hasFocus() const override { return controls_->keys.hasFocus(*this); }
   void setOnDoubleClick(std::function<void()> callback) override { onDoubleClick_ = std::move(callback); }
   void setOnKeyDown(KeyHandler handler) override { onKeyDown_ = std::move(handler); }
 
@@ -42,7 +42,7 @@ class SimListView final : public ListView, public KeyList {
  private:
   void needsDisplay();
 
-  std::shared_ptr<SimFields> fields_;
+  std::shared_ptr<SimControls> controls_;
   DrawnList list_;
   std::function<void()> onDoubleClick_;
   KeyHandler onKeyDown_;

@@ -9,29 +9,29 @@
 
 namespace pellar {
 
-SimSearchField::SimSearchField(std::shared_ptr<SimFields> fields) : fields_(std::move(fields)) {
-  fields_->all.push_back(this);
+SimSearchField::SimSearchField(std::shared_ptr<SimControls> controls) : controls_(std::move(controls)) {
+  controls_->fields.push_back(this);
 }
 
 SimSearchField::~SimSearchField() {
-  std::erase(fields_->all, this);
-  fields_->keys.fieldEnded(*this);
+  std::erase(controls_->fields, this);
+  controls_->keys.fieldEnded(*this);
 }
 
 void SimSearchField::setHidden(bool hidden) {
   hidden_ = hidden;
-  if (hidden) fields_->keys.fieldHidden(*this);
+  if (hidden) controls_->keys.fieldHidden(*this);
 }
 
 void SimSearchField::focus() {
-  if (!hidden_ && fields_->panel != nullptr) fields_->keys.focus(*this, *fields_->panel);
+  if (!hidden_ && controls_->panel != nullptr) controls_->keys.focus(*this, *controls_->panel);
 }
 
 void SimSearchField::click() {
-  const auto fields = fields_;
+  const auto controls = controls_;
   notify(onActivate_);
-  const auto& all = fields->all;
-  if (std::find(all.begin(), all.end(), this) != all.end()) focus();
+  const auto& fields = controls->fields;
+  if (std::find(fields.begin(), fields.end(), this) != fields.end()) focus();
 }
 
 void SimSearchField::type(const std::string& codePoint) {
@@ -39,10 +39,10 @@ void SimSearchField::type(const std::string& codePoint) {
 }
 
 void SimSearchField::command(const std::string& selector) {
-  const auto fields = fields_;
+  const auto controls = controls_;
   if (const auto handler = onCommand_; handler && handler(selector)) return;
-  const auto& all = fields->all;
-  if (std::find(all.begin(), all.end(), this) == all.end()) return;
+  const auto& fields = controls->fields;
+  if (std::find(fields.begin(), fields.end(), this) == fields.end()) return;
   commandsLeftToIt_.push_back(selector);
   if (selector == "cancelOperation:" && !text_.empty()) change({});
   if (selector == "deleteBackward:" && !text_.empty()) {

@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/SearchField.h"
@@ -13,7 +14,7 @@ namespace pellar {
 // A search field that a test can click, read and type into.
 class SimSearchField final : public SearchField, public KeyField {
  public:
-  explicit SimSearchField(std::shared_ptr<SimFields> fields);
+  explicit SimSearchField(std::shared_ptr<SimControls> controls);
   ~SimSearchField() override;
   SimSearchField(const SimSearchField&) = delete;
   SimSearchField& operator=(const SimSearchField&) = delete;
@@ -31,7 +32,7 @@ class SimSearchField final : public SearchField, public KeyField {
   void setOnCommand(CommandHandler handler) override { onCommand_ = std::move(handler); }
 
   [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
-  [[nodiscard]] bool isFocused() const { return fields_->keys.isFirstResponder(*this); }
+  [[nodiscard]] bool isFocused() const { return controls_->keys.isFirstResponder(*this); }
   // The key commands that nobody took, in their order: a field does as it likes with them.
   [[nodiscard]] const std::vector<std::string>& commandsLeftToIt() const { return commandsLeftToIt_; }
 
@@ -46,7 +47,7 @@ class SimSearchField final : public SearchField, public KeyField {
  private:
   void change(std::string text);
 
-  std::shared_ptr<SimFields> fields_;
+  std::shared_ptr<SimControls> controls_;
   std::string text_;
   std::string placeholder_;
   ViewRect frame_;

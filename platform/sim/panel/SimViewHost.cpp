@@ -23,15 +23,15 @@ ViewRect unite(const ViewRect& a, const ViewRect& b) {
 
 SimViewHost::SimViewHost(SimPanel& panel, KeyOwner& keys)
     : panel_(panel),
-      fields_(std::make_shared<SimFields>(
-          SimFields{.all = {}, .lists = {}, .keys = keys, .panel = &panel, .needsDisplay = [this] {
-                      setNeedsDisplay();
-                      accessibleElementChanged();
-                    }})) {}
+      controls_(std::make_shared<SimControls>(
+          SimControls{.fields = {}, .lists = {}, .keys = keys, .panel = &panel, .needsDisplay = [this] {
+                        setNeedsDisplay();
+                        accessibleElementChanged();
+                      }})) {}
 
 SimViewHost::~SimViewHost() {
-  fields_->needsDisplay = nullptr;
-  fields_->panel = nullptr;
+  controls_->needsDisplay = nullptr;
+  controls_->panel = nullptr;
 }
 
 ViewRect SimViewHost::bounds() const {
@@ -70,11 +70,11 @@ ViewPoint SimViewHost::fromScreen(ScreenPoint point) const {
 }
 
 std::unique_ptr<SearchField> SimViewHost::makeSearchField() {
-  return std::make_unique<SimSearchField>(fields_);
+  return std::make_unique<SimSearchField>(controls_);
 }
 
 std::unique_ptr<ListView> SimViewHost::makeListView(const ListStyle& style) {
-  return std::make_unique<SimListView>(fields_, style);
+  return std::make_unique<SimListView>(controls_, style);
 }
 
 void SimViewHost::setView(View* view) {
@@ -104,27 +104,27 @@ void SimViewHost::display() {
   if (!dirty) return;
   RecordingCanvas canvas(bounds(), panel_.owner().increasesContrast());
   view_->draw(canvas, *dirty);
-  for (const SimListView* list : fields_->lists) list->draw(canvas);
+  for (const SimListView* list : controls_->lists) list->draw(canvas);
   if (*dirty == bounds()) drawing_.clear();
   drawing_.repaint(*dirty, bounds(), canvas.items());
   repaints_.push_back(*dirty);
 }
 
 SimSearchField* SimViewHost::fieldAt(ViewPoint point) const {
-  const auto found = std::find_if(fields_->all.rbegin(), fields_->all.rend(), [point](const auto* field) {
-    return !field->isHidden() && field->frame().contains(point);
-  });
-  return found == fields_->all.rend() ? nullptr : *found;
+  const auto found = std::find_if(
+      controls_->fields.rbegin(), controls_->fields.rend(),
+      [point](const auto* field) { return !field->isHidden() && field->frame().contains(point); });
+  return found == controls_->fields.rend() ? nullptr : *found;
 }
 
 SimListView* SimViewHost::listAt(ViewPoint point) const {
   const auto found = std::ranges::find_if(
-      fields_->lists, [point](const auto* list) { return list->frame().contains(point); });
-  return found == fields_->lists.end() ? nullptr : *found;
+      controls_->lists, [point](const auto* list) { return list->frame().contains(point); });
+  return found == controls_->lists.end() ? nullptr : *found;
 }
 
 bool SimViewHost::contains(const SimListView* list) const {
-  return std::ranges::find(fields_->lists, list) != fields_->lists.end();
+  return std::ranges::find(controls_->lists, list) != controls_->lists.end();
 }
 
 }  // namespace pellar

@@ -18,8 +18,8 @@ class SimListView;
 class SimSearchField;
 
 // The native controls of one view, in order of creation. Shared, since a control may outlive its panel.
-struct SimFields {
-  std::vector<SimSearchField*> all;
+struct SimControls {
+  std::vector<SimSearchField*> fields;
   std::vector<SimListView*> lists;
   KeyOwner& keys;
   SimPanel* panel;                     // null once it is gone
@@ -53,7 +53,7 @@ class SimViewHost final : public ViewHost {
   [[nodiscard]] const Drawing& drawing() const { return drawing_; }
   // Every repaint: what was painted anew of the view.
   [[nodiscard]] const std::vector<ViewRect>& repaints() const { return repaints_; }
-  [[nodiscard]] SimFields& fields() const { return *fields_; }
+  [[nodiscard]] SimControls& controls() const { return *controls_; }
   // The visible field under a point; null when there is none.
   [[nodiscard]] SimSearchField* fieldAt(ViewPoint point) const;
   // The list under a point; null when there is none.
@@ -72,7 +72,7 @@ class SimViewHost final : public ViewHost {
   SimTextMeasure measure_;
   Drawing drawing_;
   std::vector<ViewRect> repaints_;
-  std::shared_ptr<SimFields> fields_;
+  std::shared_ptr<SimControls> controls_;
   Alive alive_;
 };
 

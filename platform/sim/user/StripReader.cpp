@@ -175,7 +175,7 @@ const DrawnItem& StripReader::searchSymbol() const {
 }
 
 SimSearchField* StripReader::searchField() const {
-  for (auto* const field : panel().simHost().fields().all) {
+  for (auto* const field : panel().simHost().controls().fields) {
     if (!field->isHidden()) return field;
   }
   return nullptr;
