@@ -29,20 +29,8 @@ void RecordingCanvas::fillRoundedRect(const ViewRect& rect, double radius, const
   add(std::move(item));
 }
 
-void RecordingCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font,
-                               const Color& color) {
-  DrawnItem item;
-  item.kind = DrawnItem::Kind::text;
-  item.rect = ViewRect::of(origin, {measure_.width(text, font), SimTextMeasure::lineHeight(font)});
-  item.color = color;
-  item.text = text;
-  item.shown = readable(text);
-  item.font = font;
-  add(std::move(item));
-}
-
-void RecordingCanvas::addFitted(DrawnItem::Kind kind, std::string_view text, std::string shown,
-                                const ViewRect& rect, const Font& font, const Color& color) {
+void RecordingCanvas::addText(DrawnItem::Kind kind, std::string_view text, std::string shown,
+                              const ViewRect& rect, const Font& font, const Color& color) {
   DrawnItem item;
   item.kind = kind;
   item.rect = rect;
@@ -53,36 +41,39 @@ void RecordingCanvas::addFitted(DrawnItem::Kind kind, std::string_view text, std
   add(std::move(item));
 }
 
+Size RecordingCanvas::sizeOf(std::string_view text, const Font& font) const {
+  return {measure_.width(text, font), SimTextMeasure::lineHeight(font)};
+}
+
+void RecordingCanvas::drawText(std::string_view text, ViewPoint origin, const Font& font,
+                               const Color& color) {
+  addText(DrawnItem::Kind::text, text, readable(text), ViewRect::of(origin, sizeOf(text, font)), font, color);
+}
+
 void RecordingCanvas::drawTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                         const Color& color) {
-  addFitted(DrawnItem::Kind::truncatedText, text, readable(measure_.truncated(text, rect.width, font)), rect,
-            font, color);
+  addText(DrawnItem::Kind::truncatedText, text, readable(measure_.truncated(text, rect.width, font)), rect,
+          font, color);
 }
 
 void RecordingCanvas::drawMiddleTruncatedText(std::string_view text, const ViewRect& rect, const Font& font,
                                               const Color& color) {
-  addFitted(DrawnItem::Kind::middleTruncatedText, text,
-            readable(measure_.truncatedInMiddle(text, rect.width, font)), rect, font, color);
+  addText(DrawnItem::Kind::middleTruncatedText, text,
+          readable(measure_.truncatedInMiddle(text, rect.width, font)), rect, font, color);
 }
 
 void RecordingCanvas::drawWrappedText(std::string_view text, const ViewRect& rect, int lines,
                                       const Font& font, const Color& color) {
   std::string shown;
   for (const auto& line : measure_.wrapped(readable(text), rect.width, lines, font)) shown += line + "\n";
-  addFitted(DrawnItem::Kind::wrappedText, text, std::move(shown), rect, font, color);
+  addText(DrawnItem::Kind::wrappedText, text, std::move(shown), rect, font, color);
 }
 
 void RecordingCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, const Font& font,
                                        const Color& color) {
-  DrawnItem item;
-  const Size size{measure_.width(text, font), SimTextMeasure::lineHeight(font)};
-  item.kind = DrawnItem::Kind::centeredText;
-  item.rect = ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size);
-  item.color = color;
-  item.text = text;
-  item.shown = readable(text);
-  item.font = font;
-  add(std::move(item));
+  const Size size = sizeOf(text, font);
+  const ViewRect place = ViewRect::of({rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size);
+  addText(DrawnItem::Kind::centeredText, text, readable(text), place, font, color);
 }
 
 void RecordingCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {

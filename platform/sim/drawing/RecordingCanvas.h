@@ -31,9 +31,10 @@ class RecordingCanvas final : public Canvas {
 
  private:
   void add(DrawnItem item);
-  // A text that keeps to the place it is given.
-  void addFitted(DrawnItem::Kind kind, std::string_view text, std::string shown, const ViewRect& rect,
-                 const Font& font, const Color& color);
+  void addText(DrawnItem::Kind kind, std::string_view text, std::string shown, const ViewRect& rect,
+               const Font& font, const Color& color);
+  // Of one line that is not truncated.
+  [[nodiscard]] Size sizeOf(std::string_view text, const Font& font) const;
 
   ViewRect bounds_;
   bool increasesContrast_;
