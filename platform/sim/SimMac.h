@@ -10,6 +10,7 @@
 
 #include "platform/Platform.h"
 #include "platform/sim/applications/SimAccessibility.h"
+#include "platform/sim/applications/SimApplication.h"
 #include "platform/sim/applications/SimDesktop.h"
 #include "platform/sim/applications/SimProgram.h"
 #include "platform/sim/applications/SimWindow.h"

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "core/OfficeApp.h"
+#include "platform/sim/applications/SimApplication.h"
 #include "platform/sim/applications/SimDesktop.h"
 #include "platform/sim/applications/SimWindow.h"
 #include "platform/sim/office/ScriptError.h"
