@@ -22,6 +22,7 @@ class AtomicFile {
   std::optional<std::string> replace(std::string_view content);
 
  private:
+  // Says what failed, and nothing on success.
   std::optional<std::string> writeTemporary(const std::filesystem::path& temporary, std::string_view content);
   void removeLeftovers(const std::filesystem::path& target);
 

@@ -67,7 +67,7 @@ class Automation {
                                     const std::string& newName);
 
  private:
-  // The same for an application that is running; absent when it is not.
+  // run() for a script of this application, if it has one and is running; else absent.
   std::optional<ScriptDescriptor> tell(OfficeApp app, const std::optional<std::string>& source);
   [[nodiscard]] bool isRunning(OfficeApp app) const;
   void runNext();

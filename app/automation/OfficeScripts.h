@@ -21,6 +21,7 @@ namespace pellar::OfficeScripts {
 // many.
 [[nodiscard]] std::optional<std::string> saveAll(OfficeApp app, bool onlyModified);
 
+// Brings the application forward with a new, empty document; in Outlook a new message.
 [[nodiscard]] std::string newDocument(OfficeApp app);
 
 // Saves the document of that name under another POSIX path; returns "ok".

@@ -7,6 +7,7 @@
 
 #include "platform/Accessibility.h"
 
+// What is read of other programs' windows and done to them, in the platform's words. Main thread only.
 namespace pellar::AX {
 
 // The value of an attribute when it has one and it is of type T; absent in every other case.

@@ -12,7 +12,9 @@ class PathInTitle {
   // Looks at the title of the window that shows `path`, the same path for the life of this. A title that has
   // been looked at costs nothing.
   void look(const std::string& title, const std::string& path);
+  // Whether the title looked at last names the file.
   [[nodiscard]] bool names() const { return names_; }
+  // Whether it does not, and an earlier one did.
   [[nodiscard]] bool isOutdated() const { return named_ && !names_; }
 
  private:

@@ -25,6 +25,7 @@ class TabOrder {
   [[nodiscard]] WindowList move(const std::shared_ptr<OfficeWindow>& window, const WindowList& others,
                                 std::ptrdiff_t index);
 
+  // A window that comes again is a new one.
   void forget(const std::shared_ptr<OfficeWindow>& window);
   void forgetAll();
 

@@ -25,7 +25,7 @@ class TabCard {
   TabCard& operator=(const TabCard&) = delete;
 
   // The pointer came to a tab, which lies at `under` on the screen: its card is shown in a moment. Until then
-  // a card that is shown stays what it is.
+  // a card that is shown stays what it is. The subtitle is the file's folder, absent when no file is known.
   void show(WindowId id, const std::string& title, const std::optional<std::string>& subtitle,
             const ScreenRect& under);
   // The pointer is on no tab: the card goes in a moment, unless the pointer enters it.

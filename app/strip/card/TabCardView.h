@@ -23,6 +23,7 @@ class TabCardView final : public ChoiceView<StripAction> {
   // `onAction` is called when a button is pressed. It may do away with the view.
   TabCardView(ViewHost& host, ActionHandler onAction);
 
+  // Shows this tab from now on; without a subtitle the title stands alone.
   void set(WindowId id, std::string title, std::optional<std::string> subtitle);
 
   // The card's width for its content: room for the title beside the buttons, within limits.

@@ -53,6 +53,8 @@ class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
 
   // Asks for a name and remembers the windows' files under it; does not ask when there are none.
   void saveGroup(const WindowList& windows);
+  // Opens each file of a group, or forgets the group; its files stay. Nothing happens without a group of that
+  // name.
   void openGroup(const std::string& name);
   void deleteGroup(const std::string& name);
 

@@ -2,7 +2,7 @@
 
 namespace pellar {
 
-// What the strip's tools and the hover card's buttons do. The order is fixed.
+// What the strip's tools and the hover card's buttons do.
 enum class StripAction {
   search,
   more,

@@ -29,6 +29,7 @@ class WindowActions {
 
   // Makes it the focused window: out of the Dock, in front, its application in front.
   void raise(const OfficeWindow& window);
+  // Puts it into the Dock.
   void minimize(const OfficeWindow& window);
   // Presses the close button; the application may still ask about unsaved changes.
   void close(const OfficeWindow& window);
