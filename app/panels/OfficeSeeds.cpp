@@ -3,18 +3,18 @@
 #include <algorithm>
 #include <array>
 #include <string>
-#include <string_view>
 
 #include "core/FileUrl.h"
+#include "core/OfficeApp.h"
 
 namespace pellar {
 namespace {
 
-// As the folders of the applications' own data are spelled. The fourth application keeps no such file.
-constexpr std::array<std::string_view, 3> words{"Word", "Excel", "Powerpoint"};
+// The fourth application keeps no such file.
+constexpr std::array keepers{OfficeApp::word, OfficeApp::excel, OfficeApp::powerpoint};
 
-std::filesystem::path bookmarksOf(std::string_view word, const std::filesystem::path& home) {
-  const std::string id = "com.microsoft." + std::string(word);
+std::filesystem::path bookmarksOf(OfficeApp app, const std::filesystem::path& home) {
+  const std::string id(bundleID(app));
   return home / "Library" / "Containers" / id / "Data" / "Library" / "Preferences" /
          (id + ".securebookmarks.plist");
 }
@@ -37,8 +37,8 @@ double lastUse(const PropertyListValue& bookmark) {
 
 NameMap<double> officeSeeds(PropertyLists& propertyLists, const std::filesystem::path& home) {
   NameMap<double> seeds;
-  for (const auto word : words) {
-    const auto bookmarks = propertyLists.read(bookmarksOf(word, home));
+  for (const OfficeApp app : keepers) {
+    const auto bookmarks = propertyLists.read(bookmarksOf(app, home));
     if (!bookmarks) continue;
     for (const auto& [key, bookmark] : *bookmarks) {
       double& time = seeds.try_emplace(pathOf(key), 0.0).first->second;

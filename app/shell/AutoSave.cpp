@@ -54,7 +54,7 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
 
   void saveOfficeDocuments() {
     for (const OfficeApp app : allOfficeApps) {
-      if (app == OfficeApp::outlook || !store->state().settings.isEnabled(app)) continue;
+      if (!store->state().settings.isEnabled(app)) continue;
       const int saved = automation->saveAll(app, /*onlyModified=*/true);
       if (saved < 1) continue;
       Log::write("autosave: " + std::string(displayName(app)) + " saved " + std::to_string(saved));

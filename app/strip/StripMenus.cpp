@@ -21,8 +21,8 @@ void append(Menu& menu, Menu items) {
   std::ranges::move(items, std::back_inserter(menu));
 }
 
-bool canRename(const TrackedApp& app) {
-  return app.office && *app.office != OfficeApp::outlook;
+bool hasDocuments(const TrackedApp& app) {
+  return app.office && docNoun(*app.office);
 }
 
 }  // namespace
@@ -106,7 +106,7 @@ Menu StripMenus::fileItems(const WindowReference& window, const TrackedApp& app,
     self.platform_.workspace.activateFileViewerSelecting(known);
   });
   auto copy = item("Copy path", [known](StripMenus& self) { self.platform_.pasteboard.setString(known); });
-  rename.enabled = path && canRename(app);
+  rename.enabled = path && hasDocuments(app);
   reveal.enabled = copy.enabled = path.has_value();
   return {rename, reveal, copy};
 }
