@@ -4,7 +4,7 @@
 #include <cmath>
 #include <limits>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/Utf8.h"
 
 namespace pellar::Recent {

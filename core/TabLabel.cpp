@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <cstdlib>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/Utf8.h"
 
 namespace pellar::TabLabel {

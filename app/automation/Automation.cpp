@@ -9,7 +9,7 @@
 
 #include "app/automation/OfficeScripts.h"
 #include "core/Log.h"
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/TrueWhile.h"
 #include "platform/MainLoop.h"
 #include "platform/Workspace.h"

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/TabLabel.h"
 #include "core/Utf8.h"
 

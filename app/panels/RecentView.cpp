@@ -8,7 +8,7 @@
 #include "app/panels/OfficeSeeds.h"
 #include "core/AppState.h"
 #include "core/Notify.h"
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/Recent.h"
 #include "core/ShortFolder.h"
 #include "platform/MainLoop.h"

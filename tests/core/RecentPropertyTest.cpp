@@ -6,7 +6,7 @@
 #include <set>
 
 #include "core/AppState.h"
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/Recent.h"
 #include "core/Utf8.h"
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/ShortFolder.h"
 
 namespace pellar {

@@ -9,7 +9,7 @@
 #include "app/automation/FileMenu.h"
 #include "app/strip/documents/Prompt.h"
 #include "core/Log.h"
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 #include "core/Utf8.h"
 #include "core/Weakly.h"
 #include "platform/MainLoop.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 
 namespace pellar {
 

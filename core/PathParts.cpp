@@ -1,4 +1,4 @@
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "core/PathExtension.h"
+#include "core/PathParts.h"
 
 namespace pellar {
 namespace {
