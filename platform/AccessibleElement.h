@@ -24,7 +24,7 @@ enum class AccessibleRole : std::uint8_t {
 // What the user may have an element do.
 enum class AccessibleAction : std::uint8_t { press, showMenu };
 
-// One thing that a user sees in a view, as it is told to somebody who cannot see it: a value, made from the
+// One thing that a user sees in a view, as it is told to a user who cannot see it: a value, made from the
 // view's state of this moment.
 struct AccessibleElement {
   // Which one it is in its view: the same for as long as it stands for the same thing. Any bytes.

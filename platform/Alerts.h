@@ -30,7 +30,7 @@ class Alerts {
   virtual ~Alerts() = default;
 
   // Shows the alert and returns when it is closed; the main loop runs nested until then. This program may
-  // then be left in front, though it has no window: whoever asks activates the application that was. A window
+  // then be left in front, though it has no window: the caller activates the application that was. A window
   // closed without a button answers as the last button would. Absent when no alert can be shown, for instance
   // while another one is.
   [[nodiscard]] virtual std::optional<TextAlertAnswer> runModal(const TextAlert& alert) = 0;

@@ -22,7 +22,7 @@ class UserNotifications {
   // the main loop, perhaps much later and perhaps never, unless the subscription is dropped before.
   [[nodiscard]] virtual Subscription requestAuthorization(std::function<void(bool granted)> answer) = 0;
 
-  // Shows a notification now. Whether anybody sees it is not known.
+  // Shows a notification now. Whether the user sees it is not known.
   virtual void add(const UserNotification& notification) = 0;
 };
 

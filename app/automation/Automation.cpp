@@ -33,7 +33,7 @@ bool isFree(const std::string& path) {
 }
 
 bool isFile(const std::string& path) {
-  std::error_code ignored;  // then there is no file as far as anybody can tell
+  std::error_code ignored;  // then there is no file as far as this program can tell
   return fs::is_regular_file(path, ignored);
 }
 

@@ -12,8 +12,8 @@ namespace pellar {
 
 // The shortcut of the whole session: Control-Tab goes to the next tab, Control-Shift-Tab to the previous one.
 // A key that is not acted on reaches the application in front as if there were no tap. It alone knows whether
-// the tap may listen: only while the shortcut acts, and never while the main thread waits for somebody, since
-// each key of the session would wait with it. Main thread only.
+// the tap may listen: only while the shortcut acts, and never while the main thread waits for another program
+// or the user, since each key of the session would wait with it. Main thread only.
 class HotkeyTap {
  public:
   // Both outlive the tap.

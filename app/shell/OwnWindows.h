@@ -10,8 +10,8 @@
 
 namespace pellar {
 
-// The plain windows of this program. One that is shown takes the place in front; when the last one closes,
-// whoever closed it, the place is given back. Main thread only.
+// The plain windows of this program. One that is shown takes the place in front; when the last one closes, by
+// the user or by the program, the place is given back. Main thread only.
 class OwnWindows final : public Windows, public std::enable_shared_from_this<OwnWindows> {
  public:
   // `windows` and `mainLoop` outlive this.

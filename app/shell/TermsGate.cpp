@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// As long as somebody types on before he sees that another window has come.
+// As long as the user types on before he sees that another window has come.
 constexpr auto keysMeantForOthers = 500ms;
 
 }  // namespace

@@ -13,7 +13,8 @@ namespace pellar {
 
 // The place in front, and with it the keyboard: this program takes it for a window or a question of its own
 // and gives it back to the application that had it. The system does not: a program without a Dock icon stays
-// in front when its last window closes, and nobody has the keyboard until the user clicks. Main thread only.
+// in front when its last window closes, and no window has the keyboard until the user clicks. Main thread
+// only.
 class PlaceInFront : public std::enable_shared_from_this<PlaceInFront> {
  public:
   // `workspace` outlives this.

@@ -32,7 +32,7 @@ class WindowTrackerDelegate {
 
 // Keeps the picture of the frontmost application's windows. Learns of changes from the workspace and from an
 // observer on every process it has tracked. An application that takes no registrations, or answers no reads,
-// is tried again a few times, since it tells nobody when it is ready; there is no other polling. Main thread
+// is tried again a few times, since it says nothing when it is ready; there is no other polling. Main thread
 // only.
 class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
  public:

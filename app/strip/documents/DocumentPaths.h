@@ -40,7 +40,7 @@ class DocumentPaths {
   DocumentPaths(const DocumentPaths&) = delete;
   DocumentPaths& operator=(const DocumentPaths&) = delete;
 
-  // What is known. Asks nobody.
+  // What is known. Asks no application.
   [[nodiscard]] std::optional<DocumentPath> of(const OfficeWindow& window) const;
   // Whether that is a file, and no guess.
   [[nodiscard]] bool isSure(const OfficeWindow& window) const;

@@ -12,7 +12,7 @@
 namespace pellar {
 
 // The subscribers of one event. A callback may drop itself or any other subscription, or the list's owner,
-// while it runs; whoever was dropped is not called any more.
+// while it runs; one that was dropped is not called any more.
 template <class... Arguments>
 class CallbackList {
  public:

@@ -15,7 +15,7 @@
 
 namespace pellar {
 
-// Modal questions and what the user answers. A question that nobody waits for is cancelled.
+// Modal questions and what the user answers. A question that no story waits for is cancelled.
 //
 // A question takes the keys from the program's panels, and from the application in front when the user
 // answers: a click into a window of a program makes it the active one. Nothing gives them back by itself when

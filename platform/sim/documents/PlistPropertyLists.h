@@ -12,7 +12,7 @@ namespace pellar {
 // The property lists of the simulated Mac, which keeps them in real files.
 class PlistPropertyLists final : public PropertyLists {
  public:
-  // Larger files are not read: parsing one takes longer than somebody types, and no list of recently used
+  // Larger files are not read: parsing one would hold up what is typed, and no list of recently used
   // documents comes near it.
   static constexpr std::size_t largestFile = 16U << 20U;
   // Values nested deeper are not read: the parser and its clean-up recurse. A list of bookmarks has three

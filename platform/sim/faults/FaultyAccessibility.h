@@ -25,7 +25,7 @@ class FaultyAccessibility final : public ForwardingAccessibility {
   }
   // Reads of the attribute give this instead.
   void answer(std::string_view attribute, AttributeValue value);
-  // Writes and actions reach nobody.
+  // Writes and actions reach no application.
   void ignoreWrites(bool ignored) { writesIgnored_ = ignored; }
   void ignoreActions(bool ignored) { actionsIgnored_ = ignored; }
   void refuseObservers(bool refused) { observersRefused_ = refused; }

@@ -39,7 +39,7 @@ enum class SimRefusal { nothing, observers, registrations, everything };
 struct SimApplicationQuirks {
   SimRefusal refuses = SimRefusal::nothing;
   NameSet refusedNotifications;
-  // It tells these to nobody. Some programs never say that a window of theirs has gone
+  // It never tells these. Some programs never say that a window of theirs has gone
   // (github.com/Hammerspoon/hammerspoon/issues/3753, github.com/nikitabobko/AeroSpace/issues/1615,
   // github.com/ejbills/DockDoor/issues/1455).
   NameSet untoldNotifications;

@@ -13,7 +13,7 @@ namespace pellar {
 
 namespace {
 
-// Handles an event whose script was given up, so that no one hears of a failure.
+// Handles an event whose script was given up: no script is left to hear of a failure.
 void handleUnheard(const std::function<void()>& handle) {
   try {
     handle();

@@ -57,7 +57,7 @@ class SimOffice {
     return documents(application.pid());
   }
   [[nodiscard]] std::vector<SimDocumentPointer> documents(ProcessId pid) const;
-  // Applications that a script started, which nobody had running.
+  // Applications that were not running until a script started them.
   [[nodiscard]] int launches() const { return launches_; }
   // Panels that asked the user where to save. A script should never bring one about.
   [[nodiscard]] int saveDialogs() const { return saveDialogs_; }

@@ -33,7 +33,7 @@ class SimSearchField final : public SearchField, public KeyField {
 
   [[nodiscard]] const std::string& placeholder() const { return placeholder_; }
   [[nodiscard]] bool isFocused() const { return controls_->keys.isFirstResponder(*this); }
-  // The key commands that nobody took, in their order: a field does as it likes with them.
+  // The key commands that the program did not take, in their order: a field does as it likes with them.
   [[nodiscard]] const std::vector<std::string>& commandsLeftToIt() const { return commandsLeftToIt_; }
 
   // The user's click, keys and key commands. The program may delete the field in answer to any of them.

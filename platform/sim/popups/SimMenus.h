@@ -40,7 +40,7 @@ class SimOpenMenu {
   std::function<void()> chosen_;
 };
 
-// Pop-up menus and what the user does with them. A menu that nobody waits for is closed without a choice.
+// Pop-up menus and what the user does with them. A menu that no story waits for is closed without a choice.
 // What other applications report meanwhile is heard after the handler of the chosen item.
 class SimMenus final : public MenuPresenter {
  public:

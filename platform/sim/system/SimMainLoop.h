@@ -41,10 +41,10 @@ class SimMainLoop final : public MainLoop {
   // Moves the clock from timer to timer until `condition` holds; false when it does not within `limit`.
   bool runUntil(const std::function<bool()>& condition, std::chrono::nanoseconds limit);
 
-  // Somebody sets the clock, on or back; uptime goes on as before.
+  // The user sets the clock, on or back; uptime goes on as before.
   void setClock(std::chrono::nanoseconds by) { clockAhead_ += by; }
 
-  // Runs `block` once, `delay` from now, with nobody to hold a subscription.
+  // Runs `block` once, `delay` from now, without a subscription to hold.
   void later(std::chrono::milliseconds delay, Callback block);
   // Runs `block` like a posted one, but in the default mode only: while a menu or a question is open it
   // waits, as the reports of an AXObserver do whose source is in that mode alone.
