@@ -54,7 +54,7 @@ class StripMenus : public std::enable_shared_from_this<StripMenus> {
   [[nodiscard]] Menu tileMenu(const WindowReference& window);
   [[nodiscard]] Menu tagMenu(const WindowReference& window, const std::string& key);
   [[nodiscard]] Menu groupMenu(const std::string& name, std::size_t fileCount);
-  // See OpenWindows; also those that came while the menu was open.
+  // The windows that have a tab now in place of those seen, with those that came while the menu was open.
   [[nodiscard]] WindowList inPlaceOf(const std::vector<WindowReference>& seen);
 
   Platform platform_;

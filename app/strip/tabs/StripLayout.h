@@ -53,7 +53,7 @@ class StripLayout {
 
   StripLayout(const ViewRect& bounds, const StripContent& content, const TextMeasure& measure);
 
-  // Every tool the strip would show had it room enough.
+  // Every tool the strip would show had it room enough, left to right.
   [[nodiscard]] std::span<const StripTool> baseTools() const { return {base_.data(), baseCount_}; }
   // Whether the text tools fold into the "more" tool.
   [[nodiscard]] bool crowded() const { return crowded_; }

@@ -29,7 +29,7 @@ class PlistPropertyLists final : public PropertyLists {
   // whether it may look into another program's data (NSAppDataUsageDescription).
   std::function<void(const std::filesystem::path& file)> whileReading;
 
-  // The same for the content of such a file, which is not larger than that.
+  // What read() makes of the content of a file, which is not larger than `largestFile`.
   [[nodiscard]] static std::optional<PropertyListValue::Dictionary> dictionaryIn(const std::string& content);
 
  private:

@@ -80,7 +80,7 @@ class SimOffice {
   std::function<void(const std::string& event)> afterEvent;
   // What others do while the application works on an event and this program's main thread is held up.
   std::function<void(const std::string& event)> whileWorking;
-  // The same as before an event, when a file is half written.
+  // What happens when a file is half written. A ScriptError thrown makes the event fail.
   std::function<void(const std::string& path)> duringWrite;
 
   // For scripts.
