@@ -1,8 +1,9 @@
 #include "platform/linux/x11/DesktopTheme.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdint>
+
+#include "core/Ascii.h"
 
 namespace pellar {
 namespace {
@@ -74,10 +75,8 @@ std::optional<std::string> themeIn(std::span<const std::byte> settings) {
 
 bool increasesContrast(std::string_view theme) {
   std::string plain;
-  for (const char each : theme) {
-    const auto byte = static_cast<unsigned char>(each);
-    if (std::isalpha(byte) != 0) plain += static_cast<char>(std::tolower(byte));
-  }
+  for (const char each : theme)
+    if (Ascii::isLetter(each)) plain += Ascii::lowered(each);
   return plain.find("highcontrast") != std::string::npos || plain.find("contrasthigh") != std::string::npos;
 }
 
