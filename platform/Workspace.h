@@ -68,4 +68,9 @@ class Workspace {
   [[nodiscard]] virtual Subscription onTerminated(std::function<void(std::optional<ProcessId>)> callback) = 0;
 };
 
+// Whether an application is this program. Also where neither has an identifier to tell.
+[[nodiscard]] inline bool isThisProgram(const RunningApplication& application, const Workspace& workspace) {
+  return application.bundleId == workspace.ownBundleId();
+}
+
 }  // namespace pellar

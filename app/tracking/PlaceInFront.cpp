@@ -13,15 +13,14 @@ std::shared_ptr<PlaceInFront> PlaceInFront::create(Workspace& workspace) {
   return place;
 }
 
-// Also where neither program has an identifier to tell.
 bool PlaceInFront::isOurs() const {
   const auto front = workspace_.frontmostApplication();
-  return front && front->bundleId == workspace_.ownBundleId();
+  return front && isThisProgram(*front, workspace_);
 }
 
 void PlaceInFront::noteOther() {
   const auto front = workspace_.frontmostApplication();
-  if (!front || front->bundleId == workspace_.ownBundleId()) return;
+  if (!front || isThisProgram(*front, workspace_)) return;
   std::erase(others_, front->pid);
   others_.push_back(front->pid);
 }

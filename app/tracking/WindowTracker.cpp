@@ -136,7 +136,7 @@ void WindowTracker::tried(bool observed, bool answered) {
 std::optional<RunningApplication> WindowTracker::trackableApplication() const {
   auto application = workspace_.frontmostApplication();
   if (!application || !application->bundleId) return std::nullopt;
-  if (application->bundleId == workspace_.ownBundleId()) return std::nullopt;
+  if (isThisProgram(*application, workspace_)) return std::nullopt;
   if (application->policy != ActivationPolicy::regular) return std::nullopt;
   return application;
 }

@@ -116,7 +116,7 @@ void RecentSearch::giveKeyboardBack() {
   if (!front) return;
   const auto frontmost = workspace_.frontmostApplication();
   const bool userIsElsewhere =
-      frontmost && frontmost->pid != front->pid && frontmost->bundleId != workspace_.ownBundleId();
+      frontmost && frontmost->pid != front->pid && !isThisProgram(*frontmost, workspace_);
   if (!userIsElsewhere) workspace_.activate(front->pid);
 }
 
