@@ -15,7 +15,7 @@
 
 #include "platform/linux/desktop/MenuBarIcon.h"
 #include "platform/linux/system/ToolkitPlace.h"
-#include "platform/linux/x11/XcbReply.h"
+#include "platform/linux/x11/ServerSync.h"
 
 namespace pellar {
 
@@ -119,8 +119,7 @@ void QtAlerts::activate(const QDialog& dialog) {
   const auto* native = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
   if (native == nullptr) return;
   // The window manager is to hear of the window first.
-  const XcbReply<xcb_get_input_focus_reply_t> fence(
-      xcb_get_input_focus_reply(native->connection(), xcb_get_input_focus(native->connection()), nullptr));
+  syncWithServer(native->connection());
   connection_.sendToWindowManager(static_cast<xcb_window_t>(dialog.winId()),
                                   connection_.atoms().netActiveWindow,
                                   {fromPager, connection_.serverTime(), 0, 0, 0});

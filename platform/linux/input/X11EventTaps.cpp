@@ -16,6 +16,7 @@
 #include "platform/MainLoop.h"
 #include "platform/linux/input/KeyDecision.h"
 #include "platform/linux/input/X11KeyGrabs.h"
+#include "platform/linux/x11/ServerSync.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -73,8 +74,7 @@ class KeyTap final : public EventTap {
     }
     // A server drops what it has not read of a client that hangs up, and with it the key that was let go
     // last.
-    const XcbReply<xcb_get_input_focus_reply_t> fence(
-        xcb_get_input_focus_reply(connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
+    syncWithServer(connection_.get());
   }
 
   void take(const xcb_generic_event_t& event, const WeakHandler& handler) {

@@ -7,7 +7,7 @@
 #include "platform/linux/panel/SearchEdit.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
-#include "platform/linux/x11/XcbReply.h"
+#include "platform/linux/x11/ServerSync.h"
 
 namespace pellar {
 
@@ -96,9 +96,7 @@ void QtSearchField::placeEditor() {
 
 void QtSearchField::beginEditing() {
   // The editor's requests travel on the toolkit's connection: the panel's window must be there before them.
-  auto* connection = panel_.services().connection.xcb();
-  const XcbReply<xcb_get_input_focus_reply_t> fence(
-      xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
+  syncWithServer(panel_.services().connection.xcb());
   if (editor_ == nullptr) makeEditor();
   editor_->setText(QString::fromStdString(text_));
   placeEditor();

@@ -10,7 +10,7 @@
 #include "platform/ScreenList.h"
 #include "platform/linux/popups/QtMenuItems.h"
 #include "platform/linux/system/ToolkitPlace.h"
-#include "platform/linux/x11/XcbReply.h"
+#include "platform/linux/x11/ServerSync.h"
 
 namespace pellar {
 namespace {
@@ -19,8 +19,7 @@ namespace {
 // the server has let go of it, so that the menu, which asks over the other connection, gets it.
 void releasePointer(const X11Connection& connection) {
   xcb_ungrab_pointer(connection.xcb(), XCB_CURRENT_TIME);
-  const XcbReply<xcb_get_input_focus_reply_t> fence(
-      xcb_get_input_focus_reply(connection.xcb(), xcb_get_input_focus(connection.xcb()), nullptr));
+  syncWithServer(connection.xcb());
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Log.h"
+#include "platform/linux/x11/ServerSync.h"
 
 namespace pellar {
 namespace {
@@ -193,9 +194,7 @@ bool X11Connection::hasUnseenEvents() {
 xcb_timestamp_t X11Connection::serverTime() {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, ownWindow_, atoms_.pellarTimestamp,
                       XCB_ATOM_CARDINAL, 32, 0, nullptr);
-  // The reply follows the notification of the change, so that after it the notification has arrived.
-  const XcbReply<xcb_get_input_focus_reply_t> fence(
-      xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  syncWithServer(connection_);
   dispatchArrived();
   return lastTime_;
 }
