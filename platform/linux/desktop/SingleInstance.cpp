@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/InternAtom.h"
 #include "platform/linux/x11/X11Selection.h"
 #include "platform/linux/x11/XcbReply.h"
@@ -82,7 +83,7 @@ SingleInstance::Answer SingleInstance::ask(xcb_window_t owner) {
 
 std::optional<SingleInstance::Answer> SingleInstance::nextAnswer() {
   while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-    const int type = event->response_type & 0x7f;
+    const int type = eventType(*event);
     // An error: the window was gone before it could be asked.
     if (type == 0 || type == XCB_DESTROY_NOTIFY) return Answer::ended;
     if (type == XCB_CLIENT_MESSAGE &&
@@ -108,7 +109,7 @@ void SingleInstance::send(xcb_window_t to) const {
 void SingleInstance::take() {
   std::vector<xcb_window_t> asking;
   while (const XcbReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_)}) {
-    if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
+    if (eventType(*event) != XCB_CLIENT_MESSAGE) continue;
     const auto* message = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
     if (message->type == request_) asking.push_back(message->data.data32[0]);
   }

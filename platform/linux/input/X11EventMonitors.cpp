@@ -10,6 +10,7 @@
 
 #include "core/Log.h"
 #include "platform/MainLoop.h"
+#include "platform/linux/x11/EventType.h"
 
 namespace pellar {
 
@@ -106,7 +107,7 @@ void X11EventMonitors::select() {
 }
 
 void X11EventMonitors::handle(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7f) != XCB_GE_GENERIC) return;
+  if (eventType(event) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
   if (generic.extension != opcode_) return;
   if (generic.event_type == XCB_INPUT_RAW_BUTTON_RELEASE) handleRelease();

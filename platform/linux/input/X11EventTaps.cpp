@@ -16,6 +16,7 @@
 #include "platform/MainLoop.h"
 #include "platform/linux/input/KeyDecision.h"
 #include "platform/linux/input/X11KeyGrabs.h"
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/ServerSync.h"
 #include "platform/linux/x11/XcbReply.h"
 
@@ -78,7 +79,7 @@ class KeyTap final : public EventTap {
   }
 
   void take(const xcb_generic_event_t& event, const WeakHandler& handler) {
-    const int type = event.response_type & 0x7f;
+    const int type = eventType(event);
     if (type == XCB_KEY_PRESS) {
       const auto& press = reinterpret_cast<const xcb_key_press_event_t&>(event);
       grabs_.settle(press, ask(grabs_.event(press), handler));

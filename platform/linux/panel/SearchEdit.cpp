@@ -15,6 +15,7 @@
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
+#include "platform/linux/x11/EventType.h"
 
 namespace pellar {
 namespace {
@@ -129,7 +130,7 @@ void SearchEdit::place(const ViewRect& frame) {
 // nothing, must not hold up what is typed behind it.
 bool SearchEdit::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
   const auto& key = *static_cast<const xcb_key_press_event_t*>(message);
-  if ((key.response_type & 0x7fU) == XCB_KEY_PRESS)
+  if (eventType(key) == XCB_KEY_PRESS)
     QTimer::singleShot(0, this, [this, code = key.detail] { panel_.services().keyboard.keyIsDone(code); });
   return QLineEdit::nativeEvent(type, message, result);
 }

@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/KeyCodes.h"
 #include "platform/linux/x11/X11Connection.h"
 
@@ -119,8 +120,7 @@ void X11KeyboardFocus::taken() {
 }
 
 void X11KeyboardFocus::sendOn(const xcb_key_press_event_t& key) {
-  if ((key.response_type & 0x7fU) == XCB_KEY_PRESS && endingKeys_.contains(key.detail))
-    waitedFor_ = key.detail;
+  if (eventType(key) == XCB_KEY_PRESS && endingKeys_.contains(key.detail)) waitedFor_ = key.detail;
   xcb_key_press_event_t sent = key;
   sent.event = receiver_;
   sent.child = XCB_WINDOW_NONE;
@@ -130,7 +130,7 @@ void X11KeyboardFocus::sendOn(const xcb_key_press_event_t& key) {
 
 void X11KeyboardFocus::handle(const xcb_generic_event_t& event) {
   if (window_ == XCB_WINDOW_NONE) return;
-  switch (event.response_type & 0x7fU) {
+  switch (eventType(event)) {
     case XCB_KEY_PRESS:
     case XCB_KEY_RELEASE: {
       const auto& key = reinterpret_cast<const xcb_key_press_event_t&>(event);

@@ -9,6 +9,7 @@
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/QtSearchField.h"
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Element.h"
 
 namespace pellar {
@@ -370,7 +371,7 @@ void X11Panel::leave(const xcb_leave_notify_event_t& event) {
 }
 
 void X11Panel::handle(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7fU) {
+  switch (eventType(event)) {
     case XCB_EXPOSE: {
       const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
       window_.put(picture_, {expose.x, expose.y, expose.width, expose.height});

@@ -5,13 +5,14 @@
 
 #include "platform/linux/panel/X11Panel.h"
 #include "platform/linux/system/QtMainLoop.h"
+#include "platform/linux/x11/EventType.h"
 
 namespace pellar {
 namespace {
 
 // The window an event of a panel's mask is about; absent for other kinds.
 std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7fU) {
+  switch (eventType(event)) {
     case XCB_EXPOSE:
       return reinterpret_cast<const xcb_expose_event_t&>(event).window;
     case XCB_VISIBILITY_NOTIFY:
@@ -33,7 +34,7 @@ std::optional<xcb_window_t> windowOf(const xcb_generic_event_t& event) {
 
 // When a button was pressed or let go; XCB_CURRENT_TIME for what else happens.
 xcb_timestamp_t timeOf(const xcb_generic_event_t& event) {
-  const auto type = event.response_type & 0x7fU;
+  const auto type = eventType(event);
   if (type != XCB_BUTTON_PRESS && type != XCB_BUTTON_RELEASE) return XCB_CURRENT_TIME;
   return reinterpret_cast<const xcb_button_press_event_t&>(event).time;
 }
@@ -45,7 +46,7 @@ const xcb_screen_t& screenOf(const X11Connection& connection) {
 }
 
 bool isMotion(const xcb_generic_event_t& event) {
-  return (event.response_type & 0x7fU) == XCB_MOTION_NOTIFY;
+  return eventType(event) == XCB_MOTION_NOTIFY;
 }
 
 }  // namespace
@@ -118,7 +119,7 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
     for (const auto& [window, panel] : panels_) panel->stack().noteStacking();
     return;
   }
-  if ((event.response_type & 0x7fU) == XCB_CONFIGURE_NOTIFY) {
+  if (eventType(event) == XCB_CONFIGURE_NOTIFY) {
     for (const auto& [window, panel] : panels_)
       panel->stack().noteConfigured(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
     return;
@@ -135,7 +136,7 @@ void X11PanelFactory::take(const xcb_generic_event_t& event) {
 }
 
 bool X11PanelFactory::tellsNewStack(const xcb_generic_event_t& event) const {
-  if ((event.response_type & 0x7fU) != XCB_PROPERTY_NOTIFY) return false;
+  if (eventType(event) != XCB_PROPERTY_NOTIFY) return false;
   const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   return property.window == services_.connection.root() &&
          property.atom == services_.connection.atoms().netClientListStacking;

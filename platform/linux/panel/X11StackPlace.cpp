@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -37,8 +38,7 @@ void X11StackPlace::takeAgain() {
 
 bool X11StackPlace::note(const xcb_configure_notify_event_t& event) {
   // A window manager's own report says nothing of the stack.
-  const bool synthetic = (event.response_type & 0x80U) != 0;
-  if (synthetic || isOnTop() || frame_ == XCB_WINDOW_NONE || event.window == panel_) return false;
+  if (isSynthetic(event) || isOnTop() || frame_ == XCB_WINDOW_NONE || event.window == panel_) return false;
   if (event.window != frame_) return event.above_sibling == frame_;
   // Above the panel, and so another window will be below it.
   constexpr xcb_window_t unknown = XCB_WINDOW_NONE;

@@ -2,6 +2,7 @@
 
 #include <xcb/xfixes.h>
 
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Selection.h"
 
 namespace pellar {
@@ -41,7 +42,7 @@ X11Compositor::~X11Compositor() {
 }
 
 bool X11Compositor::handle(const xcb_generic_event_t& event) {
-  if (selectionEvent_ == 0 || (event.response_type & 0x7fU) != selectionEvent_) return false;
+  if (selectionEvent_ == 0 || eventType(event) != selectionEvent_) return false;
   const auto& change = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
   if (change.selection != selection_) return false;
   const bool before = blends();

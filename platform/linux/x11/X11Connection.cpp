@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/Log.h"
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/ServerSync.h"
 
 namespace pellar {
@@ -120,7 +121,7 @@ Subscription X11Connection::onEvent(std::function<void(const xcb_generic_event_t
 }
 
 void X11Connection::dispatch(const xcb_generic_event_t& event) {
-  const int type = event.response_type & 0x7f;
+  const int type = eventType(event);
   if (type == 0) {
     noteError(event);
     return;
@@ -162,7 +163,7 @@ X11Connection::Arrived X11Connection::dispatchArrived(bool upToPress) {
     if (!event) break;
     arrived = Arrived::events;
     dispatch(*event);
-    if (upToPress && (event->response_type & 0x7f) == XCB_BUTTON_PRESS) return Arrived::press;
+    if (upToPress && eventType(*event) == XCB_BUTTON_PRESS) return Arrived::press;
   }
   return arrived;
 }

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "platform/linux/x11/DesktopTheme.h"
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/InternAtom.h"
 #include "platform/linux/x11/X11Selection.h"
 #include "platform/linux/x11/XcbReply.h"
@@ -43,7 +44,7 @@ void X11Contrast::read() {
 }
 
 bool X11Contrast::handle(const xcb_generic_event_t& event) {
-  const auto type = event.response_type & 0x7fU;
+  const auto type = eventType(event);
   const auto& selection = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
   const auto& property = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   const bool otherService =

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "core/Log.h"
+#include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Mirror.h"
 #include "platform/linux/x11/XcbReply.h"
 
@@ -71,7 +72,7 @@ X11Density::X11Density(X11Connection& connection, X11Mirror& mirror)
                            XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE);
   }
   events_ = connection_.onEvent([this, firstEvent](const xcb_generic_event_t& event) {
-    const int type = event.response_type & 0x7f;
+    const int type = eventType(event);
     if (firstEvent &&
         (type == *firstEvent + XCB_RANDR_SCREEN_CHANGE_NOTIFY || type == *firstEvent + XCB_RANDR_NOTIFY)) {
       noteChange();

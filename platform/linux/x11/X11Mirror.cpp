@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "core/Log.h"
+#include "platform/linux/x11/EventType.h"
 
 namespace pellar {
 namespace {
@@ -56,10 +57,9 @@ bool X11Mirror::isMinimized(const X11Window& window) const {
 }
 
 void X11Mirror::handle(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7f) {
+  switch (eventType(event)) {
     case XCB_CONFIGURE_NOTIFY:
-      handleConfigure(reinterpret_cast<const xcb_configure_notify_event_t&>(event),
-                      (event.response_type & 0x80) != 0);
+      handleConfigure(reinterpret_cast<const xcb_configure_notify_event_t&>(event));
       break;
     case XCB_PROPERTY_NOTIFY:
       handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
@@ -89,11 +89,11 @@ void X11Mirror::handle(const xcb_generic_event_t& event) {
   }
 }
 
-void X11Mirror::handleConfigure(const xcb_configure_notify_event_t& event, bool synthetic) {
+void X11Mirror::handleConfigure(const xcb_configure_notify_event_t& event) {
   const auto own = windows_.find(event.window);
   if (own != windows_.end()) ++own->second.placeReports;
   // A window manager's own report speaks of the root's coordinates; the links already say the same.
-  if (synthetic) return;
+  if (isSynthetic(event)) return;
   const X11Geometry geometry{event.x, event.y, event.width, event.height, event.border_width};
   const auto [first, last] = owners_.equal_range(event.window);
   for (auto owner = first; owner != last; ++owner) {

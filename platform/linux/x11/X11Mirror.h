@@ -72,7 +72,7 @@ class X11Mirror {
 
  private:
   void handle(const xcb_generic_event_t& event);
-  void handleConfigure(const xcb_configure_notify_event_t& event, bool synthetic);
+  void handleConfigure(const xcb_configure_notify_event_t& event);
   void handleProperty(const xcb_property_notify_event_t& event);
   [[nodiscard]] bool isStale() const;
   void readProperties();
