@@ -11,13 +11,6 @@
 #include "platform/linux/x11/X11Element.h"
 
 namespace pellar {
-namespace {
-
-// Who asks, in a message to the window manager: not the application but a program that manages windows for
-// the user.
-constexpr std::uint32_t fromPager = 2;
-
-}  // namespace
 
 // What an observer and the list of observers share. Gone with the observer.
 struct X11Accessibility::Watch {
@@ -207,7 +200,6 @@ void X11Accessibility::setMinimized(const X11Window& window, bool minimized) {
     activateWindow(window.id);
     return;
   }
-  constexpr std::uint32_t iconicState = 3;
   frames_.send();
   connection_.sendToWindowManager(window.id, connection_.atoms().wmChangeState, {iconicState, 0, 0, 0, 0});
 }

@@ -79,7 +79,6 @@ void X11FrameWriter::request(const X11Window& window, const Request& wish) {
   if (window.maximized()) {
     // Window managers leave a maximised window where it is.
     constexpr std::uint32_t remove = 0;
-    constexpr std::uint32_t fromPager = 2;
     connection_.sendToWindowManager(
         window.id, atoms.netWmState,
         {remove, atoms.stateMaximizedVert, atoms.stateMaximizedHorz, fromPager, 0});
@@ -107,8 +106,8 @@ void X11FrameWriter::request(const X11Window& window, const Request& wish) {
   }
   // A plain request means another corner of the frame for such a window, and window managers differ about
   // which; this message names the corner.
-  constexpr std::uint32_t sourcePager = 2U << 12U;
-  const std::uint32_t flags = XCB_GRAVITY_NORTH_WEST | static_cast<std::uint32_t>(mask) << 8U | sourcePager;
+  const std::uint32_t flags =
+      XCB_GRAVITY_NORTH_WEST | static_cast<std::uint32_t>(mask) << 8U | fromPager << 12U;
   connection_.sendToWindowManager(window.id, atoms.netMoveResizeWindow,
                                   {flags, values[0], values[1], values[2], values[3]});
 }

@@ -24,8 +24,6 @@ namespace {
 constexpr int widest = 420;
 // What a window manager may put around a dialog.
 constexpr QMargins decoration{8, 44, 8, 12};
-// Who asks for a window to become active: a program that manages windows for the user.
-constexpr std::uint32_t fromPager = 2;
 
 // Shown as it is: a title is never markup.
 QLabel* label(const std::string& text, QWidget& parent) {

@@ -63,6 +63,10 @@ struct X11Atoms {
   xcb_atom_t pellarTimestamp = 0;
 };
 
+// Who asks, in a message to the window manager (EWMH): not the application whose window it is but a program
+// that manages windows for the user.
+inline constexpr std::uint32_t fromPager = 2;
+
 // Why there is no connection: one sentence for the user.
 struct X11Failure {
   std::string sentence;

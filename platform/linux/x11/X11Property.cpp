@@ -236,11 +236,9 @@ void applyX11Property(X11Window& window, X11Property property, const xcb_get_pro
     case X11Property::state:
       applyState(window, reply, atoms);
       break;
-    case X11Property::wmState: {
-      constexpr std::uint32_t iconicState = 3;
+    case X11Property::wmState:
       window.iconic = number(reply) == iconicState;
       break;
-    }
     case X11Property::desktop:
       window.desktop = number(reply);
       break;

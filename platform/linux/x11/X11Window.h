@@ -37,6 +37,10 @@ enum class X11WindowKind { normal, dialog, furniture, other };
 // _NET_WM_DESKTOP of a window that is on all of them (EWMH).
 constexpr std::uint32_t everyDesktop = 0xFFFFFFFF;
 
+// WM_STATE of a window that is put away, and what to change the state to so that it is
+// (ICCCM 4.1.3.1, 4.1.4).
+constexpr std::uint32_t iconicState = 3;
+
 // What the mirror knows of one client window, in pixels of the X screen.
 struct X11Window {
   // The window itself or one of its ancestors below the root.
@@ -63,7 +67,7 @@ struct X11Window {
   bool fullscreen = false;
   bool maximizedVertically = false;
   bool maximizedHorizontally = false;
-  std::optional<std::uint32_t> desktop;  // 0xFFFFFFFF is every desktop
+  std::optional<std::uint32_t> desktop;  // or everyDesktop
   std::optional<X11Extents> frameExtents;
   X11Extents shadow;  // what a window that decorates itself draws around its visible edge
   std::uint32_t gravity = XCB_GRAVITY_NORTH_WEST;
