@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -142,12 +143,6 @@ std::optional<ExportedItem> usual(const std::vector<ExportedItem>& items) {
   return found == items.end() ? std::nullopt : std::optional(*found);
 }
 
-QString textOf(const X11Connection& connection, xcb_get_property_cookie_t cookie) {
-  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.xcb(), cookie, nullptr));
-  if (!reply || reply->format != 8) return {};
-  return QString::fromUtf8(static_cast<const char*>(xcb_get_property_value(reply.get())), reply->value_len);
-}
-
 }  // namespace
 
 std::optional<ExportedMenuBar> exportedMenuBarOf(const X11Connection& connection, xcb_window_t window) {
@@ -159,8 +154,10 @@ std::optional<ExportedMenuBar> exportedMenuBarOf(const X11Connection& connection
     return xcb_get_property(connection.xcb(), 0, window, name, atoms.utf8String, 0, longestPath / 4);
   });
   std::array<QString, 5> texts;
-  std::ranges::transform(cookies, texts.begin(),
-                         [&](xcb_get_property_cookie_t cookie) { return textOf(connection, cookie); });
+  std::ranges::transform(cookies, texts.begin(), [&](xcb_get_property_cookie_t cookie) {
+    const auto reply = owned(xcb_get_property_reply(connection.xcb(), cookie, nullptr));
+    return QString::fromStdString(bytes(reply.get()).value_or(std::string()));
+  });
   ExportedMenuBar bar{texts[0], texts[1], texts[2], texts[3], texts[4]};
   if (bar.bus.isEmpty() || bar.menuBarPath.isEmpty()) return std::nullopt;
   return bar;

@@ -7,6 +7,7 @@
 #include "platform/linux/x11/DesktopTheme.h"
 #include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/InternAtom.h"
+#include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/X11Selection.h"
 #include "platform/linux/x11/XcbReply.h"
 
@@ -37,9 +38,8 @@ void X11Contrast::read() {
       connection_,
       xcb_get_property(connection_, 0, service_, settings_, XCB_GET_PROPERTY_TYPE_ANY, 0, longestSettings),
       nullptr));
-  if (!reply || reply->format != 8) return;
-  const auto* const bytes = static_cast<const std::byte*>(xcb_get_property_value(reply.get()));
-  const auto theme = themeIn({bytes, static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))});
+  const auto settings = bytes(reply.get());
+  const auto theme = settings ? themeIn(std::as_bytes(std::span(*settings))) : std::nullopt;
   increased_ = theme && increasesContrast(*theme);
 }
 

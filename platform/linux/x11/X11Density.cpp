@@ -8,6 +8,7 @@
 #include "core/Log.h"
 #include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Mirror.h"
+#include "platform/linux/x11/X11Property.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -18,13 +19,6 @@ std::optional<int> firstRandrEvent(const X11Connection& connection) {
   const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_randr_id);
   if (extension == nullptr || extension->present == 0) return std::nullopt;
   return extension->first_event;
-}
-
-std::string textOf(const X11Connection& connection, xcb_get_property_cookie_t cookie) {
-  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(connection.xcb(), cookie, nullptr));
-  if (!reply || reply->format != 8) return {};
-  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
-          static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
 }
 
 std::string nameOf(const X11Connection& connection, xcb_get_atom_name_cookie_t cookie) {
@@ -98,7 +92,8 @@ X11Density::Reading X11Density::read(const X11Connection& connection) {
   const XcbReply<xcb_get_geometry_reply_t> geometry(xcb_get_geometry_reply(
       connection.xcb(), xcb_get_geometry(connection.xcb(), connection.root()), nullptr));
   ScaleStatements statements = ScaleStatements::ofEnvironment();
-  statements.resources = textOf(connection, resources);
+  const auto stated = owned(xcb_get_property_reply(connection.xcb(), resources, nullptr));
+  statements.resources = bytes(stated.get()).value_or(std::string());
   Reading reading;
   if (!geometry) return reading;
   reading.root = {0, 0, static_cast<double>(geometry->width), static_cast<double>(geometry->height)};

@@ -18,6 +18,11 @@ std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply) {
   return values;
 }
 
+std::optional<std::string> bytes(const xcb_get_property_reply_t* reply) {
+  if (reply == nullptr || reply->format != 8) return std::nullopt;
+  return std::string(static_cast<const char*>(xcb_get_property_value(reply)), reply->value_len);
+}
+
 namespace {
 
 // In units of four bytes.
@@ -67,12 +72,6 @@ xcb_atom_t atomOf(X11Property property, const X11Atoms& atoms) {
 std::optional<std::uint32_t> number(const xcb_get_property_reply_t* reply) {
   const auto values = numbers(reply);
   return values.empty() ? std::nullopt : std::optional(values.front());
-}
-
-std::optional<std::string> bytes(const xcb_get_property_reply_t* reply) {
-  if (reply == nullptr || reply->format != 8) return std::nullopt;
-  std::string text(static_cast<const char*>(xcb_get_property_value(reply)), reply->value_len);
-  return text;
 }
 
 std::string withoutTrailingZeros(std::string text) {

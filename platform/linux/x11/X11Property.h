@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "platform/linux/x11/X11Connection.h"
@@ -43,6 +44,8 @@ inline constexpr std::array allX11Properties{
 
 // The numbers of a property's value; none when the reply is null or no list of 32-bit numbers.
 [[nodiscard]] std::vector<std::uint32_t> numbers(const xcb_get_property_reply_t* reply);
+// The bytes of a property's value; absent when the reply is null or no list of bytes.
+[[nodiscard]] std::optional<std::string> bytes(const xcb_get_property_reply_t* reply);
 
 // Asks for a property, at most 64 kB of it.
 xcb_get_property_cookie_t requestX11Property(X11Connection& connection, xcb_window_t window,
