@@ -6,6 +6,7 @@
 #include <cmath>
 #include <map>
 
+#include "platform/linux/drawing/NativeColor.h"
 #include "platform/linux/drawing/Sprite.h"
 
 namespace pellar::PanelBackground {
@@ -46,7 +47,7 @@ Edge::Edge(double scale)
   {
     QPainter painter(&first.arc.pixels);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor::fromRgbF(1, 1, 1, static_cast<float>(border.alpha)), line));
+    painter.setPen(QPen(nativeColor(border), line));
     const double half = line / 2.0;
     painter.drawRoundedRect(outline.adjusted(half, half, -half, -half), radius - half, radius - half);
   }

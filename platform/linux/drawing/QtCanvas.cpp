@@ -7,17 +7,13 @@
 #include <cmath>
 
 #include "platform/linux/drawing/FittedText.h"
+#include "platform/linux/drawing/NativeColor.h"
 #include "platform/linux/drawing/TextSprites.h"
 
 namespace pellar {
 namespace {
 
 constexpr double largestSprite = 64 * 1024;  // in pixels; larger shapes are painted each time
-
-QColor native(const Color& color) {
-  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
 
 // The transparent sprite of a rectangle, and the rectangle's place in it: the part of its corner behind the
 // point.
@@ -40,14 +36,14 @@ ViewRect scaled(const ViewRect& rect, double scale) {
 void paintRoundedRect(QPainter& painter, const QRectF& rect, double radius, const Color& color) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(native(color));
+  painter.setBrush(nativeColor(color));
   painter.drawRoundedRect(rect, radius, radius);
 }
 
 void paintMagnifyingGlass(QPainter& painter, const QRectF& rect, const Color& color) {
   const double side = std::min(rect.width(), rect.height());
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(native(color), side * 0.11, Qt::SolidLine, Qt::RoundCap));
+  painter.setPen(QPen(nativeColor(color), side * 0.11, Qt::SolidLine, Qt::RoundCap));
   // One path, so that a translucent colour does not add up where lens and handle meet.
   const QPointF centre(rect.x() + side * 0.42, rect.y() + side * 0.42);
   const double radius = side * 0.33;

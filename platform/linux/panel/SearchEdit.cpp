@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "platform/VirtualKey.h"
+#include "platform/linux/drawing/NativeColor.h"
 #include "platform/linux/drawing/PanelBackground.h"
 #include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtSearchField.h"
@@ -21,11 +22,6 @@ namespace pellar {
 namespace {
 
 constexpr int nativeMargin = 2;  // between the editor's text margins and its text
-
-QColor native(const Color& color) {
-  return QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                          static_cast<float>(color.blue), static_cast<float>(color.alpha));
-}
 
 // The key command of a key; empty for a key that has none.
 std::string selectorOf(int key) {
@@ -92,9 +88,9 @@ SearchEdit::SearchEdit(QtSearchField& field, X11Panel& panel)
   setContextMenuPolicy(Qt::NoContextMenu);
   QPalette colors;
   colors.setColor(QPalette::Base, Qt::transparent);
-  colors.setColor(QPalette::Text, native(SearchFieldLook::textColor));
-  colors.setColor(QPalette::PlaceholderText, native(SearchFieldLook::placeholderColor));
-  colors.setColor(QPalette::Highlight, native(Color::of(SystemColor::blue)));
+  colors.setColor(QPalette::Text, nativeColor(SearchFieldLook::textColor));
+  colors.setColor(QPalette::PlaceholderText, nativeColor(SearchFieldLook::placeholderColor));
+  colors.setColor(QPalette::Highlight, nativeColor(Color::of(SystemColor::blue)));
   colors.setColor(QPalette::HighlightedText, Qt::white);
   setPalette(colors);
 

@@ -13,6 +13,8 @@
 #include <string>
 #include <variant>
 
+#include "platform/linux/drawing/NativeColor.h"
+
 namespace pellar::QtMenuItems {
 namespace {
 
@@ -80,8 +82,7 @@ QIcon swatch(const Color& color, bool checked) {
   QPainter painter(&picture);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor::fromRgbF(static_cast<float>(color.red), static_cast<float>(color.green),
-                                    static_cast<float>(color.blue), static_cast<float>(color.alpha)));
+  painter.setBrush(nativeColor(color));
   painter.drawEllipse(0, 0, side, side);
   if (checked) {
     // The toolkit frames a checked picture, which alone does not look like a mark.
