@@ -17,9 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// A file manager may first have to start.
-constexpr int answerMilliseconds = 5000;
-
 bool showItem(const std::string& path) {
   const auto address = SessionBus::answering(1s);
   if (!address) return false;
@@ -32,7 +29,7 @@ bool showItem(const std::string& path) {
         QStringLiteral("org.freedesktop.FileManager1"), QStringLiteral("ShowItems"));
     call << QStringList{QString::fromStdString(fileUrlOf(path))} << QString();
     shown = bus.isConnected() &&
-            bus.call(call, QDBus::Block, answerMilliseconds).type() == QDBusMessage::ReplyMessage;
+            bus.call(call, QDBus::Block, SessionBus::answerMilliseconds).type() == QDBusMessage::ReplyMessage;
   }
   QDBusConnection::disconnectFromBus(name);
   return shown;

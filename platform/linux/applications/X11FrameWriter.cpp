@@ -10,8 +10,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds patience{40};
-constexpr std::chrono::milliseconds patienceWithSilent{4};
+constexpr std::chrono::milliseconds settlePatience{40};
+constexpr std::chrono::milliseconds settlePatienceWithSilent{4};
 // A window manager's answer is several events; they end when none follows for so long.
 constexpr std::chrono::milliseconds endOfAnswer{2};
 
@@ -141,7 +141,7 @@ void X11FrameWriter::settle(xcb_window_t id) {
   Request wish = found->second;
   unsettled_.erase(found);
   const bool wasSilent = silent_.erase(id) > 0;
-  const auto deadline = Clock::now() + (wasSilent ? patienceWithSilent : patience);
+  const auto deadline = Clock::now() + (wasSilent ? settlePatienceWithSilent : settlePatience);
   xcb_flush(connection_.xcb());
   bool answered = false;
   for (;;) {

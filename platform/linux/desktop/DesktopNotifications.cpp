@@ -17,7 +17,6 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int answerMilliseconds = 5000;
 constexpr int ownTimeToLive = -1;
 
 // Desktops lay out all of a text, which may be as long as an answer of the web site.
@@ -29,7 +28,7 @@ QString shown(const std::string& text) {
   return whole.left(longestText / 2) + QChar(0x2026) + whole.right(longestText / 2);
 }
 
-QString connectionName() {
+QString nextConnectionName() {
   static int last = 0;
   return QStringLiteral("pellar-notifications-%1").arg(++last);
 }
@@ -42,7 +41,7 @@ void DesktopNotifications::call(const QString& method, const QVariantList& argum
   const auto address = SessionBus::answering(300ms);
   if (!address) return receive(failed);
   // For this call alone: a connection that stays would take part in the bus's traffic.
-  const QString name = connectionName();
+  const QString name = nextConnectionName();
   const QDBusConnection bus = QDBusConnection::connectToBus(*address, name);
   // A call on such a connection would never end.
   if (!bus.isConnected()) {
@@ -53,7 +52,7 @@ void DesktopNotifications::call(const QString& method, const QVariantList& argum
                                                 QStringLiteral("/org/freedesktop/Notifications"),
                                                 QStringLiteral("org.freedesktop.Notifications"), method);
   message.setArguments(arguments);
-  auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, answerMilliseconds));
+  auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, SessionBus::answerMilliseconds));
   QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                    [watcher, name, receive = std::move(receive)] {
                      const auto answer = watcher->reply();

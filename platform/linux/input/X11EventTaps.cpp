@@ -24,7 +24,7 @@ namespace pellar {
 namespace {
 
 // As long as the desktop's keyboard may wait for a main thread that is busy.
-constexpr std::chrono::milliseconds patience{100};
+constexpr std::chrono::milliseconds keyPatience{100};
 
 struct Disconnect {
   void operator()(xcb_connection_t* connection) const { xcb_disconnect(connection); }
@@ -103,7 +103,7 @@ class KeyTap final : public EventTap {
       if (!handler) return decision->abandon();
       decision->answer([&] { return *listens && (*handler)(event); });
     });
-    const bool swallow = decision->wait(patience);
+    const bool swallow = decision->wait(keyPatience);
     const std::lock_guard lock(mutex_);
     pending_.reset();
     return swallow;

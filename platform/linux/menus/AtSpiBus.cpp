@@ -17,12 +17,11 @@ using namespace std::chrono_literals;
 
 constexpr auto retryPause = 10s;
 
-const QString sessionName = QStringLiteral("pellar-accessibility-session");
-const QString connectionName = QStringLiteral("pellar-accessibility");
+const QString sessionConnection = QStringLiteral("pellar-accessibility-session");
+const QString accessibilityConnection = QStringLiteral("pellar-accessibility");
 const QString busService = QStringLiteral("org.a11y.Bus");
 const QString busPath = QStringLiteral("/org/a11y/bus");
 const QString statusInterface = QStringLiteral("org.a11y.Status");
-const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
 
 int millisecondsUntil(AtSpiBus::Deadline deadline) {
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - AtSpiBus::Clock::now());
@@ -67,7 +66,7 @@ QDBusPendingCall sendTo(const QDBusConnection& connection, const AtSpiReference&
 
 std::optional<bool> status(const QDBusConnection& session, const QString& property,
                            AtSpiBus::Deadline deadline) {
-  const auto answer = AtSpiBus::receive(sendTo(session, {busService, busPath}, propertiesInterface,
+  const auto answer = AtSpiBus::receive(sendTo(session, {busService, busPath}, AtSpiBus::propertiesInterface,
                                                QStringLiteral("Get"), {statusInterface, property}, deadline));
   if (!answer || answer->isEmpty()) return std::nullopt;
   return answer->first().value<QDBusVariant>().variant().toBool();
@@ -77,7 +76,7 @@ void setEnabled(const QDBusConnection& session, bool enabled, AtSpiBus::Deadline
   const QVariantList arguments{statusInterface, QStringLiteral("IsEnabled"),
                                QVariant::fromValue(QDBusVariant(enabled))};
   // Whether it took is seen by who comes to the bus.
-  static_cast<void>(AtSpiBus::receive(sendTo(session, {busService, busPath}, propertiesInterface,
+  static_cast<void>(AtSpiBus::receive(sendTo(session, {busService, busPath}, AtSpiBus::propertiesInterface,
                                              QStringLiteral("Set"), arguments, deadline)));
 }
 
@@ -88,8 +87,8 @@ AtSpiBus::~AtSpiBus() {
 }
 
 void AtSpiBus::close() {
-  if (connection_.has_value()) QDBusConnection::disconnectFromBus(connectionName);
-  if (session_.has_value()) QDBusConnection::disconnectFromBus(sessionName);
+  if (connection_.has_value()) QDBusConnection::disconnectFromBus(accessibilityConnection);
+  if (session_.has_value()) QDBusConnection::disconnectFromBus(sessionConnection);
   connection_.reset();
   session_.reset();
 }
@@ -107,12 +106,12 @@ bool AtSpiBus::connect(Deadline deadline) {
   const auto sessionAddress = SessionBus::address();
   if (!sessionAddress) return fail("there is no session bus");
   if (!SessionBus::answers(*sessionAddress, deadline)) return fail("the session bus does not answer");
-  session_ = QDBusConnection::connectToBus(*sessionAddress, sessionName);
+  session_ = QDBusConnection::connectToBus(*sessionAddress, sessionConnection);
   if (!session_->isConnected()) return fail("there is no session bus");
   const auto found = address(deadline);
   if (!found) return fail("there is no accessibility bus");
   if (!SessionBus::answers(*found, deadline)) return fail("the accessibility bus does not answer");
-  connection_ = QDBusConnection::connectToBus(*found, connectionName);
+  connection_ = QDBusConnection::connectToBus(*found, accessibilityConnection);
   if (!connection_->isConnected()) return fail("the accessibility bus refuses a connection");
   failedAt_.reset();
   return true;

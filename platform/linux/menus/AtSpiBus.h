@@ -27,6 +27,9 @@ class AtSpiBus {
   using Deadline = Clock::time_point;
   [[nodiscard]] static bool isOver(Deadline deadline) { return Clock::now() >= deadline; }
 
+  // By which any object is asked for its properties.
+  static inline const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+
   AtSpiBus() = default;
   ~AtSpiBus();
   AtSpiBus(const AtSpiBus&) = delete;

@@ -25,7 +25,7 @@ constexpr AtSpiBus::Clock::duration coarsenessOf(AtSpiBus::Clock::duration time)
   return time / 20 + 25ms;
 }
 constexpr auto silence = 2s;
-constexpr auto farewell = 200ms;
+constexpr auto busFarewell = 200ms;
 
 }  // namespace
 
@@ -33,7 +33,7 @@ AtSpiMenus::AtSpiMenus(MainLoop& loop) : loop_(loop), tree_(std::make_shared<AtS
 
 AtSpiMenus::~AtSpiMenus() {
   if (!used_) return;
-  const auto deadline = Clock::now() + farewell;
+  const auto deadline = Clock::now() + busFarewell;
   thread_.run(
       [tree = std::move(tree_), deadline]() mutable {
         tree->letGo(deadline);

@@ -17,9 +17,8 @@ namespace {
 using namespace std::chrono_literals;
 using namespace std::string_view_literals;
 
-const QString accessible = QStringLiteral("org.a11y.atspi.Accessible");
-const QString action = QStringLiteral("org.a11y.atspi.Action");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString accessibleInterface = QStringLiteral("org.a11y.atspi.Accessible");
+const QString actionInterface = QStringLiteral("org.a11y.atspi.Action");
 const AtSpiReference registry{QStringLiteral("org.a11y.atspi.Registry"),
                               QStringLiteral("/org/a11y/atspi/accessible/root")};
 const AtSpiReference busItself{QStringLiteral("org.freedesktop.DBus"),
@@ -95,7 +94,7 @@ bool hasOwnKey(const std::optional<QVariantList>& keyBinding) {
 }  // namespace
 
 QDBusPendingCall AtSpiTree::askForReferences(const AtSpiReference& parent, Deadline deadline) const {
-  return bus_.send(parent, accessible, QStringLiteral("GetChildren"), {}, deadline);
+  return bus_.send(parent, accessibleInterface, QStringLiteral("GetChildren"), {}, deadline);
 }
 
 std::optional<AtSpiTree::References> AtSpiTree::referencesIn(const std::optional<QVariantList>& answer) {
@@ -124,7 +123,7 @@ std::optional<AtSpiTree::References> AtSpiTree::references(const AtSpiReference&
 std::vector<std::optional<std::uint32_t>> AtSpiTree::roles(const References& objects, Deadline deadline) {
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : objects)
-    calls.push_back(bus_.send(each, accessible, QStringLiteral("GetRole"), {}, deadline));
+    calls.push_back(bus_.send(each, accessibleInterface, QStringLiteral("GetRole"), {}, deadline));
   std::vector<std::optional<std::uint32_t>> result;
   for (const auto& each : calls) {
     const auto answer = AtSpiBus::receive(each);
@@ -139,8 +138,8 @@ std::optional<std::vector<AtSpiTree::Found>> AtSpiTree::named(const AtSpiReferen
   if (!objects) return std::nullopt;
   std::vector<QDBusPendingCall> calls;
   for (const auto& each : *objects)
-    calls.push_back(
-        bus_.send(each, properties, QStringLiteral("Get"), {accessible, QStringLiteral("Name")}, deadline));
+    calls.push_back(bus_.send(each, AtSpiBus::propertiesInterface, QStringLiteral("Get"),
+                              {accessibleInterface, QStringLiteral("Name")}, deadline));
   std::vector<Found> result;
   for (std::size_t index = 0; index < calls.size(); ++index)
     result.push_back({(*objects)[index], nameIn(AtSpiBus::receive(calls[index]))});
@@ -331,7 +330,7 @@ std::optional<bool> AtSpiTree::isEnabled(const AtSpiObject& object, Deadline dea
 }
 
 std::optional<bool> AtSpiTree::isSensitive(const AtSpiReference& object, Deadline deadline) {
-  const auto answer = bus_.call(object, accessible, QStringLiteral("GetState"), {}, deadline);
+  const auto answer = bus_.call(object, accessibleInterface, QStringLiteral("GetState"), {}, deadline);
   if (!answer || answer->isEmpty()) return std::nullopt;
   const auto list = answer->first().value<QDBusArgument>();
   if (list.currentSignature() != QLatin1String("au")) return std::nullopt;
@@ -355,7 +354,8 @@ std::optional<AtSpiReference> AtSpiTree::itemMeantBy(const AtSpiReference& objec
   for (std::size_t index = 0; index < inside->size() && !AtSpiBus::isOver(deadline); ++index) {
     const auto& each = (*inside)[index];
     if (!canBeChosen(kinds[index]) || !isSensitive(each, deadline).value_or(false)) continue;
-    if (hasOwnKey(bus_.call(each, action, QStringLiteral("GetKeyBinding"), {0}, deadline))) return each;
+    if (hasOwnKey(bus_.call(each, actionInterface, QStringLiteral("GetKeyBinding"), {0}, deadline)))
+      return each;
     if (!first) first = each;
   }
   return first;
@@ -367,7 +367,7 @@ Performed AtSpiTree::press(const AtSpiObject& object, Deadline deadline, std::at
   const auto item = itemMeantBy(object.reference, deadline);
   if (!item || AtSpiBus::isOver(deadline)) return Performed::refused;
   sent = true;
-  const auto call = bus_.send(*item, action, QStringLiteral("DoAction"), {0}, deadline);
+  const auto call = bus_.send(*item, actionInterface, QStringLiteral("DoAction"), {0}, deadline);
   const auto answer = AtSpiBus::receive(call);
   if (!answer) return AtSpiBus::performed(call);
   return !answer->isEmpty() && answer->first().toBool() ? Performed::done : Performed::refused;

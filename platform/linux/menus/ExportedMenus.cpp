@@ -88,15 +88,15 @@ std::map<MenuId, QList<Row>> menusIn(const QVariant& answer) {
 }
 
 // Fetches menus group by group. A program tells of a group's changes for as long as somebody holds it.
-class Reader {
+class MenuReader {
  public:
-  Reader(const AtSpiBus& bus, AtSpiReference object, AtSpiBus::Deadline deadline)
+  MenuReader(const AtSpiBus& bus, AtSpiReference object, AtSpiBus::Deadline deadline)
       : bus_(bus), object_(std::move(object)), deadline_(deadline) {}
-  ~Reader() {
+  ~MenuReader() {
     if (!held_.isEmpty()) static_cast<void>(call(QStringLiteral("End"), held_));
   }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
+  MenuReader(const MenuReader&) = delete;
+  MenuReader& operator=(const MenuReader&) = delete;
 
   // False when the program does not tell.
   bool read(MenuId id, std::vector<ExportedItem>& items, int depth = 0) {
@@ -165,7 +165,7 @@ std::optional<ExportedMenuBar> exportedMenuBarOf(const X11Connection& connection
 
 std::optional<std::vector<ExportedItem>> ExportedMenus::items(MenuId menu, Deadline deadline) const {
   std::vector<ExportedItem> result;
-  if (!Reader(bus_, {bar_.bus, bar_.menuBarPath}, deadline).read(menu, result)) return std::nullopt;
+  if (!MenuReader(bus_, {bar_.bus, bar_.menuBarPath}, deadline).read(menu, result)) return std::nullopt;
   return result;
 }
 

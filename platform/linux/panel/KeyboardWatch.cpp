@@ -8,7 +8,7 @@
 namespace pellar {
 namespace {
 
-constexpr std::chrono::seconds patience{1};
+constexpr std::chrono::seconds mainThreadPatience{1};
 
 }  // namespace
 
@@ -41,7 +41,7 @@ void KeyboardWatch::watch(const std::shared_ptr<State>& state, xcb_connection_t*
       const std::lock_guard answering(state->mutex);
       state->answered = true;
     });
-    state->changed.wait_for(lock, patience, [&] { return state->ended; });
+    state->changed.wait_for(lock, mainThreadPatience, [&] { return state->ended; });
     if (state->ended || state->answered) continue;
     // Ends the grab of this program's that a key began, and nothing when there is none.
     xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);

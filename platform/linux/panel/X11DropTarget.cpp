@@ -7,7 +7,7 @@
 namespace pellar {
 namespace {
 
-constexpr std::uint32_t version = 5;
+constexpr std::uint32_t xdndVersion = 5;
 // Of a status: not accepted, and the next movement is to be told as well.
 constexpr std::uint32_t tellOn = 2;
 
@@ -16,7 +16,7 @@ constexpr std::uint32_t tellOn = 2;
 X11DropTarget::X11DropTarget(X11Connection& connection, xcb_window_t window)
     : connection_(connection), window_(window) {
   xcb_change_property(connection.xcb(), XCB_PROP_MODE_REPLACE, window, connection.atoms().xdndAware,
-                      XCB_ATOM_ATOM, 32, 1, &version);
+                      XCB_ATOM_ATOM, 32, 1, &xdndVersion);
 }
 
 void X11DropTarget::handle(const xcb_client_message_event_t& message, View* view, const PixelRect& frame,

@@ -7,6 +7,9 @@
 // The user's session bus, without ever starting one.
 namespace pellar::SessionBus {
 
+// How long an answer of a program on it is waited for: the program may first have to start.
+inline constexpr int answerMilliseconds = 5000;
+
 // Where it is: what the environment says, else the usual place of the run-time folder. Absent when there is
 // none.
 [[nodiscard]] std::optional<QString> address();

@@ -18,7 +18,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::size_t mostWaiting = 64;
-constexpr auto farewell = 500ms;
+constexpr auto taskFarewell = 500ms;
 // A wait that the user does not notice.
 constexpr auto moment = 20ms;
 
@@ -46,7 +46,7 @@ SideThread::~SideThread() {
   state_->ending = true;
   state_->waiting.clear();
   state_->changed.notify_all();
-  const bool ended = state_->changed.wait_for(lock, farewell, [this] { return state_->ended; });
+  const bool ended = state_->changed.wait_for(lock, taskFarewell, [this] { return state_->ended; });
   lock.unlock();
   if (ended) {
     thread_.join();

@@ -101,9 +101,9 @@ bool isUpper(char byte) {
   return static_cast<unsigned char>(byte) >= 0x80;
 }
 
-class Reader {
+class CompoundTextReader {
  public:
-  explicit Reader(std::string_view text) : rest_(text) {}
+  explicit CompoundTextReader(std::string_view text) : rest_(text) {}
 
   std::string read() && {
     while (!rest_.empty()) {
@@ -201,7 +201,7 @@ class Reader {
 }  // namespace
 
 std::string utf8OfCompoundText(std::string_view text) {
-  return Reader(text).read();
+  return CompoundTextReader(text).read();
 }
 
 }  // namespace pellar
