@@ -13,11 +13,11 @@
 #include "core/FileSizeLimit.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/desktop/SingleInstance.h"
+#include "platform/linux/system/QtProgram.h"
 #include "platform/linux/system/TemporaryVariable.h"
 #include "platform/linux/system/TerminationSignals.h"
 #include "platform/linux/system/ToolkitScale.h"
 #include "platform/linux/x11/LostServer.h"
-#include "platform/linux/x11/XcbReply.h"
 #include "platform/shared/system/FolderLock.h"
 
 namespace {
@@ -30,7 +30,6 @@ using pellar::ToolkitScale;
 using pellar::X11Connection;
 using pellar::X11Density;
 using pellar::X11Failure;
-using pellar::XcbReply;
 namespace LostServer = pellar::LostServer;
 
 void say(const std::string& sentence) {
@@ -40,16 +39,6 @@ void say(const std::string& sentence) {
 void handleToolkitMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (message.contains(QLatin1String("X11 connection broke"))) LostServer::endProcess();
   if (type >= QtCriticalMsg) say(message.toStdString());
-}
-
-// Whether the display is an X server inside a Wayland session, which shows only the X programs' windows.
-bool isInsideWayland(const X11Connection& connection) {
-  const char* wayland = std::getenv("WAYLAND_DISPLAY");
-  if (wayland == nullptr || *wayland == '\0') return false;
-  constexpr char extension[] = "XWAYLAND";
-  const XcbReply<xcb_query_extension_reply_t> reply(xcb_query_extension_reply(
-      connection.xcb(), xcb_query_extension(connection.xcb(), sizeof extension - 1, extension), nullptr));
-  return reply && reply->present != 0;
 }
 
 // The toolkit's application object, without what a strip of tabs has no use for. The settings are the
@@ -109,10 +98,6 @@ int main() {
     return 1;
   }
   auto connection = std::move(std::get<std::unique_ptr<X11Connection>>(opened));
-  if (isInsideWayland(*connection)) {
-    say("Pellar needs an X11 session: Wayland shows no program the windows of others.");
-    return 1;
-  }
 
   qInstallMessageHandler(&handleToolkitMessage);
   LostServer::watchXlib();
@@ -123,8 +108,7 @@ int main() {
                       : "Pellar is already running, but it does not answer.");
     return otherAnswered ? 0 : 1;
   }
-  // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
-  const pellar::TerminationSignals termination([] { QCoreApplication::exit(0); });
+  const pellar::TerminationSignals termination([] { pellar::QtProgram().terminate(); });
 
   int code = 0;
   bool lookingUpNames = false;

@@ -9,7 +9,7 @@ namespace pellar {
 // This process and its main loop.
 class QtProgram final : public Application {
  public:
-  // Not quit(), which first asks every window to close, and some refuse.
+  // Not quit(), which first asks every window to close: the one that an open search field stands in refuses.
   void terminate() override { QCoreApplication::exit(0); }
 };
 

@@ -57,18 +57,28 @@ constexpr std::pair<const char*, xcb_atom_t X11Atoms::*> atomNames[] = {
     {"_PELLAR_TIMESTAMP", &X11Atoms::pellarTimestamp},
 };
 
+constexpr auto waylandSentence =
+    "Pellar needs an X11 session: Wayland shows no program the windows of others.";
+
 bool isSet(const char* variable) {
   const char* value = std::getenv(variable);
   return value != nullptr && *value != '\0';
+}
+
+// Whether this is an X server inside a Wayland session, which shows only the X programs' windows.
+bool isInsideWayland(xcb_connection_t* connection) {
+  if (!isSet("WAYLAND_DISPLAY")) return false;
+  constexpr char extension[] = "XWAYLAND";
+  const auto reply = owned(xcb_query_extension_reply(
+      connection, xcb_query_extension(connection, sizeof extension - 1, extension), nullptr));
+  return reply && reply->present != 0;
 }
 
 }  // namespace
 
 std::variant<std::unique_ptr<X11Connection>, X11Failure> X11Connection::open() {
   if (!isSet("DISPLAY")) {
-    if (isSet("WAYLAND_DISPLAY")) {
-      return X11Failure{"Pellar needs an X11 session: Wayland shows no program the windows of others."};
-    }
+    if (isSet("WAYLAND_DISPLAY")) return X11Failure{waylandSentence};
     return X11Failure{"Pellar needs an X11 display, and DISPLAY is not set."};
   }
   int screenNumber = 0;
@@ -83,6 +93,10 @@ std::variant<std::unique_ptr<X11Connection>, X11Failure> X11Connection::open() {
     xcb_disconnect(connection);
     return X11Failure{"Pellar cannot connect to the display \"" + std::string(std::getenv("DISPLAY")) +
                       "\"."};
+  }
+  if (isInsideWayland(connection)) {
+    xcb_disconnect(connection);
+    return X11Failure{waylandSentence};
   }
   return std::unique_ptr<X11Connection>(new X11Connection(connection, screen));
 }

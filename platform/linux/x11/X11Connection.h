@@ -77,7 +77,8 @@ struct X11Failure {
 // before the main loop sleeps.
 class X11Connection {
  public:
-  // Connects to the display of the environment (DISPLAY).
+  // Connects to the display of the environment (DISPLAY), unless that is an X server inside a Wayland
+  // session.
   static std::variant<std::unique_ptr<X11Connection>, X11Failure> open();
   ~X11Connection();
   X11Connection(const X11Connection&) = delete;
