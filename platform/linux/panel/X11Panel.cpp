@@ -27,7 +27,7 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
       frame_(ScreenRect::of({0, 0}, style.contentSize)),
       scale_(services.density.ofPanel(services.toAx(frame_)).scale()),
       measure_(services.measure, scale_),
-      window_(services.connection.xcb(), services.screen, services.compositor,
+      window_(services.connection, services.compositor,
               wholePixels(services.density.ofPanel(services.toAx(frame_)).toPixels(services.toAx(frame_))),
               cornerPixels()),
       stack_(services.connection, services.mirror, services.loop, window_),

@@ -39,12 +39,6 @@ xcb_timestamp_t timeOf(const xcb_generic_event_t& event) {
   return reinterpret_cast<const xcb_button_press_event_t&>(event).time;
 }
 
-const xcb_screen_t& screenOf(const X11Connection& connection) {
-  auto screen = xcb_setup_roots_iterator(xcb_get_setup(connection.xcb()));
-  while (screen.rem > 1 && screen.data->root != connection.root()) xcb_screen_next(&screen);
-  return *screen.data;
-}
-
 bool isMotion(const xcb_generic_event_t& event) {
   return eventType(event) == XCB_MOTION_NOTIFY;
 }
@@ -56,8 +50,7 @@ X11PanelFactory::X11PanelFactory(X11Connection& connection, const X11Mirror& mir
                                  EventMonitors& monitors,
                                  std::function<void(const ObservedClick&)> reportPress)
     : loop_(loop),
-      services_{connection, mirror,   screenOf(connection),  loop, screens,
-                density,    monitors, std::move(reportPress)},
+      services_{connection, mirror, loop, screens, density, monitors, std::move(reportPress)},
       accessible_(loop, panels_,
                   [this](bool listening) {
                     if (!listening) {

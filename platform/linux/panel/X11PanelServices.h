@@ -23,14 +23,13 @@ namespace pellar {
 struct X11PanelServices {
   X11Connection& connection;
   const X11Mirror& mirror;
-  const xcb_screen_t& screen;
   MainLoop& loop;
   const ScreenList& screens;
   const X11Density& density;
   EventMonitors& monitors;
   std::function<void(const ObservedClick&)> reportPress;  // before the press is delivered
-  X11Compositor compositor{connection.xcb(), screen};
-  X11Contrast contrast{connection.xcb(), screen};
+  X11Compositor compositor{connection.xcb(), connection.screen()};
+  X11Contrast contrast{connection.xcb(), connection.screen()};
   QtTextMeasure measure{};
   SpriteCache sprites{};
   KeyOwner keys{loop};

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "platform/linux/x11/X11Compositor.h"
+#include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
@@ -43,16 +44,15 @@ std::vector<xcb_rectangle_t> roundedRows(int width, int height, int radius) {
 
 }  // namespace
 
-X11PanelWindow::X11PanelWindow(xcb_connection_t* connection, const xcb_screen_t& screen,
-                               const X11Compositor& compositor, const PixelRect& frame, int radius)
+X11PanelWindow::X11PanelWindow(const X11Connection& connection, const X11Compositor& compositor,
+                               const PixelRect& frame, int radius)
     : connection_(connection),
-      root_(screen.root),
       compositor_(compositor),
       radius_(radius),
       frame_(frame),
-      id_(xcb_generate_id(connection)),
-      context_(xcb_generate_id(connection)),
-      mostBytes_(xcb_get_maximum_request_length(connection) * 4 - putImageHeader) {
+      id_(xcb_generate_id(connection.xcb())),
+      context_(xcb_generate_id(connection.xcb())),
+      mostBytes_(xcb_get_maximum_request_length(connection.xcb()) * 4 - putImageHeader) {
   xcb_create_window_value_list_t values{};
   values.border_pixel = 0;
   // What a growing window already shows stays where it is until the rest is painted.
@@ -62,51 +62,41 @@ X11PanelWindow::X11PanelWindow(xcb_connection_t* connection, const xcb_screen_t&
                       XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW |
                       XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_VISIBILITY_CHANGE;
   values.colormap = compositor.colormap();
-  xcb_create_window_aux(connection, compositor.depth(), id_, root_, static_cast<std::int16_t>(frame.x),
-                        static_cast<std::int16_t>(frame.y), static_cast<std::uint16_t>(frame.width),
-                        static_cast<std::uint16_t>(frame.height), 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
-                        compositor.visual(),
+  xcb_create_window_aux(connection.xcb(), compositor.depth(), id_, connection.root(),
+                        static_cast<std::int16_t>(frame.x), static_cast<std::int16_t>(frame.y),
+                        static_cast<std::uint16_t>(frame.width), static_cast<std::uint16_t>(frame.height), 0,
+                        XCB_WINDOW_CLASS_INPUT_OUTPUT, compositor.visual(),
                         XCB_CW_BORDER_PIXEL | XCB_CW_BIT_GRAVITY | XCB_CW_OVERRIDE_REDIRECT |
                             XCB_CW_EVENT_MASK | XCB_CW_COLORMAP,
                         &values);
-  xcb_create_gc(connection, context_, id_, 0, nullptr);
+  xcb_create_gc(connection.xcb(), context_, id_, 0, nullptr);
   describe();
   updateShape();
 }
 
 X11PanelWindow::~X11PanelWindow() {
-  xcb_free_gc(connection_, context_);
-  xcb_destroy_window(connection_, id_);
-  xcb_flush(connection_);
+  xcb_free_gc(connection_.xcb(), context_);
+  xcb_destroy_window(connection_.xcb(), id_);
+  xcb_flush(connection_.xcb());
 }
 
 void X11PanelWindow::describe() {
-  constexpr std::array<std::string_view, 5> names{"_NET_WM_NAME", "UTF8_STRING", "_NET_WM_PID",
-                                                  "_NET_WM_WINDOW_TYPE", "_NET_WM_WINDOW_TYPE_UTILITY"};
-  std::array<xcb_intern_atom_cookie_t, names.size()> cookies{};
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    cookies[i] =
-        xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(names[i].size()), names[i].data());
-  }
-  std::array<xcb_atom_t, names.size()> atoms{};
-  for (std::size_t i = 0; i < names.size(); ++i) {
-    if (const auto reply = owned(xcb_intern_atom_reply(connection_, cookies[i], nullptr)))
-      atoms[i] = reply->atom;
-  }
-  const auto [name, utf8, pid, type, utility] = atoms;
+  xcb_connection_t* const xcb = connection_.xcb();
+  const X11Atoms& atoms = connection_.atoms();
   const auto text = [&](xcb_atom_t property, xcb_atom_t encoding, std::string_view value) {
-    xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, id_, property, encoding, 8,
+    xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, id_, property, encoding, 8,
                         static_cast<std::uint32_t>(value.size()), value.data());
   };
   text(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, className);
   text(XCB_ATOM_WM_NAME, XCB_ATOM_STRING, title);
-  text(name, utf8, title);
+  text(atoms.netWmName, atoms.utf8String, title);
   const auto process = static_cast<std::uint32_t>(getpid());
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, id_, pid, XCB_ATOM_CARDINAL, 32, 1, &process);
-  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, id_, type, XCB_ATOM_ATOM, 32, 1, &utility);
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, id_, atoms.netWmPid, XCB_ATOM_CARDINAL, 32, 1, &process);
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, id_, atoms.netWmWindowType, XCB_ATOM_ATOM, 32, 1,
+                      &atoms.typeUtility);
   xcb_icccm_wm_hints_t hints{};
   xcb_icccm_wm_hints_set_input(&hints, 0);
-  xcb_icccm_set_wm_hints(connection_, id_, &hints);
+  xcb_icccm_set_wm_hints(xcb, id_, &hints);
 }
 
 void X11PanelWindow::setFrame(const PixelRect& frame, int radius) {
@@ -124,16 +114,16 @@ void X11PanelWindow::setFrame(const PixelRect& frame, int radius) {
   if (resized) mask |= XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT;
   // The shape first: in between, the part that a window has grown by would let presses through.
   if (resized || rounded || !spared_.empty()) updateShape();
-  xcb_configure_window(connection_, id_, mask, values.data());
+  xcb_configure_window(connection_.xcb(), id_, mask, values.data());
 }
 
 void X11PanelWindow::updateShape() {
   const auto shape = [this](xcb_shape_so_t operation, const std::vector<xcb_rectangle_t>& rectangles) {
-    xcb_shape_rectangles(connection_, operation, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, id_, 0, 0,
-                         static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
+    xcb_shape_rectangles(connection_.xcb(), operation, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, id_,
+                         0, 0, static_cast<std::uint32_t>(rectangles.size()), rectangles.data());
   };
   if (compositor_.blends()) {
-    xcb_shape_mask(connection_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id_, 0, 0, XCB_NONE);
+    xcb_shape_mask(connection_.xcb(), XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, id_, 0, 0, XCB_NONE);
   } else {
     shape(XCB_SHAPE_SO_SET, roundedRows(frame_.width, frame_.height, radius_));
   }
@@ -151,25 +141,26 @@ void X11PanelWindow::spare(std::vector<PixelRect> parts) {
 }
 
 std::uint32_t X11PanelWindow::map() {
-  return xcb_map_window(connection_, id_).sequence;
+  return xcb_map_window(connection_.xcb(), id_).sequence;
 }
 
 void X11PanelWindow::unmap() {
-  xcb_unmap_window(connection_, id_);
+  xcb_unmap_window(connection_.xcb(), id_);
 }
 
 bool X11PanelWindow::isBelowManagedWindow() const {
-  const auto tree = owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root_), nullptr));
+  const auto tree = owned(xcb_query_tree_reply(
+      connection_.xcb(), xcb_query_tree(connection_.xcb(), connection_.root()), nullptr));
   if (!tree) return false;
   const xcb_window_t* begin = xcb_query_tree_children(tree.get());
   const xcb_window_t* end = begin + xcb_query_tree_children_length(tree.get());
   std::vector<xcb_get_window_attributes_cookie_t> cookies;
   for (const xcb_window_t* above = std::find(begin, end, id_); above != end; ++above) {
-    if (*above != id_) cookies.push_back(xcb_get_window_attributes(connection_, *above));
+    if (*above != id_) cookies.push_back(xcb_get_window_attributes(connection_.xcb(), *above));
   }
   bool below = false;
   for (const auto cookie : cookies) {
-    const auto attributes = owned(xcb_get_window_attributes_reply(connection_, cookie, nullptr));
+    const auto attributes = owned(xcb_get_window_attributes_reply(connection_.xcb(), cookie, nullptr));
     below = below || (attributes && attributes->override_redirect == 0 &&
                       attributes->map_state == XCB_MAP_STATE_VIEWABLE);
   }
@@ -188,7 +179,7 @@ void X11PanelWindow::put(const QImage& picture, const QRect& part) {
       std::memcpy(rows_.data() + static_cast<std::size_t>(row) * rowBytes,
                   picture.constScanLine(top + row) + static_cast<std::ptrdiff_t>(rect.left()) * 4, rowBytes);
     }
-    xcb_put_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, id_, context_,
+    xcb_put_image(connection_.xcb(), XCB_IMAGE_FORMAT_Z_PIXMAP, id_, context_,
                   static_cast<std::uint16_t>(rect.width()), static_cast<std::uint16_t>(count),
                   static_cast<std::int16_t>(rect.left()), static_cast<std::int16_t>(top), 0,
                   compositor_.depth(), static_cast<std::uint32_t>(rows_.size()), rows_.data());
@@ -196,7 +187,7 @@ void X11PanelWindow::put(const QImage& picture, const QRect& part) {
 }
 
 void X11PanelWindow::flush() {
-  xcb_flush(connection_);
+  xcb_flush(connection_.xcb());
 }
 
 }  // namespace pellar

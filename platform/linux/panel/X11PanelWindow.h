@@ -12,14 +12,15 @@
 namespace pellar {
 
 class X11Compositor;
+class X11Connection;
 
 // The bare window of one panel. It is override-redirect: no window manager frames, lists, focuses or places
 // it, so a move is one request that takes effect at once. Requests are buffered until `flush`.
 class X11PanelWindow {
  public:
   // Corners are rounded by `radius` pixels.
-  X11PanelWindow(xcb_connection_t* connection, const xcb_screen_t& screen, const X11Compositor& compositor,
-                 const PixelRect& frame, int radius);
+  X11PanelWindow(const X11Connection& connection, const X11Compositor& compositor, const PixelRect& frame,
+                 int radius);
   ~X11PanelWindow();
   X11PanelWindow(const X11PanelWindow&) = delete;
   X11PanelWindow& operator=(const X11PanelWindow&) = delete;
@@ -47,8 +48,7 @@ class X11PanelWindow {
  private:
   void describe();
 
-  xcb_connection_t* connection_;
-  xcb_window_t root_;
+  const X11Connection& connection_;
   const X11Compositor& compositor_;
   int radius_;
   PixelRect frame_;
