@@ -291,6 +291,27 @@ TEST_F(PanelContract, LetsAResignCallbackUnsubscribeItself) {
   EXPECT_EQ(once, 1);
 }
 
+TEST_F(PanelContract, LetsAResignCallbackSilenceAnother) {
+  show();
+  int told = 0;
+  Subscription one;
+  Subscription other;
+  one = panel->onDidResignKey([&] {
+    ++told;
+    other.cancel();
+  });
+  other = panel->onDidResignKey([&] {
+    ++told;
+    one.cancel();
+  });
+  panel->makeKeyAndOrderFront();
+  ASSERT_TRUE(wait([this] { return panel->isKey(); }));
+  panel->resignKey();
+  ASSERT_TRUE(wait([&] { return !panel->isKey() && told > 0; }));
+  letPass(std::chrono::milliseconds(50));
+  EXPECT_EQ(told, 1) << "the second was called after the first had ended its registration";
+}
+
 TEST_F(PanelContract, PaintsNothingMoreOfAViewThatWasTakenAway) {
   show();
   panel->host().setNeedsDisplay();

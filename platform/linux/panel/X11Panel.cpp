@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <utility>
 
 #include "platform/linux/drawing/PanelBackground.h"
@@ -137,21 +136,8 @@ void X11Panel::resignKey() {
   services_.keys.resign(*this);
 }
 
-void X11Panel::tellKeyEnded() {
-  // A callback may drop any subscription, also its own.
-  const auto callbacks = resignCallbacks_;
-  for (const auto& callback : callbacks) callback();
-}
-
 void X11Panel::clearFirstResponder() {
   services_.keys.clearFirstResponder(*this);
-}
-
-Subscription X11Panel::onDidResignKey(std::function<void()> callback) {
-  resignCallbacks_.push_back(std::move(callback));
-  return Subscription([this, entry = std::prev(resignCallbacks_.end()), alive = alive_.watch()] {
-    if (alive) resignCallbacks_.erase(entry);
-  });
 }
 
 int X11Panel::cornerPixels() const {
@@ -234,7 +220,7 @@ void X11Panel::addField(QtSearchField& field) {
 
 void X11Panel::removeField(QtSearchField& field) {
   services_.keys.fieldEnded(field);
-  fields_.erase(std::remove(fields_.begin(), fields_.end(), &field), fields_.end());
+  std::erase(fields_, &field);
 }
 
 std::unique_ptr<ListView> X11Panel::makeListView(const ListStyle& style) {

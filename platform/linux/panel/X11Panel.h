@@ -5,10 +5,10 @@
 #include <QImage>
 #include <QRegion>
 #include <functional>
-#include <list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/Alive.h"
@@ -20,6 +20,7 @@
 #include "platform/linux/panel/X11PanelWindow.h"
 #include "platform/linux/panel/X11StackKeeper.h"
 #include "platform/shared/panel/PointerPresence.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
@@ -52,7 +53,9 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void resignKey() override;
   [[nodiscard]] bool isKey() const override { return services_.keys.isKey(*this); }
   void clearFirstResponder() override;
-  [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override;
+  [[nodiscard]] Subscription onDidResignKey(std::function<void()> callback) override {
+    return resigned_.add(std::move(callback));
+  }
 
   [[nodiscard]] ViewRect bounds() const override;
   void setNeedsLayout() override;
@@ -95,7 +98,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
 
  private:
   void keyEnded() override { outsidePress_.cancel(); }
-  void tellKeyEnded() override;
+  void tellKeyEnded() override { resigned_.call(); }
 
   void show();
   // Whether what the pointer did happened since the panel was last shown, and the panel is on the screen.
@@ -142,7 +145,7 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   std::uint32_t shownBy_ = 0;  // the request that last showed it
   bool obscured_ = false;      // since the place in the stack was last looked at
 
-  std::list<std::function<void()>> resignCallbacks_;
+  CallbackList<> resigned_;
   Subscription outsidePress_;
   Alive alive_;
 };
