@@ -20,11 +20,11 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <memory>
 #include <utility>
 
 #include "platform/linux/desktop/MenuBarIcon.h"
 #include "platform/linux/x11/InternAtom.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 namespace {
@@ -151,8 +151,11 @@ class QtPlainWindow::Dialog : public QDialog {
     if (isActiveWindow()) sinceKeys_.start();
   }
 
-  std::map<int, std::function<void()>>& closed() { return *closed_; }
-  std::shared_ptr<std::map<int, std::function<void()>>> sharedClosed() { return closed_; }
+  [[nodiscard]] Subscription onClosed(std::function<void()> callback) {
+    return closed_.add(std::move(callback));
+  }
+  // The user's closing is told no more.
+  void forgetCallbacks() { closed_ = {}; }
 
  protected:
   void changeEvent(QEvent* event) override {
@@ -174,12 +177,7 @@ class QtPlainWindow::Dialog : public QDialog {
   }
   void closeEvent(QCloseEvent* event) override {
     event->setAccepted(closable_);
-    if (!closable_) return;
-    QTimer::singleShot(0, this, [closed = closed_] {
-      const auto now = *closed;
-      for (const auto& [key, callback] : now)
-        if (closed->contains(key)) callback();
-    });
+    if (closable_) QTimer::singleShot(0, this, closed_.later());
   }
 
  private:
@@ -192,8 +190,7 @@ class QtPlainWindow::Dialog : public QDialog {
   bool closable_;
   std::chrono::milliseconds rest_{0};
   QElapsedTimer sinceKeys_;  // since the window got the keyboard, or was asked to rest while it had it
-  std::shared_ptr<std::map<int, std::function<void()>>> closed_ =
-      std::make_shared<std::map<int, std::function<void()>>>();
+  CallbackList<> closed_;
 };
 
 QtPlainWindow::QtPlainWindow(const WindowDescription& description)
@@ -269,7 +266,7 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
 }
 
 QtPlainWindow::~QtPlainWindow() {
-  dialog_->closed().clear();
+  dialog_->forgetCallbacks();
   dialog_->takeAway();
   dialog_->deleteLater();
 }
@@ -298,12 +295,7 @@ void QtPlainWindow::setText(const std::string& id, const std::string& text) {
 }
 
 Subscription QtPlainWindow::onClosed(std::function<void()> callback) {
-  auto& closed = dialog_->closed();
-  const int key = closed.empty() ? 1 : closed.rbegin()->first + 1;
-  closed.emplace(key, std::move(callback));
-  return Subscription([weak = std::weak_ptr(dialog_->sharedClosed()), key] {
-    if (const auto listeners = weak.lock()) listeners->erase(key);
-  });
+  return dialog_->onClosed(std::move(callback));
 }
 
 }  // namespace pellar

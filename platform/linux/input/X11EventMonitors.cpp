@@ -6,7 +6,6 @@
 #include <QWindow>
 #include <map>
 #include <utility>
-#include <vector>
 
 #include "core/Log.h"
 #include "platform/MainLoop.h"
@@ -19,7 +18,6 @@ struct X11EventMonitors::Listeners {
   X11EventMonitors* owner;  // null once it is gone
   int lastKey = 0;
   std::map<int, std::function<void()>> global;
-  std::map<int, std::function<void(const ObservedClick&)>> local;
   std::map<int, std::function<void()>> released;
 };
 
@@ -67,26 +65,6 @@ Subscription X11EventMonitors::onceButtonsAreUp(std::function<void()> callback) 
     if (!isButtonHeld()) subscription.cancel();
   }
   return subscription;
-}
-
-Subscription X11EventMonitors::onLocalMouseDown(std::function<void(const ObservedClick&)> callback) {
-  const int key = ++listeners_->lastKey;
-  listeners_->local.emplace(key, std::move(callback));
-  return Subscription([weak = std::weak_ptr(listeners_), key] {
-    if (const auto listeners = weak.lock()) listeners->local.erase(key);
-  });
-}
-
-void X11EventMonitors::localMouseDown(const ObservedClick& click) {
-  // A callback may end its own registration or another's.
-  std::vector<int> keys;
-  for (const auto& [key, callback] : listeners_->local) keys.push_back(key);
-  for (const int key : keys) {
-    const auto found = listeners_->local.find(key);
-    if (found == listeners_->local.end()) continue;
-    const auto call = found->second;
-    call(click);
-  }
 }
 
 void X11EventMonitors::select() {

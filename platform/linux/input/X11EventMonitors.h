@@ -1,11 +1,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <utility>
 
 #include "platform/EventMonitors.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/XcbReply.h"
+#include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
 
@@ -19,12 +22,14 @@ class X11EventMonitors final : public EventMonitors {
   ~X11EventMonitors() override;
 
   [[nodiscard]] Subscription onGlobalMouseDown(std::function<void()> callback) override;
-  [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override;
+  [[nodiscard]] Subscription onLocalMouseDown(std::function<void(const ObservedClick&)> callback) override {
+    return local_.add(std::move(callback));
+  }
   [[nodiscard]] Subscription onceButtonsAreUp(std::function<void()> callback) override;
 
   // For the panels, which deliver the presses in our own windows: to be called before each left or right one
   // is delivered, from the main loop.
-  void localMouseDown(const ObservedClick& click);
+  void localMouseDown(const ObservedClick& click) { local_.call(click); }
 
  private:
   struct Listeners;
@@ -40,6 +45,7 @@ class X11EventMonitors final : public EventMonitors {
   X11Connection& connection_;
   MainLoop& loop_;
   std::uint8_t opcode_ = 0;  // of XInput; 0 when the server has none that tells of presses during grabs
+  CallbackList<ObservedClick> local_;
   std::shared_ptr<Listeners> listeners_;
   Subscription events_;
 };
