@@ -12,7 +12,6 @@
 #include "platform/VirtualKey.h"
 #include "platform/linux/drawing/NativeColor.h"
 #include "platform/linux/drawing/PanelBackground.h"
-#include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/panel/SearchFieldLook.h"
 #include "platform/linux/panel/X11Panel.h"
@@ -137,8 +136,7 @@ void SearchEdit::paintEvent(QPaintEvent* event) {
   const QSize pixels = (QSizeF(size()) * ratio).toSize();
   QImage ground(pixels, QImage::Format_ARGB32_Premultiplied);
   PanelBackground::drawUnder(ground, ground.rect(), services.compositor.blends());
-  QtCanvas canvas(ground, ground.rect(), panel_.scale(), services.measure, services.sprites,
-                  services.contrast.isIncreased());
+  QtCanvas canvas = services.canvasOn(ground, ground.rect(), panel_.scale());
   SearchFieldLook::drawGround(canvas,
                               {0, 0, pixels.width() / panel_.scale(), pixels.height() / panel_.scale()});
   ground.setDevicePixelRatio(ratio);

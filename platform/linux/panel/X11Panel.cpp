@@ -4,20 +4,12 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/linux/drawing/PanelBackground.h"
-#include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/panel/QtListView.h"
 #include "platform/linux/panel/QtSearchField.h"
 #include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Element.h"
 
 namespace pellar {
-namespace {
-
-// More rectangles than this are painted as the one around them.
-constexpr int mostParts = 8;
-
-}  // namespace
 
 X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::function<void()> onEnd)
     : services_(services),
@@ -30,8 +22,9 @@ X11Panel::X11Panel(X11PanelServices& services, const PanelStyle& style, std::fun
               wholePixels(services.density.ofPanel(services.toAx(frame_)).toPixels(services.toAx(frame_))),
               cornerPixels()),
       stack_(services.connection, services.mirror, services.loop, window_),
+      picture_(services, window_, style.glass, scale_),
       dropTarget_(services.connection, window_.id()),
-      pointer_(services.loop, [this] { return view_; }) {
+      pointer_(services.loop, [this] { return content_.view; }) {
   services_.sprites.expect(scale_);
 }
 
@@ -41,7 +34,7 @@ X11Panel::~X11Panel() {
 }
 
 void X11Panel::setView(View* view) {
-  view_ = view;
+  content_.view = view;
   accessibleElementChanged();
   setNeedsLayout();
   setNeedsDisplay();
@@ -55,6 +48,7 @@ void X11Panel::setFrame(const ScreenRect& frame, bool display) {
   const bool scaled = std::exchange(scale_, map.scale()) != map.scale();
   if (scaled) {
     measure_.setScale(scale_);
+    picture_.setScale(scale_);
     services_.sprites.expect(scale_);
   }
   window_.setFrame(wholePixels(map.toPixels(place)), cornerPixels());
@@ -91,7 +85,7 @@ void X11Panel::show() {
     accessibleElementChanged();
     stack_.take();
     shownBy_ = window_.map();
-    dirty_ = pixelBounds();
+    picture_.outdate();
     paint();
     window_.flush();
     return;
@@ -120,7 +114,7 @@ void X11Panel::orderOut() {
     View* const target = mouseTarget();
     pressedList_ = nullptr;
     mouse_.abandon(target);
-    if (alive) dropTarget_.leave(view_);
+    if (alive) dropTarget_.leave(content_.view);
   });
   pointer_.panelLeft();
 }
@@ -144,23 +138,12 @@ int X11Panel::cornerPixels() const {
   return static_cast<int>(std::lround(style_.cornerRadius * scale_));
 }
 
-QRect X11Panel::outerPixels(const ViewRect& rect) const {
-  const int left = static_cast<int>(std::floor(rect.minX() * scale_));
-  const int top = static_cast<int>(std::floor(rect.minY() * scale_));
-  return {left, top, static_cast<int>(std::ceil(rect.maxX() * scale_)) - left,
-          static_cast<int>(std::ceil(rect.maxY() * scale_)) - top};
-}
-
-ViewRect X11Panel::points(const QRect& pixels) const {
-  return {pixels.x() / scale_, pixels.y() / scale_, pixels.width() / scale_, pixels.height() / scale_};
-}
-
 PointerSpace X11Panel::pointerSpace() const {
   return {scale_, services_.density.map(), services_.firstScreenHeight()};
 }
 
 ViewRect X11Panel::bounds() const {
-  return points(pixelBounds());
+  return picture_.points(picture_.bounds());
 }
 
 void X11Panel::setNeedsLayout() {
@@ -169,12 +152,12 @@ void X11Panel::setNeedsLayout() {
 }
 
 void X11Panel::setNeedsDisplay() {
-  dirty_ = pixelBounds();
+  picture_.outdate();
   schedulePaint();
 }
 
 void X11Panel::setNeedsDisplay(const ViewRect& rect) {
-  dirty_ += outerPixels(rect).intersected(pixelBounds());
+  picture_.outdate(rect);
   schedulePaint();
 }
 
@@ -183,12 +166,12 @@ void X11Panel::accessibleElementChanged() {
 }
 
 std::optional<AccessibleElement> X11Panel::accessibleElement() const {
-  if (!visible_ || view_ == nullptr) return std::nullopt;
-  return view_->accessibleElement();
+  if (!visible_ || content_.view == nullptr) return std::nullopt;
+  return content_.view->accessibleElement();
 }
 
 QRect X11Panel::onScreenPixels(const ViewRect& rect) const {
-  return outerPixels(rect).translated(window_.frame().x, window_.frame().y);
+  return picture_.outerPixels(rect).translated(window_.frame().x, window_.frame().y);
 }
 
 void X11Panel::perform(AccessibleAction action, const std::string& id) {
@@ -198,11 +181,11 @@ void X11Panel::perform(AccessibleAction action, const std::string& id) {
   if (!place) return;
   const auto alive = alive_.watch();
   reportPress({place->midX(), place->midY()});
-  if (alive && visible_ && view_ != nullptr) view_->perform(action, id);
+  if (alive && visible_ && content_.view != nullptr) content_.view->perform(action, id);
 }
 
 std::optional<ScreenRect> X11Panel::toScreen(const ViewRect& rect) const {
-  if (view_ == nullptr) return std::nullopt;
+  if (content_.view == nullptr) return std::nullopt;
   return ScreenRect{frame_.x + rect.x, frame_.maxY() - rect.maxY(), rect.width, rect.height};
 }
 
@@ -215,12 +198,12 @@ std::unique_ptr<SearchField> X11Panel::makeSearchField() {
 }
 
 void X11Panel::addField(QtSearchField& field) {
-  fields_.push_back(&field);
+  content_.fields.push_back(&field);
 }
 
 void X11Panel::removeField(QtSearchField& field) {
   services_.keys.fieldEnded(field);
-  std::erase(fields_, &field);
+  std::erase(content_.fields, &field);
 }
 
 std::unique_ptr<ListView> X11Panel::makeListView(const ListStyle& style) {
@@ -228,23 +211,23 @@ std::unique_ptr<ListView> X11Panel::makeListView(const ListStyle& style) {
 }
 
 void X11Panel::addList(QtListView& list) {
-  lists_.push_back(&list);
+  content_.lists.push_back(&list);
 }
 
 void X11Panel::removeList(QtListView& list) {
   if (pressedList_ == &list) pressedList_ = nullptr;
-  std::erase(lists_, &list);
+  std::erase(content_.lists, &list);
 }
 
 QtListView* X11Panel::listAt(ViewPoint point) {
-  const auto found =
-      std::ranges::find_if(lists_, [&](const QtListView* each) { return each->frame().contains(point); });
-  return found == lists_.end() ? nullptr : *found;
+  const auto found = std::ranges::find_if(
+      content_.lists, [&](const QtListView* each) { return each->frame().contains(point); });
+  return found == content_.lists.end() ? nullptr : *found;
 }
 
 View* X11Panel::mouseTarget() {
   if (pressedList_ != nullptr) return pressedList_;
-  return view_;
+  return content_.view;
 }
 
 void X11Panel::reportPress(ScreenPoint location) {
@@ -256,54 +239,21 @@ void X11Panel::schedulePaint() {
   services_.loop.post([this, alive = alive_.watch()] {
     if (!alive) return;
     paintPosted_ = false;
-    if (!visible_ || (dirty_.isEmpty() && !needsLayout_)) return;
+    if (!visible_ || (!picture_.isOutOfDate() && !needsLayout_)) return;
     paint();
     window_.flush();
   });
 }
 
 void X11Panel::paint() {
-  if (std::exchange(needsLayout_, false) && view_ != nullptr) view_->layout();
-  const QRegion dirty = std::exchange(dirty_, QRegion()).intersected(pixelBounds());
-  if (dirty.isEmpty()) return;
-  if (picture_.size() != pixelBounds().size()) {
-    QImage grown(pixelBounds().size(), QImage::Format_ARGB32_Premultiplied);
-    picture_.swap(grown);
-    // Whatever changed the size asked for everything; a part alone would leave the rest without content.
-    paintPart(pixelBounds());
-  } else if (dirty.rectCount() > mostParts) {
-    paintPart(dirty.boundingRect());
-  } else {
-    for (const QRect& part : dirty) paintPart(part);
-  }
-  window_.flush();
-}
-
-void X11Panel::paintPart(const QRect& part) {
-  const bool blends = services_.compositor.blends();
-  if (style_.glass) {
-    PanelBackground::drawUnder(picture_, part, blends);
-  } else {
-    fill(picture_, part, 0);
-  }
-  QtCanvas canvas(picture_, part, scale_, services_.measure, services_.sprites,
-                  services_.contrast.isIncreased());
-  const ViewRect dirty = points(part);
-  if (view_ != nullptr) view_->draw(canvas, dirty);
-  for (const QtSearchField* field : fields_) field->drawAtRest(canvas, dirty);
-  for (QtListView* list : lists_) {
-    QtCanvas clipped(picture_, part.intersected(outerPixels(list->frame())), scale_, services_.measure,
-                     services_.sprites, services_.contrast.isIncreased());
-    list->draw(clipped, dirty);
-  }
-  if (style_.glass) PanelBackground::drawOver(picture_, part, scale_, blends);
-  window_.put(picture_, part);
+  if (std::exchange(needsLayout_, false) && content_.view != nullptr) content_.view->layout();
+  picture_.paint(content_);
 }
 
 void X11Panel::blendingChanged() {
   window_.updateShape();
   setNeedsDisplay();
-  for (QtSearchField* field : fields_) field->groundChanged();
+  for (QtSearchField* field : content_.fields) field->groundChanged();
   window_.flush();
 }
 
@@ -319,9 +269,9 @@ void X11Panel::press(const xcb_button_press_event_t& event) {
     reportPress(pointerSpace().onScreen(event.root_x, event.root_y));
     if (!alive || !visible_) return;
   }
-  const auto field = std::find_if(fields_.begin(), fields_.end(),
+  const auto field = std::find_if(content_.fields.begin(), content_.fields.end(),
                                   [&](const QtSearchField* each) { return each->contains(location); });
-  if (field == fields_.end()) {
+  if (field == content_.fields.end()) {
     pressedList_ = listAt(location);
     mouse_.press(event, mouseTarget(), pointerSpace());
   } else if (event.detail == XCB_BUTTON_INDEX_1) {
@@ -360,9 +310,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
   switch (eventType(event)) {
     case XCB_EXPOSE: {
       const auto& expose = reinterpret_cast<const xcb_expose_event_t&>(event);
-      window_.put(picture_, {expose.x, expose.y, expose.width, expose.height});
-      window_.flush();
-      return;
+      return picture_.sendAgain({expose.x, expose.y, expose.width, expose.height});
     }
     case XCB_VISIBILITY_NOTIFY:
       obscured_ =
@@ -386,7 +334,7 @@ void X11Panel::handle(const xcb_generic_event_t& event) {
       return leave(reinterpret_cast<const xcb_leave_notify_event_t&>(event));
     case XCB_CLIENT_MESSAGE:
       if (!isCurrent(event)) return;
-      return dropTarget_.handle(reinterpret_cast<const xcb_client_message_event_t&>(event), view_,
+      return dropTarget_.handle(reinterpret_cast<const xcb_client_message_event_t&>(event), content_.view,
                                 window_.frame(), scale_);
     default:
       return;

@@ -2,20 +2,18 @@
 
 #include <xcb/xcb.h>
 
-#include <QImage>
-#include <QRegion>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <utility>
-#include <vector>
 
 #include "core/Alive.h"
 #include "platform/Panel.h"
 #include "platform/linux/drawing/ScaledTextMeasure.h"
 #include "platform/linux/panel/X11DropTarget.h"
 #include "platform/linux/panel/X11PanelMouse.h"
+#include "platform/linux/panel/X11PanelPicture.h"
 #include "platform/linux/panel/X11PanelServices.h"
 #include "platform/linux/panel/X11PanelWindow.h"
 #include "platform/linux/panel/X11StackKeeper.h"
@@ -114,12 +112,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   [[nodiscard]] QtListView* listAt(ViewPoint point);
   void schedulePaint();
   void paint();
-  void paintPart(const QRect& part);
   [[nodiscard]] int cornerPixels() const;
-  [[nodiscard]] QRect outerPixels(const ViewRect& rect) const;
-  [[nodiscard]] ViewRect points(const QRect& pixels) const;
   [[nodiscard]] PointerSpace pointerSpace() const;
-  [[nodiscard]] QRect pixelBounds() const { return {0, 0, window_.frame().width, window_.frame().height}; }
 
   X11PanelServices& services_;
   PanelStyle style_;
@@ -128,17 +122,14 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   double scale_;
   ScaledTextMeasure measure_;
   X11PanelWindow window_;
-  X11StackKeeper stack_;  // depends-on: window_
-  View* view_ = nullptr;
-  std::vector<QtSearchField*> fields_;
-  std::vector<QtListView*> lists_;
+  X11StackKeeper stack_;     // depends-on: window_
+  X11PanelPicture picture_;  // depends-on: window_
+  PanelContent content_;
   QtListView* pressedList_ = nullptr;  // has the pointer until the button is released
   X11PanelMouse mouse_;
   X11DropTarget dropTarget_;
   PointerPresence pointer_;
 
-  QImage picture_;
-  QRegion dirty_;
   bool needsLayout_ = true;
   bool paintPosted_ = false;
   bool visible_ = false;

@@ -7,6 +7,7 @@
 #include "platform/EventMonitors.h"
 #include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
+#include "platform/linux/drawing/QtCanvas.h"
 #include "platform/linux/drawing/QtTextMeasure.h"
 #include "platform/linux/drawing/SpriteCache.h"
 #include "platform/linux/panel/X11KeyboardFocus.h"
@@ -39,6 +40,10 @@ struct X11PanelServices {
   // When the press or release that is being delivered happened; XCB_CURRENT_TIME between them.
   xcb_timestamp_t inputTime = XCB_CURRENT_TIME;
 
+  // What draws into a part of a picture with `scale` pixels to a point.
+  [[nodiscard]] QtCanvas canvasOn(QImage& picture, const QRect& part, double scale) {
+    return QtCanvas(picture, part, scale, measure, sprites, contrast.isIncreased());
+  }
   // 0 while there is no screen.
   [[nodiscard]] double firstScreenHeight() const {
     const auto all = screens.screens();
