@@ -7,6 +7,7 @@
 
 #include "core/CutText.h"
 #include "platform/mac/system/Conversions.h"
+#include "platform/mac/system/NextTurn.h"
 
 namespace {
 
@@ -116,13 +117,22 @@ namespace pellar {
 
 static_assert(static_cast<NSInteger>(WindowLevel::modalPanel) == NSModalPanelWindowLevel);
 
+namespace {
+
+RestingWindow* makeWindow(const WindowDescription& description) {
+  const NSRect content = NSMakeRect(0, 0, description.contentSize.width, description.contentSize.height);
+  NSWindowStyleMask style = NSWindowStyleMaskTitled;
+  if (description.closable) style |= NSWindowStyleMaskClosable;
+  return [[RestingWindow alloc] initWithContentRect:content
+                                          styleMask:style
+                                            backing:NSBackingStoreBuffered
+                                              defer:NO];
+}
+
+}  // namespace
+
 MacPlainWindow::MacPlainWindow(MainLoop& loop, const WindowDescription& description)
-    : native_([[RestingWindow alloc]
-          initWithContentRect:NSMakeRect(0, 0, description.contentSize.width, description.contentSize.height)
-                    styleMask:NSWindowStyleMaskTitled |
-                              (description.closable ? NSWindowStyleMaskClosable : NSWindowStyleMask{})backing
-                             :NSBackingStoreBuffered
-                        defer:NO]),
+    : native_(makeWindow(description)),
       closing_([[WindowCloseObserver alloc] initWithLoop:&loop]),
       labels_([[WindowLabels alloc] init]) {
   // ARC owns it; a window made in code is released by its own closing otherwise.
@@ -144,7 +154,7 @@ MacPlainWindow::~MacPlainWindow() {
   native_.delegate = nil;
   [native_ close];
   NSWindow* kept = native_;
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+  performNextTurn(^{
     (void)kept;
   });
 }

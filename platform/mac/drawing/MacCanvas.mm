@@ -104,10 +104,6 @@ void MacCanvas::drawCenteredText(std::string_view text, const ViewRect& rect, co
       withAttributes:look];
 }
 
-bool MacCanvas::increasesContrast() const {
-  return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
-}
-
 // Drawing a template image by itself paints it black: only controls tint them. So the colour is poured into
 // what the image covers, on a layer of its own.
 void MacCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& color) {
@@ -128,6 +124,10 @@ void MacCanvas::drawSymbol(Symbol symbol, const ViewRect& rect, const Color& col
   NSRectFillUsingOperation(place, NSCompositingOperationSourceIn);
   CGContextEndTransparencyLayer(context);
   CGContextRestoreGState(context);
+}
+
+bool MacCanvas::increasesContrast() const {
+  return NSWorkspace.sharedWorkspace.accessibilityDisplayShouldIncreaseContrast;
 }
 
 }  // namespace pellar

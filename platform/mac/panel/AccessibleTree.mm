@@ -4,6 +4,7 @@
 
 #import "platform/mac/panel/HostedView.h"
 #include "platform/mac/system/Conversions.h"
+#include "platform/mac/system/NextTurn.h"
 #include "platform/shared/panel/AccessibleChanges.h"
 
 using pellar::AccessibleAction;
@@ -224,10 +225,9 @@ Class controlOf(AccessibleRole role) {
 - (void)noteChange {
   if (_items == nil || std::exchange(_changePosted, YES)) return;
   __weak AccessibleTree* tree = self;
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+  pellar::performNextTurn(^{
     [tree tellChanges];
   });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
 - (void)tellChanges {

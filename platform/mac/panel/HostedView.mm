@@ -5,6 +5,7 @@
 #include "platform/mac/drawing/MacCanvas.h"
 #import "platform/mac/panel/AccessibleTree.h"
 #include "platform/mac/system/Conversions.h"
+#include "platform/mac/system/NextTurn.h"
 
 using pellar::MouseEvent;
 
@@ -131,11 +132,9 @@ using pellar::MouseEvent;
 - (void)leaveScreen {
   if (!_pointerInside || std::exchange(_leftScreen, YES)) return;
   __weak HostedView* gone = self;
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
-    HostedView* view = gone;
-    [view tellLeftScreen];
+  pellar::performNextTurn(^{
+    [gone tellLeftScreen];
   });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
 - (void)tellLeftScreen {
@@ -225,10 +224,9 @@ using pellar::MouseEvent;
 - (void)performSoon:(pellar::AccessibleAction)action on:(const std::string&)identifier {
   __weak HostedView* weak = self;
   const std::string wanted = identifier;
-  CFRunLoopPerformBlock(CFRunLoopGetMain(), kCFRunLoopCommonModes, ^{
+  pellar::performNextTurn(^{
     [weak perform:action on:wanted];
   });
-  CFRunLoopWakeUp(CFRunLoopGetMain());
 }
 
 - (BOOL)takesAccessiblePress {

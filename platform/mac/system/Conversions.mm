@@ -7,11 +7,6 @@
 namespace pellar {
 namespace {
 
-bool isDrawnAsBlank(unichar character) {
-  return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028 ||
-         character == 0x2029;
-}
-
 NSFontWeight toNSFontWeight(FontWeight weight) {
   switch (weight) {
     case FontWeight::regular:
@@ -83,7 +78,7 @@ NSString* drawnText(std::string_view utf8) {
   [text getCharacters:characters.data() range:NSMakeRange(0, text.length)];
   bool changed = false;
   for (auto& character : characters) {
-    if (!isDrawnAsBlank(character)) continue;
+    if (!Utf8::isControlOrLineBreak(character)) continue;
     character = ' ';
     changed = true;
   }
