@@ -1,6 +1,7 @@
 #include "platform/linux/x11/X11Mirror.h"
 
 #include <algorithm>
+#include <array>
 
 #include "core/Log.h"
 #include "platform/linux/x11/EventType.h"
@@ -177,46 +178,44 @@ void X11Mirror::readLinks() {
 
 void X11Mirror::readRoot() {
   const X11Atoms& atoms = connection_.atoms();
-  const xcb_atom_t names[] = {atoms.netClientList, atoms.netActiveWindow, atoms.netCurrentDesktop,
-                              atoms.netWorkArea, atoms.netSupportingWmCheck};
-  std::vector<xcb_get_property_cookie_t> cookies;
-  for (const xcb_atom_t name : names) {
-    cookies.push_back(xcb_get_property(connection_.xcb(), 0, connection_.root(), name,
-                                       XCB_GET_PROPERTY_TYPE_ANY, 0, 65536));
-  }
-  std::vector<std::vector<std::uint32_t>> values;
-  for (const auto cookie : cookies) {
-    const XcbReply<xcb_get_property_reply_t> reply(
-        xcb_get_property_reply(connection_.xcb(), cookie, nullptr));
-    values.push_back(numbers(reply.get()));
-  }
+  const std::array names{atoms.netClientList, atoms.netActiveWindow, atoms.netCurrentDesktop,
+                         atoms.netWorkArea, atoms.netSupportingWmCheck};
+  std::array<xcb_get_property_cookie_t, names.size()> cookies{};
+  std::ranges::transform(names, cookies.begin(), [this](xcb_atom_t name) {
+    return xcb_get_property(connection_.xcb(), 0, connection_.root(), name, XCB_GET_PROPERTY_TYPE_ANY, 0,
+                            65536);
+  });
+  std::array<std::vector<std::uint32_t>, names.size()> values;
+  std::ranges::transform(cookies, values.begin(), [this](xcb_get_property_cookie_t cookie) {
+    return numbers(owned(xcb_get_property_reply(connection_.xcb(), cookie, nullptr)).get());
+  });
+  const auto& [clients, activeWindows, desktops, workAreas, windowManagers] = values;
   std::vector<xcb_window_t> listed;
   std::unordered_set<xcb_window_t> seen;
-  for (const std::uint32_t id : values[0]) {
+  for (const std::uint32_t id : clients) {
     if (id != XCB_WINDOW_NONE && seen.insert(id).second) listed.push_back(id);
   }
   // Some window managers add a second number; only the first is the window. The root stands for none.
-  xcb_window_t active = values[1].empty() ? 0 : values[1].front();
+  xcb_window_t active = activeWindows.empty() ? 0 : activeWindows.front();
   if (active == connection_.root()) active = XCB_WINDOW_NONE;
   if (active != activeWindow_) changes_.activeWindow = true;
   if (listed != listed_) changes_.membership = true;
   listed_ = std::move(listed);
   activeWindow_ = active;
-  const bool hasWindowManager = !values[4].empty();
+  const bool hasWindowManager = !windowManagers.empty();
   if (!hasWindowManager && std::exchange(hadWindowManager_, false)) {
     Log::write("no window manager says which windows there are (_NET_CLIENT_LIST): no tabs until one does");
   }
   hadWindowManager_ = hadWindowManager_ || hasWindowManager;
-  const auto desktop = values[2].empty() ? std::nullopt : std::optional(values[2].front());
+  const auto desktop = desktops.empty() ? std::nullopt : std::optional(desktops.front());
   if (desktop != currentDesktop_) changes_.desktop = true;
   currentDesktop_ = desktop;
   std::optional<RootRect> area;
   const std::size_t start = std::size_t{currentDesktop_.value_or(0)} * 4;
-  const auto& areas = values[3];
-  if (areas.size() >= start + 4) {
-    area = RootRect{static_cast<double>(static_cast<std::int32_t>(areas[start])),
-                    static_cast<double>(static_cast<std::int32_t>(areas[start + 1])),
-                    static_cast<double>(areas[start + 2]), static_cast<double>(areas[start + 3])};
+  if (workAreas.size() >= start + 4) {
+    area = RootRect{static_cast<double>(static_cast<std::int32_t>(workAreas[start])),
+                    static_cast<double>(static_cast<std::int32_t>(workAreas[start + 1])),
+                    static_cast<double>(workAreas[start + 2]), static_cast<double>(workAreas[start + 3])};
   }
   if (area != workArea_) noteScreensChanged();
   workArea_ = area;
