@@ -5,6 +5,7 @@
 
 #include "core/FileOperations.h"
 #include "core/HomeFolder.h"
+#include "platform/linux/x11/ConfigText.h"
 
 namespace pellar {
 namespace {
@@ -16,12 +17,16 @@ fs::path folder(const char* variable, const fs::path& otherwise) {
   return value != nullptr && *value == '/' ? fs::path(value) : otherwise;
 }
 
+fs::path ownDataFolder() {
+  return folder("XDG_DATA_HOME", homeFolder() / ".local/share");
+}
+
 }  // namespace
 
 UserFolders platformFolders() {
   UserFolders folders;
   folders.home = homeFolder();
-  folders.applicationSupport = folder("XDG_DATA_HOME", folders.home / ".local/share");
+  folders.applicationSupport = ownDataFolder();
   folders.logFile = folder("XDG_STATE_HOME", folders.home / ".local/state") / "Pellar/Pellar.log";
   // Without the folder there is no log, which is no reason not to run.
   static_cast<void>(systemFileOperations().createFolders(folders.logFile.parent_path()));
@@ -33,15 +38,12 @@ fs::path configFolder() {
 }
 
 std::vector<fs::path> dataFolders() {
-  std::vector<fs::path> folders{folder("XDG_DATA_HOME", homeFolder() / ".local/share")};
+  std::vector<fs::path> folders{ownDataFolder()};
   const char* value = std::getenv("XDG_DATA_DIRS");
-  std::string_view rest = value != nullptr && *value != '\0' ? value : "/usr/local/share:/usr/share";
-  while (!rest.empty()) {
-    const auto end = rest.find(':');
-    const std::string_view each = rest.substr(0, end);
+  const bool isSet = value != nullptr && *value != '\0';
+  ConfigText::split(isSet ? value : "/usr/local/share:/usr/share", ':', [&folders](std::string_view each) {
     if (each.starts_with('/')) folders.emplace_back(each);
-    rest = end == std::string_view::npos ? std::string_view() : rest.substr(end + 1);
-  }
+  });
   return folders;
 }
 
