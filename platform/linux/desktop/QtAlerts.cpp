@@ -11,8 +11,8 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <utility>
 
+#include "core/TrueWhile.h"
 #include "platform/linux/desktop/MenuBarIcon.h"
 #include "platform/linux/system/ToolkitPlace.h"
 #include "platform/linux/x11/ServerSync.h"
@@ -38,7 +38,8 @@ QLabel* label(const std::string& text, QWidget& parent) {
 }  // namespace
 
 std::optional<TextAlertAnswer> QtAlerts::runModal(const TextAlert& alert) {
-  if (std::exchange(open_, true)) return std::nullopt;
+  if (open_) return std::nullopt;
+  const TrueWhile asking(open_);
   QDialog dialog;
   dialog.setWindowTitle(QStringLiteral("Pellar"));
   dialog.setWindowIcon(MenuBarIcon::make());
@@ -76,7 +77,6 @@ std::optional<TextAlertAnswer> QtAlerts::runModal(const TextAlert& alert) {
   place(dialog);
   QTimer::singleShot(0, &dialog, [this, &dialog] { activate(dialog); });
   dialog.exec();
-  open_ = false;
   return TextAlertAnswer{response, field->text().toStdString()};
 }
 

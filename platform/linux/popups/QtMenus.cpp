@@ -4,8 +4,8 @@
 
 #include <QMenu>
 #include <functional>
-#include <utility>
 
+#include "core/TrueWhile.h"
 #include "platform/EventMonitors.h"
 #include "platform/ScreenList.h"
 #include "platform/linux/popups/QtMenuItems.h"
@@ -25,9 +25,10 @@ void releasePointer(const X11Connection& connection) {
 }  // namespace
 
 void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
-  if (std::exchange(open_, true)) return;
+  if (open_) return;
   std::function<void()> chosen;
   {
+    const TrueWhile tracking(open_);
     QMenu native;
     QtMenuItems::fill(native, menu, [&chosen](const std::function<void()>& handler) { chosen = handler; });
     const auto screens = screens_.screens();
@@ -38,7 +39,6 @@ void QtMenus::popUpContextMenu(const Menu& menu, const MouseEvent& event) {
     const AxPoint place{event.screenLocation.x, height - event.screenLocation.y};
     native.exec(ToolkitPlace::of(density_.map().toPixels(AxRect::of(place, {1, 1})).origin()));
   }
-  open_ = false;
   if (chosen) chosen();
 }
 
