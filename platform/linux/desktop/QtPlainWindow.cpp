@@ -23,6 +23,7 @@
 #include <utility>
 
 #include "platform/linux/desktop/MenuBarIcon.h"
+#include "platform/linux/drawing/DrawnText.h"
 #include "platform/linux/x11/InternAtom.h"
 #include "platform/shared/system/CallbackList.h"
 
@@ -45,14 +46,8 @@ QColor secondary(const QPalette& palette) {
 // Laying out a text takes its time, and no window is as wide as that many characters. A line break in a name
 // makes no second line of a label.
 QString shownText(const std::string& text) {
-  constexpr qsizetype longest = 1000;
-  QString shown = QString::fromStdString(text).left(longest);
-  for (QChar& each : shown) {
-    if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
-        each == QChar::ParagraphSeparator)
-      each = QLatin1Char(' ');
-  }
-  return shown;
+  constexpr std::size_t longest = 1000;
+  return drawnText(text, longest).text;
 }
 
 QLabel* made(const WindowLabel& label, QWidget& parent) {

@@ -5,6 +5,7 @@
 #include "core/Utf8.h"
 
 namespace pellar {
+
 DrawnText drawnText(std::string_view utf8, std::size_t maximumCharacters) {
   DrawnText result;
   result.text.reserve(static_cast<qsizetype>(std::min(utf8.size(), maximumCharacters)));

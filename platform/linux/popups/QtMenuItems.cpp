@@ -13,6 +13,7 @@
 #include <string>
 #include <variant>
 
+#include "platform/linux/drawing/DrawnText.h"
 #include "platform/linux/drawing/NativeColor.h"
 
 namespace pellar::QtMenuItems {
@@ -39,12 +40,8 @@ QString withoutMarks(QString text, Reader reader) {
 QString shownTitle(const std::string& title, const QFontMetrics& metrics, Reader reader) {
   QString text = QString::fromStdString(title);
   if (text.size() > longestTitle) text = text.left(longestTitle / 2) + text.right(longestTitle / 2);
-  for (QChar& each : text) {
-    // Line breaks would make two rows of it, and a tab begins the name of a key.
-    if (each.category() == QChar::Other_Control || each == QChar::LineSeparator ||
-        each == QChar::ParagraphSeparator)
-      each = QLatin1Char(' ');
-  }
+  // Line breaks would make two rows of it, and a tab begins the name of a key.
+  text = drawnText(text.toStdString(), static_cast<std::size_t>(longestTitle)).text;
   return withoutMarks(metrics.elidedText(text, Qt::ElideMiddle, widestTitle), reader);
 }
 
