@@ -131,6 +131,28 @@ QPushButton* made(const WindowButton& button, QWidget& parent) {
   return native;
 }
 
+// The default button has the keyboard at first, and the dialog hears of its keys before it does.
+void chooseDefaultButton(QDialog& dialog) {
+  bool hasDefault = false;
+  for (auto* const button : dialog.findChildren<QPushButton*>()) {
+    if (!button->isDefault()) continue;
+    hasDefault = true;
+    button->setFocus();
+    button->installEventFilter(&dialog);
+  }
+  // Else the toolkit would make one of them the default.
+  for (auto* const button : dialog.findChildren<QPushButton*>())
+    button->setAutoDefault(hasDefault && !button->isFlat());
+}
+
+void centre(QWidget& window) {
+  const QScreen* screen = QGuiApplication::primaryScreen();
+  if (screen == nullptr) return;
+  QRect frame(QPoint(), window.size());
+  frame.moveCenter(screen->availableGeometry().center());
+  window.move(frame.topLeft());
+}
+
 }  // namespace
 
 class QtPlainWindow::Dialog : public QDialog {
@@ -196,7 +218,13 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   dialog_->setWindowFlags(flags);
   dialog_->setWindowTitle(QString::fromStdString(description.title));
   dialog_->setWindowIcon(MenuBarIcon::make());
+  fill(description);
+  limitFrame(*dialog_, description.closable);
+  chooseDefaultButton(*dialog_);
+  centre(*dialog_);
+}
 
+void QtPlainWindow::fill(const WindowDescription& description) {
   auto* column = new QVBoxLayout(dialog_);
   const auto& insets = description.insets;
   column->setContentsMargins(pixels(insets.left), pixels(insets.top), pixels(insets.right),
@@ -242,22 +270,6 @@ QtPlainWindow::QtPlainWindow(const WindowDescription& description)
   if (!description.columnReachesBottom) column->addStretch();
   const QSize wanted(pixels(description.contentSize.width), pixels(description.contentSize.height));
   dialog_->setFixedSize(wanted.expandedTo(column->minimumSize()));
-  limitFrame(*dialog_, description.closable);
-  bool hasDefault = false;
-  for (auto* const button : dialog_->findChildren<QPushButton*>()) {
-    if (!button->isDefault()) continue;
-    hasDefault = true;
-    button->setFocus();
-    button->installEventFilter(dialog_);
-  }
-  // Else the toolkit would make one of them the default.
-  for (auto* const button : dialog_->findChildren<QPushButton*>())
-    button->setAutoDefault(hasDefault && !button->isFlat());
-  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
-    QRect frame(QPoint(), dialog_->size());
-    frame.moveCenter(screen->availableGeometry().center());
-    dialog_->move(frame.topLeft());
-  }
 }
 
 QtPlainWindow::~QtPlainWindow() {

@@ -28,6 +28,9 @@ class QtPlainWindow final : public PlainWindow {
  private:
   class Dialog;
 
+  // Makes the elements, and the window large enough for them.
+  void fill(const WindowDescription& description);
+
   Dialog* dialog_;  // outlives this by the rest of a turn: a handler of it may run
   std::map<std::string, QLabel*> labels_;
 };
