@@ -1,7 +1,6 @@
 #include "platform/linux/applications/FileOpener.h"
 
 #include <QDesktopServices>
-#include <QFile>
 #include <QUrl>
 #include <chrono>
 #include <filesystem>

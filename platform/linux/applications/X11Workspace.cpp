@@ -5,7 +5,6 @@
 #include <QDesktopServices>
 #include <QString>
 #include <QUrl>
-#include <utility>
 
 #include "platform/MainLoop.h"
 #include "platform/linux/system/PlatformFolders.h"

@@ -10,9 +10,8 @@ namespace pellar {
 // The login item as an entry in the user's XDG autostart folder.
 class AutostartEntry final : public LoginItem {
  public:
-  // `configFolder` is the user's folder of settings; `program` is started, an absolute path;
-  // an empty one where that is not known, which cannot be switched on.
-  // `operations` must outlive this.
+  // `configFolder` is the user's folder of settings. `program` is the absolute path of what is started; empty
+  // where that is not known, and the item cannot be switched on. `operations` must outlive this.
   AutostartEntry(const std::filesystem::path& configFolder, std::filesystem::path program,
                  FileOperations& operations = systemFileOperations());
 

@@ -2,7 +2,6 @@
 
 #include <QColor>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPixmap>
 #include <QRectF>
 

@@ -1,6 +1,5 @@
 #include "platform/linux/desktop/QtHttpClient.h"
 
-#include <QCoreApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>

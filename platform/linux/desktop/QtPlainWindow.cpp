@@ -3,7 +3,6 @@
 #include <xcb/xcb.h>
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QDialog>
 #include <QElapsedTimer>
 #include <QGuiApplication>

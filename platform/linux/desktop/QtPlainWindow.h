@@ -2,12 +2,10 @@
 
 #include <chrono>
 #include <map>
-#include <memory>
 #include <string>
 
 #include "platform/Windows.h"
 
-class QDialog;
 class QLabel;
 
 namespace pellar {

@@ -4,7 +4,6 @@
 
 #include <QSocketNotifier>
 #include <chrono>
-#include <string_view>
 #include <utility>
 #include <vector>
 

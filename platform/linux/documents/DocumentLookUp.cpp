@@ -4,7 +4,6 @@
 #include <array>
 #include <climits>
 #include <fstream>
-#include <iterator>
 #include <set>
 #include <system_error>
 

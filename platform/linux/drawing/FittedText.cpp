@@ -4,7 +4,6 @@
 #include <QTextLayout>
 #include <QTextOption>
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 
 #include "platform/linux/drawing/DrawnText.h"

@@ -1,6 +1,7 @@
 #include "platform/linux/input/X11KeyGrabs.h"
 
 #include <array>
+#include <optional>
 #include <vector>
 
 #include "platform/VirtualKey.h"

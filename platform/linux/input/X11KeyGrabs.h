@@ -3,7 +3,6 @@
 #include <xcb/xcb.h>
 
 #include <cstdint>
-#include <optional>
 #include <set>
 #include <utility>
 

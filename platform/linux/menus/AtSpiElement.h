@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QString>
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>

@@ -11,7 +11,6 @@
 
 namespace pellar {
 
-class QtCanvas;
 class X11Panel;
 
 // The list of a panel, drawn into the panel's picture. Its keys come from the editor of the key panel's

@@ -1,7 +1,6 @@
 #include "platform/linux/system/ToolkitScale.h"
 
 #include <algorithm>
-#include <optional>
 
 namespace pellar {
 

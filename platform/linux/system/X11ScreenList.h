@@ -27,7 +27,7 @@ class X11ScreenList final : public ScreenList {
   [[nodiscard]] Subscription onChanged(std::function<void()> callback) override {
     return changed_.add(std::move(callback));
   }
-  // The same as pixels.
+  // A screen in pixels.
   struct Monitor {
     RootRect pixels;
     RootRect visible;

@@ -1,6 +1,5 @@
 #include "platform/linux/x11/DesktopTheme.h"
 
-#include <algorithm>
 #include <cstdint>
 
 #include "core/Ascii.h"

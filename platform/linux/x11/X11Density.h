@@ -1,7 +1,5 @@
 #pragma once
 
-#include <xcb/xcb.h>
-
 #include <optional>
 #include <string>
 #include <vector>

@@ -1,7 +1,5 @@
 #include "platform/linux/x11/X11WindowLoader.h"
 
-#include <algorithm>
-
 #include "platform/linux/x11/X11Property.h"
 
 namespace pellar {

@@ -2,8 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include <functional>
-
 #include "platform/Windows.h"
 
 // A push button that runs a block.

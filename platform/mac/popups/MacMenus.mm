@@ -1,7 +1,6 @@
 #include "platform/mac/popups/MacMenus.h"
 
 #include <memory>
-#include <utility>
 
 #include "core/TrueWhile.h"
 #include "platform/mac/panel/MacPanel.h"
