@@ -35,6 +35,16 @@ class ShellStory : public testing::Test {
     StateStore store(StateStore::defaultURL(mac.platform().folders.applicationSupport));
     store.update([&](AppState& state) { change(state.settings); });
   }
+  // The user has not read the terms yet.
+  void forgetTerms() {
+    change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  }
+  // The web site requires these terms (an object of its answer), and the user looks for updates.
+  void announceTerms(const std::string& terms) {
+    mac.web().answer(R"({"latest":"1.4.0","eula":)" + terms + "}");
+    mac.statusBar().choose({"Check for updates now"});
+    mac.advance(std::chrono::seconds(1));
+  }
   void start() {
     pellar.emplace(mac.platform());
     pellar->applicationDidFinishLaunching();

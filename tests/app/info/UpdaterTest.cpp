@@ -277,7 +277,7 @@ TEST_F(Updates, ABundleWithoutAVersionCountsAsVersionZero) {
 
 TEST_F(Updates, AWebSiteMayBeGivenWithASlashAtItsEnd) {
   mac.platform().bundle.webSite = "http://127.0.0.1:8080/";
-  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  forgetTerms();
   start();
   checkNow();
   EXPECT_EQ(mac.web().requests().at(0).url, "http://127.0.0.1:8080/v1/update");

@@ -218,7 +218,7 @@ TEST_F(AutoSaving, AnApplicationSwitchedOffMeanwhileIsNotSavedAnyMore) {
 }
 
 TEST_F(AutoSaving, ItGoesOnWhileTheTermsAreNotAccepted) {
-  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  forgetTerms();
   auto word = launch(OfficeApp::word);
   const auto report = changedDocument(word, "Report.docx");
   start();

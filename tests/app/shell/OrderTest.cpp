@@ -31,7 +31,7 @@ TEST_F(Order, OfAStartWithPermission) {
 }
 
 TEST_F(Order, OfAStartWithoutAutoSaveAndWithTermsToAccept) {
-  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  forgetTerms();
   editor.open("Plan");
   startRecorded();
   EXPECT_EQ(Rows(recorded.calls().begin(), recorded.calls().begin() + 6),

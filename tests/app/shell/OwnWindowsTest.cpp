@@ -13,14 +13,6 @@ class KeyboardAfterOurs : public ShellStory {
   KeyboardAfterOurs() { editor.open("Plan"); }
 
   void openAbout() { mac.statusBar().choose({"About Pellar"}); }
-  void forgetTerms() {
-    change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
-  }
-  void announce(const std::string& termsVersion) {
-    mac.web().answer(R"({"latest":"1.4.0","eula":{"version":")" + termsVersion + R"("}})");
-    mac.statusBar().choose({"Check for updates now"});
-    mac.advance(1s);
-  }
   // What the user types next goes to this application, and to nothing else.
   void expectKeyboardOf(const SimApplication& application) {
     const std::string before = application.typed();
@@ -93,9 +85,9 @@ TEST_F(KeyboardAfterOurs, TermsThatFollowTheOnboardingHaveIt) {
 
 TEST_F(KeyboardAfterOurs, TermsThatGoByANewerAnswerGiveItBack) {
   start();
-  announce("2");
+  announceTerms(R"({"version":"2"})");
   ASSERT_EQ(mac.windows().key(), &window(termsTitle));
-  announce("1");
+  announceTerms(R"({"version":"1"})");
   expectNoWindowOfOurs();
   EXPECT_TRUE(stripShown());
   expectKeyboardOf(editor);
@@ -104,7 +96,7 @@ TEST_F(KeyboardAfterOurs, TermsThatGoByANewerAnswerGiveItBack) {
 TEST_F(KeyboardAfterOurs, NotWhileAnotherOfOurWindowsIsOpen) {
   start();
   openAbout();
-  announce("2");
+  announceTerms(R"({"version":"2"})");
   window(termsTitle).press("I Agree");
   EXPECT_EQ(mac.windows().key(), &window(aboutTitle));
   mac.type("x");
@@ -118,7 +110,7 @@ TEST_F(KeyboardAfterOurs, NotToTheEditorWhenTheUserHasGoneToAnotherApplication) 
   start();
   const auto viewer = mac.launch({.bundleId = "org.example.viewer", .name = "Viewer"});
   mac.settle();
-  announce("2");
+  announceTerms(R"({"version":"2"})");
   goTo(viewer);
   change([](Settings& settings) { settings.acceptedEulaVersion = "2"; });
   window(termsTitle).press("I Agree");

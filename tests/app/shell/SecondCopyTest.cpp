@@ -29,7 +29,7 @@ TEST_F(StartedOnceMore, OpensTheMenuForAUserWhoDoesNotFindItsItem) {
 }
 
 TEST_F(StartedOnceMore, BringsTheTermsBackThatWereHiddenWithTheOthers) {
-  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  forgetTerms();
   editor.open("Plan");
   start();
   goTo(editor);

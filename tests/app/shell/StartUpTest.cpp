@@ -111,7 +111,7 @@ TEST_F(StartUp, UpdatesAreLookedForWhileThePermissionIsAwaited) {
 }
 
 TEST_F(StartUp, TermsComeAfterThePermission) {
-  change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+  forgetTerms();
   mac.accessibility().setTrusted(false);
   start();
   mac.advance(1min);

@@ -12,16 +12,11 @@ using namespace std::chrono_literals;
 class Terms : public ShellStory {
  protected:
   Terms() {
-    change([](Settings& settings) { settings.acceptedEulaVersion.clear(); });
+    forgetTerms();
     editor.open("Plan");
   }
   void accept(const std::string& version) {
     change([&](Settings& settings) { settings.acceptedEulaVersion = version; });
-  }
-  void announce(const std::string& terms) {
-    mac.web().answer(R"({"latest":"1.4.0","eula":)" + terms + "}");
-    mac.statusBar().choose({"Check for updates now"});
-    mac.advance(1s);
   }
   SimApplication launchWord() {
     return mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"});
@@ -209,7 +204,7 @@ TEST_F(Terms, NewerOnesComeUpAtOnceAndHideTheStrip) {
   start();
   ASSERT_TRUE(stripShown());
   pellar->strip()->openRecent();
-  announce(R"({"version":"2","url":"https://pellar.example/terms-2.html"})");
+  announceTerms(R"({"version":"2","url":"https://pellar.example/terms-2.html"})");
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
   EXPECT_EQ(window(termsTitle).texts().front(), "End User Agreement (v2)");
   for (const auto* panel : mac.panels().all()) EXPECT_FALSE(panel->isVisible());
@@ -227,7 +222,7 @@ TEST_F(Terms, NewerOnesThatComeWhileWordIsAskedLeaveNoStripBesideThem) {
   start();
   const auto word = launchWord();
   mac.settle();
-  whileWordIsAsked([&] { announce(R"({"version":"2"})"); });
+  whileWordIsAsked([&] { announceTerms(R"({"version":"2"})"); });
   const auto plan = openInWord(word, "Plan.docx");
   const AxRect underTheMenuBar{100, 30, 1300, 600};
   plan->window->setFrame(underTheMenuBar);
@@ -275,7 +270,7 @@ TEST_F(Terms, AnnouncedAgainTheyComeBackBeforeTheEditor) {
   start();
   goTo(editor);
   ASSERT_EQ(mac.windows().key(), nullptr);
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   EXPECT_EQ(mac.windows().key(), &window(termsTitle));
   EXPECT_EQ(mac.windows().made(), 1);
 }
@@ -283,9 +278,9 @@ TEST_F(Terms, AnnouncedAgainTheyComeBackBeforeTheEditor) {
 TEST_F(Terms, AnAnnouncementWithoutAnAddressKeepsTheOneKnown) {
   accept("1");
   start();
-  announce(R"({"version":"1","url":"https://pellar.example/other.html"})");
+  announceTerms(R"({"version":"1","url":"https://pellar.example/other.html"})");
   EXPECT_TRUE(mac.windows().visible().empty());
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   window(termsTitle).press("Read full terms online");
   EXPECT_EQ(mac.workspace().openedUrls(), Rows{"https://pellar.example/other.html"});
 }
@@ -293,14 +288,14 @@ TEST_F(Terms, AnAnnouncementWithoutAnAddressKeepsTheOneKnown) {
 TEST_F(Terms, AnAddressThatIsNotOfTheWebOpensNothing) {
   accept("1");
   start();
-  announce(R"({"version":"2","url":"file:///Applications/Calculator.app"})");
+  announceTerms(R"({"version":"2","url":"file:///Applications/Calculator.app"})");
   window(termsTitle).press("Read full terms online");
   EXPECT_TRUE(mac.workspace().openedUrls().empty());
 }
 
 TEST_F(Terms, AcceptingInAWindowThatIsLeftOpenRecordsTheNewerVersion) {
   start();
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   EXPECT_EQ(window(termsTitle).texts().front(), "End User Agreement (v1)") << "it stays as it is";
   EXPECT_EQ(mac.windows().made(), 1);
   window(termsTitle).press("I Agree");
@@ -311,11 +306,11 @@ TEST_F(Terms, AcceptingInAWindowThatIsLeftOpenRecordsTheNewerVersion) {
 TEST_F(Terms, TheSameAnnouncementTwiceChangesNothing) {
   accept("1");
   start();
-  announce(R"({"version":"2"})");
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   EXPECT_EQ(mac.windows().made(), 1);
   window(termsTitle).press("I Agree");
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   EXPECT_TRUE(mac.windows().visible().empty());
   goTo(editor);
   EXPECT_TRUE(stripShown());
@@ -324,9 +319,9 @@ TEST_F(Terms, TheSameAnnouncementTwiceChangesNothing) {
 TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheOpenWindowCloses) {
   accept("1");
   start();
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   ASSERT_EQ(mac.windows().visible(), Rows{termsTitle});
-  announce(R"({"version":"1"})");
+  announceTerms(R"({"version":"1"})");
   EXPECT_FALSE(mac.windows().exists(termsTitle));
   EXPECT_TRUE(stripShown()) << "the editor has its place again";
 }
@@ -334,11 +329,11 @@ TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheOpenWindowCloses) {
 TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheStripIsThereAtOnce) {
   accept("1");
   start();
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   goTo(editor);
   ASSERT_EQ(mac.windows().visible(), Rows{termsTitle});
   ASSERT_FALSE(stripShown());
-  announce(R"({"version":"1"})");
+  announceTerms(R"({"version":"1"})");
   EXPECT_TRUE(mac.windows().visible().empty());
   EXPECT_TRUE(stripShown());
 }
@@ -346,7 +341,7 @@ TEST_F(Terms, AnnouncedAgainAsTheAcceptedOnesTheStripIsThereAtOnce) {
 TEST_F(Terms, TheRequirementLivesForTheRun) {
   accept("1");
   start();
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   pellar.reset();
   start();
   EXPECT_TRUE(mac.windows().visible().empty());
@@ -355,7 +350,7 @@ TEST_F(Terms, TheRequirementLivesForTheRun) {
 TEST_F(Terms, AnEmptyRequirementCannotBeAccepted) {
   accept("1");
   start();
-  announce(R"({"version":""})");
+  announceTerms(R"({"version":""})");
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle});
   window(termsTitle).press("I Agree");
   EXPECT_EQ(mac.windows().visible(), Rows{termsTitle}) << "they are back";
@@ -368,7 +363,7 @@ TEST_F(Terms, AnAnnouncementWhileThePermissionIsAwaitedShowsThem) {
   accept("1");
   mac.accessibility().setTrusted(false);
   start();
-  announce(R"({"version":"2"})");
+  announceTerms(R"({"version":"2"})");
   EXPECT_EQ(mac.windows().visible(), (Rows{onboardingTitle, termsTitle}));
 }
 
