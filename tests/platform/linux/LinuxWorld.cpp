@@ -11,6 +11,7 @@
 
 #include "platform/linux/x11/XcbReply.h"
 #include "tests/e2e/Keys.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar::contract {
 namespace {
@@ -43,15 +44,7 @@ LinuxWorld::~LinuxWorld() {
 }
 
 bool LinuxWorld::wait(const std::function<bool()>& condition, std::chrono::milliseconds deadline) {
-  const auto end = std::chrono::steady_clock::now() + deadline;
-  // Some conditions come true outside the loop, with no event of it.
-  QTimer look;
-  look.start(std::chrono::milliseconds(5));
-  while (!condition()) {
-    if (std::chrono::steady_clock::now() >= end) return false;
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  return true;
+  return test::runToolkitUntil(condition, deadline);
 }
 
 ProcessId LinuxWorld::launch(const std::string& name) {

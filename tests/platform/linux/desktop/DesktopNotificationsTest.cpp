@@ -1,10 +1,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <algorithm>
 #include <chrono>
 #include <memory>
@@ -17,6 +14,7 @@
 #include "tests/e2e/Desktop.h"
 #include "tests/e2e/Folders.h"
 #include "tests/e2e/Process.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar {
 namespace {
@@ -37,28 +35,18 @@ class Notifying : public testing::Test {
                                             folders.root() / "notifications.errors");
     ASSERT_EQ(server->readLine(), "ready");
   }
-  template <class Condition>
-  static bool waitUntil(Condition condition, std::chrono::milliseconds deadline = 10s) {
-    const QDeadlineTimer end(deadline);
-    while (!condition()) {
-      if (end.hasExpired()) return false;
-      QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
-  }
   std::optional<bool> asked() {
     std::optional<bool> granted;
     const auto question = notifications.requestAuthorization([&](bool answer) { granted = answer; });
     EXPECT_FALSE(granted.has_value()) << "never inside the call";
-    EXPECT_TRUE(waitUntil([&] { return granted.has_value(); }));
+    EXPECT_TRUE(test::runToolkitAsAProgramUntil([&] { return granted.has_value(); }));
     return granted;
   }
   // What the desktop shows after this.
   std::string shownAfter(const UserNotification& notification) {
     notifications.add(notification);
     // Calls leave by the loop.
-    waitUntil([] { return false; }, 100ms);
+    test::runToolkitAsAProgramUntil([] { return false; }, 100ms);
     return server->readLine();
   }
 
@@ -131,7 +119,7 @@ TEST_F(Notifying, AQuestionThatIsDroppedIsNeverAnswered) {
   {
     const auto question = notifications.requestAuthorization([&](bool) { ++answers; });
   }
-  EXPECT_FALSE(waitUntil([&] { return answers > 0; }, 300ms));
+  EXPECT_FALSE(test::runToolkitAsAProgramUntil([&] { return answers > 0; }, 300ms));
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
-#include <QEventLoop>
 #include <algorithm>
 #include <chrono>
 #include <optional>
@@ -11,6 +8,7 @@
 #include <vector>
 
 #include "platform/linux/desktop/QtHttpClient.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 #include "tests/support/LoopbackServer.h"
 
 namespace pellar {
@@ -31,17 +29,7 @@ class WebRequest : public testing::Test {
     });
   }
   [[nodiscard]] bool waitForReply(std::chrono::milliseconds deadline = 12s) {
-    return waitUntil([this] { return replies > 0; }, deadline);
-  }
-  template <class Condition>
-  static bool waitUntil(Condition condition, std::chrono::milliseconds deadline) {
-    const QDeadlineTimer end(deadline);
-    while (!condition()) {
-      if (end.hasExpired()) return false;
-      QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
+    return test::runToolkitAsAProgramUntil([this] { return replies > 0; }, deadline);
   }
   std::optional<std::string> bodyOf(const std::string& path) {
     get(path);
@@ -172,7 +160,7 @@ TEST_F(WebRequest, ItMayBeDroppedByItsOwnReply) {
     ++replies;
   });
   ASSERT_TRUE(waitForReply());
-  EXPECT_FALSE(waitUntil([this] { return replies > 1; }, 100ms));
+  EXPECT_FALSE(test::runToolkitAsAProgramUntil([this] { return replies > 1; }, 100ms));
 }
 
 TEST_F(WebRequest, ANameMayBeLookedUpOnceItWasAskedFor) {
@@ -191,7 +179,7 @@ TEST_F(WebRequest, SeveralAtOnce) {
   for (const auto* path : {"/a", "/b", "/c"})
     all.push_back(client.get({server.address() + path, 10s, largest},
                              [&](auto received) { bodies.push_back(received.value_or("none")); }));
-  ASSERT_TRUE(waitUntil([&] { return bodies.size() == 3; }, 10s));
+  ASSERT_TRUE(test::runToolkitAsAProgramUntil([&] { return bodies.size() == 3; }, 10s));
   std::ranges::sort(bodies);
   EXPECT_EQ(bodies, (std::vector<std::string>{"/a", "/b", "/c"}));
 }

@@ -9,6 +9,7 @@
 #include <QPushButton>
 #include <QShortcut>
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,6 +17,7 @@
 #include "platform/linux/desktop/QtPlainWindow.h"
 #include "tests/e2e/Keys.h"
 #include "tests/platform/linux/SharedDesktop.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar {
 namespace {
@@ -44,15 +46,8 @@ class PlainWindows : public testing::Test {
     window->makeKeyAndOrderFront();
     ASSERT_TRUE(waitUntil([this] { return isActive(); }));
   }
-  template <class Condition>
-  static bool waitUntil(Condition condition, std::chrono::milliseconds deadline = 15s) {
-    const QDeadlineTimer end(deadline);
-    while (!condition()) {
-      if (end.hasExpired()) return false;
-      QApplication::processEvents(QEventLoop::AllEvents, 20);
-      QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    return true;
+  static bool waitUntil(const std::function<bool()>& condition) {
+    return test::runToolkitAsAProgramUntil(condition, 15s);
   }
   [[nodiscard]] bool isActive() {
     return native->isVisible() &&

@@ -1,12 +1,13 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDeadlineTimer>
+#include <chrono>
 #include <functional>
 
 #include "platform/linux/desktop/QtStatusBar.h"
 #include "platform/linux/system/QtMainLoop.h"
 #include "tests/platform/linux/SharedDesktop.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar {
 namespace {
@@ -21,14 +22,6 @@ class NoPresses final : public EventMonitors {
   Subscription onceButtonsAreUp(std::function<void()> /*callback*/) override { return {}; }
 };
 
-bool waitUntil(const std::function<bool()>& condition, QDeadlineTimer deadline) {
-  while (!condition()) {
-    if (deadline.hasExpired()) return false;
-    QApplication::processEvents(QEventLoop::AllEvents, 20);
-  }
-  return true;
-}
-
 // What a second copy does that is started right after the first.
 TEST(StatusBar, AMenuThatIsAskedForBeforeTheIconIsInTheTrayStaysOpen) {
   auto& observer = contract::SharedDesktop::get().observer();
@@ -41,11 +34,10 @@ TEST(StatusBar, AMenuThatIsAskedForBeforeTheIconIsInTheTrayStaysOpen) {
   statusBar.openMenu();
   const auto isOpen = [] { return QApplication::activePopupWidget() != nullptr; };
   ASSERT_TRUE(isOpen());
-  const QDeadlineTimer patience(15000);
-  EXPECT_TRUE(
-      waitUntil([&] { return observer.keyboardIsGrabbed() && observer.pointerIsGrabbed(); }, patience));
+  EXPECT_TRUE(test::runToolkitUntil(
+      [&] { return observer.keyboardIsGrabbed() && observer.pointerIsGrabbed(); }, e2e::patience));
   // The toolkit closes a menu that lost the keyboard only after a tenth of a second.
-  EXPECT_FALSE(waitUntil([&] { return !isOpen(); }, QDeadlineTimer(300)));
+  EXPECT_FALSE(test::runToolkitUntil([&] { return !isOpen(); }, std::chrono::milliseconds(300)));
   EXPECT_TRUE(observer.keyboardIsGrabbed());
 }
 

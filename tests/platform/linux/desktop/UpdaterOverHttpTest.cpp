@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QDeadlineTimer>
 #include <QElapsedTimer>
-#include <QEventLoop>
 #include <chrono>
 #include <memory>
 #include <string>
@@ -14,6 +11,7 @@
 #include "app/info/Updater.h"
 #include "platform/linux/desktop/QtHttpClient.h"
 #include "platform/sim/SimMac.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 #include "tests/support/LogReader.h"
 #include "tests/support/LoopbackServer.h"
 
@@ -57,11 +55,7 @@ class UpdateOverHttp : public testing::Test {
     return Updater::create(platform);
   }
   bool waitForReplies(int count, std::chrono::milliseconds deadline = 10s) {
-    const QDeadlineTimer end(deadline);
-    while (client.replies < count && !end.hasExpired()) {
-      QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-      QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
+    test::runToolkitAsAProgramUntil([&] { return client.replies >= count; }, deadline);
     mac.settle();
     return client.replies == count;
   }

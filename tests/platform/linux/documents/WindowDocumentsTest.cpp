@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QCoreApplication>
-#include <QTimer>
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
@@ -14,6 +12,7 @@
 #include "platform/linux/documents/WindowDocuments.h"
 #include "platform/linux/system/QtMainLoop.h"
 #include "tests/platform/linux/SharedDesktop.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar::contract {
 namespace {
@@ -94,17 +93,7 @@ class WindowDocumentsTest : public ::testing::Test {
   }
   ~WindowDocumentsTest() override { files->comeBack(); }
 
-  // Runs the toolkit's loop until then.
-  static bool wait(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + 10s;
-    QTimer look;
-    look.start(5ms);
-    while (!condition()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-  }
+  static bool wait(const std::function<bool()>& condition) { return test::runToolkitUntil(condition); }
   std::optional<std::string> document(xcb_window_t window, const std::string& title) {
     return documents->document(window, title, 4711);
   }

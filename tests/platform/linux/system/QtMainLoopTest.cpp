@@ -1,13 +1,12 @@
 #include <QCoreApplication>
-#include <QTimer>
 #include <chrono>
 #include <functional>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/linux/system/QtMainLoop.h"
 #include "tests/platform/linux/SharedDesktop.h"
+#include "tests/platform/linux/ToolkitLoop.h"
 
 namespace pellar::contract {
 namespace {
@@ -17,17 +16,7 @@ using namespace std::chrono_literals;
 class QtMainLoopTest : public ::testing::Test {
  protected:
   QtMainLoopTest() { SharedDesktop::get(); }
-  // Runs the toolkit's loop until then.
-  bool run(const std::function<bool()>& condition) {
-    const auto end = std::chrono::steady_clock::now() + 10s;
-    QTimer look;
-    look.start(5ms);
-    while (!condition()) {
-      if (std::chrono::steady_clock::now() > end) return false;
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
-  }
+  static bool run(const std::function<bool()>& condition) { return test::runToolkitUntil(condition); }
 };
 
 // Posts itself again on every turn, and counts how often it ran.
