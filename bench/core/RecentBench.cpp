@@ -1,6 +1,5 @@
 #include <benchmark/benchmark.h>
 
-#include <map>
 #include <optional>
 #include <string>
 

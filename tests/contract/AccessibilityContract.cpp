@@ -1,6 +1,5 @@
 #include <array>
 #include <limits>
-#include <set>
 
 #include "tests/contract/ContractTest.h"
 

@@ -1,6 +1,5 @@
 #include "tests/e2e/PopUpMenu.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 

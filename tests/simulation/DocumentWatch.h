@@ -21,7 +21,6 @@ class DocumentWatch {
   void put(const std::filesystem::path& file) { put_.insert(file.string()); }
   // The user answered the question for another name.
   void renaming(const std::string& name) { names_.insert(name); }
-  [[nodiscard]] bool anyRenaming() const { return !names_.empty(); }
 
   // What is wrong; nothing when all is there.
   [[nodiscard]] std::optional<std::string> compare();

@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <map>
-
 #include "app/panels/SnapView.h"
 #include "platform/sim/SimMac.h"
 

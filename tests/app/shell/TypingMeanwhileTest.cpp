@@ -1,7 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "tests/support/StripStory.h"
 
 namespace pellar {

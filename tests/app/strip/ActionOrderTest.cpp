@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <optional>
 
 #include "tests/support/MenuStory.h"

@@ -1,6 +1,5 @@
 #include "tests/e2e/tour/PanelSteps.h"
 
-#include <algorithm>
 #include <memory>
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,5 @@
 #include "tests/e2e/tour/Tour.h"
 
-#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <stdexcept>

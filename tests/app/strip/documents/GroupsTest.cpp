@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <map>
 
 #include "tests/support/MenuStory.h"
 

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <future>
-#include <thread>
 
 #include "platform/linux/input/KeyDecision.h"
 

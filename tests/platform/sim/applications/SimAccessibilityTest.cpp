@@ -2,7 +2,6 @@
 
 #include <array>
 #include <chrono>
-#include <memory>
 
 #include "platform/sim/SimMac.h"
 #include "platform/sim/applications/SimAccessibility.h"
