@@ -333,7 +333,7 @@ void XObserver::doubleClick(int x, int y) {
   release(1);
 }
 
-std::optional<xcb_keycode_t> XObserver::keycode(std::uint32_t keysym) const {
+std::optional<xcb_keycode_t> XObserver::keycode(std::uint32_t keysym, bool shifted) const {
   const auto* setup = xcb_get_setup(connection_);
   const auto count = static_cast<std::uint8_t>(setup->max_keycode - setup->min_keycode + 1);
   const XReply<xcb_get_keyboard_mapping_reply_t> mapping(xcb_get_keyboard_mapping_reply(
@@ -341,17 +341,19 @@ std::optional<xcb_keycode_t> XObserver::keycode(std::uint32_t keysym) const {
   if (!mapping) return std::nullopt;
   const auto* keysyms = xcb_get_keyboard_mapping_keysyms(mapping.get());
   for (int index = 0; index < count; ++index)
-    if (keysyms[index * mapping->keysyms_per_keycode] == keysym)
+    if (keysyms[index * mapping->keysyms_per_keycode + (shifted ? 1 : 0)] == keysym)
       return static_cast<xcb_keycode_t>(setup->min_keycode + index);
   return std::nullopt;
 }
 
-void XObserver::key(std::uint32_t keysym, bool down) {
-  const auto code = keycode(keysym);
-  if (!code) return;
-  xcb_test_fake_input(connection_, down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, *code, XCB_CURRENT_TIME, XCB_NONE,
+void XObserver::pressKey(xcb_keycode_t code, bool down) {
+  xcb_test_fake_input(connection_, down ? XCB_KEY_PRESS : XCB_KEY_RELEASE, code, XCB_CURRENT_TIME, XCB_NONE,
                       0, 0, 0);
   fence();
+}
+
+void XObserver::key(std::uint32_t keysym, bool down) {
+  if (const auto code = keycode(keysym)) pressKey(*code, down);
 }
 
 void XObserver::strike(std::uint32_t keysym) {
@@ -361,10 +363,14 @@ void XObserver::strike(std::uint32_t keysym) {
 
 void XObserver::type(const std::string& text) {
   for (const char letter : text) {
-    const bool capital = letter >= 'A' && letter <= 'Z';
-    if (capital) key(shiftKey, true);
-    strike(static_cast<std::uint32_t>(static_cast<unsigned char>(capital ? letter - 'A' + 'a' : letter)));
-    if (capital) key(shiftKey, false);
+    const auto symbol = static_cast<std::uint32_t>(static_cast<unsigned char>(letter));
+    const auto plain = keycode(symbol);
+    const auto code = plain ? plain : keycode(symbol, /*shifted=*/true);
+    if (!code) throw std::runtime_error("no key of this keyboard types " + std::string(1, letter));
+    if (!plain) key(shiftKey, true);
+    pressKey(*code, true);
+    pressKey(*code, false);
+    if (!plain) key(shiftKey, false);
   }
 }
 

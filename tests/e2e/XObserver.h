@@ -125,11 +125,11 @@ class XObserver {
   void key(std::uint32_t keysym, bool down);
   // Presses a key and lets go of it.
   void strike(std::uint32_t keysym);
-  // Letters, digits and what else is on a key of its own; capitals with Shift.
+  // What the keyboard has on a key, whatever its layout; with Shift where that takes it.
   void type(const std::string& text);
 
-  // Where the keyboard has a key; absent when it has none with that symbol.
-  [[nodiscard]] std::optional<xcb_keycode_t> keycode(std::uint32_t keysym) const;
+  // Where the keyboard has a key; absent when it has none with that symbol. `shifted`: with Shift held.
+  [[nodiscard]] std::optional<xcb_keycode_t> keycode(std::uint32_t keysym, bool shifted = false) const;
   // The window that keys go to, or none.
   [[nodiscard]] xcb_window_t focus() const;
   // Where the mouse pointer is, as a box of no size.
@@ -148,6 +148,7 @@ class XObserver {
   void takeEvents();
 
  private:
+  void pressKey(xcb_keycode_t code, bool down);
   // Presses a button once the server has waited for so long.
   void pressAfter(std::uint32_t milliseconds, int button);
   // Whether a grab that was just tried, with the server held, is refused. Gives back what was got.

@@ -98,7 +98,7 @@ void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const Open
   answer = {.uptime = answer.uptime, .record = window};
   const auto match = documents.match(window->title);
   if (!match) return;
-  const auto source = match->isOnly ? PathSource::knownBefore : PathSource::guessedByLabel;
+  const auto source = match->isOnly ? PathSource::answered : PathSource::guessedByLabel;
   answer.found = DocumentPath{match->path, source};
   answer.inTitle.look(window->title, match->path);
 }

@@ -17,13 +17,13 @@ namespace pellar {
 
 // How a window's file is known.
 enum class PathSource {
-  knownBefore,     // from an answer of its application, or as the window itself says
+  answered,        // from an answer of its application, or as the window itself says
   guessedByLabel,  // several open documents would serve
 };
 
 struct DocumentPath {
   std::string path;  // absolute, POSIX
-  PathSource source = PathSource::knownBefore;
+  PathSource source = PathSource::answered;
   friend bool operator==(const DocumentPath&, const DocumentPath&) = default;
 };
 

@@ -36,7 +36,7 @@ TEST_F(FileBehindAWindow, OfTwoDocumentsWithOneLabelEachHasItsOwn) {
   const auto& windows = pellar.tracker().windows();
   EXPECT_EQ(knownFile(*windows.at(0)), pathOf("Letter.doc"));
   EXPECT_EQ(knownFile(*windows.at(1)), pathOf("Letter.docx"));
-  EXPECT_EQ(pellar.documentPaths().of(*windows.at(0))->source, PathSource::knownBefore);
+  EXPECT_EQ(pellar.documentPaths().of(*windows.at(0))->source, PathSource::answered);
 }
 
 TEST_F(FileBehindAWindow, WhereTheTitleLeavesItOpenItIsAGuessThatIsAskedAboutAgain) {
@@ -49,7 +49,7 @@ TEST_F(FileBehindAWindow, WhereTheTitleLeavesItOpenItIsAGuessThatIsAskedAboutAga
   mac.office().close(first);
   mac.settle();
   EXPECT_EQ(copiedPath("Letter"), pathOf("Letter.docx"));
-  EXPECT_EQ(pellar.documentPaths().of(*window)->source, PathSource::knownBefore);
+  EXPECT_EQ(pellar.documentPaths().of(*window)->source, PathSource::answered);
 }
 
 TEST_F(FileBehindAWindow, AGuessStaysWhenNobodyAnswersAnyMore) {
