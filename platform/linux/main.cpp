@@ -81,8 +81,7 @@ int run(LinuxPlatform& platform, SingleInstance& instance) {
   AppDelegate delegate(platform.platform());
   instance.onAsked = [&delegate] { delegate.showItself(); };
   platform.platform().mainLoop.post([&delegate] { delegate.applicationDidFinishLaunching(); });
-  // QApplication's own also connects to the session bus for screen readers, starting one where none runs, and
-  // to theirs, whether one runs or not (AssistiveTechnology).
+  // QApplication's own also speaks up for screen readers, which AtSpiBridge alone decides.
   const int code = QCoreApplication::exec();
   instance.onAsked = nullptr;
   return code;

@@ -1,13 +1,13 @@
 // The strip as a screen reader meets it, over the accessibility bus.
 
+#include "tests/e2e/AssistiveTest.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <vector>
 
-#include "tests/e2e/DesktopTest.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
@@ -16,87 +16,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr std::uint32_t escapeKey = 0xff1b;
-
-// What is told of one element.
-struct ToldElement {
-  std::string role;
-  std::string name;
-  std::string help;
-  std::string states;
-  Box box;
-};
-
-std::vector<std::string> split(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::istringstream stream(text);
-  for (std::string part; std::getline(stream, part, separator);) parts.push_back(part);
-  return parts;
-}
-
-class Assistive : public EveryWindowManager {
- protected:
-  Assistive() { desktop.openSessionBus(); }
-
-  // Two windows and the strip over the second.
-  void openTwo() {
-    report = editor().open("Report", {60, 160, 1000, 400});
-    plan = editor().open("Plan", {200, 260, 1000, 400});
-    startPellar();
-    strip.waitUntilOver(plan);
-    strip.waitUntilTabs(2);
-    reader = desktop.start({builtProgram("e2e_reader")}, "reader");
-  }
-  std::string ask(const std::string& command) {
-    reader->write(command);
-    return reader->readLine(60s);
-  }
-  void tell(const std::string& command) { EXPECT_EQ(ask(command), "done") << command; }
-  void switchOn() {
-    tell("on");
-    desktop.observer().waitUntil("Pellar can be read", [this] { return ask("read") != "-"; });
-  }
-  [[nodiscard]] bool isRegistered() {
-    const auto names = split(ask("programs"), '|');
-    return std::ranges::count(names, "Pellar") > 0;
-  }
-
-  [[nodiscard]] std::vector<ToldElement> read() {
-    std::vector<ToldElement> told;
-    for (const auto& line : split(ask("read"), '|')) {
-      auto parts = split(line, ';');
-      parts.resize(5);
-      auto numbers = split(parts[4], ',');
-      numbers.resize(4, "0");
-      told.push_back(
-          {parts[0],
-           parts[1],
-           parts[2],
-           parts[3],
-           {std::stoi(numbers[0]), std::stoi(numbers[1]), std::stoi(numbers[2]), std::stoi(numbers[3])}});
-    }
-    return told;
-  }
-  // Each as its role and its name.
-  [[nodiscard]] std::vector<std::string> lines() {
-    std::vector<std::string> all;
-    for (const auto& each : read()) all.push_back(each.role + " " + each.name);
-    return all;
-  }
-  [[nodiscard]] ToldElement element(const std::string& name) {
-    for (const auto& each : read())
-      if (each.name == name) return each;
-    ADD_FAILURE() << "nothing is told of " << name;
-    return {};
-  }
-  void waitUntilSelected(const std::string& name) {
-    desktop.observer().waitUntil(name + " is told to be selected",
-                                 [&] { return element(name).states == "selected"; });
-  }
-
-  Window report;
-  Window plan;
-  std::unique_ptr<Process> reader;
-};
 
 PELLAR_FOR_EVERY_WINDOW_MANAGER(Assistive);
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include "tests/e2e/DesktopTest.h"
 
 namespace pellar::e2e {
@@ -51,9 +53,19 @@ TEST_F(Idle, NoWakeUpWhileTheStripIsHidden) {
   EXPECT_TRUE(settles(std::chrono::seconds(5)));
 }
 
-TEST_F(Idle, NoWakeUpBesideAnAccessibilityBusOnWhichNobodyListens) {
+TEST_F(Idle, NoWakeUpBesideAnAccessibilityBusOnWhichNobodyListensYetOrAnyMore) {
   desktop.openSessionBus();
   startAndUse();
+  EXPECT_TRUE(settles(std::chrono::seconds(5)));
+  const auto reader = desktop.start({builtProgram("e2e_reader")}, "reader");
+  const auto ask = [&reader](const std::string& command) {
+    reader->write(command);
+    return reader->readLine();
+  };
+  ask("on");
+  desktop.observer().waitUntil("Pellar can be read", [&] { return ask("read") != "-"; });
+  ask("off");
+  reader->end();
   EXPECT_TRUE(settles(std::chrono::seconds(5)));
 }
 

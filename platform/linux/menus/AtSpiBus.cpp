@@ -19,8 +19,6 @@ constexpr auto retryPause = 10s;
 
 const QString sessionConnection = QStringLiteral("pellar-accessibility-session");
 const QString accessibilityConnection = QStringLiteral("pellar-accessibility");
-const QString busService = QStringLiteral("org.a11y.Bus");
-const QString busPath = QStringLiteral("/org/a11y/bus");
 const QString statusInterface = QStringLiteral("org.a11y.Status");
 
 int millisecondsUntil(AtSpiBus::Deadline deadline) {
@@ -66,8 +64,9 @@ QDBusPendingCall sendTo(const QDBusConnection& connection, const AtSpiReference&
 
 std::optional<bool> status(const QDBusConnection& session, const QString& property,
                            AtSpiBus::Deadline deadline) {
-  const auto answer = AtSpiBus::receive(sendTo(session, {busService, busPath}, AtSpiBus::propertiesInterface,
-                                               QStringLiteral("Get"), {statusInterface, property}, deadline));
+  const auto answer = AtSpiBus::receive(sendTo(session, {AtSpiBus::launcher, AtSpiBus::launcherPath},
+                                               AtSpiBus::propertiesInterface, QStringLiteral("Get"),
+                                               {statusInterface, property}, deadline));
   if (!answer || answer->isEmpty()) return std::nullopt;
   return answer->first().value<QDBusVariant>().variant().toBool();
 }
@@ -76,8 +75,9 @@ void setEnabled(const QDBusConnection& session, bool enabled, AtSpiBus::Deadline
   const QVariantList arguments{statusInterface, QStringLiteral("IsEnabled"),
                                QVariant::fromValue(QDBusVariant(enabled))};
   // Whether it took is seen by who comes to the bus.
-  static_cast<void>(AtSpiBus::receive(sendTo(session, {busService, busPath}, AtSpiBus::propertiesInterface,
-                                             QStringLiteral("Set"), arguments, deadline)));
+  static_cast<void>(
+      AtSpiBus::receive(sendTo(session, {AtSpiBus::launcher, AtSpiBus::launcherPath},
+                               AtSpiBus::propertiesInterface, QStringLiteral("Set"), arguments, deadline)));
 }
 
 }  // namespace
@@ -119,7 +119,7 @@ bool AtSpiBus::connect(Deadline deadline) {
 
 std::optional<QString> AtSpiBus::address(Deadline deadline) {
   const auto answer = receive(
-      sendTo(*session_, {busService, busPath}, busService, QStringLiteral("GetAddress"), {}, deadline));
+      sendTo(*session_, {launcher, launcherPath}, launcher, QStringLiteral("GetAddress"), {}, deadline));
   if (!answer || answer->isEmpty()) return std::nullopt;
   QString address = answer->first().toString();
   return address.isEmpty() ? std::nullopt : std::optional(std::move(address));

@@ -29,6 +29,9 @@ class AtSpiBus {
 
   // By which any object is asked for its properties.
   static inline const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Properties");
+  // Who starts it and says where it is, on the session bus.
+  static inline const QString launcher = QStringLiteral("org.a11y.Bus");
+  static inline const QString launcherPath = QStringLiteral("/org/a11y/bus");
 
   AtSpiBus() = default;
   ~AtSpiBus();

@@ -2,15 +2,15 @@
 
 #include <QAccessible>
 #include <QAccessibleApplication>
-#include <QCoreApplication>
 #include <algorithm>
 #include <chrono>
 #include <string>
 #include <utility>
 
 #include "platform/linux/panel/AccessiblePart.h"
+#include "platform/linux/panel/AssistiveTechnology.h"
+#include "platform/linux/panel/AtSpiBridge.h"
 #include "platform/linux/panel/X11Panel.h"
-#include "platform/linux/system/TemporaryVariable.h"
 #include "platform/shared/panel/AccessibleChanges.h"
 
 namespace pellar {
@@ -61,8 +61,10 @@ AccessiblePanels::AccessiblePanels(MainLoop& loop, const Panels& panels,
     : loop_(loop),
       panels_(panels),
       onListening_(std::move(onListening)),
-      guard_(loop),
-      technology_(loop, [this](bool listening) { listen(listening); }) {}
+      bridge_(std::make_unique<AtSpiBridge>(loop)) {
+  if (AtSpiBridge::canWake())
+    technology_ = std::make_unique<AssistiveTechnology>([this](bool listening) { listen(listening); });
+}
 
 AccessiblePanels::~AccessiblePanels() {
   clear();
@@ -74,15 +76,12 @@ void AccessiblePanels::listen(bool listening) {
   if (!listening) {
     update_.cancel();
     clear();
+    bridge_->sleep();
     return;
   }
-  if (!std::exchange(known_, true)) {
-    QAccessible::registerAccessibleInterface(new AccessibleProgram(parts_));
-    // The toolkit, which comes to the bus now, asks again whether somebody listens, and not everybody alike.
-    const TemporaryVariable asked("QT_LINUX_ACCESSIBILITY_ALWAYS_ON", "1");
-    QAccessible::setRootObject(QCoreApplication::instance());
-  }
+  if (!std::exchange(known_, true)) QAccessible::registerAccessibleInterface(new AccessibleProgram(parts_));
   update();
+  bridge_->wake();
 }
 
 void AccessiblePanels::noteChange() {

@@ -9,12 +9,12 @@
 
 #include "platform/AccessibleElement.h"
 #include "platform/MainLoop.h"
-#include "platform/linux/panel/AssistiveTechnology.h"
-#include "platform/linux/panel/AtSpiGuard.h"
 
 namespace pellar {
 
 class AccessiblePart;
+class AssistiveTechnology;
+class AtSpiBridge;
 class X11Panel;
 struct AccessibleChange;
 
@@ -52,8 +52,8 @@ class AccessiblePanels {
   std::shared_ptr<Parts> parts_ = std::make_shared<Parts>();
   bool known_ = false;  // to the toolkit
   Subscription update_;
-  AtSpiGuard guard_;
-  AssistiveTechnology technology_;
+  std::unique_ptr<AtSpiBridge> bridge_;
+  std::unique_ptr<AssistiveTechnology> technology_;  // where there is a session
 };
 
 }  // namespace pellar

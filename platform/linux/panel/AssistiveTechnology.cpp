@@ -6,7 +6,6 @@
 #include <QDBusPendingCallWatcher>
 #include <QDBusServiceWatcher>
 #include <QVariantMap>
-#include <chrono>
 #include <utility>
 
 #include "platform/linux/menus/AtSpiBus.h"
@@ -15,13 +14,7 @@
 namespace pellar {
 namespace {
 
-using namespace std::chrono_literals;
-
-constexpr int answerMilliseconds = 5000;
-
-const QString service = QStringLiteral("org.a11y.Bus");
-const QString path = QStringLiteral("/org/a11y/bus");
-const QString properties = QStringLiteral("org.freedesktop.DBus.Properties");
+const QString statusProperties = QStringLiteral("org.freedesktop.DBus.Properties");
 
 // The session says that some program wants to read others. That it does because we had programs come to the
 // bus whose menus we work is no reason to go there ourselves.
@@ -32,36 +25,32 @@ bool someoneListens(const QVariantMap& status) {
 
 }  // namespace
 
-AssistiveTechnology::AssistiveTechnology(MainLoop& loop, std::function<void(bool)> onChanged)
+AssistiveTechnology::AssistiveTechnology(std::function<void(bool)> onChanged)
     : onChanged_(std::move(onChanged)) {
   changed_.setSingleShot(true);
   changed_.setInterval(0);
   QObject::connect(&changed_, &QTimer::timeout, &answers_, [this] { ask(); });
-  start_ = loop.after(0ms, [this] { watch(); });
+  // The connection that the status item has, too.
+  auto session = QDBusConnection::sessionBus();
+  auto owner = std::make_unique<QDBusServiceWatcher>(AtSpiBus::launcher, session,
+                                                     QDBusServiceWatcher::WatchForOwnerChange);
+  QObject::connect(owner.get(), &QDBusServiceWatcher::serviceOwnerChanged, &changed_,
+                   [this] { changed_.start(); });
+  service_ = std::move(owner);
+  session.connect(AtSpiBus::launcher, AtSpiBus::launcherPath, statusProperties,
+                  QStringLiteral("PropertiesChanged"), &changed_, SLOT(start()));
+  ask();
 }
 
 AssistiveTechnology::~AssistiveTechnology() = default;
 
-void AssistiveTechnology::watch() {
-  if (!SessionBus::answering(300ms)) return;
-  // The connection that the status item has, too.
-  auto session = QDBusConnection::sessionBus();
-  if (!session.isConnected()) return;
-  auto owner =
-      std::make_unique<QDBusServiceWatcher>(service, session, QDBusServiceWatcher::WatchForOwnerChange);
-  QObject::connect(owner.get(), &QDBusServiceWatcher::serviceOwnerChanged, &changed_,
-                   [this] { changed_.start(); });
-  service_ = std::move(owner);
-  session.connect(service, path, properties, QStringLiteral("PropertiesChanged"), &changed_, SLOT(start()));
-  ask();
-}
-
 void AssistiveTechnology::ask() {
-  auto question = QDBusMessage::createMethodCall(service, path, properties, QStringLiteral("GetAll"));
+  auto question = QDBusMessage::createMethodCall(AtSpiBus::launcher, AtSpiBus::launcherPath, statusProperties,
+                                                 QStringLiteral("GetAll"));
   question.setArguments({QStringLiteral("org.a11y.Status")});
   question.setAutoStartService(false);
   auto* const answer = new QDBusPendingCallWatcher(
-      QDBusConnection::sessionBus().asyncCall(question, answerMilliseconds), &answers_);
+      QDBusConnection::sessionBus().asyncCall(question, SessionBus::untilAnswered), &answers_);
   QObject::connect(answer, &QDBusPendingCallWatcher::finished, &answers_, [this, answer] {
     answer->deleteLater();
     const auto values = answer->isError() ? QVariantList() : answer->reply().arguments();

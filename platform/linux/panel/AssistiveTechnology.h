@@ -5,23 +5,20 @@
 #include <functional>
 #include <memory>
 
-#include "platform/MainLoop.h"
-
 namespace pellar {
 
 // Whether a screen reader, or another program that reads and works windows, wants to hear of this one: what
-// the session says of it (org.a11y.Status), also when that changes. Starts nothing on the session bus, and is
-// silent where there is none. Main thread only.
+// the session says of it (org.a11y.Status), also when that changes. Starts nothing on the session bus, which
+// there is, and waits for no answer. Main thread only.
 class AssistiveTechnology {
  public:
   // `onChanged` is called from the main loop: first with true, once somebody listens.
-  AssistiveTechnology(MainLoop& loop, std::function<void(bool listening)> onChanged);
+  explicit AssistiveTechnology(std::function<void(bool listening)> onChanged);
   ~AssistiveTechnology();
   AssistiveTechnology(const AssistiveTechnology&) = delete;
   AssistiveTechnology& operator=(const AssistiveTechnology&) = delete;
 
  private:
-  void watch();
   void ask();
   void tell(bool listening);
 
@@ -30,7 +27,6 @@ class AssistiveTechnology {
   QTimer changed_;                    // runs for a turn when the session says something else
   std::unique_ptr<QObject> service_;  // watches who says so on the bus
   QObject answers_;                   // none is received once it is gone
-  Subscription start_;
 };
 
 }  // namespace pellar

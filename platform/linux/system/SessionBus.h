@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <chrono>
+#include <limits>
 #include <optional>
 
 // The user's session bus, without ever starting one.
@@ -18,6 +19,9 @@ inline constexpr int answerMilliseconds = 5000;
 // hangs much longer than anybody would, also when the program ends. An address of another kind is taken to
 // answer.
 [[nodiscard]] bool answers(const QString& address, std::chrono::steady_clock::time_point deadline);
+
+// The time limit of a call that nobody waits for: none, in the library's milliseconds. It ends with its callee.
+constexpr int untilAnswered = std::numeric_limits<int>::max();
 
 // The address of a bus that answers within that time; absent when there is none.
 [[nodiscard]] std::optional<QString> answering(std::chrono::milliseconds time);

@@ -3,24 +3,33 @@
 //
 //   on, off       tells the session that a screen reader runs, or none
 //   address       of the accessibility bus
+//   pid PART      the process of the bus's "launcher", of the "bus" itself or of its "registry"
+//   name ID       of that process on the bus; "-" when it is not connected
 //   programs      the names of those that can be read, with a bar between them
 //   read          all that Pellar tells, "role;name;help;states;x,y,width,height" with bars between; "-" for
-//   nothing press NAME    has the first element of that name do what a click does; NAME may be "Parent >
-//   Name" menu NAME     has it open its menu abuse         calls everything that Pellar tells with values
-//   that make no sense, and with none
+//                 nothing
+//   press NAME    has the first element of that name do what a click does; NAME may be "Parent > Name"
+//   menu NAME     has it open its menu
+//   keys          listens to the keys that are typed into programs from now on
+//   keep NAME     keeps the key of that name from them; no name for none
+//   heard         the keys that were pressed so far, with blanks between
+//   abuse         calls everything that Pellar tells with values that make no sense, and with none
 
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QRect>
+#include <QDBusVirtualObject>
+#include <QMetaObject>
 #include <QStringList>
 #include <functional>
 #include <iostream>
 #include <optional>
 #include <string>
+#include <thread>
 
 namespace {
 
@@ -31,7 +40,54 @@ const QString propertiesInterface = QStringLiteral("org.freedesktop.DBus.Propert
 const QString registryName = QStringLiteral("org.a11y.atspi.Registry");
 const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
 
+const QString controllerInterface = QStringLiteral("org.a11y.atspi.DeviceEventController");
+const QString driverName = QStringLiteral("org.freedesktop.DBus");
+
 constexpr int answerMilliseconds = 5000;
+
+// A key to listen to, in the protocol: by its code, its symbol or its name. None of them means every key.
+struct KeyDefinition {
+  int code = 0;
+  int symbol = 0;
+  QString name;
+  int unused = 0;
+};
+QDBusArgument& operator<<(QDBusArgument& argument, const KeyDefinition& key) {
+  argument.beginStructure();
+  argument << key.code << key.symbol << key.name << key.unused;
+  argument.endStructure();
+  return argument;
+}
+const QDBusArgument& operator>>(const QDBusArgument& argument, KeyDefinition& key) {
+  argument.beginStructure();
+  argument >> key.code >> key.symbol >> key.name >> key.unused;
+  argument.endStructure();
+  return argument;
+}
+
+// Hears each key before its program does, and may keep it.
+class KeyListener final : public QDBusVirtualObject {
+ public:
+  QString kept;
+  QStringList heard;
+
+  [[nodiscard]] QString introspect(const QString& /*path*/) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& connection) override {
+    if (message.member() != QLatin1String("NotifyEvent") || message.arguments().isEmpty()) return false;
+    constexpr uint press = 0;
+    uint kind = press;
+    QString name;
+    const auto key = message.arguments().first().value<QDBusArgument>();
+    key.beginStructure();
+    for (bool first = true; !key.atEnd(); first = false) {
+      const QVariant value = key.asVariant();
+      if (first) kind = value.toUInt();
+      if (value.typeId() == QMetaType::QString) name = value.toString();
+    }
+    if (kind == press) heard << name;
+    return connection.send(message.createReply(!name.isEmpty() && name == kept));
+  }
+};
 
 struct Object {
   QString bus;
@@ -56,6 +112,11 @@ class Reader {
     if (command == QLatin1String("on")) return setListening(true);
     if (command == QLatin1String("off")) return setListening(false);
     if (command == QLatin1String("address")) return address_.toStdString();
+    if (command == QLatin1String("pid")) return processOf(rest);
+    if (command == QLatin1String("name")) return nameOf(rest.toUInt());
+    if (command == QLatin1String("keys")) return listenToKeys();
+    if (command == QLatin1String("keep")) return keep(rest);
+    if (command == QLatin1String("heard")) return keys_.heard.join(QLatin1Char(' ')).toStdString();
     if (command == QLatin1String("programs")) return programs();
     if (command == QLatin1String("read")) return read();
     if (command == QLatin1String("press")) return perform(rest, QStringLiteral("Press"));
@@ -87,6 +148,43 @@ class Reader {
            QStringLiteral("Set"),
            {QStringLiteral("org.a11y.Status"), QString::fromLatin1(property),
             QVariant::fromValue(QDBusVariant(listening))});
+    return "done";
+  }
+
+  static uint processOf(const QDBusConnection& bus, const QString& name) {
+    const auto answer = call(bus, {driverName, QStringLiteral("/")}, driverName,
+                             QStringLiteral("GetConnectionUnixProcessID"), {name});
+    return answer.value(0).toUInt();
+  }
+  [[nodiscard]] std::string processOf(const QString& part) const {
+    if (part == QLatin1String("launcher"))
+      return std::to_string(processOf(session_, QStringLiteral("org.a11y.Bus")));
+    return std::to_string(processOf(bus_, part == QLatin1String("registry") ? registryName : driverName));
+  }
+  [[nodiscard]] std::string nameOf(uint process) const {
+    const auto names =
+        call(bus_, {driverName, QStringLiteral("/")}, driverName, QStringLiteral("ListNames"), {});
+    for (const QString& name : names.value(0).toStringList())
+      if (processOf(bus_, name) == process) return name.toStdString();
+    return "-";
+  }
+
+  std::string listenToKeys() {
+    bus_.registerVirtualObject(keysPath, &keys_);
+    constexpr uint pressesAndReleases = 3;
+    QDBusArgument synchronous;
+    synchronous.beginStructure();
+    synchronous << true << true << false;  // it may keep keys, and grabs none of the server
+    synchronous.endStructure();
+    const auto answer =
+        call(bus_, {registryName, QStringLiteral("/org/a11y/atspi/registry/deviceeventcontroller")},
+             controllerInterface, QStringLiteral("RegisterKeystrokeListener"),
+             {QVariant::fromValue(QDBusObjectPath(keysPath)), QVariant::fromValue(QList<KeyDefinition>()), 0U,
+              pressesAndReleases, QVariant::fromValue(synchronous)});
+    return answer.isEmpty() ? "refused" : "done";
+  }
+  std::string keep(const QString& name) {
+    keys_.kept = name;
     return "done";
   }
 
@@ -230,13 +328,27 @@ class Reader {
   QDBusConnection session_;
   QDBusConnection bus_;
   QString address_;
+  const QString keysPath = QStringLiteral("/keys");
+  KeyListener keys_;
 };
 
 }  // namespace
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
+  qDBusRegisterMetaType<KeyDefinition>();
+  qDBusRegisterMetaType<QList<KeyDefinition>>();
   Reader reader;
-  for (std::string line; std::getline(std::cin, line);)
-    std::cout << reader.run(QString::fromStdString(line)) << std::endl;
+  QObject here;
+  // The bus is listened to between commands, too.
+  std::thread input([&] {
+    for (std::string line; std::getline(std::cin, line);) {
+      QMetaObject::invokeMethod(
+          &here, [&reader, line] { std::cout << reader.run(QString::fromStdString(line)) << std::endl; });
+    }
+    QMetaObject::invokeMethod(&here, [] { QCoreApplication::quit(); });
+  });
+  const int code = QCoreApplication::exec();
+  input.join();
+  return code;
 }
