@@ -1,10 +1,11 @@
 #include "platform/linux/panel/SearchEdit.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QTimer>
 #include <QWindow>
+#include <chrono>
 #include <cmath>
 #include <cstdint>
 #include <optional>
@@ -20,6 +21,10 @@
 namespace pellar {
 namespace {
 
+using namespace std::chrono_literals;
+
+// The toolkit waits a tenth of a second for a reader's answer.
+constexpr auto longestQuestion = 150ms;
 constexpr int nativeMargin = 2;  // between the editor's text margins and its text
 
 // The key command of a key; empty for a key that has none.
@@ -93,6 +98,9 @@ SearchEdit::SearchEdit(QtSearchField& field, X11Panel& panel)
   colors.setColor(QPalette::HighlightedText, Qt::white);
   setPalette(colors);
 
+  lastKeyDone_.setSingleShot(true);
+  connect(&lastKeyDone_, &QTimer::timeout, this, [this] { panel_.services().keyboard.keyIsDone(lastKey_); });
+
   winId();
   windowHandle()->setParent(parentWindow_);
   connect(this, &QLineEdit::textEdited, this,
@@ -121,12 +129,15 @@ void SearchEdit::place(const ViewRect& frame) {
   setGeometry(left, top, rounded(frame.maxX()) - left, rounded(frame.maxY()) - top);
 }
 
-// A key is handled right after this, before any timer; also one that an input method keeps, or that does
-// nothing, must not hold up what is typed behind it.
+// A key is handled right after this, before any timer, unless the toolkit first asks a screen reader whether
+// that keeps it. Also one that a reader or an input method keeps, or that does nothing, must not hold up what
+// is typed behind it.
 bool SearchEdit::nativeEvent(const QByteArray& type, void* message, qintptr* result) {
   const auto& key = *static_cast<const xcb_key_press_event_t*>(message);
-  if (eventType(key) == XCB_KEY_PRESS)
-    QTimer::singleShot(0, this, [this, code = key.detail] { panel_.services().keyboard.keyIsDone(code); });
+  if (eventType(key) == XCB_KEY_PRESS) {
+    lastKey_ = key.detail;
+    lastKeyDone_.start(QAccessible::isActive() ? longestQuestion : 0ms);
+  }
   return QLineEdit::nativeEvent(type, message, result);
 }
 
@@ -149,6 +160,7 @@ void SearchEdit::paintEvent(QPaintEvent* event) {
 }
 
 void SearchEdit::keyPressEvent(QKeyEvent* event) {
+  if (event->nativeScanCode() == lastKey_) lastKeyDone_.start(0ms);
   if (offerToList(event->key())) {
     event->accept();
     return;

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QLineEdit>
+#include <QTimer>
+#include <cstdint>
 
 #include "core/Geometry.h"
 
@@ -34,6 +36,8 @@ class SearchEdit final : public QLineEdit {
   QtSearchField& field_;
   X11Panel& panel_;
   QWindow* parentWindow_;  // stands for the panel's window; owned
+  std::uint8_t lastKey_ = 0;
+  QTimer lastKeyDone_;  // runs until the last key that was pressed has done its work
 };
 
 }  // namespace pellar

@@ -1,0 +1,92 @@
+// A screen reader hears each key before the search does, and may keep it.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/e2e/AssistiveTest.h"
+#include "tests/e2e/Hanging.h"
+#include "tests/e2e/RecentPanel.h"
+
+namespace pellar::e2e {
+namespace {
+
+constexpr std::uint32_t escapeKey = 0xff1b;
+
+// Two recent files, of which each key that is lost or comes twice finds others.
+class AssistiveKeys : public Assistive {
+ protected:
+  AssistiveKeys() : recent(desktop, strip) {}
+
+  void openTwoAndListen() {
+    std::string times;
+    std::string applications;
+    for (const char* const name : {"aab.txt", "ab.txt"}) {
+      const auto file = desktop.folders().home() / name;
+      desktop.folders().write(file, "Some text.\n");
+      times += (times.empty() ? "\"" : ",\"") + file.string() + "\":1700000000";
+      applications += (applications.empty() ? "\"" : ",\"") + file.string() + "\":\"editor\"";
+    }
+    desktop.folders().write(desktop.folders().stateFile(),
+                            "{\"recent\":{" + times + "},\"recentApp\":{" + applications + "}}");
+    openTwo();
+    switchOn();
+    tell("keys");
+  }
+  void search(const std::string& text) {
+    recent.openByClickOnTheField();
+    desktop.observer().type(text);
+    recent.waitUntilRows(1);
+  }
+  RecentPanel recent;
+};
+
+INSTANTIATE_TEST_SUITE_P(WindowManagers, AssistiveKeys, ::testing::Values(WindowManager::openbox),
+                         [](const auto&) { return nameOf(WindowManager::openbox); });
+
+TEST_P(AssistiveKeys, EachKeyIsHeardAndTypedOnce) {
+  openTwoAndListen();
+  search("aab");
+  EXPECT_EQ(ask("heard"), "a a b");
+}
+
+TEST_P(AssistiveKeys, WhatIsTypedRightBehindEscapeReachesTheApplication) {
+  openTwoAndListen();
+  constexpr int times = 5;
+  for (int time = 1; time <= times; ++time) {
+    search("aab");
+    desktop.observer().strike(escapeKey);
+    desktop.observer().type("xx");
+    desktop.observer().waitUntil("the application has the keys",
+                                 [&] { return desktop.keysReceived(plan, 'x') == 2 * time; });
+    recent.waitUntilClosed();
+  }
+  EXPECT_EQ(desktop.keysReceived(plan, 'a'), 0);
+}
+
+TEST_P(AssistiveKeys, AKeyThatTheReaderKeepsDoesNothingAndHoldsUpNoOther) {
+  openTwoAndListen();
+  tell("keep Escape");
+  recent.openByClickOnTheField();
+  desktop.observer().type("a");
+  desktop.observer().strike(escapeKey);
+  desktop.observer().type("ab");
+  recent.waitUntilRows(1);
+  EXPECT_EQ(ask("heard"), "a Escape a b");
+  EXPECT_EQ(desktop.keysReceived(plan, 'a'), 0);
+}
+
+TEST_P(AssistiveKeys, KeysGoOnWhileTheRegistryHangs) {
+  openTwoAndListen();
+  const Hanging registry(processOf("registry"));
+  search("aab");
+  desktop.observer().strike(escapeKey);
+  desktop.observer().type("x");
+  desktop.observer().waitUntil("the application has the key",
+                               [&] { return desktop.keysReceived(plan, 'x') == 1; });
+  recent.waitUntilClosed();
+  EXPECT_EQ(desktop.keysReceived(plan, 'a'), 0);
+}
+
+}  // namespace
+}  // namespace pellar::e2e
