@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <sstream>
+#include <stdexcept>
 
 #include "tests/e2e/AssistiveTest.h"
 
@@ -53,6 +54,12 @@ void Assistive::waitUntilRead() {
 bool Assistive::isRegistered() {
   const auto names = split(ask("programs"), '|');
   return std::ranges::count(names, "Pellar") > 0;
+}
+
+pid_t Assistive::processOf(const std::string& part) {
+  const pid_t process = std::stoi(ask("pid " + part));
+  if (process == 0) throw std::runtime_error("the " + part + " does not run");
+  return process;
 }
 
 std::vector<ToldElement> Assistive::read() {

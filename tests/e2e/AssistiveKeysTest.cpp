@@ -11,6 +11,7 @@
 namespace pellar::e2e {
 namespace {
 
+constexpr std::uint32_t backspaceKey = 0xff08;
 constexpr std::uint32_t escapeKey = 0xff1b;
 
 // Two recent files, of which each key that is lost or comes twice finds others.
@@ -18,7 +19,8 @@ class AssistiveKeys : public Assistive {
  protected:
   AssistiveKeys() : recent(desktop, strip) {}
 
-  void openTwoAndListen() {
+  // `command` is the reader's that switches it on.
+  void openTwoAndListen(const std::string& command = "on") {
     std::string times;
     std::string applications;
     for (const char* const name : {"aab.txt", "ab.txt"}) {
@@ -30,7 +32,8 @@ class AssistiveKeys : public Assistive {
     desktop.folders().write(desktop.folders().stateFile(),
                             "{\"recent\":{" + times + "},\"recentApp\":{" + applications + "}}");
     openTwo();
-    switchOn();
+    tell(command);
+    waitUntilRead();
     tell("keys");
   }
   void search(const std::string& text) {
@@ -48,6 +51,33 @@ TEST_P(AssistiveKeys, EachKeyIsHeardAndTypedOnce) {
   openTwoAndListen();
   search("aab");
   EXPECT_EQ(ask("heard"), "a a b");
+}
+
+TEST_P(AssistiveKeys, AReaderHearsThemAgainWhenItIsSwitchedOnAgain) {
+  openTwoAndListen();
+  tell("off");
+  desktop.observer().waitUntil("Pellar tells nothing", [this] { return ask("read") == "-"; });
+  search("aab");
+  EXPECT_EQ(ask("heard"), "");
+  desktop.observer().strike(escapeKey);
+  recent.waitUntilClosed();
+  switchOn();
+  waitUntilIdle();
+  search("aab");
+  EXPECT_EQ(ask("heard"), "a a b");
+}
+
+TEST_P(AssistiveKeys, AReaderThatSaysLaterWhatItListensToHearsThem) {
+  openTwoAndListen("announce");
+  search("aab");
+  EXPECT_EQ(ask("heard"), "");
+  tell("listen");
+  waitUntilIdle();
+  for (int i = 0; i < 2; ++i) desktop.observer().strike(backspaceKey);
+  recent.waitUntilRows(2);
+  desktop.observer().type("ab");
+  recent.waitUntilRows(1);
+  EXPECT_EQ(ask("heard"), "BackSpace BackSpace a b");
 }
 
 TEST_P(AssistiveKeys, WhatIsTypedRightBehindEscapeReachesTheApplication) {

@@ -146,8 +146,10 @@ TEST_P(AssistiveOnOneDesktop, ACallerWhoMakesNoSenseDoesNoHarm) {
   strip.waitUntilOver(plan);
 }
 
-TEST_P(AssistiveOnOneDesktop, AThemeOfHighContrastPutsALineAroundTheTabInFront) {
+TEST_P(AssistiveOnOneDesktop, AThemeOfHighContrastPutsALineAroundTheTabInFrontAndChangesNoWord) {
   openTwo();
+  switchOn();
+  const auto told = ask("read");
   // At the top of a tab, over its marker.
   const auto hasLine = [this] {
     const auto window = strip.window();
@@ -160,6 +162,7 @@ TEST_P(AssistiveOnOneDesktop, AThemeOfHighContrastPutsALineAroundTheTabInFront) 
   EXPECT_FALSE(hasLine());
   editor().tell(report, "theme HighContrast");
   desktop.observer().waitUntil("the tab has a line around it", hasLine);
+  EXPECT_EQ(ask("read"), told);
   editor().tell(report, "theme Adwaita");
   desktop.observer().waitUntil("the line is gone", [&] { return !hasLine(); });
   editor().tell(report, "theme HighContrast");
@@ -167,6 +170,45 @@ TEST_P(AssistiveOnOneDesktop, AThemeOfHighContrastPutsALineAroundTheTabInFront) 
   editor().tell(report, "destroy");
   strip.waitUntilTabs(1);
   desktop.observer().waitUntil("the line went with the service", [&] { return !hasLine(); });
+}
+
+TEST_P(AssistiveOnOneDesktop, LargerTextIsToldWhereItIsSeen) {
+  openTwo();
+  switchOn();
+  desktop.setFontDots("192");
+  strip.setScale(2);
+  strip.waitUntilOver(plan);
+  desktop.observer().waitUntil("the larger strip is told",
+                               [this] { return element("Tab strip").box == strip.box(); });
+  const Box seen = *strip.box();
+  for (const auto& each : read()) {
+    EXPECT_TRUE(each.box.x >= seen.x && each.box.x + each.box.width <= seen.x + seen.width) << each.name;
+    EXPECT_TRUE(each.box.y >= seen.y && each.box.y + each.box.height <= seen.y + seen.height) << each.name;
+  }
+  const Box tab = element("Report").box;
+  desktop.observer().click(tab.x + tab.width / 2, tab.y + tab.height / 2);
+  strip.waitUntilOver(report);
+  waitUntilSelected("Report");
+}
+
+// Programs of some toolkits come to the bus only when they are asked to, for which Pellar asks them.
+TEST_P(AssistiveOnOneDesktop, PellarDoesNotFollowItsOwnInvitation) {
+  const auto file = desktop.folders().home() / "letter.txt";
+  desktop.folders().write(file, "Some text.\n");
+  const auto program = desktop.start({builtProgram("qt_program"), file.string()}, "qt_program");
+  const auto letter = desktop.waitForWindow("letter.txt");
+  desktop.resize(letter, 1000, 400);
+  startPellar();
+  strip.waitUntilOver(letter);
+  startReader();
+  ASSERT_EQ(ask("invites"), "no");
+  strip.clickTool(StripTool::saveAll);
+  desktop.observer().waitUntil("programs are invited", [this] { return ask("invites") == "yes"; });
+  waitUntilIdle();
+  EXPECT_FALSE(isRegistered());
+  // A reader is somebody else.
+  switchOn();
+  EXPECT_EQ(element("letter.txt").states, "selected");
 }
 
 }  // namespace

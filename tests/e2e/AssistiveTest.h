@@ -39,7 +39,7 @@ class Assistive : public EveryWindowManager {
   [[nodiscard]] std::string nameOnBus() { return ask("name " + std::to_string(pellar->pid())); }
   [[nodiscard]] bool isRegistered();
   // One of those that make up the bus: its "launcher", the "bus" itself or its "registry".
-  [[nodiscard]] pid_t processOf(const std::string& part) { return std::stoi(ask("pid " + part)); }
+  [[nodiscard]] pid_t processOf(const std::string& part);
 
   [[nodiscard]] std::vector<ToldElement> read();
   // Each as its role and its name.

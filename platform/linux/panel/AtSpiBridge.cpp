@@ -31,7 +31,6 @@ const QString noBus = QStringLiteral("disabled:");
 
 // Names of the toolkit.
 const QString bridgeConnection = QStringLiteral("a11y");
-const QString eventsPath = QStringLiteral("/org/a11y/atspi/registry/deviceeventcontroller");
 const QString cachePath = QStringLiteral("/org/a11y/atspi/cache");
 constexpr const char* connectSlot = "connectA11yBus(QString)";
 
@@ -100,13 +99,7 @@ QDBusMessage registryCall(const QString& object, const QString& interface, const
 AtSpiBridge::AtSpiBridge(MainLoop& loop) : loop_(loop) {
   static QObject* const made = makeAsleep();
   toolkit = made;
-  for (QTimer* const timer : {&lost_, &listeners_}) {
-    timer->setSingleShot(true);
-    timer->setInterval(0);
-  }
-  QObject::connect(&lost_, &QTimer::timeout, &answers_, [this] {
-    if (wanted_) findBus();
-  });
+  listeners_.setSingleShot(true);
   QObject::connect(&listeners_, &QTimer::timeout, &answers_, [this] { followListeners(); });
 }
 
@@ -159,9 +152,6 @@ void AtSpiBridge::connectTo(const QString& address) {
     introduced_ = false;
     auto bus = QDBusConnection::connectToBus(address, bridgeConnection);
     if (!bus.isConnected()) return;
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &lost_,
-                SLOT(start()));
     // In the toolkit's place from the start: no call reaches it around the door.
     bus.registerVirtualObject(objectsPath, &door_, QDBusConnection::SubPath);
   }
@@ -199,7 +189,6 @@ void AtSpiBridge::introduceAgain() {
     if (child->inherits("QSpiDBusCache"))
       bus.registerObject(cachePath, child, QDBusConnection::ExportAdaptors);
   }
-  bus.registerObject(eventsPath, bridge, QDBusConnection::ExportAdaptors);
   QDBusArgument self;
   self.beginStructure();
   self << bus.baseService() << QDBusObjectPath(rootPath);

@@ -29,7 +29,7 @@ class AtSpiBridge {
   // Whether there is a session bus on which somebody could ask for it; else it sleeps for good.
   [[nodiscard]] static bool canWake() { return toolkit != nullptr; }
 
-  // Goes to the accessibility bus as soon as that and its registry answer, also to the next one when it ends.
+  // Goes to the accessibility bus that there is, as soon as that and its registry answer.
   void wake();
   // Tells nothing more. The connection stays, without any traffic of its own.
   void sleep();
@@ -54,7 +54,6 @@ class AtSpiBridge {
   MainLoop& loop_;
   bool wanted_ = false;
   bool introduced_ = false;  // the toolkit knows of the connection that there is, and the registry of it
-  QTimer lost_;              // runs for a turn when the bus has ended
   QTimer listeners_;         // runs for a turn when the registry has others who listen
   AtSpiDoor door_;
   QObject answers_;    // none is received once it is gone

@@ -1,7 +1,10 @@
 // A screen reader for the tests: e2e_reader. It does what its standard input says, one command a line, and
 // answers each with one line. It ends with its input.
 //
-//   on, off       tells the session that a screen reader runs, or none
+//   on, off       tells the session that a screen reader runs, or none; a reader that is on listens
+//   announce      tells the session that a screen reader runs, and does not listen yet
+//   listen        asks to be told what changes, which is told nowhere else
+//   invites       whether the session asks programs to come to the bus, "yes" or "no"
 //   address       of the accessibility bus
 //   pid PART      the process of the bus's "launcher", of the "bus" itself or of its "registry"
 //   name ID       of that process on the bus; "-" when it is not connected
@@ -30,6 +33,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -101,16 +105,16 @@ class Reader {
                              QStringLiteral("org.a11y.Bus"), QStringLiteral("GetAddress"), {});
     address_ = answer.value(0).toString();
     bus_ = QDBusConnection::connectToBus(address_, QStringLiteral("reader"));
-    // What changes is told only where somebody has asked for it.
-    call(bus_, {registryName, QStringLiteral("/org/a11y/atspi/registry")}, registryName,
-         QStringLiteral("RegisterEvent"), {QStringLiteral("object:")});
   }
 
   std::string run(const QString& line) {
     const QString command = line.section(QLatin1Char(' '), 0, 0);
     const QString rest = line.section(QLatin1Char(' '), 1);
-    if (command == QLatin1String("on")) return setListening(true);
-    if (command == QLatin1String("off")) return setListening(false);
+    if (command == QLatin1String("on")) return listen() == "done" ? announce(true) : "refused";
+    if (command == QLatin1String("off")) return announce(false);
+    if (command == QLatin1String("announce")) return announce(true);
+    if (command == QLatin1String("listen")) return listen();
+    if (command == QLatin1String("invites")) return invites();
     if (command == QLatin1String("address")) return address_.toStdString();
     if (command == QLatin1String("pid")) return processOf(rest);
     if (command == QLatin1String("name")) return nameOf(rest.toUInt());
@@ -142,7 +146,15 @@ class Reader {
     return answer.value(0).value<QDBusVariant>().variant().toString();
   }
 
-  [[nodiscard]] std::string setListening(bool listening) const {
+  [[nodiscard]] std::string listen() {
+    if (std::exchange(listens_, true)) return "done";
+    auto call = QDBusMessage::createMethodCall(registryName, QStringLiteral("/org/a11y/atspi/registry"),
+                                               registryName, QStringLiteral("RegisterEvent"));
+    call << QStringLiteral("object:");
+    const auto answer = bus_.call(call, QDBus::Block, answerMilliseconds);
+    return answer.type() == QDBusMessage::ReplyMessage ? "done" : "refused";
+  }
+  [[nodiscard]] std::string announce(bool listening) const {
     for (const char* const property : {"ScreenReaderEnabled", "IsEnabled"})
       call(session_, {QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")}, propertiesInterface,
            QStringLiteral("Set"),
@@ -186,6 +198,13 @@ class Reader {
   std::string keep(const QString& name) {
     keys_.kept = name;
     return "done";
+  }
+
+  [[nodiscard]] std::string invites() const {
+    const auto answer =
+        call(session_, {QStringLiteral("org.a11y.Bus"), QStringLiteral("/org/a11y/bus")}, propertiesInterface,
+             QStringLiteral("Get"), {QStringLiteral("org.a11y.Status"), QStringLiteral("IsEnabled")});
+    return answer.value(0).value<QDBusVariant>().variant().toBool() ? "yes" : "no";
   }
 
   [[nodiscard]] QList<Object> children(const Object& parent) const {
@@ -261,7 +280,11 @@ class Reader {
 
   [[nodiscard]] std::string read() const {
     QStringList lines;
-    if (const auto program = pellar()) {
+    const auto program = pellar();
+    // Readers ask each program for what they may keep in mind of it; an error is no answer.
+    if (program && !ask({program->bus, QStringLiteral("/org/a11y/atspi/cache")},
+                        QStringLiteral("org.a11y.atspi.Cache"), QStringLiteral("GetItems"))
+                        .isEmpty()) {
       walk(*program, {}, [&](const Object& object, const QString& /*path*/) {
         const QString role =
             ask(object, accessibleInterface, QStringLiteral("GetRoleName")).value(0).toString();
@@ -330,6 +353,7 @@ class Reader {
   QString address_;
   const QString keysPath = QStringLiteral("/keys");
   KeyListener keys_;
+  bool listens_ = false;
 };
 
 }  // namespace
