@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 
 #include "tests/e2e/AssistiveTest.h"
@@ -11,7 +12,10 @@
 namespace pellar::e2e {
 namespace {
 
+using namespace std::chrono_literals;
+
 constexpr std::uint32_t backspaceKey = 0xff08;
+constexpr std::uint32_t returnKey = 0xff0d;
 constexpr std::uint32_t escapeKey = 0xff1b;
 
 // Two recent files, of which each key that is lost or comes twice finds others.
@@ -104,6 +108,20 @@ TEST_P(AssistiveKeys, AKeyThatTheReaderKeepsDoesNothingAndHoldsUpNoOther) {
   recent.waitUntilRows(1);
   EXPECT_EQ(ask("heard"), "a Escape a b");
   EXPECT_EQ(desktop.keysReceived(plan, 'a'), 0);
+}
+
+TEST_P(AssistiveKeys, KeysThatDoNothingHoldUpNothing) {
+  openTwoAndListen();
+  recent.openByClickOnTheField();
+  desktop.observer().type("q");
+  recent.waitUntilRows(0);
+  const auto begin = std::chrono::steady_clock::now();
+  constexpr int times = 20;
+  for (int time = 0; time < times; ++time) desktop.observer().strike(returnKey);
+  desktop.observer().strike(backspaceKey);
+  desktop.observer().type("aab");
+  recent.waitUntilRows(1);
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, times * 100ms);
 }
 
 TEST_P(AssistiveKeys, KeysGoOnWhileTheRegistryHangs) {
