@@ -20,7 +20,8 @@ inline constexpr int answerMilliseconds = 5000;
 // answer.
 [[nodiscard]] bool answers(const QString& address, std::chrono::steady_clock::time_point deadline);
 
-// The time limit of a call that nobody waits for: none, in the library's milliseconds. It ends with its callee.
+// The time limit of a call that nobody waits for: none, in the library's milliseconds. It ends with its
+// callee.
 constexpr int untilAnswered = std::numeric_limits<int>::max();
 
 // The address of a bus that answers within that time; absent when there is none.
