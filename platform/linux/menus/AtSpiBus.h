@@ -32,6 +32,8 @@ class AtSpiBus {
   // Who starts it and says where it is, on the session bus.
   static inline const QString launcher = QStringLiteral("org.a11y.Bus");
   static inline const QString launcherPath = QStringLiteral("/org/a11y/bus");
+  // Who knows all programs on it, and all that listen.
+  static inline const QString registry = QStringLiteral("org.a11y.atspi.Registry");
 
   AtSpiBus() = default;
   ~AtSpiBus();

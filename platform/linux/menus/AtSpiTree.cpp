@@ -19,8 +19,7 @@ using namespace std::string_view_literals;
 
 const QString accessibleInterface = QStringLiteral("org.a11y.atspi.Accessible");
 const QString actionInterface = QStringLiteral("org.a11y.atspi.Action");
-const AtSpiReference registry{QStringLiteral("org.a11y.atspi.Registry"),
-                              QStringLiteral("/org/a11y/atspi/accessible/root")};
+const AtSpiReference registryRoot{AtSpiBus::registry, QStringLiteral("/org/a11y/atspi/accessible/root")};
 const AtSpiReference busItself{QStringLiteral("org.freedesktop.DBus"),
                                QStringLiteral("/org/freedesktop/DBus")};
 
@@ -149,7 +148,7 @@ std::optional<std::vector<AtSpiTree::Found>> AtSpiTree::named(const AtSpiReferen
 // --- from a process to its menu bar ---
 
 std::optional<AtSpiReference> AtSpiTree::program(ProcessId process, Deadline deadline) {
-  const auto programs = references(registry, deadline);
+  const auto programs = references(registryRoot, deadline);
   if (!programs) return std::nullopt;
   std::vector<std::pair<QString, QDBusPendingCall>> calls;
   QHash<QString, ProcessId> present;

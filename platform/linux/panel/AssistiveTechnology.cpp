@@ -14,8 +14,6 @@
 namespace pellar {
 namespace {
 
-const QString statusProperties = QStringLiteral("org.freedesktop.DBus.Properties");
-
 // The session says that some program wants to read others. That it does because we had programs come to the
 // bus whose menus we work is no reason to go there ourselves.
 bool someoneListens(const QVariantMap& status) {
@@ -37,7 +35,7 @@ AssistiveTechnology::AssistiveTechnology(std::function<void(bool)> onChanged)
   QObject::connect(owner.get(), &QDBusServiceWatcher::serviceOwnerChanged, &changed_,
                    [this] { changed_.start(); });
   service_ = std::move(owner);
-  session.connect(AtSpiBus::launcher, AtSpiBus::launcherPath, statusProperties,
+  session.connect(AtSpiBus::launcher, AtSpiBus::launcherPath, AtSpiBus::propertiesInterface,
                   QStringLiteral("PropertiesChanged"), &changed_, SLOT(start()));
   ask();
 }
@@ -45,8 +43,8 @@ AssistiveTechnology::AssistiveTechnology(std::function<void(bool)> onChanged)
 AssistiveTechnology::~AssistiveTechnology() = default;
 
 void AssistiveTechnology::ask() {
-  auto question = QDBusMessage::createMethodCall(AtSpiBus::launcher, AtSpiBus::launcherPath, statusProperties,
-                                                 QStringLiteral("GetAll"));
+  auto question = QDBusMessage::createMethodCall(AtSpiBus::launcher, AtSpiBus::launcherPath,
+                                                 AtSpiBus::propertiesInterface, QStringLiteral("GetAll"));
   question.setArguments({QStringLiteral("org.a11y.Status")});
   question.setAutoStartService(false);
   auto* const answer = new QDBusPendingCallWatcher(

@@ -37,7 +37,6 @@ constexpr const char* connectSlot = "connectA11yBus(QString)";
 // Names of the protocol.
 const QString objectsPath = QStringLiteral("/org/a11y/atspi/accessible");
 const QString rootPath = QStringLiteral("/org/a11y/atspi/accessible/root");
-const QString registry = QStringLiteral("org.a11y.atspi.Registry");
 const QString registryPath = QStringLiteral("/org/a11y/atspi/registry");
 
 // What it says of those who listen, and where the toolkit hears that.
@@ -91,7 +90,7 @@ void setActive(QObject* toolkit, bool active) {
 }
 
 QDBusMessage registryCall(const QString& object, const QString& interface, const QString& method) {
-  return QDBusMessage::createMethodCall(registry, object, interface, method);
+  return QDBusMessage::createMethodCall(AtSpiBus::registry, object, interface, method);
 }
 
 }  // namespace
@@ -176,8 +175,8 @@ void AtSpiBridge::introduce(const QString& address) {
   introduced_ = true;
   for (const auto& [signal, slot] : listenerSignals) {
     const QString name = QString::fromLatin1(signal);
-    bus.disconnect(registry, registryPath, registry, name, door_.toolkit(), slot);
-    bus.connect(registry, registryPath, registry, name, &listeners_, SLOT(start()));
+    bus.disconnect(AtSpiBus::registry, registryPath, AtSpiBus::registry, name, door_.toolkit(), slot);
+    bus.connect(AtSpiBus::registry, registryPath, AtSpiBus::registry, name, &listeners_, SLOT(start()));
   }
 }
 
@@ -210,7 +209,7 @@ void AtSpiBridge::followListeners() {
 }
 
 void AtSpiBridge::whenRegistryAnswers(const std::function<void()>& then) {
-  const auto call = registryCall(registryPath, registry, QStringLiteral("GetRegisteredEvents"));
+  const auto call = registryCall(registryPath, AtSpiBus::registry, QStringLiteral("GetRegisteredEvents"));
   receive(QDBusConnection(bridgeConnection).asyncCall(call, SessionBus::untilAnswered),
           [then](const QDBusMessage& /*answer*/) { then(); });
 }
