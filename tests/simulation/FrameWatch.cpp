@@ -201,7 +201,8 @@ std::optional<std::string> FrameWatch::compare(const std::vector<SimApplication>
       const AxRect frame = window.frame();
       const auto asked = expected_.find(id);
       const AxRect& expected = asked == expected_.end() ? stand.frame : asked->second;
-      const bool mayBePushed = inFront.contains(id) || wereInFront_.contains(id) || !isSingle();
+      const bool mayBePushed =
+          inFront.contains(id) || wereInFront_.contains(id) || passedBy_.contains(id) || !isSingle();
       if (!wrong && known != stands_.end() && !isUnsure_ && !touched_.contains(id) &&
           !isSame(frame, expected) && !(mayBePushed && isRoomMade(window, expected, frame)))
         wrong = window.title() + " stands at " + text(frame) + ", not at " + text(expected) +
@@ -215,6 +216,7 @@ std::optional<std::string> FrameWatch::compare(const std::vector<SimApplication>
   screens_ = mac_.screens().screens();
   expected_.clear();
   touched_.clear();
+  passedBy_.clear();
   happenings_ = 0;
   isUnsure_ = false;
   return wrong;

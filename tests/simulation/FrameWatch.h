@@ -28,6 +28,11 @@ class FrameWatch {
   void happened() { ++happenings_; }
   // The world did something to this window.
   void touched(const SimWindow& window) { touched_.insert(window.id()); }
+  // Windows of an application that came to the front, if only for a moment: room may have been made above
+  // one.
+  void wasInFront(const Windows& windows) {
+    for (const auto& each : windows) passedBy_.insert(each.id());
+  }
   // Only what is seen tells where windows are, and which of them are zoomed.
   void becomeUnsure() { isUnsure_ = true; }
   // Whether no more than one thing happened since the last rest, in a way that leaves no doubt.
@@ -74,6 +79,7 @@ class FrameWatch {
   std::map<WindowId, AxRect> expected_;  // what the user asked for since then
   std::set<WindowId> touched_;           // since then
   std::set<WindowId> wereInFront_;       // at the last rest
+  std::set<WindowId> passedBy_;          // in front for a moment since then
   std::vector<Screen> screens_;          // at the last rest
   std::size_t happenings_ = 0;           // since then
   bool isUnsure_ = true;

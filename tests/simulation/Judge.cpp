@@ -48,6 +48,7 @@ Judge::Judge(SimMac& mac, const std::vector<SimApplication>& applications)
       log_(mac.platform().folders.logFile, updates_),
       activated_(mac.workspace().onActivated([this] {
         const auto* front = inFront();
+        if (front != nullptr) frames_.wasInFront(front->windowsFrontToBack());
         // It may have been another one in between.
         if (front != nullptr && front->pid() == places_.pid()) return draggedSomewhere();
         places_.forget();
