@@ -11,6 +11,7 @@
 
 #include "tests/e2e/AssistiveTest.h"
 #include "tests/e2e/Hanging.h"
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 #include "tests/e2e/RecentPanel.h"
 
@@ -18,8 +19,6 @@ namespace pellar::e2e {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 // Kills a process and returns when it is gone.
 void destroy(pid_t process) {

@@ -8,14 +8,13 @@
 #include <string>
 #include <vector>
 
+#include "tests/e2e/Keys.h"
 #include "tests/e2e/PopUpMenu.h"
 
 namespace pellar::e2e {
 namespace {
 
 using namespace std::chrono_literals;
-
-constexpr std::uint32_t escapeKey = 0xff1b;
 
 PELLAR_FOR_EVERY_WINDOW_MANAGER(Assistive);
 
