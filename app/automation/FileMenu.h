@@ -16,8 +16,8 @@ namespace pellar::FileMenu {
 bool pressFileMenu(Accessibility& accessibility, ProcessId pid, std::span<const std::string_view> titles);
 
 // Makes a window that says it still shows its file the main one, and presses its application's own Save.
-// Whether that was pressed. For auto-save: a file that was not known before is not saved unasked, but known by
-// the next time.
+// Whether that was pressed. For auto-save: a file that was not known before is not saved unasked, but known
+// by the next time.
 bool save(Accessibility& accessibility, OfficeWindow& window);
 
 // Does so with each window that is not minimised and has a file, whichever it shows by now, where Save asks
