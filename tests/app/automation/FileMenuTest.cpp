@@ -148,6 +148,12 @@ TEST_F(PressingAFileMenu, InAnotherLanguageIsTheSecondOne) {
   EXPECT_FALSE(press("Save")) << "it has no item of that title";
 }
 
+TEST_F(PressingAFileMenu, InAnotherLanguageItMayAlsoBeTheLast) {
+  editor.setMenuBar({{"Apple", {}}, {"Ablage", {{"Sichern", pressed("Sichern")}}}});
+  EXPECT_TRUE(press("Sichern"));
+  EXPECT_EQ(done, std::vector<std::string>{"Sichern"});
+}
+
 TEST_F(PressingAFileMenu, ASecondMenuThatIsNoFileMenuIsSearchedAllTheSame) {
   editor.setMenuBar({{"Apple", {}}, {"Edit", {{"Undo", pressed("Undo")}}}, {"Window", {}}});
   EXPECT_FALSE(press("Save"));
