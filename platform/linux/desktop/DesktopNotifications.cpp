@@ -1,8 +1,9 @@
 #include "platform/linux/desktop/DesktopNotifications.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QString>
 #include <QVariantMap>
 #include <chrono>
@@ -51,14 +52,12 @@ void DesktopNotifications::call(const QString& method, const QVariantList& argum
                                                 QStringLiteral("/org/freedesktop/Notifications"),
                                                 QStringLiteral("org.freedesktop.Notifications"), method);
   message.setArguments(arguments);
-  auto* const watcher = new QDBusPendingCallWatcher(bus.asyncCall(message, SessionBus::answerMilliseconds));
-  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
-                   [watcher, name, receive = std::move(receive)] {
-                     const auto answer = watcher->reply();
-                     watcher->deleteLater();
-                     QDBusConnection::disconnectFromBus(name);
-                     receive(answer);
-                   });
+  SessionBus::whenAnswered(bus.asyncCall(message, SessionBus::answerMilliseconds),
+                           QCoreApplication::instance(),
+                           [name, receive = std::move(receive)](const QDBusMessage& answer) {
+                             QDBusConnection::disconnectFromBus(name);
+                             receive(answer);
+                           });
 }
 
 Subscription DesktopNotifications::requestAuthorization(std::function<void(bool granted)> answer) {

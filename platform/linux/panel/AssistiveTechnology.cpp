@@ -3,7 +3,7 @@
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QVariantMap>
 #include <utility>
@@ -47,13 +47,12 @@ void AssistiveTechnology::ask() {
                                                  AtSpiBus::propertiesInterface, QStringLiteral("GetAll"));
   question.setArguments({QStringLiteral("org.a11y.Status")});
   question.setAutoStartService(false);
-  auto* const answer = new QDBusPendingCallWatcher(
-      QDBusConnection::sessionBus().asyncCall(question, SessionBus::untilAnswered), &answers_);
-  QObject::connect(answer, &QDBusPendingCallWatcher::finished, &answers_, [this, answer] {
-    answer->deleteLater();
-    const auto values = answer->isError() ? QVariantList() : answer->reply().arguments();
-    tell(!values.isEmpty() && someoneListens(qdbus_cast<QVariantMap>(values.first())));
-  });
+  SessionBus::whenAnswered(
+      QDBusConnection::sessionBus().asyncCall(question, SessionBus::untilAnswered), &answers_,
+      [this](const QDBusMessage& answer) {
+        const auto values = answer.type() == QDBusMessage::ReplyMessage ? answer.arguments() : QVariantList();
+        tell(!values.isEmpty() && someoneListens(qdbus_cast<QVariantMap>(values.first())));
+      });
 }
 
 void AssistiveTechnology::tell(bool listening) {

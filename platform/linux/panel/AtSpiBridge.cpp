@@ -6,7 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QEvent>
 #include <QMetaObject>
@@ -215,12 +215,9 @@ void AtSpiBridge::whenRegistryAnswers(const std::function<void()>& then) {
 }
 
 void AtSpiBridge::receive(const QDBusPendingCall& call, Receive receive) {
-  auto* const answer = new QDBusPendingCallWatcher(call, &answers_);
-  QObject::connect(answer, &QDBusPendingCallWatcher::finished, &answers_,
-                   [answer, receive = std::move(receive)] {
-                     answer->deleteLater();
-                     if (!answer->isError()) receive(answer->reply());
-                   });
+  SessionBus::whenAnswered(call, &answers_, [receive = std::move(receive)](const QDBusMessage& answer) {
+    if (answer.type() == QDBusMessage::ReplyMessage) receive(answer);
+  });
 }
 
 }  // namespace pellar

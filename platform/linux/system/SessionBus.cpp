@@ -5,12 +5,15 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QFileInfo>
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "core/FileUrl.h"
 
@@ -104,6 +107,16 @@ bool answers(const QString& address, Clock::time_point deadline) {
 std::optional<QString> answering(std::chrono::milliseconds time) {
   auto found = address();
   return found && answers(*found, Clock::now() + time) ? found : std::nullopt;
+}
+
+void whenAnswered(const QDBusPendingCall& call, QObject* receiver,
+                  std::function<void(const QDBusMessage& answer)> receive) {
+  auto* const watcher = new QDBusPendingCallWatcher(call, receiver);
+  QObject::connect(watcher, &QDBusPendingCallWatcher::finished, receiver,
+                   [watcher, receive = std::move(receive)] {
+                     watcher->deleteLater();
+                     receive(watcher->reply());
+                   });
 }
 
 }  // namespace pellar::SessionBus

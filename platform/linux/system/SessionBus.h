@@ -2,8 +2,13 @@
 
 #include <QString>
 #include <chrono>
+#include <functional>
 #include <limits>
 #include <optional>
+
+class QDBusMessage;
+class QDBusPendingCall;
+class QObject;
 
 // The user's session bus, without ever starting one.
 namespace pellar::SessionBus {
@@ -26,5 +31,10 @@ constexpr int untilAnswered = std::numeric_limits<int>::max();
 
 // The address of a bus that answers within that time; absent when there is none.
 [[nodiscard]] std::optional<QString> answering(std::chrono::milliseconds time);
+
+// Has what comes of a call, an answer or an error, received from the main loop, on any bus; nothing is once
+// `receiver` is gone.
+void whenAnswered(const QDBusPendingCall& call, QObject* receiver,
+                  std::function<void(const QDBusMessage& answer)> receive);
 
 }  // namespace pellar::SessionBus
