@@ -140,8 +140,8 @@ class Endurance : public DesktopTest {
         },
         [this] { bus.kill(); },
         [this] {
-          desktop.run({"xrandr", "--output", "screen", "--mode", "small"});
-          desktop.run({"xrandr", "--output", "screen", "--mode", "1440x900"});
+          changeMode("small");
+          changeMode("1440x900");
         },
         [this] {
           desktop.run({"xrandr", "--setmonitor", "left", "720/190x900/240+0+0", "screen"});
@@ -151,6 +151,12 @@ class Endurance : public DesktopTest {
         },
     };
     disturbances[static_cast<std::size_t>(round) % disturbances.size()]();
+  }
+
+  // The density is said, since xrandr else takes it from the size in millimetres, which it rounds down: after
+  // some 190 changes a screen is a few millimetres wide, and a letter as high as the screen.
+  void changeMode(const std::string& mode) {
+    desktop.run({"xrandr", "--dpi", "96", "--output", "screen", "--mode", mode});
   }
 
   [[nodiscard]] bool hasCompositor() {
