@@ -32,16 +32,11 @@ bool isFree(const std::string& path) {
   return fs::status(path, ignored).type() == fs::file_type::not_found;
 }
 
-bool isFile(const std::string& path) {
-  std::error_code ignored;  // then there is no file as far as this program can tell
-  return fs::is_regular_file(path, ignored);
-}
-
-// Also where the file cannot be looked at.
-bool isEmpty(const std::string& path) {
+// In bytes. Absent for a folder, and where there is no file as far as this program can tell.
+std::optional<std::uintmax_t> fileSize(const std::string& path) {
   std::error_code error;
   const auto size = fs::file_size(path, error);
-  return error || size == 0;
+  return error ? std::nullopt : std::optional(size);
 }
 
 void sayKept(const std::string& oldPath, OldFile decision) {
@@ -60,7 +55,6 @@ void Automation::whenFree(std::function<void()> action) {
 }
 
 void Automation::scheduleNext() {
-  if (waiting_.empty()) return;
   platform_.mainLoop.post([this, here = alive_.watch()] {
     if (here) runNext();
   });
@@ -146,24 +140,26 @@ std::optional<std::string> Automation::rename(const OfficeWindow& window, const 
     return std::nullopt;
   }
   const auto evidence = evidenceAfterSaving(app, from, to);
-  if (!isFile(to)) return std::nullopt;
-  auto decision = decideOldFile(evidence);
+  if (!evidence) return std::nullopt;
+  auto decision = decideOldFile(*evidence);
   if (decision == OldFile::removed && files_.remove(from)) decision = OldFile::keptIrremovable;
   if (decision != OldFile::removed) sayKept(from, decision);
   return to;
 }
 
-OldFileEvidence Automation::evidenceAfterSaving(OfficeApp app, const std::string& from,
-                                                const std::string& to) {
+std::optional<OldFileEvidence> Automation::evidenceAfterSaving(OfficeApp app, const std::string& from,
+                                                               const std::string& to) {
   const auto documents = openDocuments(app);
   // The application alone does not make its new file last: a power failure could take it after the old one is
   // gone. So it is flushed, and looked at last of all. The name typed may lead to another folder.
   const bool lasts = !files_.flushFile(to) && !files_.flushFolder(withoutLastComponent(to));
-  return {.answered = !documents.all().empty(),
-          .stillOpen = documents.mayHold(from),
-          .newIsEmpty = isEmpty(to),
-          .newLasts = lasts,
-          .isNewToo = isSameFile(from, to)};
+  const auto size = fileSize(to);
+  if (!size) return std::nullopt;
+  return OldFileEvidence{.answered = !documents.all().empty(),
+                         .stillOpen = documents.mayHold(from),
+                         .newIsEmpty = *size == 0,
+                         .newLasts = lasts,
+                         .isNewToo = isSameFile(from, to)};
 }
 
 }  // namespace pellar

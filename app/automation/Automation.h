@@ -72,8 +72,9 @@ class Automation {
   [[nodiscard]] bool isRunning(OfficeApp app) const;
   void runNext();
   void scheduleNext();
-  [[nodiscard]] OldFileEvidence evidenceAfterSaving(OfficeApp app, const std::string& from,
-                                                    const std::string& to);
+  // Absent when the new file is not there.
+  [[nodiscard]] std::optional<OldFileEvidence> evidenceAfterSaving(OfficeApp app, const std::string& from,
+                                                                   const std::string& to);
 
   Platform platform_;
   FileOperations& files_;

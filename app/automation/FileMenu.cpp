@@ -85,7 +85,7 @@ void saveAll(Accessibility& accessibility, const WindowList& windows,
              const std::shared_ptr<OfficeWindow>& front) {
   int saved = 0;
   for (const auto& window : windows) {
-    if (window->minimized || !window->path) continue;
+    if (window->minimized) continue;
     // Without a file, pressing Save would ask the user for one.
     if (!window->askPath(accessibility) && !window->titleNamesPath()) continue;
     if (pressSave(accessibility, *window)) ++saved;

@@ -78,7 +78,7 @@ std::optional<std::string> saveAs(OfficeApp app, std::string_view documentName, 
       command = "save d in ";
       break;
     case OfficeApp::outlook:
-      return std::nullopt;
+      break;  // it has no documents
   }
   return tell(app) + "    set d to first " + std::string(*noun) + " whose name is " + quoted(documentName) +
          "\n    " + command + quoted(newPath) +

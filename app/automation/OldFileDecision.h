@@ -4,13 +4,14 @@
 
 namespace pellar {
 
-// What is known once an application has said that it saved a document under its new name.
+// What is known once an application has said that it saved a document under its new name. What is not said is
+// taken for what keeps the old file.
 struct OldFileEvidence {
-  bool answered = false;   // it named open documents when it was asked afterwards
-  bool stillOpen = false;  // one of them is the old file, or may be
-  bool newIsEmpty = true;  // or cannot be looked at
-  bool newLasts = false;   // the new file and its name are on the disk
-  bool isNewToo = false;   // the old path leads to the new file
+  bool answered = false;  // it named open documents when it was asked afterwards
+  bool stillOpen = true;  // one of them is the old file, or may be
+  bool newIsEmpty = true;
+  bool newLasts = false;  // the new file and its name are on the disk
+  bool isNewToo = true;   // the old path leads to the new file
 };
 
 // What becomes of the old file of a renamed document.
@@ -39,7 +40,7 @@ enum class OldFile {
 [[nodiscard]] constexpr std::string_view reason(OldFile decision) {
   switch (decision) {
     case OldFile::removed:
-      return "";
+      break;
     case OldFile::keptUnconfirmed:
       return "the application did not confirm the new file";
     case OldFile::keptUnanswered:

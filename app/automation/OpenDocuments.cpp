@@ -77,7 +77,6 @@ bool OpenDocuments::mayHold(const std::string& path) const {
 }
 
 bool isSameFile(const std::string& a, const std::string& b) {
-  if (a == b) return true;
   if (!isUsablePath(a) || !isUsablePath(b)) return false;
   std::error_code unknown;
   const bool same = std::filesystem::equivalent(a, b, unknown);

@@ -17,7 +17,7 @@ bool isAddressCharacter(char each) {
 }
 
 bool isEncodedRight(std::string_view text) {
-  for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 1))
+  for (std::size_t at = text.find('%'); at != std::string_view::npos; at = text.find('%', at + 3))
     if (at + 2 >= text.size() || !Ascii::hexDigit(text[at + 1]) || !Ascii::hexDigit(text[at + 2]))
       return false;
   return true;

@@ -43,6 +43,22 @@ TEST(OldFileDecision, ASecondNameOfTheNewFileStays) {
 
 TEST(OldFileDecision, WhatIsNotLookedIntoRemovesNothing) {
   EXPECT_EQ(decideOldFile({}), OldFile::keptUnanswered);
+  const auto saying = [](auto... lines) {
+    OldFileEvidence evidence;
+    ((evidence.*lines = proven.*lines), ...);
+    return decideOldFile(evidence);
+  };
+  using Evidence = OldFileEvidence;
+  EXPECT_EQ(saying(&Evidence::stillOpen, &Evidence::newIsEmpty, &Evidence::newLasts, &Evidence::isNewToo),
+            OldFile::keptUnanswered);
+  EXPECT_EQ(saying(&Evidence::answered, &Evidence::newIsEmpty, &Evidence::newLasts, &Evidence::isNewToo),
+            OldFile::keptOpen);
+  EXPECT_EQ(saying(&Evidence::answered, &Evidence::stillOpen, &Evidence::newLasts, &Evidence::isNewToo),
+            OldFile::keptBesideEmpty);
+  EXPECT_EQ(saying(&Evidence::answered, &Evidence::stillOpen, &Evidence::newIsEmpty, &Evidence::isNewToo),
+            OldFile::keptBesideUnflushed);
+  EXPECT_EQ(saying(&Evidence::answered, &Evidence::stillOpen, &Evidence::newIsEmpty, &Evidence::newLasts),
+            OldFile::keptAsTheSame);
 }
 
 TEST(OldFileDecision, OnlyOneOfAllCasesRemovesIt) {

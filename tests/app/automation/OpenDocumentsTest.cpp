@@ -24,6 +24,14 @@ TEST(OpenDocumentsMatch, AFileThatIsGoneIsTheSameHoweverItIsSpelt) {
   EXPECT_FALSE(isSameFile("/nowhere/a.docx", "/nowhere/b.docx"));
 }
 
+TEST(OpenDocumentsMatch, APathWithAZeroByteLeadsToNoFile) {
+  // To the system's calls it ends there.
+  const std::string folder("/usr");
+  EXPECT_TRUE(isSameFile(folder, folder + "/"));
+  EXPECT_FALSE(isSameFile(folder + std::string("\0x", 2), folder));
+  EXPECT_FALSE(isSameFile(folder, folder + std::string("\0x", 2)));
+}
+
 TEST(OpenDocumentsMatch, AWindowIsFoundByItsLabel) {
   const OpenDocuments open({{"Report.docx", "/d/Report.docx"}, {"Budget.odt", "/d/Budget.odt"}});
   EXPECT_EQ(pathIn(open, "Report.docx"), "/d/Report.docx");
@@ -74,7 +82,7 @@ TEST(OpenDocumentsMatch, TwoDocumentsOfOneNameAreAGuess) {
 TEST(OpenDocumentsMatch, AnAddressOfTheCloudIsNoPath) {
   for (const std::string address :
        {"https://d.docs.live.net/1/Letter.docx", "https/::d.docs.live.net/1/Letter.docx",
-        "/https/::d.docs.live.net:1:Letter.docx", "Letter.docx", ""}) {
+        "/https/::d.docs.live.net:1:Letter.docx", "/http/::intranet:1:Letter.docx", "Letter.docx", ""}) {
     const OpenDocuments open({{"Letter.docx", address}, {"Letter.doc", "/d/Letter.doc"}});
     EXPECT_EQ(pathIn(open, "Letter.docx"), std::nullopt) << address;
     EXPECT_EQ(pathIn(open, "Letter.doc"), "/d/Letter.doc");
@@ -110,6 +118,7 @@ TEST_F(Contradiction, AnotherFileOfTheSameTextIsOne) {
   EXPECT_TRUE(listed({{"Report.docx", copy}}).contradict("Report.docx", report));
   EXPECT_TRUE(listed({{"Report.docx", "/gone/Report.docx"}}).contradict("", report));
   EXPECT_TRUE(listed({{"Report.docx", "https/::cloud/Report.docx"}}).contradict("", report));
+  EXPECT_TRUE(listed({{"Report.docx", report + std::string("\0x", 2)}}).contradict("", report));
 }
 
 TEST_F(Contradiction, ASecondDocumentOfTheNameIsOne) {

@@ -143,12 +143,23 @@ TEST_F(Rename, OfADocumentThatIsNotOpenFails) {
 
 TEST_F(Rename, HasNoMeaningInOutlookAndElsewhere) {
   const auto element = report->window->element();
+  launch(OfficeApp::outlook);
   const OfficeWindow message(mac.accessibility(), element, TrackedApp::of(OfficeApp::outlook), word.pid());
   const OfficeWindow text(mac.accessibility(), element, {"org.example.editor", "Editor", std::nullopt},
                           word.pid());
   EXPECT_EQ(automation.rename(message, inFolder("Old.docx"), "Plan"), std::nullopt);
   EXPECT_EQ(automation.rename(text, inFolder("Old.docx"), "Plan"), std::nullopt);
   EXPECT_TRUE(mac.scripts().sources().empty());
+  EXPECT_TRUE(log.messages().empty());
+}
+
+TEST_F(Rename, OfADocumentWhoseApplicationHasQuitDoesNothing) {
+  const auto window = record(*report->window);
+  mac.terminate(word);
+  EXPECT_EQ(automation.rename(*window, inFolder("Old.docx"), "Plan"), std::nullopt);
+  EXPECT_EQ(contentOf(inFolder("Old.docx")), "as opened");
+  EXPECT_EQ(mac.office().launches(), 0);
+  EXPECT_TRUE(log.messages().empty()) << "no file of it is in doubt";
 }
 
 TEST_F(Rename, AnswersOtherThanOkAreNoSuccess) {

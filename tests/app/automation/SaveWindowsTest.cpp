@@ -66,12 +66,14 @@ TEST_F(SaveWindows, AnEmptyListIsLoggedToo) {
 TEST_F(SaveWindows, MinimisedOnesAndThoseWithoutAFileAreCountedButNeverPressed) {
   const auto plain = open("plain");
   const auto untitled = open("untitled", false);
+  const auto unread = open("unread");
+  unread->path.reset();
   const auto minimised = open("minimised");
   minimised->minimized = true;
   mac.accessibility().forgetRoundTrips();
-  saveAll({untitled, plain, minimised}, untitled);
+  saveAll({untitled, plain, unread, minimised}, untitled);
   EXPECT_EQ(saved, std::vector<std::string>{"plain"});
-  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 3 windows"});
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"save all: 1 of 4 windows"});
   EXPECT_EQ(mac.accessibility().roundTrips().writes, 2) << "plain is made the main one, then the front one";
 }
 

@@ -24,6 +24,7 @@ TEST_F(About, ReadsToTheLetter) {
   EXPECT_TRUE(description.closable);
   EXPECT_EQ(description.level, WindowLevel::normal);
   EXPECT_EQ(description.spacing, 8);
+  EXPECT_FALSE(description.columnReachesBottom);
   EXPECT_EQ(description.alignment, StackAlignment::centre);
   EXPECT_EQ(description.insets, (WindowInsets{.top = 26, .left = 24, .bottom = 24, .right = 24}));
   const auto& name = std::get<WindowLabel>(description.elements[0]);

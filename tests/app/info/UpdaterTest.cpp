@@ -288,6 +288,17 @@ TEST_F(Updates, AWebSiteMayBeGivenWithASlashAtItsEnd) {
                                                 "http://127.0.0.1:8080/terms.html"}));
 }
 
+TEST_F(Updates, WhatIsNoWebSiteIsNotAsked) {
+  for (const char* site : {"", "file:///srv", "https://", "pellar.example"}) {
+    pellar.reset();
+    mac.platform().bundle.webSite = site;
+    start();
+    checkNow();
+    mac.advance(24h);
+    EXPECT_TRUE(mac.web().requests().empty()) << site;
+  }
+}
+
 TEST(UpdateRecord, IsWrittenWithTheSameKeysAndWithoutAbsentValues) {
   EXPECT_EQ(encodeUpdateInfo({.latest = "2"}), R"({"latest":"2"})");
   const UpdateInfo whole{"2", "1", "More tabs", "https://a.example", UpdateEula{"3", "https://b.example"}};

@@ -257,6 +257,7 @@ TEST_F(AutoSaving, AWindowThatSaysItShowsAnotherFileByNowIsLeftAlone) {
   window.setDocument("file:///Users/ann/Notes.txt");
   mac.advance(60s);
   EXPECT_EQ(pressed, 0);
+  EXPECT_EQ(log.messages(), Rows{"tracking started"});
   mac.advance(60s);
   EXPECT_EQ(pressed, 1) << "that it shows the other file is known by now";
 }
