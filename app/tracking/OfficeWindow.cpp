@@ -38,7 +38,7 @@ void OfficeWindow::takeOver(std::optional<std::string> shown) {
 }
 
 std::optional<std::string> OfficeWindow::askPath(Accessibility& accessibility) {
-  if (app.office || !path) return std::nullopt;
+  if (!path) return std::nullopt;
   auto shown = shownPath(accessibility);
   if (shown) takeOver(shown);
   return shown;

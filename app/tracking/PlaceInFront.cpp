@@ -57,7 +57,7 @@ void PlaceInFront::during(const std::function<void()>& question) {
 void PlaceInFront::activated() {
   noteOther();
   asked_ = asked_ && !isOurs();
-  if (owed_ && questions_ == 0) giveBack();
+  if (owed_) giveBack();
 }
 
 void PlaceInFront::terminated(std::optional<ProcessId> pid) {

@@ -147,7 +147,6 @@ std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& a
   if (!elements) return std::nullopt;
   if (const auto observer = observers_.find(pid); observer != observers_.end())
     observer->second->follow(*elements);
-  if (elements->empty()) return Listed{};
 
   const std::span<const std::string_view> attributes(windowAttributes);
   accessibility_.willRead(*elements, app.office ? attributes.first(attributes.size() - 1) : attributes);
@@ -173,7 +172,7 @@ std::optional<WindowTracker::Listed> WindowTracker::readWindows(const Element& a
     // A new record has just been read.
     isNew ? window->readPath(accessibility_) : window->refresh(accessibility_);
     if (!(window->frame.width >= smallestTabbedWidth)) {
-      if (!isNew) listed.passedOver.push_back(std::move(window));
+      listed.passedOver.push_back(std::move(window));
       continue;
     }
     taken.insert(id);

@@ -67,7 +67,7 @@ class WindowTracker : public std::enable_shared_from_this<WindowTracker> {
   class Reading;
   struct Listed {
     WindowList kept;        // those that get a tab
-    WindowList passedOver;  // those that were known, and get none any more
+    WindowList passedOver;  // records of those that get none, or none any more
   };
 
   WindowTracker(Accessibility& accessibility, Workspace& workspace, MainLoop& mainLoop);

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "app/tracking/ObservedApplication.h"
+#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/app/tracking/TrackerFixture.h"
 
 namespace pellar {
@@ -72,6 +74,56 @@ TEST_F(ObservedApplicationTest, ADeafApplicationIsNotAskedForEachNotificationInT
   EXPECT_EQ(accessibility.roundTrips().registrations, 1);
 }
 
+// Its application ends just when it is made.
+class ObserverOfNothing final : public ElementObserver {
+ public:
+  explicit ObserverOfNothing(int& asked) : asked_(asked) {}
+  Registration add(const Element&, std::string_view) override {
+    ++asked_;
+    return Registration::gone;
+  }
+  void remove(const Element&, std::string_view) override {}
+
+ private:
+  int& asked_;
+};
+
+class EndingApplication final : public ForwardingAccessibility {
+ public:
+  using ForwardingAccessibility::ForwardingAccessibility;
+  [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId, std::function<void()>) override {
+    return std::make_unique<ObserverOfNothing>(asked);
+  }
+  int asked = 0;
+};
+
+TEST_F(ObservedApplicationTest, AnApplicationThatEndsMeanwhileIsNotObserved) {
+  EndingApplication ending(accessibility);
+  const auto pid = editor->description.pid;
+  EXPECT_EQ(ObservedApplication::observe(ending, pid, ending.applicationElement(pid), [] {}), nullptr);
+  EXPECT_EQ(ending.asked, 1);
+}
+
+TEST_F(ObservedApplicationTest, AnApplicationThatStopsListeningIsAskedOnceAPictureForItsNewWindows) {
+  editor->quirks.listsWindowsByCreation = false;  // so that the new ones come first
+  open("Plan");
+  start();
+  editor->quirks.refuses = SimRefusal::registrations;
+  const auto notes = open("Notes");
+  const auto list = open("List");
+  settle();
+  accessibility.forgetRoundTrips();
+  tracker->refresh();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 1);
+  editor->quirks.refuses = SimRefusal::nothing;
+  accessibility.forgetRoundTrips();
+  tracker->refresh();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 2 * 3) << "those of the old one were made long ago";
+  desktop.destroy(notes);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"Plan", "List"}));
+}
+
 TEST_F(ObservedApplicationTest, RegistrationsOnWindowsAreMadeOnceAndTakenBackWithTheirWindows) {
   const auto plan = open("Plan");
   open("Notes");
@@ -86,6 +138,10 @@ TEST_F(ObservedApplicationTest, RegistrationsOnWindowsAreMadeOnceAndTakenBackWit
   desktop.destroy(plan);
   settle();
   EXPECT_EQ(accessibility.liveRegistrations(), 10 + 1 * 3 + 10);
+  accessibility.forgetRoundTrips();
+  open("List");
+  settle();
+  EXPECT_EQ(accessibility.roundTrips().registrations, 3);
 }
 
 TEST_F(ObservedApplicationTest, ABackgroundWindowThatGoesLosesItsTab) {

@@ -152,6 +152,13 @@ TEST_F(OfficeWindowTest, ADocumentThatIsNoFileGivesNoPathUntilItIsOne) {
   EXPECT_EQ(made.path, "/saved");
 }
 
+TEST_F(OfficeWindowTest, AWindowWithoutAKnownFileIsNotAskedWhichOneItShows) {
+  OfficeWindow made = record();
+  EXPECT_EQ(made.askPath(accessibility), std::nullopt) << "though it would say";
+  EXPECT_EQ(made.path, std::nullopt);
+  EXPECT_FALSE(made.titleNamesPath());
+}
+
 TEST_F(OfficeWindowTest, AnOfficeWindowNeverTakesItsPathFromTheDocumentAttribute) {
   OfficeWindow made = record(TrackedApp::of(OfficeApp::word));
   made.refresh(accessibility);

@@ -23,6 +23,7 @@ TEST(PathInTitle, ATitleThatNamesTheFileNoMoreShowsAnotherOne) {
 
 TEST(PathInTitle, ATitleThatNeverNamedItSaysNothing) {
   PathInTitle title;
+  EXPECT_FALSE(title.names());
   title.look("My thoughts", path);
   title.look("My other thoughts", path);
   EXPECT_FALSE(title.names());

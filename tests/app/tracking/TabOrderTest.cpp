@@ -67,6 +67,13 @@ TEST_F(TabOrderTest, AMovedWindowStandsBesideItsNewNeighbour) {
   EXPECT_EQ(names(order.arrange(of("abcd"))), "dacb");
 }
 
+TEST_F(TabOrderTest, AWindowMovedToTheEndStandsBesideTheLastOneNotBehindThoseThatAreAway) {
+  static_cast<void>(order.arrange(of("abcd")));
+  static_cast<void>(order.arrange(of("abc")));  // d is away
+  EXPECT_EQ(names(order.move(of("a").front(), of("bc"), 2)), "bca");
+  EXPECT_EQ(names(order.arrange(of("abcd"))), "bcad");
+}
+
 TEST_F(TabOrderTest, TheOnlyWindowMayBeMoved) {
   static_cast<void>(order.arrange(of("a")));
   EXPECT_EQ(names(order.move(of("a").front(), {}, 0)), "a");

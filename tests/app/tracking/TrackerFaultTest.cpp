@@ -126,6 +126,51 @@ TEST_F(TrackerFaultTest, ATabMovedAtAnyPointOfARefreshStaysMoved) {
   }
 }
 
+TEST_F(TrackerFaultTest, ATabOfTheApplicationThatTheUserLeavesMayBeMovedMeanwhile) {
+  open("A");
+  open("B");
+  start();
+  const auto other = launch("org.example.other", "Other");
+  desktop.open(*other, "Elsewhere", {0, 100, 400, 300}, "AXStandardWindow");
+  for (int read = 1;; ++read) {
+    bringToFront(editor);
+    settle();
+    ASSERT_EQ(tabs(), (Titles{"A", "B"})) << "read " << read;
+    const auto a = tab("A")->id();
+    interrupt(read, [&] { tracker->move(a, 1); });
+    bringToFront(other);
+    settle();
+    EXPECT_EQ(tabs(), Titles{"Elsewhere"}) << "read " << read;
+    if (!interrupted) break;
+  }
+}
+
+TEST_F(TrackerFaultTest, AnApplicationThatFreezesWhenAskedForItsAbsentWindowsIsWaitedForOnceAndLosesNone) {
+  const auto plan = open("Plan");
+  open("Notes");
+  open("List");
+  start();
+  tracker->move(tab("List")->id(), 0);
+  ASSERT_EQ(tabs(), (Titles{"List", "Plan", "Notes"}));
+  const auto shownHere = [&](const Element& asked) {
+    for (const auto& window : editor->byCreation)
+      if (SimElement::ofWindow(window) == asked) return true;
+    return false;
+  };
+  faulty.beforeRead([&](const Element& element, std::string_view attribute) {
+    if (attribute == "AXSubrole" && shownHere(element)) desktop.setHung(*editor, true);
+  });
+  const auto before = loop.uptime();
+  desktop.showSpace(1);
+  settle();
+  EXPECT_EQ(loop.uptime() - before, SimAccessibility::messagingTimeout);
+  faulty.beforeRead(nullptr);
+  desktop.setHung(*editor, false);
+  desktop.showSpace(0);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"List", "Plan", "Notes"}));
+}
+
 TEST_F(TrackerFaultTest, TheReceiverMayAskForTheNextPictureFromWithinOne) {
   open("A");
   open("B");

@@ -85,6 +85,14 @@ TEST_F(UnkindApplication, ItsLaunchNotificationIsOneMoreTry) {
   EXPECT_EQ(accessibility.liveObservers(), 1);
 }
 
+TEST_F(UnkindApplication, TheLaunchNotificationOfOneThatListensCostsNothing) {
+  start();
+  const int before = delegate->reports;
+  desktop.finishLaunching(*editor);
+  settle();
+  EXPECT_EQ(delegate->reports, before);
+}
+
 TEST_F(UnkindApplication, ALaunchInTheBackgroundIsNotTried) {
   editor->quirks.refuses = SimRefusal::observers;
   start();
@@ -106,6 +114,22 @@ TEST_F(UnkindApplication, TheTriesEndWithAnotherApplicationInFront) {
   bringToFront(editor);
   loop.advance(1h);
   EXPECT_EQ(log.count(refusal()), tries + 4) << "coming back begins anew";
+}
+
+TEST_F(UnkindApplication, TheTriesEndWithAWindowOfPellarsOwnInFront) {
+  for (const bool isBusy : {false, true}) {
+    editor->quirks.refuses = isBusy ? SimRefusal::nothing : SimRefusal::observers;
+    desktop.setHung(*editor, false);
+    bringToFront(editor);
+    tracker->app() ? settle() : start();
+    desktop.setHung(*editor, isBusy);
+    tracker->refresh();
+    desktop.activatePellar();
+    settle();
+    const int before = delegate->reports;
+    loop.advance(1h);
+    EXPECT_EQ(delegate->reports, before) << isBusy;
+  }
 }
 
 TEST_F(UnkindApplication, ATrackerThatIsGoneIsNotTriedAgain) {
@@ -141,6 +165,33 @@ TEST_F(UnkindApplication, ABusyApplicationIsAskedThreeTimesMoreAndThenLeftAlone)
   const auto first = reads();
   loop.advance(1h);
   EXPECT_EQ(reads(), first + 3);
+}
+
+TEST_F(UnkindApplication, OneThatRefusesToAnswerIsAskedAgainAfterOneFiveAndTwentySeconds) {
+  open("Plan");
+  start();
+  editor->quirks.refuses = SimRefusal::everything;
+  tracker->refresh();
+  const auto refused = loop.uptime();
+  auto reads = accessibility.roundTrips().reads;
+  for (const auto mark : {1s, 5s, 20s}) {
+    loop.advance(refused + mark - 1ms - loop.uptime());
+    EXPECT_EQ(accessibility.roundTrips().reads, reads) << mark.count();
+    loop.advance(1ms);
+    EXPECT_EQ(accessibility.roundTrips().reads, ++reads) << mark.count();
+  }
+}
+
+TEST_F(UnkindApplication, OneThatAnswersAgainIsLeftAlone) {
+  open("Plan");
+  start();
+  desktop.setHung(*editor, true);
+  tracker->refresh();
+  desktop.setHung(*editor, false);
+  tracker->refresh();
+  const int before = delegate->reports;
+  loop.advance(1h);
+  EXPECT_EQ(delegate->reports, before);
 }
 
 TEST_F(UnkindApplication, WhatAnswersInTheMiddleOfAPictureIsReadAgain) {
@@ -244,7 +295,9 @@ TEST_F(UnkindApplication, NativeTabsComeAndGoWithTheirGroup) {
 TEST_F(UnkindApplication, AFirstPictureCostsOneRoundTripAWindowAndTwoMore) {
   for (int i = 0; i < 10; ++i) open("Window " + std::to_string(i));
   start();
-  bringToFront(launch("org.example.other", "Other"));
+  const auto other = launch("org.example.other", "Other");
+  desktop.open(*other, "Elsewhere", {0, 100, 400, 300}, "AXStandardWindow");
+  bringToFront(other);
   settle();
   const auto cost = [this] {
     const auto& trips = accessibility.roundTrips();

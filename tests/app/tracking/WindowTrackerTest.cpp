@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "app/tracking/WindowTracker.h"
+#include "platform/sim/faults/ForwardingWorkspace.h"
 #include "tests/app/tracking/TrackerFixture.h"
 
 namespace pellar {
@@ -71,6 +72,26 @@ TEST_F(TrackerTest, PellarItselfIsNotTracked) {
   EXPECT_EQ(delegate->front, nullptr);
 }
 
+// As when it was started from a terminal.
+class DockIcon final : public ForwardingWorkspace {
+ public:
+  using ForwardingWorkspace::ForwardingWorkspace;
+  [[nodiscard]] std::optional<RunningApplication> frontmostApplication() const override {
+    auto front = ForwardingWorkspace::frontmostApplication();
+    if (front) front->policy = ActivationPolicy::regular;
+    return front;
+  }
+};
+
+TEST_F(TrackerTest, PellarItselfIsNotTrackedThoughItHasADockIcon) {
+  DockIcon regular(workspace);
+  tracker = WindowTracker::create(accessibility, regular, loop);
+  tracker->delegate = delegate;
+  desktop.activatePellar();
+  start();
+  EXPECT_EQ(delegate->app, std::nullopt);
+}
+
 TEST_F(TrackerTest, AnApplicationThatTheSettingsDoNotFollowIsNotTracked) {
   open("Plan");
   bool follow = false;
@@ -106,6 +127,29 @@ TEST_F(TrackerTest, AWindowThatShrinksLosesItsTabAndIsNewWhenItGrowsAgain) {
   EXPECT_EQ(tabs(), (Titles{"Report", "Plan"}));
   EXPECT_NE(tab("Plan"), before);
   EXPECT_EQ(tab("Plan")->id(), before->id());
+}
+
+TEST_F(TrackerTest, AWindowThatIsADialogForAWhileIsNewAfterwards) {
+  const auto plan = open("Plan");
+  open("Report");
+  start();
+  for (const auto* subrole : {"AXDialog", "AXStandardWindow"}) {
+    plan->subrole = subrole;
+    desktop.changedSilently();
+    tracker->refresh();
+  }
+  EXPECT_EQ(tabs(), (Titles{"Report", "Plan"}));
+}
+
+TEST_F(TrackerTest, OfAWindowThatIsGoneNothingIsKept) {
+  const auto plan = open("Plan");
+  open("Report");
+  start();
+  const std::weak_ptr<OfficeWindow> record = tab("Plan");
+  desktop.destroy(plan);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Report"});
+  EXPECT_TRUE(record.expired());
 }
 
 TEST_F(TrackerTest, NewWindowsJoinAtTheEndAndRecordsStayTheSame) {
@@ -251,6 +295,31 @@ TEST_F(TrackerTest, AWindowOfPellarsOwnInFrontForgetsTheOrderOfTabs) {
   EXPECT_EQ(tabs(), (Titles{"A", "B"}));
 }
 
+TEST_F(TrackerTest, AnotherCopyOfTheApplicationHasAnOrderOfItsOwn) {
+  open("A");
+  open("B");
+  start();
+  tracker->move(tab("B")->id(), 0);
+  const auto copy = launch("org.example.editor", "Editor");
+  desktop.open(*copy, "Elsewhere", {0, 100, 400, 300}, "AXStandardWindow");
+  bringToFront(copy);
+  settle();
+  EXPECT_EQ(tabs(), Titles{"Elsewhere"});
+  bringToFront(editor);
+  settle();
+  EXPECT_EQ(tabs(), (Titles{"A", "B"}));
+}
+
+TEST_F(TrackerTest, AProcessThatGoesOnAsAnotherApplicationHasItsWindowsUnderTheNewName) {
+  open("A");
+  start();
+  editor->description.bundleId = "org.example.successor";
+  desktop.changedSilently();
+  tracker->refresh();
+  ASSERT_EQ(tabs(), Titles{"A"});
+  EXPECT_EQ(tab("A")->app.id, "org.example.successor");
+}
+
 TEST_F(TrackerTest, AMovedTabStaysWhereTheUserPutIt) {
   open("A");
   open("B");
@@ -309,6 +378,13 @@ TEST_F(TrackerTest, AnApplicationThatAnswersNothingIsTrackedWithoutWindows) {
   tracker->refresh();
   EXPECT_EQ(tabs(), Titles{"A"});
   EXPECT_TRUE(log.messages().empty());
+}
+
+TEST_F(TrackerTest, AnApplicationWithoutWindowsIsAskedOnce) {
+  start();
+  accessibility.forgetRoundTrips();
+  tracker->refresh();
+  EXPECT_EQ(accessibility.roundTrips().total(), 1);
 }
 
 TEST_F(TrackerTest, ARefreshAsksTheApplicationTwiceAndEachWindowOnce) {
