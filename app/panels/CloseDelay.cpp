@@ -35,7 +35,6 @@ void CloseDelay::panelLeft() {
 }
 
 void CloseDelay::reset() {
-  overAnchor_ = false;
   inPanel_ = false;
   timer_.cancel();
 }

@@ -27,8 +27,8 @@ class CloseDelay {
 
   MainLoop& loop_;
   std::function<void()> close_;
-  bool overAnchor_ = false;
   bool inPanel_ = false;
+  bool overAnchor_ = false;  // again, after it was in the panel
   Subscription timer_;
 };
 

@@ -25,11 +25,10 @@ std::string pathOf(const std::string& key) {
 }
 
 double lastUse(const PropertyListValue& bookmark) {
+  static const std::string key = "kLastUsedDateKey";
   const auto* const entry = bookmark.as<PropertyListValue::Dictionary>();
-  if (entry == nullptr) return 0;
-  const auto found = entry->find("kLastUsedDateKey");
-  if (found == entry->end()) return 0;
-  const auto* const date = found->second.as<PropertyListDate>();
+  if (entry == nullptr || !entry->contains(key)) return 0;
+  const auto* const date = entry->at(key).as<PropertyListDate>();
   return date == nullptr ? 0 : date->secondsSince1970;
 }
 

@@ -57,7 +57,6 @@ void RecentView::reload(const std::string& query) {
   const auto seeds = app ? officeSeeds(platform_.propertyLists, platform_.folders.home) : NameMap<double>();
   items_ = Recent::list(state.recent, seeds, query, app, appKey, state.recentApp, exists);
   list_->reload(items_.size(), [this](std::size_t index) { return row(index); });
-  host_.accessibleElementChanged();
 }
 
 ListRow RecentView::row(std::size_t index) const {
@@ -127,9 +126,9 @@ bool RecentView::keyDown(std::uint16_t keyCode) {
 
 void RecentView::openSelected() {
   const auto selected = list_->selectedRow();
-  if (!selected || *selected >= items_.size()) return;
+  if (!selected) return;
   // Kept apart from the list, which changes when the panel closes.
-  const std::string path = items_[*selected];
+  const std::string path = items_.at(*selected);
   const double now = platform_.mainLoop.secondsSince1970();
   store_->update([&](AppState& state) { state.touchRecent(path, std::nullopt, now); });
   platform_.workspace.open(path);

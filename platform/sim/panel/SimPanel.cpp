@@ -21,7 +21,10 @@ SimPanel::~SimPanel() {
 
 void SimPanel::setFrame(const ScreenRect& frame, bool display) {
   const ScreenRect before = std::exchange(frame_, frame);
-  if (before != frame) ++frameChanges_;
+  if (before != frame) {
+    ++frameChanges_;
+    if (visible_) ++frameChangesInSight_;
+  }
   if (before.size() != frame.size()) {
     host_.accessibleElementChanged();
     host_.setNeedsLayout();

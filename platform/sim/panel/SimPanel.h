@@ -44,6 +44,8 @@ class SimPanel final : public Panel, public KeyPanel {
   [[nodiscard]] const std::optional<Element>& window() const { return window_; }
   // How often the panel was moved or resized to another frame.
   [[nodiscard]] int frameChanges() const { return frameChanges_; }
+  // How often while it was on the screen.
+  [[nodiscard]] int frameChangesInSight() const { return frameChangesInSight_; }
 
   // For SimPointer: the pointer in the panel's view.
   [[nodiscard]] PointerPresence& pointer() { return pointer_; }
@@ -60,6 +62,7 @@ class SimPanel final : public Panel, public KeyPanel {
   std::optional<Element> window_;
   bool visible_ = false;
   int frameChanges_ = 0;
+  int frameChangesInSight_ = 0;
   CallbackList<> resignedKey_;
   SimViewHost host_;
   PointerPresence pointer_;

@@ -68,6 +68,24 @@ TEST_F(Closing, DoesNotHappenWhenTheAnchorIsEnteredBeforeThePanelReportsTheExit)
   EXPECT_TRUE(staysOpen());
 }
 
+TEST_F(Closing, DoesNotHappenWhenThePointerComesBackToTheAnchorInTime) {
+  delay.anchorEntered();
+  delay.anchorLeft();
+  loop.advance(349ms);
+  delay.anchorEntered();
+  EXPECT_TRUE(staysOpen());
+  delay.anchorLeft();
+  EXPECT_TRUE(closesIn(350ms));
+}
+
+TEST_F(Closing, HappensWhenThePointerWentOverTheAnchorAndThePanelReportsTheExitLast) {
+  delay.panelEntered();
+  delay.anchorEntered();
+  delay.anchorLeft();
+  delay.panelLeft();
+  EXPECT_TRUE(closesIn(350ms));
+}
+
 TEST_F(Closing, BeginsAnewWithEveryReportThatTheAnchorIsLeft) {
   delay.anchorEntered();
   delay.anchorLeft();

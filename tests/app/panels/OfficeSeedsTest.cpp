@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/panels/OfficeSeeds.h"
 #include "app/panels/RecentView.h"
 #include "tests/support/Files.h"
 #include "tests/support/PropertyListFile.h"
@@ -163,6 +164,25 @@ TEST_F(OfficeSeeds, WithoutAUsableTimeADocumentComesLast) {
   EXPECT_EQ(shown.front(), "Dated.docx");
   std::ranges::sort(shown);
   EXPECT_EQ(shown, (Names{"Dated.docx", "NoDate.docx", "Text.docx", "Wrong.docx"}));
+}
+
+TEST_F(OfficeSeeds, ADocumentWithoutAUsableTimeWasNeverUsed) {
+  const auto dated = [](const std::string& key, const std::string& entry) {
+    return "<key>" + key + "</key>" + entry;
+  };
+  remember("Word", xmlList("<dict>" + dated("/Users/ann/NoDate.docx", "<dict/>") +
+                           dated("/Users/ann/Text.docx", "<string>what?</string>") +
+                           dated("/Users/ann/Wrong.docx",
+                                 "<dict><key>kLastUsedDateKey</key><string>yesterday</string></dict>") +
+                           bookmark("/Users/ann/Dated.docx", "1970-01-01T00:00:03Z") +
+                           // No address of a file without the slashes of a host, but a path as it stands.
+                           bookmark("file:/Users/ann/Plan.docx", "1970-01-01T00:00:04Z") + "</dict>"));
+  EXPECT_EQ(officeSeeds(mac.platform().propertyLists, mac.home()),
+            (NameMap<double>{{"/Users/ann/NoDate.docx", 0},
+                             {"/Users/ann/Text.docx", 0},
+                             {"/Users/ann/Wrong.docx", 0},
+                             {"/Users/ann/Dated.docx", 3},
+                             {"file:/Users/ann/Plan.docx", 4}}));
 }
 
 TEST_F(OfficeSeeds, TheTimesOfBothRecordsAreComparable) {

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "app/panels/RecentView.h"
+#include "platform/VirtualKey.h"
 #include "tests/support/RecentStory.h"
 
 namespace pellar {
@@ -84,6 +86,27 @@ TEST_F(RecentKeyboard, ReturnInTheFieldOpensWhatIsSelectedInTheList) {
   mac.pressKey("moveLeft:");
   mac.pressKey("insertNewline:");
   EXPECT_EQ(opened(), Names{(mac.home() / "Budget.txt").string()});
+}
+
+// The list has the keys, and in it the user chose none.
+TEST_F(RecentKeyboard, ReturnInTheListWithNothingSelectedOpensNothing) {
+  openWithThree();
+  mac.pointer().click({dropdown().frame().midX(), dropdown().frame().minY() + 20});
+  mac.pressKey("insertNewline:");
+  EXPECT_TRUE(opened().empty());
+  EXPECT_TRUE(isOpen());
+}
+
+TEST_F(RecentKeyboard, TheListTakesReturnAndEscapeAndNoOtherKey) {
+  const auto panel = mac.platform().panels.makePanel({.contentSize = {480, 300}});
+  RecentView view(panel->host(), std::make_shared<StateStore>(pellar.store().url()), mac.platform());
+  int escapes = 0;
+  view.onEscape = [&escapes] { ++escapes; };
+  EXPECT_TRUE(view.keyDown(VirtualKey::escape));
+  EXPECT_EQ(escapes, 1);
+  EXPECT_TRUE(view.keyDown(VirtualKey::returnKey));
+  EXPECT_FALSE(view.keyDown(VirtualKey::tab));
+  EXPECT_EQ(escapes, 1);
 }
 
 TEST_F(RecentKeyboard, UpInTheFieldMeansNothing) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/panels/RecentView.h"
 #include "tests/support/RecentStory.h"
 
 namespace pellar {
@@ -153,6 +154,45 @@ TEST_F(RecentList, RowsStandAndLookAsTheyShould) {
   EXPECT_EQ(items[2].rect, (ViewRect{14, 43, 452, 16}));
   EXPECT_EQ(items[3].rect, (ViewRect{14, 61, 452, 13}));
 }
+
+// --- for a user who cannot see it ---
+
+TEST_F(RecentList, AScreenReaderFindsTheListInItsPlaceAndPressesARow) {
+  used("Report.txt", 300);
+  const auto plan = used("Plan.txt", 100);
+  openDropdown();
+  EXPECT_EQ(mac.screenReader().element("Recent files > Recent files").frame, (ViewRect{10, 8, 460, 284}));
+  EXPECT_TRUE(mac.screenReader().element("Plan.txt").canBePressed);
+  EXPECT_THROW(mac.screenReader().showMenu("Plan.txt"), std::runtime_error) << "a row has no menu";
+  EXPECT_TRUE(opened().empty());
+  mac.screenReader().press("Plan.txt");
+  EXPECT_EQ(opened(), Names{plan});
+}
+
+TEST_F(RecentList, AScreenReaderHearsWhatFitsTheQueryAndWhereTheKeysAre) {
+  used("Report.txt", 300);
+  used("Plan.txt", 100);
+  openDropdown();
+  mac.screenReader().start();
+  mac.type("re");
+  EXPECT_EQ(mac.screenReader().heard(), Names{"- row Plan.txt"});
+  mac.pressKey("moveDown:");
+  EXPECT_EQ(mac.screenReader().heard(), (Names{"row Report.txt selected", "row Report.txt has the keys"}));
+  mac.pressKey("moveLeft:");
+  EXPECT_EQ(mac.screenReader().heard(), Names{"row Report.txt has the keys no more"});
+}
+
+TEST_F(RecentList, AFileThatIsListedNoMoreCannotBePressed) {
+  used("Plan.txt", 100);
+  const auto panel = mac.platform().panels.makePanel({.contentSize = {480, 300}});
+  RecentView view(panel->host(), std::make_shared<StateStore>(pellar.store().url()), mac.platform());
+  view.reload("");
+  ASSERT_EQ(view.items().size(), 1U);
+  EXPECT_FALSE(view.perform(AccessibleAction::press, (mac.home() / "Gone.txt").string()));
+  EXPECT_TRUE(opened().empty());
+}
+
+// --- with many files ---
 
 TEST_F(RecentList, TheWheelAndTheScrollerBringLaterFilesIntoSight) {
   for (int i = 0; i < 40; ++i) used("File " + std::to_string(100 + i) + ".txt", 1000 - i);

@@ -98,6 +98,23 @@ TEST_F(Picker, StaysWhenItIsEnteredBeforeTheStripReportsTheExit) {
   EXPECT_TRUE(hover.pickerShown());
 }
 
+TEST_F(Picker, StaysWhenThePointerComesBackToTheButtonInTime) {
+  picker.show(button);
+  picker.scheduleClose();
+  mac.advance(closeDelay - 1ms);
+  picker.show(button);
+  mac.advance(10s);
+  EXPECT_TRUE(hover.pickerShown());
+}
+
+TEST_F(Picker, ComesUpUnderAnotherWindowsButtonWithoutBeingSeenElsewhere) {
+  picker.show(button);
+  picker.hide();
+  picker.show({300, 304, 30, 24});
+  EXPECT_EQ(frame().maxY(), 302);
+  EXPECT_EQ(hover.picker()->frameChangesInSight(), 0);
+}
+
 TEST_F(Picker, GoesAtOnceWithAPick) {
   picker.show(button);
   mac.pointer().click(middleOf(Tile::rightThird));
@@ -111,6 +128,22 @@ TEST_F(Picker, StaysWhenAGapIsClicked) {
   mac.pointer().click(PanelReader::onScreen(*hover.picker(), {3, 3}));
   EXPECT_TRUE(picked.empty());
   EXPECT_TRUE(hover.pickerShown());
+}
+
+TEST_F(Picker, AScreenReaderSaysWhatThePlacesAreForAndPressesOne) {
+  picker.show(button);
+  SimScreenReader& reader = mac.screenReader();
+  EXPECT_EQ(reader.element("Layout").help, "Places for this window");
+  for (const Tile tile : allTiles) {
+    const auto place = reader.element(title(tile));
+    EXPECT_EQ(place.help, "Puts this window there");
+    EXPECT_TRUE(place.canBePressed);
+    EXPECT_THROW(reader.showMenu(title(tile)), std::runtime_error);
+  }
+  EXPECT_TRUE(picked.empty());
+  reader.press(title(Tile::rightThird));
+  EXPECT_EQ(picked, std::vector<Tile>{Tile::rightThird});
+  EXPECT_FALSE(hover.pickerShown());
 }
 
 TEST_F(Picker, IsHiddenAtOnce) {

@@ -74,6 +74,16 @@ TEST_F(PickerView, DrawsItsOwnGroundAndTheCellsAndNoText) {
   }
 }
 
+TEST_F(PickerView, WithMoreContrastTheCellsAreWhite) {
+  mac.panels().setIncreasesContrast(true);
+  view.mouseMoved(on(Tile::fill));
+  mac.settle();
+  ASSERT_EQ(drawn().size(), 13U);
+  for (std::size_t i = 1; i < drawn().size(); ++i)
+    EXPECT_EQ(drawn()[i].color,
+              drawn()[i].rect == cellOf(Tile::fill) ? Color::of(SystemColor::blue) : Color::white());
+}
+
 TEST_F(PickerView, TurnsTheCellUnderThePointerBlue) {
   const auto blueCells = [this] {
     std::vector<ViewRect> found;
@@ -116,6 +126,12 @@ TEST_F(PickerView, GapsAndTheMarginPickNothing) {
   // Between two halves, between two miniatures, in the margin, and where a sixth miniature would be.
   for (const ViewPoint point : {ViewPoint{60, 40}, ViewPoint{120, 40}, ViewPoint{3, 3}, ViewPoint{300, 120}})
     view.mouseDown(at(point));
+  EXPECT_TRUE(events.empty());
+}
+
+TEST_F(PickerView, WhatItDoesNotHaveCannotBePressed) {
+  EXPECT_FALSE(view.perform(AccessibleAction::press, "part 12"));
+  EXPECT_FALSE(view.perform(AccessibleAction::press, "picker"));
   EXPECT_TRUE(events.empty());
 }
 

@@ -88,6 +88,7 @@ TEST_F(SimPanelTest, DoesNotRepaintAPanelThatOnlyMoves) {
   mac.settle();
   EXPECT_EQ(view.draws, draws);
   EXPECT_EQ(panel.frameChanges(), 2);
+  EXPECT_EQ(panel.frameChangesInSight(), 1);
 }
 
 TEST_F(SimPanelTest, SurvivesAPanelDeletedByItsOwnPress) {
