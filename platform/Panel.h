@@ -37,7 +37,7 @@ class Panel {
 
   // The native view that hosts this panel's custom view.
   [[nodiscard]] virtual ViewHost& host() = 0;
-  // The view that fills the panel; null takes it away. Not owned.
+  // The view that fills the panel; null takes it away. Not owned: it is taken away before it ends.
   virtual void setView(View* view) = 0;
 
   // Moves and resizes; with `display` what the view asked to have redrawn is on its way to the screen on

@@ -46,20 +46,6 @@ AppDelegate::AppDelegate(const Platform& platform, FileOperations& files)
       updateSchedule_(platform_.mainLoop, store_, updater_),
       onboarding_(platform_, windows_) {}
 
-AppDelegate::~AppDelegate() {
-  // Callbacks under way share these and may outlive the delegate by the rest of a turn.
-  if (strip_) {
-    strip_->autoSaveToggled = nullptr;
-    strip_->canCycleMayHaveChanged = nullptr;
-  }
-  updater_->onUpdate = nullptr;
-  updater_->onEula = nullptr;
-  terms_->onAccepted = nullptr;
-  statusMenu_->onAutoSaveChosen = nullptr;
-  statusMenu_->onToggleLaunchAtLogin = nullptr;
-  statusMenu_->onShowAbout = nullptr;
-}
-
 void AppDelegate::applicationDidFinishLaunching() {
   buildStatusItem();
   autoSave_.restart();
@@ -88,35 +74,35 @@ void AppDelegate::showItself() {
 }
 
 void AppDelegate::buildStatusItem() {
-  statusMenu_->onAutoSaveChosen = [this] { autoSave_.restart(); };
-  statusMenu_->onToggleLaunchAtLogin = [this] { toggleLaunchAtLogin(); };
-  statusMenu_->onShowAbout = [this] { about_.showAbout(); };
+  statusMenu_->onAutoSaveChosen = whileHere([this] { autoSave_.restart(); });
+  statusMenu_->onToggleLaunchAtLogin = whileHere([this] { toggleLaunchAtLogin(); });
+  statusMenu_->onShowAbout = whileHere([this] { about_.showAbout(); });
   statusItem_ = platform_.statusBar.addItem(
       {.imageName = "MenuBarTemplate", .imageHeight = menuBarImageHeight, .title = "⧉"},
       [menu = statusMenu_] { return menu->items(); });
 }
 
 void AppDelegate::connectUpdater() {
-  updater_->onUpdate = [this](const Updater::Info& info) { about_.announce(info.latest); };
-  updater_->onEula = [this](const std::string& version, const std::optional<std::string>& url) {
+  updater_->onUpdate = whileHere([this](const Updater::Info& info) { about_.announce(info.latest); });
+  updater_->onEula = whileHere([this](const std::string& version, const std::optional<std::string>& url) {
     terms_->require(version, url);
-    const bool wasLocked = strip_ && strip_->locked;
     updateLock();
     terms_->presentGates();
     terms_->restKeys();
-    if (wasLocked && !strip_->locked) tracker_->refresh();
-  };
-  terms_->onAccepted = [this] {
+    // They may be the accepted ones again.
+    tracker_->refresh();
+  });
+  terms_->onAccepted = whileHere([this] {
     updateLock();
     tracker_->refresh();
-  };
+  });
 }
 
 void AppDelegate::startTracking() {
   strip_ = StripController::create(tracker_, store_, paths_, automation_, place_, platform_);
   updateLock();
   terms_->presentGates();
-  strip_->autoSaveToggled = [this] { toggleAutoSave(); };
+  strip_->autoSaveToggled = whileHere([this] { toggleAutoSave(); });
   connectHotkeys();
   hotkeys_->start();
   tracker_->start();
@@ -130,7 +116,7 @@ void AppDelegate::connectHotkeys() {
   };
   hotkeys_->onCycle =
       weakly(std::weak_ptr(strip_), [](StripController& strip, bool forward) { strip.cycle(forward); });
-  strip_->canCycleMayHaveChanged = [this] { hotkeys_->activityChanged(); };
+  strip_->canCycleMayHaveChanged = whileHere([this] { hotkeys_->activityChanged(); });
 }
 
 // Without accepted terms there is no strip.

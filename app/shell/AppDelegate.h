@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "app/automation/Automation.h"
 #include "app/info/Updater.h"
@@ -16,6 +17,7 @@
 #include "app/strip/documents/DocumentPaths.h"
 #include "app/tracking/PlaceInFront.h"
 #include "app/tracking/WindowTracker.h"
+#include "core/Alive.h"
 #include "core/FileOperations.h"
 #include "core/StateStore.h"
 #include "platform/Platform.h"
@@ -30,7 +32,6 @@ class AppDelegate {
   // Loads the state. What `platform` refers to outlives the delegate, as `files` do, through which its own
   // files and renamed documents are worked on.
   explicit AppDelegate(const Platform& platform, FileOperations& files = systemFileOperations());
-  ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
@@ -57,6 +58,15 @@ class AppDelegate {
   void toggleAutoSave();
   void toggleLaunchAtLogin();
 
+  // A callback for an object that a call under way may keep for the rest of a turn when the delegate is gone:
+  // it does nothing then.
+  template <class Action>
+  [[nodiscard]] auto whileHere(Action action) const {
+    return [here = alive_.watch(), action = std::move(action)](const auto&... arguments) {
+      if (here) action(arguments...);
+    };
+  }
+
   std::shared_ptr<HotkeyTap> hotkeys_;
   Platform platform_;
   std::shared_ptr<PlaceInFront> place_;
@@ -74,6 +84,7 @@ class AppDelegate {
   UpdateSchedule updateSchedule_;
   Onboarding onboarding_;
   Subscription statusItem_;
+  Alive alive_;  // ends first, so that the others call nothing back while they end
 };
 
 }  // namespace pellar

@@ -17,7 +17,7 @@ namespace pellar {
 namespace {
 
 // Longer than any program runs; the clock's numbers end somewhere.
-constexpr std::int64_t longestInterval = std::int64_t{60} * 24 * 366 * 100;
+constexpr std::chrono::minutes longestInterval = std::chrono::weeks(5'000);
 
 }  // namespace
 
@@ -46,7 +46,6 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
   }
 
   void run() {
-    if (running) return;
     const TrueWhile pass(running);
     saveOfficeDocuments();
     saveFrontDocument();
@@ -62,11 +61,10 @@ struct AutoSave::SavePass : std::enable_shared_from_this<SavePass> {
   }
 
   void saveFrontDocument() {
-    const auto app = tracker->app();
+    // Of an Office window no file is known here: a script alone saves its document.
     const auto front = tracker->front();
-    if (!app || app->office || !front) return;
-    if (FileMenu::save(platform.accessibility, *front))
-      Log::write("autosave: " + app->name + " saved " + front->title);
+    if (front && FileMenu::save(platform.accessibility, *front))
+      Log::write("autosave: " + front->app.name + " saved " + front->title);
   }
 };
 
@@ -81,8 +79,8 @@ void AutoSave::restart() {
   pass_->waits = false;
   const Settings& settings = pass_->store->state().settings;
   if (!settings.autoSaves()) return;
-  const auto minutes = std::min(settings.autoSaveMinutes, longestInterval);
-  timer_ = loop_.every(std::chrono::minutes(minutes), [pass = pass_] { pass->runInTurn(); });
+  const auto interval = std::min(std::chrono::minutes(settings.autoSaveMinutes), longestInterval);
+  timer_ = loop_.every(interval, [pass = pass_] { pass->runInTurn(); });
 }
 
 }  // namespace pellar

@@ -26,21 +26,19 @@ void Onboarding::begin(std::function<void()> onTrusted) {
 void Onboarding::poll() {
   if (!platform_.accessibility.isTrusted()) return;
   trustTimer_.cancel();
-  closed_.cancel();
-  if (window_) window_->close();
-  window_.reset();
+  shown_.reset();
   const auto onTrusted = std::exchange(onTrusted_, nullptr);
   onTrusted();
 }
 
 void Onboarding::showAgain() {
   if (!trustTimer_.active()) return;
-  if (!window_) return showOnboarding();
-  window_->makeKeyAndOrderFront();
+  if (!shown_) return showOnboarding();
+  shown_->window->makeKeyAndOrderFront();
 }
 
 void Onboarding::showOnboarding() {
-  window_ = windows_->makeWindow(
+  auto window = windows_->makeWindow(
       {.title = "Pellar needs Accessibility access",
        .contentSize = {420, 170},
        .elements = {
@@ -52,11 +50,9 @@ void Onboarding::showOnboarding() {
                         .handler = [this] { openAccessibilityPane(); },
                         .frame = WindowFrame{20, 20, 220, 32}},
        }});
-  closed_ = window_->onClosed([this] {
-    closed_.cancel();
-    window_.reset();
-  });
-  window_->makeKeyAndOrderFront();
+  auto closed = window->onClosed([this] { shown_.reset(); });
+  shown_ = Shown{std::move(window), std::move(closed)};
+  shown_->window->makeKeyAndOrderFront();
 }
 
 void Onboarding::openAccessibilityPane() {

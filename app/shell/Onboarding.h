@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "app/shell/OwnWindows.h"
@@ -27,6 +28,11 @@ class Onboarding {
   void showAgain();
 
  private:
+  struct Shown {
+    std::unique_ptr<PlainWindow> window;
+    Subscription closed;  // depends-on: window
+  };
+
   void showOnboarding();
   void openAccessibilityPane();
   void poll();
@@ -34,8 +40,7 @@ class Onboarding {
   Platform platform_;
   std::shared_ptr<OwnWindows> windows_;
   std::function<void()> onTrusted_;
-  std::unique_ptr<PlainWindow> window_;  // while it is shown
-  Subscription closed_;                  // depends-on: window_
+  std::optional<Shown> shown_;
   Subscription trustTimer_;
 };
 

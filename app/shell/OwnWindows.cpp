@@ -15,11 +15,8 @@ class OwnWindows::Window final : public PlainWindow {
     closedByUser_ = window_->onClosed([this] { tellOwner(); });
   }
   ~Window() override {
-    const bool shown = window_->isVisible();
-    closedByUser_.cancel();
-    window_.reset();
     if (const auto owner = owner_.lock()) std::erase(owner->all_, this);
-    if (shown) tellOwner();
+    tellOwner();
   }
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
@@ -30,9 +27,8 @@ class OwnWindows::Window final : public PlainWindow {
   }
   void restDefaultButton(std::chrono::milliseconds time) override { window_->restDefaultButton(time); }
   void close() override {
-    const bool shown = window_->isVisible();
     window_->close();
-    if (shown) tellOwner();
+    tellOwner();
   }
   [[nodiscard]] bool isVisible() const override { return window_->isVisible(); }
   void setText(const std::string& id, const std::string& text) override { window_->setText(id, text); }

@@ -43,6 +43,7 @@ void SimPanels::tellAccessibleChange() {
 
 void SimPanels::leave(SimPanel& panel) {
   std::erase(frontToBack_, &panel);
+  if (panel.simHost().view() != nullptr) ++endedWithView_;
   tellAccessibleChange();
   keys_.panelEnded(panel);
 }

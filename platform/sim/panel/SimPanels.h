@@ -46,6 +46,9 @@ class SimPanels final : public PanelFactory {
   }
   void tellAccessibleChange();
 
+  // How many ended with a view, which a native panel may ask something to the last.
+  [[nodiscard]] int endedWithView() const { return endedWithView_; }
+
   // For SimPanel.
   void join(SimPanel& panel) { frontToBack_.insert(frontToBack_.begin(), &panel); }
   void leave(SimPanel& panel);
@@ -62,6 +65,7 @@ class SimPanels final : public PanelFactory {
   CallbackList<> accessibleChange_;
   bool accessibleChangePosted_ = false;
   bool increasesContrast_ = false;
+  int endedWithView_ = 0;
 };
 
 }  // namespace pellar

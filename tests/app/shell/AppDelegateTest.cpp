@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "app/shell/AppDelegate.h"
+#include "tests/support/ShellStory.h"
 #include "tests/support/StripStory.h"
 
 namespace pellar {
@@ -42,6 +43,38 @@ TEST(AppDelegateEnd, LeavesNothingBehind) {
   EXPECT_TRUE(mac.panels().all().empty());
   EXPECT_FALSE(mac.eventMonitors().watched());
   EXPECT_EQ(mac.accessibility().liveObservers(), 0);
+}
+
+class ProgramEnd : public ShellStory {};
+
+TEST_F(ProgramEnd, LeavesNoPanelWithAViewThatIsGone) {
+  editor.open("Plan", {100, 200, 1200, 600});
+  start();
+  const PanelReader panels(mac);
+  mac.strip().hoverTab("Plan");
+  mac.advance(cardDelay);
+  ASSERT_TRUE(panels.cardShown());
+  mac.strip().hoverTool(tool::zoom);
+  ASSERT_TRUE(panels.pickerShown());
+  mac.strip().clickSearchField();
+  ASSERT_TRUE(panels.dropdown()->isVisible());
+  pellar.reset();
+  EXPECT_TRUE(mac.panels().all().empty());
+  EXPECT_EQ(mac.panels().endedWithView(), 0);
+}
+
+// What its user chose there is done after it has ended.
+TEST_F(ProgramEnd, UnderTheStripsMenuLeavesAutoSaveAsItWas) {
+  auto word = mac.launch({.bundleId = "com.microsoft.Word", .name = "Microsoft Word"});
+  word.open("Plan.docx", {100, 200, 250, 600});
+  start();
+  mac.menus().next([&](SimOpenMenu& menu) {
+    menu.choose({"Auto-save: off"});
+    pellar.reset();
+  });
+  mac.strip().clickTool(tool::overflow);
+  ASSERT_FALSE(pellar.has_value());
+  EXPECT_EQ(saved().autoSaveMinutes, 0);
 }
 
 }  // namespace

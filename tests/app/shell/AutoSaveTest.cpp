@@ -286,6 +286,7 @@ TEST_F(AutoSaving, AnOfficeDocumentIsNeverSavedByTheMenu) {
   auto word = launch(OfficeApp::word);
   word.setMenuBar({{"Apple", {}}, {"File", {{"Save", [this] { ++pressed; }}}}});
   const auto report = changedDocument(word, "Report.docx");
+  report->window->setDocument("file://" + report->path);
   start();
   mac.advance(60s);
   EXPECT_EQ(report->saves, 1);
@@ -361,12 +362,13 @@ TEST_F(AutoSaving, ItGoesOnWhileThePermissionIsAwaited) {
 }
 
 TEST_F(AutoSaving, TheProgramEndingDuringAPassIsNoHarm) {
-  auto word = launch(OfficeApp::word);
-  const auto report = changedDocument(word, "Report.docx");
+  const auto budget = changedDocument(launch(OfficeApp::excel), "Budget.xlsx");
+  const auto report = changedDocument(launch(OfficeApp::word), "Report.docx");
   start();
   mac.office().beforeEvent = [&](const std::string&) { pellar.reset(); };
   mac.advance(5min);
   EXPECT_EQ(report->saves, 1) << "the pass that had begun";
+  EXPECT_EQ(budget->saves, 1);
   EXPECT_FALSE(pellar.has_value());
 }
 

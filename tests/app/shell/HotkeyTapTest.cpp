@@ -118,6 +118,8 @@ TEST_F(Shortcut, ARefusedTapIsLoggedAndTheProgramRunsOn) {
   EXPECT_EQ(log.count("event tap creation failed"), 1);
   EXPECT_TRUE(log.has("tracking started"));
   expectStripOver(plan);
+  const auto report = open("Report");
+  expectStripOver(report);
   mac.pressKey(tabKey, control);
   EXPECT_EQ(received().size(), 1U);
 }
@@ -259,6 +261,17 @@ TEST_F(TapAlone, AsksWhetherToActOnlyForTheShortcut) {
   EXPECT_EQ(asked, 0);
   EXPECT_TRUE(mac.eventTaps().keyDown(tabKey, control));
   EXPECT_EQ(asked, 1);
+}
+
+TEST_F(TapAlone, LeavesAKeyAloneThatWasPressedBeforeItWasPutToRest) {
+  bool acts = true;
+  tap.isActive = [&acts] { return acts; };
+  tap.onCycle = [this](bool forward) { cycled.push_back(forward); };
+  tap.start();
+  acts = false;
+  EXPECT_FALSE(mac.eventTaps().keyDown(tabKey, control));
+  mac.settle();
+  EXPECT_TRUE(cycled.empty());
 }
 
 TEST_F(TapAlone, SwallowsTheKeyEvenIfNothingIsToBeDoneWithIt) {

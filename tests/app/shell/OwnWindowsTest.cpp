@@ -150,6 +150,18 @@ TEST_F(KeyboardAfterOurs, AWindowClosedBeforeTheSystemBroughtUsToTheFrontLeavesN
   expectKeyboardOf(editor);
 }
 
+TEST_F(KeyboardAfterOurs, AWindowThatTheProgramClosesAndKeepsGivesItBack) {
+  const auto place = PlaceInFront::create(mac.workspace());
+  const auto windows = OwnWindows::create(mac.windows(), mac.mainLoop(), place);
+  const auto kept = windows->makeWindow({.title = "Kept", .contentSize = {360, 130}, .elements = {}});
+  kept->makeKeyAndOrderFront();
+  mac.settle();
+  ASSERT_EQ(mac.windows().key(), &window("Kept"));
+  kept->close();
+  mac.settle();
+  expectKeyboardOf(editor);
+}
+
 TEST_F(KeyboardAfterOurs, ASlowSystemGivesItBackAllTheSame) {
   mac.workspace().activationTime = 100ms;
   forgetTerms();

@@ -48,13 +48,21 @@ TEST_F(StartedOnceMore, BringsTheWayToThePermissionBackThatTheUserClosed) {
   window(onboardingTitle).clickClose();
   startOnceMore();
   EXPECT_EQ(mac.windows().key(), &window(onboardingTitle));
+  goTo(editor);
   startOnceMore();
-  EXPECT_EQ(mac.windows().made(), 2) << "one that is open is used again";
+  EXPECT_EQ(mac.windows().key(), &window(onboardingTitle)) << "one that is open is used again";
+  EXPECT_EQ(mac.windows().made(), 2);
   mac.accessibility().setTrusted(true);
   mac.advance(2s);
   EXPECT_EQ(mac.windows().visible(), Rows{});
   startOnceMore();
   EXPECT_EQ(mac.windows().visible(), Rows{});
+}
+
+TEST_F(StartedOnceMore, BeforeItHasLookedForThePermissionItAsksForNone) {
+  pellar.emplace(mac.platform());
+  startOnceMore();
+  EXPECT_EQ(mac.windows().made(), 0);
 }
 
 // The process of the second copy, on a Mac of its own: all that it sees is that it is not the first.
@@ -70,7 +78,11 @@ class SecondCopy : public testing::Test {
   SimMac mac;
   SimApplication finder = mac.launch({.bundleId = "com.apple.finder", .name = "Finder"});
   int asked = 0;
-  AlreadyRunning copy{mac.platform(), [this] { ++asked; }};  // depends-on: mac
+  AlreadyRunning copy{mac.platform(), [this] {
+                        ++asked;
+                        EXPECT_EQ(mac.windows().visible(), std::vector<std::string>{});
+                        EXPECT_FALSE(mac.program().terminated());
+                      }};  // depends-on: mac
 };
 
 TEST_F(SecondCopy, SaysThatTheFirstIsRunningAndWhereItsMenuIs) {
@@ -80,6 +92,14 @@ TEST_F(SecondCopy, SaysThatTheFirstIsRunningAndWhereItsMenuIs) {
             (std::vector<std::string>{"Its menu is in the menu bar. Where there is no room for it, it can be "
                                       "opened from here.",
                                       "[[Open Menu]]"}));
+  const auto& description = mac.windows().titled(title).description();
+  EXPECT_EQ(description.contentSize, (Size{360, 130}));
+  EXPECT_EQ(description.spacing, 16);
+  EXPECT_EQ(description.insets, (WindowInsets{.top = 24, .left = 24, .bottom = 20, .right = 24}));
+  const auto& text = std::get<WindowLabel>(description.elements[0]);
+  EXPECT_TRUE(text.centred);
+  EXPECT_EQ(text.wrapWidth, 312);
+  EXPECT_EQ(text.maximumLines, 2);
   EXPECT_EQ(asked, 0);
   EXPECT_FALSE(mac.program().terminated());
 }
