@@ -59,8 +59,10 @@ bool WindowActions::isZoomed(const OfficeWindow& window, const Zoomed& zoomed, c
   if (zoomed.window != window.element) return false;
   if (StripGeometry::fills(window.frame, area)) return true;
   // A window that grows in steps, as a terminal does, or only so far, fills the area as well as it can.
-  const bool changed = !StripGeometry::fills(zoomed.after, zoomed.before);
-  return changed && zoomed.area == area && StripGeometry::fills(window.frame, zoomed.after);
+  if (zoomed.area != area || StripGeometry::fills(window.frame, zoomed.before)) return false;
+  if (StripGeometry::fills(window.frame, zoomed.after)) return true;
+  // One that had not answered when it was looked at has taken all whole steps since.
+  return !StripGeometry::fills(zoomed.after, area) && StripGeometry::almostFills(window.frame, area);
 }
 
 void WindowActions::tile(OfficeWindow& window, Tile tile) {

@@ -64,6 +64,27 @@ TEST_F(Zooming, AWindowThatGrowsInStepsReturnsFromBeingZoomed) {
   EXPECT_EQ(terminal.frame(), (AxRect{50, 80, 1434, 834}));
 }
 
+TEST_F(Zooming, AWindowThatGrowsInStepsAndAnswersLateReturnsFromBeingZoomed) {
+  auto terminal = open("Terminal", {100, 200, 804, 374});
+  terminal.quirks().minimumSize = {24, 34};
+  terminal.quirks().sizeIncrement = {10, 20};
+  terminal.quirks().frameDelay = std::chrono::milliseconds(300);
+  start();
+  const auto zoomAndWait = [&] {
+    zoom();
+    mac.advance(std::chrono::seconds(2));
+  };
+  zoomAndWait();
+  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834}));
+  zoomAndWait();
+  EXPECT_EQ(terminal.frame(), (AxRect{100, 200, 804, 374}));
+  zoomAndWait();
+  terminal.setFrame({0, 57, 1000, 834});
+  mac.settle();
+  zoomAndWait();
+  EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "made smaller it is zoomed anew";
+}
+
 TEST_F(Zooming, AWindowThatCouldNotBeZoomedIsZoomedTheNextTime) {
   auto plan = open("Plan");
   plan.quirks().refusesMoves = true;
