@@ -45,8 +45,8 @@ class Application {
   Window openWithShadow(const std::string& title, const Box& place, int shadow);
   // The program itself gives a window another title, in any bytes.
   void setTitle(Window window, const std::string& title);
-  // A command to one window: "destroy", "fixed", "stubborn X Y", "dialog PARENT", "group LEADER",
-  // "storm COUNT PER-SECOND", "theme NAME" (of the desktop, as a settings service says it).
+  // A command to one window, of those that PlainWindows::run knows: "destroy", "fixed", "dialog PARENT",
+  // "storm COUNT PER-SECOND", "theme NAME" (of the desktop, as a settings service says it) and others.
   void tell(Window window, const std::string& command);
   void tellWithoutWaiting(Window window, const std::string& command);
   // Opens and destroys that many windows in one go.

@@ -82,7 +82,10 @@ xcb_window_t X11Applications::focusedWindow(const X11Application& application) c
   const X11Window* active = mirror_.find(active_);
   if (active == nullptr || ofWindow(active_) != &application) return XCB_WINDOW_NONE;
   const X11Window* standard = dialogs_.standardWindowOf(*active, application.windows);
-  return standard == nullptr ? active->id : standard->id;
+  if (standard != nullptr) return standard->id;
+  const xcb_window_t served =
+      active->isTool() ? lastActive(application, Among::standardOnes) : xcb_window_t{XCB_WINDOW_NONE};
+  return served == XCB_WINDOW_NONE ? active->id : served;
 }
 
 std::optional<RunningApplication> X11Applications::frontmost() const {
@@ -102,12 +105,17 @@ std::optional<RunningApplication> X11Applications::frontmost() const {
 }
 
 xcb_window_t X11Applications::lastActiveWindow(const X11Application& application) const {
+  return lastActive(application, Among::all);
+}
+
+xcb_window_t X11Applications::lastActive(const X11Application& application, Among among) const {
   xcb_window_t best = XCB_WINDOW_NONE;
   std::pair<bool, std::uint64_t> latest;  // whether it is here, and its activation
   for (const xcb_window_t id : application.windows) {
     const X11Window* window = mirror_.find(id);
     if (window == nullptr || mirror_.isMinimized(*window) || window->kind == X11WindowKind::furniture)
       continue;
+    if (among == Among::standardOnes && !window->standard()) continue;
     const auto found = activations_.find(id);
     const std::pair activation{mirror_.isOnShownDesktop(*window),
                                found == activations_.end() ? std::uint64_t{0} : found->second};

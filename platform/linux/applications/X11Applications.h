@@ -50,8 +50,8 @@ class X11Applications {
   // to another, it stays the last; so it does while the user looks at a desktop where no window is active.
   [[nodiscard]] std::optional<RunningApplication> frontmost() const;
   // The window of an application that the user works in; 0 when that is none of its. A dialog counts as the
-  // standard window that it belongs to, where one can be meant. The active window has the same moment's
-  // grace.
+  // standard window that it belongs to, where one can be meant; a palette as the one used last. The active
+  // window has the same moment's grace.
   [[nodiscard]] xcb_window_t focusedWindow(const X11Application& application) const;
   // Counts the windows that became active.
   [[nodiscard]] std::uint64_t activationCount() const { return lastActivation_; }
@@ -77,7 +77,10 @@ class X11Applications {
 
  private:
   using Key = std::string;
+  enum class Among { all, standardOnes };
 
+  // As lastActiveWindow.
+  [[nodiscard]] xcb_window_t lastActive(const X11Application& application, Among among) const;
   [[nodiscard]] Key keyOf(const X11Window& window) const;
   void regroup();
   void describe(X11Application& application, const X11Window& window);

@@ -7,6 +7,7 @@ const X11Window& X11Dialogs::leaderOf(const X11Window& window) const {
   constexpr int deepest = 8;
   const X11Window* leader = &window;
   for (int depth = 0; depth < deepest; ++depth) {
+    if (leader->standard()) return *leader;
     const X11Window* next = leader->transientFor ? mirror_.find(*leader->transientFor) : nullptr;
     if (next == nullptr) return *leader;
     leader = next;

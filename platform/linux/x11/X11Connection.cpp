@@ -43,6 +43,7 @@ constexpr std::pair<const char*, xcb_atom_t X11Atoms::*> atomNames[] = {
     {"_NET_WM_STATE_FULLSCREEN", &X11Atoms::stateFullscreen},
     {"_NET_WM_STATE_MAXIMIZED_VERT", &X11Atoms::stateMaximizedVert},
     {"_NET_WM_STATE_MAXIMIZED_HORZ", &X11Atoms::stateMaximizedHorz},
+    {"_NET_WM_STATE_SKIP_TASKBAR", &X11Atoms::stateSkipTaskbar},
     {"_NET_WM_WINDOW_TYPE", &X11Atoms::netWmWindowType},
     {"_NET_WM_WINDOW_TYPE_UTILITY", &X11Atoms::typeUtility},
     {"_NET_WM_WINDOW_TYPE_NORMAL", &X11Atoms::typeNormal},

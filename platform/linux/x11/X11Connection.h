@@ -49,6 +49,7 @@ struct X11Atoms {
   xcb_atom_t stateFullscreen = 0;
   xcb_atom_t stateMaximizedVert = 0;
   xcb_atom_t stateMaximizedHorz = 0;
+  xcb_atom_t stateSkipTaskbar = 0;
   xcb_atom_t netWmWindowType = 0;
   xcb_atom_t typeUtility = 0;
   xcb_atom_t typeNormal = 0;

@@ -148,6 +148,8 @@ void X11Mirror::readProperties() {
     if (!reply || found == windows_.end()) continue;
     const X11Window before = found->second;
     applyX11Property(found->second, property, reply.get(), connection_.atoms());
+    if (property == X11Property::transientFor)
+      found->second.heldBelow = found->second.transientFor && before.calledNormal && before.standard();
     if (!sameToTheUser(before, found->second)) changes_.windows.insert(id);
     if (identifies(property)) changes_.membership = true;
     if (reservesRoom(property)) noteScreensChanged();

@@ -145,6 +145,7 @@ void applyClass(X11Window& window, const xcb_get_property_reply_t* reply) {
 
 void applyType(X11Window& window, const xcb_get_property_reply_t* reply, const X11Atoms& atoms) {
   const auto type = number(reply);
+  window.calledNormal = type == atoms.typeNormal;
   if (!type || *type == atoms.typeNormal) {
     window.kind = X11WindowKind::normal;
   } else if (*type == atoms.typeDialog) {
@@ -165,6 +166,7 @@ void applyState(X11Window& window, const xcb_get_property_reply_t* reply, const 
   window.fullscreen = has(atoms.stateFullscreen);
   window.maximizedVertically = has(atoms.stateMaximizedVert);
   window.maximizedHorizontally = has(atoms.stateMaximizedHorz);
+  window.skipsTaskbar = has(atoms.stateSkipTaskbar);
 }
 
 std::optional<xcb_window_t> groupOf(const xcb_get_property_reply_t* reply) {

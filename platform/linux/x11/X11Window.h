@@ -60,13 +60,18 @@ struct X11Window {
   std::optional<std::string> clientMachine;
   std::optional<std::int32_t> pid;
   X11WindowKind kind = X11WindowKind::normal;
+  bool calledNormal = false;                 // by its type, not for want of one
   std::optional<xcb_window_t> transientFor;  // WM_TRANSIENT_FOR: the window this one is a dialog of
-  std::optional<xcb_window_t> group;         // WM_HINTS: the leader of its group of windows
-  bool iconic = false;                       // WM_STATE
-  bool hidden = false;                       // the four of _NET_WM_STATE
+  // It got that as a normal window that was there already: Java so holds the windows that a dialog blocks
+  // below the dialog.
+  bool heldBelow = false;
+  std::optional<xcb_window_t> group;  // WM_HINTS: the leader of its group of windows
+  bool iconic = false;                // WM_STATE
+  bool hidden = false;                // the five of _NET_WM_STATE
   bool fullscreen = false;
   bool maximizedVertically = false;
   bool maximizedHorizontally = false;
+  bool skipsTaskbar = false;
   std::optional<std::uint32_t> desktop;  // or everyDesktop
   std::optional<X11Extents> frameExtents;
   X11Extents shadow;  // what a window that decorates itself draws around its visible edge
@@ -84,7 +89,15 @@ struct X11Window {
   // shadow.
   [[nodiscard]] X11Extents edge() const;
   [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
-  [[nodiscard]] bool standard() const { return kind == X11WindowKind::normal && !transientFor; }
+  // Whether it is a palette or the like, which serves whatever window the user works in.
+  [[nodiscard]] bool isTool() const {
+    return kind == X11WindowKind::other || (kind == X11WindowKind::normal && skipsTaskbar);
+  }
+  // Whether it is one that users switch to. A splash screen or a palette may be a normal window by its type,
+  // and stay out of task bars.
+  [[nodiscard]] bool standard() const {
+    return kind == X11WindowKind::normal && !skipsTaskbar && (!transientFor || heldBelow);
+  }
 
  private:
   [[nodiscard]] RootPoint clientOrigin() const;

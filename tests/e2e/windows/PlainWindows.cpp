@@ -62,7 +62,7 @@ void PlainWindows::setNumbers(xcb_window_t window, const std::string& property, 
 }
 
 xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
-                                std::uint32_t shadow, const std::string& title) {
+                                std::uint32_t shadow, const std::string& title, xcb_window_t parent) {
   const xcb_window_t window = xcb_generate_id(connection_);
   const std::uint32_t background = nextBackground();
   const std::array<std::uint32_t, 2> values{background,
@@ -72,8 +72,7 @@ xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t wi
                     XCB_CW_BACK_PIXEL | XCB_CW_EVENT_MASK, values.data());
   windows_[window] = {};
 
-  const std::string instance = className_ + '\0' + className_ + '\0';
-  xcb_icccm_set_wm_class(connection_, window, static_cast<std::uint32_t>(instance.size()), instance.data());
+  setClass(window, className_);
   setText(window, "_NET_WM_NAME", title);
   xcb_icccm_set_wm_name(connection_, window, XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(title.size()),
                         title.data());
@@ -94,8 +93,49 @@ xcb_window_t PlainWindows::open(std::int16_t x, std::int16_t y, std::uint16_t wi
   xcb_icccm_wm_hints_set_input(&manners, 1);
   xcb_icccm_set_wm_hints(connection_, window, &manners);
   if (shadow > 0) setShadow(window, shadow);
+  if (parent != XCB_NONE) {
+    setType(window, "DIALOG");
+    xcb_icccm_set_wm_transient_for(connection_, window, parent);
+  }
   xcb_map_window(connection_, window);
   return window;
+}
+
+void PlainWindows::setClass(xcb_window_t window, const std::string& name) {
+  const std::string names = name + '\0' + name + '\0';
+  xcb_icccm_set_wm_class(connection_, window, static_cast<std::uint32_t>(names.size()), names.data());
+}
+
+void PlainWindows::setType(xcb_window_t window, const std::string& name) {
+  const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE_" + name);
+  setNumbers(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, &type, 1);
+}
+
+void PlainWindows::keepOffTaskbar(xcb_window_t window) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = atom("_NET_WM_STATE");
+  message.data.data32[0] = 1;
+  message.data.data32[1] = atom("_NET_WM_STATE_SKIP_TASKBAR");
+  message.data.data32[3] = 1;
+  xcb_send_event(connection_, 0, screen_->root,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&message));
+}
+
+void PlainWindows::ask(xcb_window_t window) {
+  const XReply<xcb_get_geometry_reply_t> size(
+      xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+  const XReply<xcb_translate_coordinates_reply_t> corner(xcb_translate_coordinates_reply(
+      connection_, xcb_translate_coordinates(connection_, window, screen_->root, 0, 0), nullptr));
+  if (!size || !corner) return;
+  constexpr int width = 260;
+  constexpr int height = 120;
+  open(static_cast<std::int16_t>(corner->dst_x + (size->width - width) / 2),
+       static_cast<std::int16_t>(corner->dst_y + (size->height - height) / 2), width, height, 0,
+       "Save changes?", window);
 }
 
 void PlainWindows::fixSize(xcb_window_t window) {
@@ -232,9 +272,24 @@ std::string PlainWindows::run(const std::string& line) {
   } else if (command == "dialog") {
     xcb_window_t parent = XCB_NONE;
     input >> parent;
-    const xcb_atom_t type = atom("_NET_WM_WINDOW_TYPE_DIALOG");
-    setNumbers(window, "_NET_WM_WINDOW_TYPE", XCB_ATOM_ATOM, &type, 1);
+    setType(window, "DIALOG");
     xcb_icccm_set_wm_transient_for(connection_, window, parent);
+  } else if (command == "transient") {
+    xcb_window_t parent = XCB_NONE;
+    input >> parent;
+    xcb_icccm_set_wm_transient_for(connection_, window, parent);
+  } else if (command == "type") {
+    std::string name;
+    input >> name;
+    setType(window, name);
+  } else if (command == "class") {
+    std::string name;
+    input >> name;
+    setClass(window, name);
+  } else if (command == "off-taskbar") {
+    keepOffTaskbar(window);
+  } else if (command == "asks") {
+    windows_[window].asks = true;
   } else if (command == "group") {
     xcb_window_t leader = XCB_NONE;
     input >> leader;
@@ -260,7 +315,10 @@ void PlainWindows::answer(const xcb_generic_event_t& event) {
   const int type = event.response_type & 0x7f;
   if (type == XCB_CLIENT_MESSAGE) {
     const auto& message = reinterpret_cast<const xcb_client_message_event_t&>(event);
-    if (message.data.data32[0] == atom("WM_DELETE_WINDOW")) {
+    if (message.data.data32[0] != atom("WM_DELETE_WINDOW")) return;
+    if (windows_[message.window].asks) {
+      ask(message.window);
+    } else {
       xcb_destroy_window(connection_, message.window);
       windows_.erase(message.window);
     }

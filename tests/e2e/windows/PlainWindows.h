@@ -18,7 +18,10 @@ class PlainWindows {
   PlainWindows(const PlainWindows&) = delete;
   PlainWindows& operator=(const PlainWindows&) = delete;
 
-  // Carries out one command line and returns the answer.
+  // Carries out one command line and returns the answer. A window's own, with its number behind the verb:
+  // "title HEX", "class NAME", "type NAME" (NORMAL, UTILITY ...), "off-taskbar", "transient PARENT" (the type
+  // stays), "dialog PARENT", "group LEADER", "fixed", "stubborn X Y", "asks" (when it is told to close, and
+  // stays), "destroy", "storm COUNT PER-SECOND", "theme NAME".
   std::string run(const std::string& line);
   // Answers the events that are waiting; false when the X server is gone.
   bool answerEvents();
@@ -27,8 +30,9 @@ class PlainWindows {
  private:
   struct Window {
     std::optional<std::array<std::uint32_t, 2>>
-        home;          // stubborn: the corner of its frame that it goes back to
-    std::string keys;  // those it received
+        home;           // stubborn: the corner of its frame that it goes back to
+    std::string keys;   // those it received
+    bool asks = false;  // before it closes
   };
 
   [[nodiscard]] xcb_atom_t atom(const std::string& name) const;
@@ -36,7 +40,13 @@ class PlainWindows {
   void setNumbers(xcb_window_t window, const std::string& property, xcb_atom_t type,
                   const std::uint32_t* values, std::uint32_t count);
   xcb_window_t open(std::int16_t x, std::int16_t y, std::uint16_t width, std::uint16_t height,
-                    std::uint32_t shadow, const std::string& title);
+                    std::uint32_t shadow, const std::string& title, xcb_window_t parent = XCB_NONE);
+  void setClass(xcb_window_t window, const std::string& name);
+  void setType(xcb_window_t window, const std::string& name);
+  // Has the window manager keep the window out of task bars.
+  void keepOffTaskbar(xcb_window_t window);
+  // Opens a question over the middle of the window, as a program does that was told to close it.
+  void ask(xcb_window_t window);
   void makeStubborn(xcb_window_t window, int x, int y);
   // Where the frame's corner is when the window itself is at `x`, `y` of the root.
   [[nodiscard]] std::array<std::uint32_t, 2> frameCorner(xcb_window_t window, int x, int y) const;

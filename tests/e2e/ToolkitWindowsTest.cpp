@@ -1,0 +1,76 @@
+// The strip on windows that say of themselves what toolkits make them say.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/e2e/DesktopTest.h"
+
+namespace pellar::e2e {
+
+namespace {
+
+class ToolkitWindows : public EveryWindowManager {
+ protected:
+  void waitUntilStripHasTabs(Window over, std::size_t count) {
+    desktop.observer().waitUntil("the strip over the window has so many tabs",
+                                 [&] { return strip.isOver(over) && strip.tabs().size() == count; });
+  }
+};
+
+PELLAR_FOR_EVERY_WINDOW_MANAGER(ToolkitWindows);
+
+TEST_P(ToolkitWindows, APaletteThatTaskBarsLeaveOutHasNoTab) {
+  const auto report = editor().open("Report", {100, 200, 700, 400});
+  const auto palette = editor().open("Brushes", {900, 200, 300, 400});
+  editor().tell(palette, "type NORMAL");
+  editor().tell(palette, "off-taskbar");
+  desktop.observer().waitUntil("task bars leave it out", [&] {
+    return desktop.observer().hasState(palette.id, "_NET_WM_STATE_SKIP_TASKBAR");
+  });
+  startPellar();
+  waitUntilStripHasTabs(report, 1);
+  const auto plan = editor().open("Plan", {160, 260, 700, 400});
+  waitUntilStripHasTabs(plan, 2);
+  desktop.activate(palette);
+  waitUntilIdle();
+  EXPECT_TRUE(strip.isOver(plan)) << "the window that the palette serves";
+}
+
+TEST_P(ToolkitWindows, WindowsThatADialogBlocksKeepTheirTabs) {
+  const auto report = editor().open("Report", {100, 200, 700, 400});
+  const auto plan = editor().open("Plan", {160, 260, 700, 400});
+  const auto budget = editor().open("Budget", {220, 320, 700, 400});
+  for (const auto window : {report, plan, budget}) editor().tell(window, "type NORMAL");
+  startPellar();
+  waitUntilStripHasTabs(budget, 3);
+
+  // Java holds all windows that a dialog blocks below it, by chaining them one to another.
+  const auto question = editor().openWithoutWaiting("Sure?", {400, 500, 260, 120});
+  editor().tell(budget, "transient " + std::to_string(plan.id));
+  editor().tell(plan, "transient " + std::to_string(report.id));
+  editor().tell(question, "dialog " + std::to_string(budget.id));
+  desktop.activate(question);
+  waitUntilIdle();
+  EXPECT_TRUE(strip.isOver(budget));
+  EXPECT_EQ(strip.tabs().size(), 3U);
+}
+
+TEST_P(ToolkitWindows, ADialogThatCallsItselfANormalWindowHasNoTab) {
+  const auto report = editor().open("Report", {100, 200, 700, 400});
+  startPellar();
+  waitUntilStripHasTabs(report, 1);
+  const auto preferences = editor().openWithoutWaiting("Preferences", {300, 300, 400, 300});
+  editor().tell(preferences, "type DIALOG");
+  editor().tell(preferences, "transient " + std::to_string(report.id));
+  editor().tell(preferences, "type NORMAL");
+  desktop.activate(preferences);
+  waitUntilIdle();
+  EXPECT_TRUE(strip.isOver(report));
+  EXPECT_EQ(strip.tabs().size(), 1U);
+}
+
+}  // namespace
+
+}  // namespace pellar::e2e
