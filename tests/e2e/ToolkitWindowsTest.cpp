@@ -71,6 +71,21 @@ TEST_P(ToolkitWindows, ADialogThatCallsItselfANormalWindowHasNoTab) {
   EXPECT_EQ(strip.tabs().size(), 1U);
 }
 
+TEST_P(ToolkitWindows, ProgramsWhoseToolkitNamesTheirWindowsHaveTheirOwnStrips) {
+  Application other(desktop, "Toplevel");
+  const auto theirs = other.open("Theirs", {700, 200, 600, 300});
+  Application main(desktop, "Notes");
+  const auto notes = main.open("Notes", {100, 200, 600, 400});
+  const auto note = main.open("Shopping", {160, 300, 600, 400});
+  main.tell(note, "class Toplevel");
+  startPellar();
+  waitUntilStripHasTabs(note, 2);
+  desktop.activate(notes);
+  waitUntilStripHasTabs(notes, 2);
+  desktop.activate(theirs);
+  waitUntilStripHasTabs(theirs, 1);
+}
+
 }  // namespace
 
 }  // namespace pellar::e2e

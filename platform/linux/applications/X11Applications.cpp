@@ -26,6 +26,11 @@ bool isTerminalWithoutEntry(std::string_view windowClass) {
   return std::ranges::find(classes, Ascii::lowered(windowClass)) != classes.end();
 }
 
+// What Tk calls the windows whose program gave them no class. Any number of programs have such.
+bool isToolkitsClass(std::string_view windowClass) {
+  return windowClass == "Toplevel" || windowClass == "Tk";
+}
+
 // Above every number that the kernel gives to a process.
 constexpr ProcessId firstMadeUpPid = 1 << 30;
 
@@ -144,6 +149,9 @@ X11Applications::Key X11Applications::keyOf(const X11Window& window) const {
   const bool local = isLocal(window);
   if (local && window.pid == getpid()) return ownKey;
   const std::string& machine = local ? hostName_ : *window.clientMachine;
+  // Such a window may tell no process, either.
+  if (isToolkitsClass(window.className))
+    return "maker\n" + std::to_string(mirror_.makerOf(window.id)) + "\n" + machine;
   const auto windowClass = firstOf({window.className, window.instanceName});
   if (windowClass) return "class\n" + *windowClass + "\n" + machine;
   if (window.pid) return "process\n" + std::to_string(*window.pid) + "\n" + machine;
@@ -190,22 +198,39 @@ void X11Applications::describe(X11Application& application, const X11Window& win
   }
 }
 
+std::map<std::uint32_t, const X11Window*> X11Applications::namedWindows() const {
+  std::map<std::uint32_t, const X11Window*> named;
+  const auto& all = mirror_.windows();
+  if (std::ranges::none_of(all, [](const auto& entry) { return isToolkitsClass(entry.second.className); }))
+    return named;
+  for (const auto& [id, window] : all) {
+    if (window.standard() && !window.className.empty() && !isToolkitsClass(window.className))
+      named.emplace(mirror_.makerOf(id), &window);
+  }
+  return named;
+}
+
 void X11Applications::regroup() {
+  const auto named = namedWindows();
   keys_.clear();
   for (auto& [key, application] : applications_) application.windows.clear();
   std::set<Key> present;
-  const auto place = [this, &present](const X11Window& window, bool listed) {
+  const auto place = [&](const X11Window& window, bool listed) {
     // The window that a dialog was opened for says whose it is: a dialog may bear another class than the
     // windows of its application, or come from another process (a desktop's file chooser).
-    const X11Window& leader = dialogs_.leaderOf(window);
-    const Key key = keyOf(leader);
+    const X11Window* leader = &dialogs_.leaderOf(window);
+    if (isToolkitsClass(leader->className)) {
+      const auto main = named.find(mirror_.makerOf(leader->id));
+      if (main != named.end()) leader = main->second;
+    }
+    const Key key = keyOf(*leader);
     keys_[window.id] = key;
     present.insert(key);
     auto found = applications_.find(key);
     if (found == applications_.end()) {
       X11Application fresh;
-      fresh.pid = unusedPid(leader);
-      describe(fresh, leader);
+      fresh.pid = unusedPid(*leader);
+      describe(fresh, *leader);
       launched_.insert(fresh.pid);
       found = applications_.emplace(key, std::move(fresh)).first;
     }

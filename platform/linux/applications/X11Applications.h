@@ -82,6 +82,8 @@ class X11Applications {
   // As lastActiveWindow.
   [[nodiscard]] xcb_window_t lastActive(const X11Application& application, Among among) const;
   [[nodiscard]] Key keyOf(const X11Window& window) const;
+  // The windows by which programs are known whose toolkit names the others, by their makers.
+  [[nodiscard]] std::map<std::uint32_t, const X11Window*> namedWindows() const;
   void regroup();
   void describe(X11Application& application, const X11Window& window);
   [[nodiscard]] ProcessId unusedPid(const X11Window& window);

@@ -48,6 +48,10 @@ const X11Window* X11Mirror::find(xcb_window_t id) const {
   return found == windows_.end() ? nullptr : &found->second;
 }
 
+std::uint32_t X11Mirror::makerOf(xcb_window_t id) const {
+  return id & ~xcb_get_setup(connection_.xcb())->resource_id_mask;
+}
+
 bool X11Mirror::isOnShownDesktop(const X11Window& window) const {
   return !currentDesktop_ || !window.desktop || window.desktop == everyDesktop ||
          window.desktop == currentDesktop_;

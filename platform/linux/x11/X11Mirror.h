@@ -58,6 +58,8 @@ class X11Mirror {
   // The area of a desktop outside its panels, one rectangle for all monitors; absent when the window
   // manager does not say.
   [[nodiscard]] std::optional<RootRect> workArea() const { return workArea_; }
+  // The same number for all windows that a program made over one connection, another for any other's.
+  [[nodiscard]] std::uint32_t makerOf(xcb_window_t id) const;
 
   // Reads all that events have made stale, in a few round trips whatever its amount. Whether there was any.
   bool readStale();
