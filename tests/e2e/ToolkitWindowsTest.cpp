@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,16 @@ class ToolkitWindows : public EveryWindowManager {
   void waitUntilStripHasTabs(Window over, std::size_t count) {
     desktop.observer().waitUntil("the strip over the window has so many tabs",
                                  [&] { return strip.isOver(over) && strip.tabs().size() == count; });
+  }
+  // Above each of the others, so that nothing of it is covered.
+  void waitUntilAbove(xcb_window_t window, const std::vector<Window>& others) {
+    auto& observer = desktop.observer();
+    observer.waitUntil("the window is above the others", [&] {
+      for (const auto other : others) {
+        if (observer.heightInStack(window) <= observer.heightInStack(other.id)) return false;
+      }
+      return true;
+    });
   }
 };
 
@@ -69,6 +80,23 @@ TEST_P(ToolkitWindows, ADialogThatCallsItselfANormalWindowHasNoTab) {
   waitUntilIdle();
   EXPECT_TRUE(strip.isOver(report));
   EXPECT_EQ(strip.tabs().size(), 1U);
+}
+
+TEST_P(ToolkitWindows, TheQuestionOfAWindowClosedBehindAnotherIsSeen) {
+  const auto report = editor().open("Report", {160, 200, 800, 400});
+  const auto plan = editor().open("Plan", {160, 200, 800, 400});
+  const auto budget = editor().open("Budget", {160, 200, 800, 400});
+  for (const auto window : {report, plan, budget}) editor().tell(window, "asks");
+  startPellar();
+  waitUntilStripHasTabs(budget, 3);
+  strip.clickTab(0, 2);
+  std::optional<xcb_window_t> asked;
+  desktop.observer().waitUntil("the question is there", [&] {
+    asked = desktop.observer().clientTitled("Save changes?");
+    return asked.has_value();
+  });
+  waitUntilAbove(*asked, {report, plan, budget});
+  desktop.waitUntilActive({*asked});
 }
 
 TEST_P(ToolkitWindows, ProgramsWhoseToolkitNamesTheirWindowsHaveTheirOwnStrips) {

@@ -44,6 +44,7 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       loop_(loop),
       frames_(connection, mirror, density),
       rest_(mirror, density, screens, loop),
+      questions_(mirror, applications, loop, [this](xcb_window_t question) { activateWindow(question); }),
       menus_(loop_),
       documents_(
           loop,
@@ -215,6 +216,7 @@ Performed X11Accessibility::perform(const Element& element, std::string_view act
   }
   if (handle.kind() == X11Element::Kind::closeButton && action == "AXPress") {
     frames_.send();
+    questions_.noteClosing(handle.number());
     connection_.sendToWindowManager(handle.number(), connection_.atoms().netCloseWindow,
                                     {connection_.serverTime(), fromPager, 0, 0, 0});
     return Performed::done;

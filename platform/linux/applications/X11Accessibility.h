@@ -7,6 +7,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/linux/applications/X11Applications.h"
+#include "platform/linux/applications/X11CloseQuestions.h"
 #include "platform/linux/applications/X11FrameWriter.h"
 #include "platform/linux/applications/X11Rest.h"
 #include "platform/linux/documents/WindowDocuments.h"
@@ -43,7 +44,10 @@ class X11Accessibility final : public Accessibility {
   [[nodiscard]] Subscription onceAtRest(const Element& window, std::function<void()> callback) override;
 
   // What the mirror has taken in.
-  void note(const X11Mirror::Changes& changes) { rest_.note(changes); }
+  void note(const X11Mirror::Changes& changes) {
+    rest_.note(changes);
+    questions_.note(changes);
+  }
   // Makes a window the active one, in front of the others and not minimised.
   void activateWindow(xcb_window_t window);
 
@@ -74,6 +78,7 @@ class X11Accessibility final : public Accessibility {
   MainLoop& loop_;
   X11FrameWriter frames_;
   X11Rest rest_;
+  X11CloseQuestions questions_;
   AtSpiMenus menus_;
   WindowDocuments documents_;
   MainWindow main_;
