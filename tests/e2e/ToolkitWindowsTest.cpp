@@ -99,6 +99,25 @@ TEST_P(ToolkitWindows, TheQuestionOfAWindowClosedBehindAnotherIsSeen) {
   desktop.waitUntilActive({*asked});
 }
 
+TEST_P(ToolkitWindows, AWindowThatKeepsItsShapeIsZoomedBelowItsStripAndBack) {
+  const auto film = editor().open("Film", {100, 200, 640, 480});
+  editor().tell(film, "aspect 4 3");
+  startPellar();
+  strip.waitUntilOver(film);
+  const auto before = desktop.frame(film);
+  strip.clickWindowButton(WindowButton::zoom);
+  desktop.observer().waitUntil("the window is as high as the screen below the strip", [&] {
+    const auto frame = desktop.frame(film);
+    return frame.x == 0 && frame.y == Strip::height && frame.height > 864 && frame.height <= 868;
+  });
+  waitUntilIdle();
+  strip.waitUntilOver(film);
+  EXPECT_EQ(desktop.frame(film).y, Strip::height);
+  strip.clickWindowButton(WindowButton::zoom);
+  desktop.observer().waitUntil("the window is back where it was",
+                               [&] { return desktop.frame(film) == before; });
+}
+
 TEST_P(ToolkitWindows, ProgramsWhoseToolkitNamesTheirWindowsHaveTheirOwnStrips) {
   Application other(desktop, "Toplevel");
   const auto theirs = other.open("Theirs", {700, 200, 600, 300});

@@ -70,7 +70,8 @@ X11FrameWriter::Request X11FrameWriter::requestFor(const X11Window& window, cons
   Request request{std::nullopt, std::nullopt, window.placeReports};
   if (wish.corner)
     request.corner = wish.size ? pixels.origin() : map.toPixels(*wish.corner, window.frame().size());
-  if (wish.size) request.size = pixels.size();
+  // A window manager that cuts the size to the window's shape may do so on the side where there is no room.
+  if (wish.size) request.size = window.shaped(pixels.size());
   return request;
 }
 

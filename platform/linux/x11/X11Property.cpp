@@ -177,6 +177,25 @@ std::optional<xcb_window_t> groupOf(const xcb_get_property_reply_t* reply) {
   return hints[8];
 }
 
+std::optional<X11Aspect> aspectOf(const xcb_get_property_reply_t* reply) {
+  // WM_SIZE_HINTS: two fractions, valid with flag PAspect, and before the gravity the base size, with flag
+  // PBaseSize.
+  constexpr std::uint32_t hasAspect = 1U << 7U;
+  constexpr std::uint32_t hasBase = 1U << 8U;
+  const auto hints = numbers(reply);
+  if (hints.size() < 15 || (hints[0] & hasAspect) == 0) return std::nullopt;
+  constexpr std::uint32_t largest = 1U << 15U;
+  if (std::any_of(hints.begin() + 11, hints.begin() + 15,
+                  [](std::uint32_t part) { return part == 0 || part > largest; }))
+    return std::nullopt;
+  X11Aspect aspect{
+      static_cast<double>(hints[11]) / hints[12], static_cast<double>(hints[13]) / hints[14], {}};
+  if (aspect.least > aspect.most) return std::nullopt;
+  if (hints.size() >= 17 && (hints[0] & hasBase) != 0 && hints[15] <= largest && hints[16] <= largest)
+    aspect.base = {static_cast<double>(hints[15]), static_cast<double>(hints[16])};
+  return aspect;
+}
+
 std::uint32_t gravityOf(const xcb_get_property_reply_t* reply) {
   // WM_SIZE_HINTS: flags first, the gravity last, valid with flag PWinGravity.
   constexpr std::uint32_t hasGravity = 1U << 9U;
@@ -251,6 +270,7 @@ void applyX11Property(X11Window& window, X11Property property, const xcb_get_pro
       break;
     case X11Property::normalHints:
       window.gravity = gravityOf(reply);
+      window.aspect = aspectOf(reply);
       break;
     case X11Property::strut:
       window.strut = exactly(4, reply);

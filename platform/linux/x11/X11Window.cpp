@@ -1,5 +1,8 @@
 #include "platform/linux/x11/X11Window.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace pellar {
 
 std::string X11Window::title() const {
@@ -43,6 +46,20 @@ RootRect X11Window::frame() const {
   return {inner.x - around.left, inner.y - around.top,
           static_cast<double>(client.width + around.left + around.right),
           static_cast<double>(client.height + around.top + around.bottom)};
+}
+
+Size X11Window::shaped(Size frame) const {
+  if (!aspect) return frame;
+  const X11Extents around = edge();
+  const Size rest{around.left + around.right + aspect->base.width,
+                  around.top + around.bottom + aspect->base.height};
+  const double width = frame.width - rest.width;
+  const double height = frame.height - rest.height;
+  if (width < 1 || height < 1) return frame;
+  // A fraction times a whole number may be off by a hair.
+  constexpr double hair = 0.001;
+  return {rest.width + std::floor(std::min(width, height * aspect->most + hair)),
+          rest.height + std::floor(std::min(height, width / aspect->least + hair))};
 }
 
 }  // namespace pellar

@@ -31,6 +31,14 @@ struct X11Geometry {
   friend bool operator==(const X11Geometry&, const X11Geometry&) = default;
 };
 
+// What shape a window's own area keeps, less `base`: the bounds of its width divided by its height.
+struct X11Aspect {
+  double least = 0;
+  double most = 0;
+  Size base;
+  friend bool operator==(const X11Aspect&, const X11Aspect&) = default;
+};
+
 // What a window is by its type. Docks and desktops are part of the desktop's own furniture.
 enum class X11WindowKind { normal, dialog, furniture, other };
 
@@ -76,6 +84,7 @@ struct X11Window {
   std::optional<X11Extents> frameExtents;
   X11Extents shadow;  // what a window that decorates itself draws around its visible edge
   std::uint32_t gravity = XCB_GRAVITY_NORTH_WEST;
+  std::optional<X11Aspect> aspect;
   std::optional<std::vector<std::uint32_t>> strut;         // left, right, top, bottom
   std::optional<std::vector<std::uint32_t>> strutPartial;  // and the first and last pixel of each
 
@@ -88,6 +97,8 @@ struct X11Window {
   // What the visible edge has on each side beyond the client's own area; negative where the client draws a
   // shadow.
   [[nodiscard]] X11Extents edge() const;
+  // The largest visible frame within this one that the window takes by its aspect.
+  [[nodiscard]] Size shaped(Size frame) const;
   [[nodiscard]] bool maximized() const { return maximizedVertically || maximizedHorizontally; }
   // Whether it is a palette or the like, which serves whatever window the user works in.
   [[nodiscard]] bool isTool() const {

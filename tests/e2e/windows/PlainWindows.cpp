@@ -264,6 +264,13 @@ std::string PlainWindows::run(const std::string& line) {
     publishTheme(window, theme);
   } else if (command == "fixed") {
     fixSize(window);
+  } else if (command == "aspect") {
+    int width = 0;
+    int height = 0;
+    input >> width >> height;
+    xcb_size_hints_t hints{};
+    xcb_icccm_size_hints_set_aspect(&hints, width, height, width, height);
+    xcb_icccm_set_wm_normal_hints(connection_, window, &hints);
   } else if (command == "stubborn") {
     int x = 0;
     int y = 0;

@@ -20,8 +20,8 @@ class PlainWindows {
 
   // Carries out one command line and returns the answer. A window's own, with its number behind the verb:
   // "title HEX", "class NAME", "type NAME" (NORMAL, UTILITY ...), "off-taskbar", "transient PARENT" (the type
-  // stays), "dialog PARENT", "group LEADER", "fixed", "stubborn X Y", "asks" (when it is told to close, and
-  // stays), "destroy", "storm COUNT PER-SECOND", "theme NAME".
+  // stays), "dialog PARENT", "group LEADER", "fixed", "aspect W H", "stubborn X Y", "asks" (when it is told
+  // to close, and stays), "destroy", "storm COUNT PER-SECOND", "theme NAME".
   std::string run(const std::string& line);
   // Answers the events that are waiting; false when the X server is gone.
   bool answerEvents();

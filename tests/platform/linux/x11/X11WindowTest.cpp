@@ -47,6 +47,18 @@ TEST(X11WindowTest, AWindowWithoutAPlaceHasNone) {
   EXPECT_EQ(X11Window().frame(), RootRect{});
 }
 
+TEST(X11WindowTest, AWindowThatKeepsItsShapeTakesWhatFitsIntoAFrame) {
+  X11Window window = framed();
+  EXPECT_EQ(window.shaped({1440, 868}), (Size{1440, 868}));
+  window.aspect = X11Aspect{4.0 / 3, 16.0 / 9, {}};
+  EXPECT_EQ(window.shaped({1440, 825}), (Size{1432, 825}));
+  EXPECT_EQ(window.shaped({1210, 825}), (Size{1210, 825}));
+  EXPECT_EQ(window.shaped({410, 825}), (Size{410, 325}));
+  window.aspect->base = {0, 100};
+  EXPECT_EQ(window.shaped({410, 825}), (Size{410, 425}));
+  EXPECT_EQ(window.shaped({5, 10}), (Size{5, 10}));
+}
+
 TEST(X11WindowTest, TheModernTitleComesFirst) {
   X11Window window;
   EXPECT_EQ(window.title(), "");
