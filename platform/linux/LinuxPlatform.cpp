@@ -63,6 +63,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<X11Connection> connection, std::fun
     room_.note(changes);
     panels_.noteWindows(changes.windows);
   };
+  accessibility_.onActivating = [this] { panels_.noteActivating(); };
   pump_.onQuiet = [this] { room_.update(panels_.stripFrame()); };
   mirror_.readStale();
   applications_.update();

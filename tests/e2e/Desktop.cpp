@@ -142,7 +142,8 @@ void Application::waitUntilDone() {
     throw std::runtime_error("e2e_windows: " + answer);
 }
 
-Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manager) {
+Desktop::Desktop(WindowManager manager, int width, int height, Focus focus)
+    : manager_(manager), focus_(focus) {
   int numberPipe[2];
   if (pipe2(numberPipe, O_CLOEXEC) != 0) throw std::runtime_error("pipe");
   server_ = std::make_unique<Process>(
@@ -157,6 +158,7 @@ Desktop::Desktop(WindowManager manager, int width, int height) : manager_(manage
 
   observer_ = std::make_unique<XObserver>(display_);
   configure();
+  if (focus == Focus::byPointer) configureFocusByPointer();
   startWindowManager();
   observer_->waitUntil(nameOf(manager) + " is ready", [this] { return observer_->windowManagerReady(); });
   observer_->waitUntilWindowsAreManaged();
@@ -183,8 +185,29 @@ void Desktop::configure() const {
         "session.styleOverlay: " + overlay.string() + "\nsession.screen0.toolbar.visible: false\n");
 }
 
+// At once, so that a story does not have to wait for what must not happen.
+void Desktop::configureFocusByPointer() const {
+  const auto write = [this](const std::string& place, const std::string& text) {
+    folders_.write(folders_.root() / place, text);
+  };
+  std::string openbox = Folders::read(folders_.config() / "openbox/rc.xml");
+  const auto replace = [&openbox](std::string_view before, std::string_view now) {
+    if (const auto at = openbox.find(before); at != std::string::npos)
+      openbox.replace(at, before.size(), now);
+  };
+  replace("<followMouse>no", "<followMouse>yes");
+  replace("<focusDelay>200", "<focusDelay>0");
+  write("config/openbox/rc.xml", openbox);
+  write("config/glib-2.0/settings/keyfile", "[org/gnome/desktop/wm/preferences]\nfocus-mode='sloppy'\n");
+  write("config/xfce4/xfconf/xfce-perchannel-xml/xfwm4.xml",
+        "<channel name=\"xfwm4\" version=\"1.0\"><property name=\"general\" type=\"empty\">"
+        "<property name=\"click_to_focus\" type=\"bool\" value=\"false\"/>"
+        "<property name=\"focus_delay\" type=\"int\" value=\"5\"/></property></channel>\n");
+}
+
 void Desktop::startWindowManager(const std::vector<std::string>& options) {
   auto environment = folders_.environment(display_);
+  if (focus_ == Focus::byPointer) environment["GSETTINGS_BACKEND"] = "keyfile";
   if (manager_ == WindowManager::xfwm4) {
     startBus();
     environment["DBUS_SESSION_BUS_ADDRESS"] = busAddress_;

@@ -14,6 +14,9 @@ namespace pellar::e2e {
 
 enum class WindowManager { openbox, metacity, xfwm4, kwin, icewm, fluxbox, i3 };
 
+// What gives a window the keyboard: a click, or that the pointer comes to it.
+enum class Focus { byClick, byPointer };
+
 // The path of a program of the same build as this one.
 std::string builtProgram(const std::string& name);
 
@@ -67,7 +70,7 @@ class Application {
 // All of it ends with this object.
 class Desktop {
  public:
-  explicit Desktop(WindowManager manager, int width = 1440, int height = 900);
+  explicit Desktop(WindowManager manager, int width = 1440, int height = 900, Focus focus = Focus::byClick);
   ~Desktop();
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
@@ -130,10 +133,12 @@ class Desktop {
 
  private:
   void configure() const;
+  void configureFocusByPointer() const;
   void startWindowManager(const std::vector<std::string>& options = {});
   void startBus();
 
   WindowManager manager_;
+  Focus focus_;
   Folders folders_;
   std::string display_;
   std::unique_ptr<Process> server_;

@@ -22,8 +22,8 @@ class DesktopTest : public ::testing::Test {
   };
 
   explicit DesktopTest(WindowManager manager = WindowManager::openbox) : DesktopTest(manager, ScreenSize{}) {}
-  DesktopTest(WindowManager manager, ScreenSize screen)
-      : desktop(manager, screen.width, screen.height), strip(desktop) {}
+  DesktopTest(WindowManager manager, ScreenSize screen, Focus focus = Focus::byClick)
+      : desktop(manager, screen.width, screen.height, focus), strip(desktop) {}
 
   void startPellar();
   // The user reads the terms that Pellar shows, and presses Return.

@@ -226,6 +226,7 @@ Performed X11Accessibility::perform(const Element& element, std::string_view act
 
 void X11Accessibility::activateWindow(xcb_window_t window) {
   frames_.send();
+  if (onActivating) onActivating();
   connection_.sendToWindowManager(window, connection_.atoms().netActiveWindow,
                                   {fromPager, connection_.serverTime(), mirror_.activeWindow(), 0, 0});
   applications_.noteRaise(window);

@@ -50,6 +50,8 @@ class X11Accessibility final : public Accessibility {
   }
   // Makes a window the active one, in front of the others and not minimised.
   void activateWindow(xcb_window_t window);
+  // Called before each of them.
+  std::function<void()> onActivating;
 
  private:
   struct Watch;

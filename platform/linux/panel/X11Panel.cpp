@@ -51,8 +51,12 @@ void X11Panel::setFrame(const ScreenRect& frame, bool display) {
     picture_.setScale(scale_);
     services_.sprites.expect(scale_);
   }
-  window_.setFrame(wholePixels(map.toPixels(place)), cornerPixels());
+  const PixelRect pixels = wholePixels(map.toPixels(place));
+  if (visible_ && pixels != before && pointer_.isInside() && !mouse_.leftIsDown())
+    services_.pointerHold.panelMoves(window_.id(), pixels);
+  window_.setFrame(pixels, cornerPixels());
   const PixelRect& now = window_.frame();
+  if (visible_ && now != before) services_.pointerHold.panelStands(now);
   const bool resized = scaled || now.width != before.width || now.height != before.height;
   if (resized) {
     accessibleElementChanged();
@@ -85,6 +89,7 @@ void X11Panel::show() {
     accessibleElementChanged();
     stack_.take();
     shownBy_ = window_.map();
+    services_.pointerHold.panelStands(window_.frame());
     picture_.outdate();
     paint();
     window_.flush();
@@ -248,6 +253,10 @@ void X11Panel::schedulePaint() {
 void X11Panel::paint() {
   if (std::exchange(needsLayout_, false) && content_.view != nullptr) content_.view->layout();
   picture_.paint(content_);
+}
+
+void X11Panel::noteActivating() {
+  if (visible_ && pointer_.isInside()) stack_.raiseForNow();
 }
 
 void X11Panel::blendingChanged() {

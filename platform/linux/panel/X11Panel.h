@@ -75,6 +75,8 @@ class X11Panel final : public Panel, public ViewHost, public KeyPanel {
   void handle(const xcb_generic_event_t& event);
   // Is told of other windows.
   [[nodiscard]] X11StackKeeper& stack() { return stack_; }
+  // A window of another program is about to be made active.
+  void noteActivating();
   // A compositing program came or went.
   void blendingChanged();
 

@@ -84,6 +84,10 @@ void X11PanelFactory::noteWindows(const std::set<xcb_window_t>& changed) {
   for (const auto& [window, panel] : panels_) panel->stack().noteWindows(changed);
 }
 
+void X11PanelFactory::noteActivating() {
+  for (const auto& [window, panel] : panels_) panel->noteActivating();
+}
+
 std::vector<PixelRect> X11PanelFactory::shownFrames() const {
   std::vector<PixelRect> frames;
   for (const auto& [window, panel] : panels_) {

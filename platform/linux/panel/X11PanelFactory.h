@@ -37,6 +37,9 @@ class X11PanelFactory final : public PanelFactory {
   // These windows are new, changed or gone.
   void noteWindows(const std::set<xcb_window_t>& changed);
 
+  // A window of another program is about to be made active.
+  void noteActivating();
+
   // Where the shown panels are.
   [[nodiscard]] std::vector<PixelRect> shownFrames() const;
   // Where the strip is: the panel that stays when the desktop changes. Absent while it is off the screen.

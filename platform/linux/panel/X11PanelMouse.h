@@ -35,6 +35,9 @@ class X11PanelMouse {
   // Whether the pointer leaves the view by it.
   [[nodiscard]] bool leavesBy(const xcb_leave_notify_event_t& event) const;
 
+  // Whether the left button was pressed in the panel and is held still, so that the panel may be dragged.
+  [[nodiscard]] bool leftIsDown() const { return leftDown_; }
+
   // Ends a press that a vanished window can no longer end, where the pointer was last.
   void abandon(View* view);
 

@@ -11,6 +11,7 @@
 #include "platform/linux/drawing/QtTextMeasure.h"
 #include "platform/linux/drawing/SpriteCache.h"
 #include "platform/linux/panel/X11KeyboardFocus.h"
+#include "platform/linux/panel/X11PointerHold.h"
 #include "platform/linux/x11/X11Compositor.h"
 #include "platform/linux/x11/X11Connection.h"
 #include "platform/linux/x11/X11Contrast.h"
@@ -35,6 +36,7 @@ struct X11PanelServices {
   SpriteCache sprites{};
   KeyOwner keys{loop};
   X11KeyboardFocus keyboard{connection, loop};
+  X11PointerHold pointerHold{connection, mirror};
   // What a panel on the screen tells assistive technologies is something else now; absent while none listens.
   std::function<void()> tellAccessibleChange = nullptr;
   // When the press or release that is being delivered happened; XCB_CURRENT_TIME between them.

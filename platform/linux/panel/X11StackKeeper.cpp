@@ -35,6 +35,12 @@ void X11StackKeeper::rest() {
   window_.spare({});
 }
 
+void X11StackKeeper::raiseForNow() {
+  if (!isShown_ || place_.isOnTop() || refusals_ == mostRefusals) return;
+  place_.raise();
+  again_ = loop_.after(endOfRestacking, [this] { takeAgain(); });
+}
+
 void X11StackKeeper::noteStacking() {
   if (!isShown_ || place_.isOnTop() || std::exchange(posted_, true)) return;
   loop_.post([this, alive = alive_.watch()] {

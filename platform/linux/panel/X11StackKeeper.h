@@ -32,6 +32,10 @@ class X11StackKeeper {
   // The window leaves the screen.
   void rest();
 
+  // A window is about to be raised, and some window managers would put others over the panel on the way,
+  // which then had the pointer for a moment: the panel stands above all until they are done. Not flushed.
+  void raiseForNow();
+
   // The window manager has changed the stack, or something covers the window, or no longer does.
   void noteStacking();
   // Another window has been configured.

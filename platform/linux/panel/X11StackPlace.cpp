@@ -36,6 +36,11 @@ void X11StackPlace::takeAgain() {
   if (!isOnTop() && frameNow() != XCB_WINDOW_NONE) take();
 }
 
+void X11StackPlace::raise() {
+  const std::uint32_t above = XCB_STACK_MODE_ABOVE;
+  xcb_configure_window(connection_.xcb(), panel_, XCB_CONFIG_WINDOW_STACK_MODE, &above);
+}
+
 bool X11StackPlace::note(const xcb_configure_notify_event_t& event) {
   // A window manager's own report says nothing of the stack.
   if (isSynthetic(event) || isOnTop() || frame_ == XCB_WINDOW_NONE || event.window == panel_) return false;

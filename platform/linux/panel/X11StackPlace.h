@@ -31,6 +31,8 @@ class X11StackPlace {
   bool keep();
   // Takes the place of a panel that belongs to a window whose frame is known, for the stack has changed.
   void takeAgain();
+  // Puts the panel above all until it takes its place again.
+  void raise();
   // Whether the window has moved in the stack by this event, or another one to right above it. A window that
   // is merely moved, perhaps a hundred times a second, stays above the same one.
   [[nodiscard]] bool note(const xcb_configure_notify_event_t& event);

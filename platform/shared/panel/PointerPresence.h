@@ -19,6 +19,9 @@ class PointerPresence {
   PointerPresence(const PointerPresence&) = delete;
   PointerPresence& operator=(const PointerPresence&) = delete;
 
+  // Whether the view knows it to be inside.
+  [[nodiscard]] bool isInside() const { return inside_; }
+
   // Each tells the view what it does not know yet. False when the view has done away with this in answer.
   bool noteInside();
   bool noteOutside();
