@@ -11,8 +11,10 @@
 
 #include "app/shell/AppDelegate.h"
 #include "core/FileSizeLimit.h"
+#include "core/Log.h"
 #include "platform/linux/LinuxPlatform.h"
 #include "platform/linux/desktop/SingleInstance.h"
+#include "platform/linux/system/PlatformFolders.h"
 #include "platform/linux/system/QtProgram.h"
 #include "platform/linux/system/TemporaryVariable.h"
 #include "platform/linux/system/TerminationSignals.h"
@@ -109,6 +111,8 @@ int main() {
   }
   const pellar::TerminationSignals termination([] { pellar::QtProgram().terminate(); });
 
+  // What the platform finds out as it is made is kept, too.
+  pellar::Log::setUrl(pellar::platformFolders().logFile);
   int code = 0;
   bool lookingUpNames = false;
   {

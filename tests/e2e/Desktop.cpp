@@ -375,6 +375,11 @@ void Desktop::restartWindowManager() {
   former->waitForEnd();
 }
 
+void Desktop::endWindowManager() {
+  std::exchange(windowManager_, nullptr)->end();
+  observer_->waitUntil("no window manager is left", [this] { return !observer_->windowManagerReady(); });
+}
+
 void Desktop::dragByTitleBar(Window window, int byX, int byY) {
   const auto before = frame(window);
   const int x = before.x + before.width / 2;

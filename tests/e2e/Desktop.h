@@ -116,6 +116,8 @@ class Desktop {
   void sendTo(std::uint32_t number, Window window);
   // Ends the window manager and starts it anew, as a user does who has changed its settings.
   void restartWindowManager();
+  // Ends the window manager in order; none follows.
+  void endWindowManager();
   // Drags a window by its title bar, as far as the window manager goes along.
   void dragByTitleBar(Window window, int byX, int byY);
   // Moves the pointer in steps with the button held.

@@ -152,6 +152,14 @@ TEST_F(Starting, TheLogTellsThatTrackingStarted) {
   EXPECT_EQ(logLines("tracking started"), 1);
 }
 
+TEST_F(Starting, WithoutAWindowManagerThatListsWindowsTheLogSaysWhyThereAreNoTabs) {
+  desktop.endWindowManager();
+  startPellar();
+  desktop.observer().waitUntil("the log tells it", [this] { return logLines("no tabs until one does") > 0; });
+  EXPECT_EQ(logLines("no tabs until one does"), 1);
+  EXPECT_FALSE(strip.window().has_value());
+}
+
 TEST_F(Starting, UnderALimitOnFileSizesItGoesOnWithoutSaving) {
   desktop.folders().write(desktop.folders().stateFile(), "{}");
   const auto report = editor().open("Report", {200, 200, 800, 400});

@@ -208,7 +208,9 @@ void X11Mirror::readRoot() {
   if (listed != listed_) changes_.membership = true;
   listed_ = std::move(listed);
   activeWindow_ = active;
-  const bool hasWindowManager = !windowManagers.empty();
+  const xcb_window_t check = windowManagers.empty() ? 0 : windowManagers.front();
+  const bool hasWindowManager = check != XCB_WINDOW_NONE && (check == check_ || isWindowManager(check));
+  check_ = hasWindowManager ? check : static_cast<xcb_window_t>(XCB_WINDOW_NONE);
   if (!hasWindowManager && std::exchange(hadWindowManager_, false)) {
     Log::write("no window manager says which windows there are (_NET_CLIENT_LIST): no tabs until one does");
   }
@@ -226,6 +228,16 @@ void X11Mirror::readRoot() {
   if (area != workArea_) noteScreensChanged();
   workArea_ = area;
   reconcile();
+}
+
+// One that ended without a word leaves the property behind; its window is gone.
+bool X11Mirror::isWindowManager(xcb_window_t check) const {
+  const XcbReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+      connection_.xcb(),
+      xcb_get_property(connection_.xcb(), 0, check, connection_.atoms().netSupportingWmCheck,
+                       XCB_GET_PROPERTY_TYPE_ANY, 0, 1),
+      nullptr));
+  return numbers(reply.get()) == std::vector<std::uint32_t>{check};
 }
 
 void X11Mirror::reconcile() {

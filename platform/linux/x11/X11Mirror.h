@@ -80,6 +80,7 @@ class X11Mirror {
   void readProperties();
   void readRoot();
   void readLinks();
+  [[nodiscard]] bool isWindowManager(xcb_window_t check) const;
   void reconcile();
   // Those of these windows, which are listed no more, that a window manager left behind.
   [[nodiscard]] std::unordered_set<xcb_window_t> leftBehindOf(const std::vector<xcb_window_t>& leaving) const;
@@ -95,6 +96,7 @@ class X11Mirror {
   std::vector<xcb_window_t> clientList_;                        // those that exist, and those left behind
   std::unordered_set<xcb_window_t> leftBehind_;                 // mapped and no longer listed
   xcb_window_t activeWindow_ = XCB_WINDOW_NONE;
+  xcb_window_t check_ = XCB_WINDOW_NONE;         // by which the window manager shows that it is there
   bool hadWindowManager_ = true;                 // so that the lack of one is said once
   std::optional<std::uint32_t> currentDesktop_;  // absent where there are no desktops
   std::optional<RootRect> workArea_;
