@@ -205,6 +205,23 @@ TEST_P(Maximised, AWindowThatWasMaximisedBeforeGetsItsStripAndStaysMaximised) {
   expectAsBefore(report, before);
 }
 
+TEST_P(Maximised, AnotherApplicationsWindowIsStillMaximisedWhenTheUserGoesToIt) {
+  Application letters(desktop, "letters");
+  const auto letter = letters.open("Letter", {300, 300, 700, 400});
+  const auto before = desktop.frame(letter);
+  setMaximised(letter, true);
+  desktop.observer().waitUntil("the window is maximised", [&] { return isMaximised(letter); });
+  const auto report = editor().open("Report", {200, 200, 600, 500});
+  startPellar();
+  strip.waitUntilOver(report);
+  // The user works in the report for some time.
+  for (int time = 0; time < 5; ++time) waitUntilIdle();
+  desktop.activate(letter);
+  expectMaximisedBelowItsStrip(letter);
+  setMaximised(letter, false);
+  expectAsBefore(letter, before);
+}
+
 TEST_P(Maximised, WithoutPellarTheWindowHasTheWholeScreenAgain) {
   const auto report = editor().open("Report", {200, 200, 600, 500});
   startPellar();

@@ -43,7 +43,7 @@ X11Accessibility::X11Accessibility(X11Connection& connection, X11Mirror& mirror,
       applications_(applications),
       loop_(loop),
       frames_(connection, mirror, density),
-      rest_(mirror, density, screens, loop),
+      rest_(connection, mirror, density, screens, loop),
       questions_(mirror, applications, loop, [this](xcb_window_t question) { activateWindow(question); }),
       menus_(loop_),
       documents_(
