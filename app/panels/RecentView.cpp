@@ -126,9 +126,9 @@ bool RecentView::keyDown(std::uint16_t keyCode) {
 
 void RecentView::openSelected() {
   const auto selected = list_->selectedRow();
-  if (!selected) return;
+  if (!selected || *selected >= items_.size()) return;
   // Kept apart from the list, which changes when the panel closes.
-  const std::string path = items_.at(*selected);
+  const std::string path = items_[*selected];
   const double now = platform_.mainLoop.secondsSince1970();
   store_->update([&](AppState& state) { state.touchRecent(path, std::nullopt, now); });
   platform_.workspace.open(path);

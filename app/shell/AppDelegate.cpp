@@ -86,11 +86,11 @@ void AppDelegate::connectUpdater() {
   updater_->onUpdate = whileHere([this](const Updater::Info& info) { about_.announce(info.latest); });
   updater_->onEula = whileHere([this](const std::string& version, const std::optional<std::string>& url) {
     terms_->require(version, url);
+    const bool wasLocked = strip_ && strip_->locked;
     updateLock();
     terms_->presentGates();
     terms_->restKeys();
-    // They may be the accepted ones again.
-    tracker_->refresh();
+    if (wasLocked && !strip_->locked) tracker_->refresh();
   });
   terms_->onAccepted = whileHere([this] {
     updateLock();
