@@ -21,10 +21,7 @@ SimPanel::~SimPanel() {
 
 void SimPanel::setFrame(const ScreenRect& frame, bool display) {
   const ScreenRect before = std::exchange(frame_, frame);
-  if (before != frame) {
-    ++frameChanges_;
-    if (visible_) ++frameChangesInSight_;
-  }
+  if (before != frame) ++frameChanges_;
   if (before.size() != frame.size()) {
     host_.accessibleElementChanged();
     host_.setNeedsLayout();
@@ -52,6 +49,7 @@ void SimPanel::orderAbove(const Element& window) {
 void SimPanel::show() {
   owner_.bringForward(*this);
   if (std::exchange(visible_, true)) return;
+  cameUpAt_ = frame_;
   host_.accessibleElementChanged();
   host_.setNeedsDisplay();
 }

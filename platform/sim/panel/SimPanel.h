@@ -42,10 +42,10 @@ class SimPanel final : public Panel, public KeyPanel {
   [[nodiscard]] const Drawing& drawing() const { return host_.drawing(); }
   // The window that it was last shown as the panel of; absent when it is no window's.
   [[nodiscard]] const std::optional<Element>& window() const { return window_; }
+  // Where the panel was when it came up last.
+  [[nodiscard]] const ScreenRect& cameUpAt() const { return cameUpAt_; }
   // How often the panel was moved or resized to another frame.
   [[nodiscard]] int frameChanges() const { return frameChanges_; }
-  // How often while it was on the screen.
-  [[nodiscard]] int frameChangesInSight() const { return frameChangesInSight_; }
 
   // For SimPointer: the pointer in the panel's view.
   [[nodiscard]] PointerPresence& pointer() { return pointer_; }
@@ -59,10 +59,10 @@ class SimPanel final : public Panel, public KeyPanel {
   SimPanels& owner_;
   PanelStyle style_;
   ScreenRect frame_;
+  ScreenRect cameUpAt_;
   std::optional<Element> window_;
   bool visible_ = false;
   int frameChanges_ = 0;
-  int frameChangesInSight_ = 0;
   CallbackList<> resignedKey_;
   SimViewHost host_;
   PointerPresence pointer_;

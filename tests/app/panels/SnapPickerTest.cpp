@@ -112,7 +112,7 @@ TEST_F(Picker, ComesUpUnderAnotherWindowsButtonWithoutBeingSeenElsewhere) {
   picker.hide();
   picker.show({300, 304, 30, 24});
   EXPECT_EQ(frame().maxY(), 302);
-  EXPECT_EQ(hover.picker()->frameChangesInSight(), 0);
+  EXPECT_EQ(hover.picker()->cameUpAt(), frame());
 }
 
 TEST_F(Picker, GoesAtOnceWithAPick) {
