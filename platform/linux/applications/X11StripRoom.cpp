@@ -107,7 +107,8 @@ xcb_window_t X11StripRoom::reserve(const Reserve& reserve) {
   xcb_connection_t* xcb = connection_.xcb();
   const X11Atoms& atoms = connection_.atoms();
   const xcb_window_t window = xcb_generate_id(xcb);
-  // As small as a window can be, and under the strip, where it is in the way of no click.
+  // As small as a window can be, and under the strip, where it is in the way of no click. Some window
+  // managers (sawfish) go by its place, not by what it reserves.
   xcb_create_window(xcb, XCB_COPY_FROM_PARENT, window, connection_.root(),
                     static_cast<std::int16_t>((reserve.first + reserve.last) / 2),
                     static_cast<std::int16_t>(reserve.depth - 1), 1, 1, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT,
@@ -121,6 +122,18 @@ xcb_window_t X11StripRoom::reserve(const Reserve& reserve) {
   const auto depth = static_cast<std::uint32_t>(reserve.depth);
   const auto first = static_cast<std::uint32_t>(reserve.first);
   const auto last = static_cast<std::uint32_t>(reserve.last);
+  // WM_NORMAL_HINTS: it stays just there, where fvwm, which frames docks, would put it over the user's
+  // window.
+  constexpr std::uint32_t userPositionHint = 1;
+  constexpr std::uint32_t gravityHint = 1U << 9U;
+  std::array<std::uint32_t, 18> sizeHints{};
+  sizeHints.front() = userPositionHint | gravityHint;
+  sizeHints.back() = XCB_GRAVITY_STATIC;
+  numbers(XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS, sizeHints);
+  // By its class the user's configuration can have it unframed.
+  constexpr std::array<char, 23> className{"pellar-room\0PellarRoom"};
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
+                      static_cast<std::uint32_t>(className.size()), className.data());
   // WM_HINTS that say one thing: it takes no keys.
   constexpr std::uint32_t inputHint = 1;
   numbers(atoms.netWmStrutPartial, XCB_ATOM_CARDINAL,
