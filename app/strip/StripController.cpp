@@ -106,6 +106,7 @@ void StripController::tracker(WindowTracker&, const std::optional<TrackedApp>& a
       },
       [&] {
         *picture_ = {app, windows, front};
+        actions_->pictureChanged();
         hoverPanels_.pictureChanged();
         if (mustHide()) hide();
       },

@@ -10,7 +10,6 @@ namespace {
 constexpr double pushDownTolerance = 0.5;
 constexpr double smallestPushedHeight = 200;
 constexpr double zoomTolerance = 2;
-constexpr double largestStep = 40;
 
 const Screen* screenOf(const AxRect& window, std::span<const Screen> screens) {
   if (screens.empty()) return nullptr;
@@ -53,14 +52,6 @@ std::optional<AxRect> pushedDown(const AxRect& window, std::span<const Screen> s
 
 bool fills(const AxRect& window, const AxRect& area) {
   return window.isNear(area, zoomTolerance);
-}
-
-bool almostFills(const AxRect& window, const AxRect& area) {
-  const double width = area.width - window.width;
-  const double height = area.height - window.height;
-  const AxRect grown = AxRect::of(window.origin(), area.size());
-  return fills(grown, area) && width > -zoomTolerance && width < largestStep && height > -zoomTolerance &&
-         height < largestStep;
 }
 
 }  // namespace pellar::StripGeometry

@@ -32,8 +32,4 @@ constexpr double stripHeight = 32;
 // Whether a window fills an area, give or take less than 2 points on each of x, y, width and height.
 [[nodiscard]] bool fills(const AxRect& window, const AxRect& area);
 
-// The same of a window that grows in steps: it stands at the area's corner, and one step more of width or
-// height, of at most 40 points, would be too much.
-[[nodiscard]] bool almostFills(const AxRect& window, const AxRect& area);
-
 }  // namespace pellar::StripGeometry

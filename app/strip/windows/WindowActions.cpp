@@ -4,14 +4,23 @@
 
 #include "app/strip/place/StripGeometry.h"
 #include "app/tracking/AX.h"
+#include "platform/MainLoop.h"
 #include "platform/ScreenList.h"
 #include "platform/Workspace.h"
 
 namespace pellar {
+namespace {
+
+using namespace std::chrono_literals;
+
+// Within which a window that was zoomed answers, also on a busy system.
+constexpr std::chrono::nanoseconds answerTime = 1s;
+
+}  // namespace
 
 WindowActions::WindowActions(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
                              std::shared_ptr<const TrackedPicture> picture)
-    : platform_(platform), tracker_(std::move(tracker)), windows_(platform, std::move(picture)) {}
+    : platform_(platform), tracker_(std::move(tracker)), picture_(picture), windows_(platform, picture) {}
 
 void WindowActions::lookAgain() {
   tracker_->refresh();
@@ -49,7 +58,8 @@ void WindowActions::zoom(OfficeWindow& window) {
   } else {
     const AxRect before = window.frame;
     tracker_->setFrame(window, area);
-    zoomed_.insert_or_assign(window.id(), Zoomed{window.element, before, area, window.frame});
+    zoomed_.insert_or_assign(window.id(),
+                             Zoomed{window.element, before, area, window.frame, platform_.mainLoop.uptime()});
   }
   tracker_->scheduleRefresh();
 }
@@ -60,9 +70,19 @@ bool WindowActions::isZoomed(const OfficeWindow& window, const Zoomed& zoomed, c
   if (StripGeometry::fills(window.frame, area)) return true;
   // A window that grows in steps, as a terminal does, or only so far, fills the area as well as it can.
   if (zoomed.area != area || StripGeometry::fills(window.frame, zoomed.before)) return false;
-  if (StripGeometry::fills(window.frame, zoomed.after)) return true;
-  // One that had not answered when it was looked at has taken all whole steps since.
-  return !StripGeometry::fills(zoomed.after, area) && StripGeometry::almostFills(window.frame, area);
+  return StripGeometry::fills(window.frame, zoomed.after);
+}
+
+void WindowActions::pictureChanged() {
+  for (const auto& window : picture_->windows) {
+    const auto found = zoomed_.find(window->id());
+    if (found == zoomed_.end() || found->second.window != window->element) continue;
+    Zoomed& zoomed = found->second;
+    if (platform_.mainLoop.uptime() - zoomed.at > answerTime) continue;
+    // One that stands elsewhere was moved there.
+    const AxRect grown = AxRect::of(window->frame.origin(), zoomed.area.size());
+    if (StripGeometry::fills(grown, zoomed.area)) zoomed.after = window->frame;
+  }
 }
 
 void WindowActions::tile(OfficeWindow& window, Tile tile) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <unordered_map>
 
@@ -37,6 +38,8 @@ class WindowActions {
   void close(const WindowList& windows);
   // Fills the area that the strip leaves of the window's screen, or gives back the frame it had before.
   void zoom(OfficeWindow& window);
+  // The picture is another one now: a window that was just zoomed may have answered late.
+  void pictureChanged();
   // Puts the window on a part of that area, and raises it.
   void tile(OfficeWindow& window, Tile tile);
 
@@ -47,6 +50,7 @@ class WindowActions {
     AxRect before;
     AxRect area;
     AxRect after;
+    std::chrono::nanoseconds at;  // uptime
   };
 
   // Whether the window fills the area, or stands as zooming to that area left it.
@@ -54,6 +58,7 @@ class WindowActions {
 
   Platform platform_;
   std::shared_ptr<WindowTracker> tracker_;
+  std::shared_ptr<const TrackedPicture> picture_;
   OpenWindows windows_;
   std::unordered_map<WindowId, Zoomed> zoomed_;
 };

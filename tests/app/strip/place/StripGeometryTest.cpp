@@ -8,7 +8,6 @@
 namespace pellar {
 namespace {
 
-using StripGeometry::almostFills;
 using StripGeometry::fills;
 using StripGeometry::isBelow;
 using StripGeometry::pushedDown;
@@ -79,18 +78,6 @@ TEST(StripGeometry, AWindowFillsAnAreaWhenEveryEdgeIsWithinTwoPoints) {
   EXPECT_FALSE(fills({0, 59, 1440, 773}, area));
   EXPECT_FALSE(fills({0, 57, 1438, 773}, area));
   EXPECT_FALSE(fills({0, 57, 1440, 775}, area));
-}
-
-TEST(StripGeometry, AWindowAlmostFillsAnAreaWhenItStandsAtItsCornerAndOneStepMoreWouldBeTooMuch) {
-  const AxRect area{0, 57, 1440, 773};
-  EXPECT_TRUE(almostFills({1.9, 55.1, 1401, 734}, area));
-  EXPECT_TRUE(almostFills({0, 57, 1441.9, 774.9}, area));
-  EXPECT_FALSE(almostFills({2, 57, 1440, 773}, area));
-  EXPECT_FALSE(almostFills({0, 59, 1440, 773}, area));
-  EXPECT_FALSE(almostFills({0, 57, 1400, 773}, area));
-  EXPECT_FALSE(almostFills({0, 57, 1440, 733}, area));
-  EXPECT_FALSE(almostFills({0, 57, 1442, 773}, area));
-  EXPECT_FALSE(almostFills({0, 57, 1440, 775}, area));
 }
 
 }  // namespace

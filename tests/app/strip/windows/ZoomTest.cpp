@@ -85,6 +85,19 @@ TEST_F(Zooming, AWindowThatGrowsInStepsAndAnswersLateReturnsFromBeingZoomed) {
   EXPECT_EQ(terminal.frame(), (AxRect{0, 57, 1434, 834})) << "made smaller it is zoomed anew";
 }
 
+TEST_F(Zooming, AWindowThatGrowsOnlySoFarAndAnswersLateReturnsFromBeingZoomed) {
+  auto palette = open("Palette", {100, 200, 500, 300});
+  palette.quirks().maximumSize = {600, 400};
+  palette.quirks().frameDelay = std::chrono::milliseconds(300);
+  start();
+  zoom();
+  mac.advance(std::chrono::seconds(2));
+  EXPECT_EQ(palette.frame(), (AxRect{0, 57, 600, 400}));
+  zoom();
+  mac.advance(std::chrono::seconds(2));
+  EXPECT_EQ(palette.frame(), (AxRect{100, 200, 500, 300}));
+}
+
 TEST_F(Zooming, AWindowThatCouldNotBeZoomedIsZoomedTheNextTime) {
   auto plan = open("Plan");
   plan.quirks().refusesMoves = true;
