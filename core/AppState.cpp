@@ -29,8 +29,7 @@ std::optional<TagColor> tagColorWithRawValue(std::string_view raw) {
 
 void AppState::touchRecent(const std::string& path, const std::optional<std::string>& app, double now) {
   // A file system that tells spellings apart has the file under the last one.
-  if (const auto entry = recent.find(path); entry != recent.end() && entry->first != path)
-    recent.erase(entry);
+  recent.erase(path);
   recent[path] = now;
   if (app) recentApp[path] = *app;
   if (recent.size() <= recentCapacity) return;

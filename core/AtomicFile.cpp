@@ -24,7 +24,7 @@ std::string failure(std::string_view step, const fs::path& path, const std::erro
 fs::path resolved(const fs::path& file, std::error_code& error) {
   fs::path result = file;
   // As many links as the system itself follows.
-  for (int links = 0; links < 40; ++links) {
+  for (int links = 0; links <= 40; ++links) {
     std::error_code noLink;
     const fs::path next = fs::read_symlink(result, noLink);
     if (noLink) return result;
@@ -40,19 +40,21 @@ fs::path folderOf(const fs::path& file) {
 
 // Whether a process may still be writing. One of another user's refuses the question and lives.
 bool isAlive(pid_t process) {
-  return process != ::getpid() && (::kill(process, 0) == 0 || errno == EPERM);
+  return ::kill(process, 0) == 0 || errno == EPERM;
 }
 
 // "<name>.<process number>.tmp" of a process that has ended, as this and earlier runs name their temporary
 // files.
 bool isLeftoverOf(std::string_view name, std::string_view file) {
-  if (!name.starts_with(file) || !name.ends_with(temporarySuffix)) return false;
+  if (!name.ends_with(temporarySuffix)) return false;
+  name.remove_suffix(temporarySuffix.size());
+  if (!name.starts_with(file)) return false;
   name.remove_prefix(file.size());
-  if (name.size() < temporarySuffix.size() + 2 || name.front() != '.') return false;
-  const std::string_view digits = name.substr(1, name.size() - 1 - temporarySuffix.size());
-  pid_t process = 0;
-  const auto [end, error] = std::from_chars(digits.begin(), digits.end(), process);
-  return error == std::errc{} && end == digits.end() && process > 0 && !isAlive(process);
+  if (!name.starts_with('.')) return false;
+  const std::string_view digits = name.substr(1);
+  pid_t process = 0;  // and stays so for what is no such number
+  const auto* end = std::from_chars(digits.begin(), digits.end(), process).ptr;
+  return end == digits.end() && process > 0 && !isAlive(process);
 }
 
 }  // namespace

@@ -24,7 +24,7 @@ utf8proc_int32_t firstOf(std::string_view text) {
 
 // Where the last code point of a text that is not empty begins.
 std::size_t startOfLast(std::string_view text) {
-  for (std::size_t length = 1; length <= std::min<std::size_t>(text.size(), 4); ++length) {
+  for (std::size_t length = 2; length <= std::min<std::size_t>(text.size(), 4); ++length) {
     const std::size_t start = text.size() - length;
     if (Utf8::validPrefix(text.substr(start)) == length) return start;
   }
@@ -54,15 +54,10 @@ std::size_t lengthOfBeginning(std::string_view text, std::size_t most) {
   return text.size();
 }
 
-// Where the last `most` code points of the text begin, after the end of what is seen as one. 0 when it has no
-// more.
+// Where the last `most` code points of the text, which has more, begin, after the end of what is seen as one.
 std::size_t startOfEnd(std::string_view text, std::size_t most) {
   std::size_t start = text.size();
-  for (std::size_t count = 0; count < most; ++count) {
-    if (start == 0) return 0;
-    start = startOfLast(text.substr(0, start));
-  }
-  if (start == 0) return 0;
+  for (std::size_t count = 0; count < most; ++count) start = startOfLast(text.substr(0, start));
   utf8proc_int32_t state = 0;
   utf8proc_int32_t before = firstOf(text.substr(startOfLast(text.substr(0, start))));
   std::size_t at = start;

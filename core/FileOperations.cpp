@@ -47,7 +47,7 @@ class SystemFileOperations final : public FileOperations {
     if (folder.empty()) return {};
     std::error_code ignored;  // whatever hinders the look also hinders the creation, which reports it
     if (fs::is_directory(folder, ignored)) return {};
-    if (folder.has_parent_path() && folder.parent_path() != folder) {
+    if (folder.parent_path() != folder) {
       if (const auto error = createFolders(folder.parent_path())) return error;
     }
     if (::mkdir(folder.c_str(), 0700) == 0) return {};
@@ -109,7 +109,7 @@ class SystemFileOperations final : public FileOperations {
   std::vector<std::string> names(const fs::path& folder) override {
     std::vector<std::string> result;
     std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+    for (fs::directory_iterator entry(folder, error), end; entry != end; entry.increment(error)) {
       result.push_back(entry->path().filename().string());
     }
     return result;
@@ -121,7 +121,7 @@ class SystemFileOperations final : public FileOperations {
         uninterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
     if (!opened.isOpen()) return lastError();
     struct stat status {};
-    if (::fstat(opened.descriptor(), &status) < 0) return lastError();
+    ::fstat(opened.descriptor(), &status);  // without an answer it is no regular file
     if (S_ISDIR(status.st_mode)) return std::make_error_code(std::errc::is_a_directory);
     if (!S_ISREG(status.st_mode)) return std::make_error_code(std::errc::not_supported);
     std::array<char, 65536> buffer;

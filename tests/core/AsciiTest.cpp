@@ -30,6 +30,7 @@ TEST(Ascii, ABeginningIsFoundInWhateverCase) {
   EXPECT_TRUE(Ascii::startsWith("File:///a", "file:"));
   EXPECT_TRUE(Ascii::startsWith("FILE:", "file:"));
   EXPECT_FALSE(Ascii::startsWith("file", "file:"));
+  EXPECT_FALSE(Ascii::startsWith(std::string_view("file:").substr(0, 4), "file:"));
   EXPECT_FALSE(Ascii::startsWith("tile:", "file:"));
 }
 

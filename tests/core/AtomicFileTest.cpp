@@ -59,6 +59,23 @@ TEST(AtomicFile, IsOnTheDiskBeforeItTakesThePlaceOfTheOldOne) {
                                      "close", "rename", "flushFolder"}));
 }
 
+TEST(AtomicFile, LooksForLeftoversOnce) {
+  const TemporaryFolder folder;
+  BrokenFileOperations operations;
+  AtomicFile file(folder / "state.json", operations);
+  for (int save = 1; save <= 3; ++save) EXPECT_EQ(file.replace("new"), std::nullopt);
+  EXPECT_EQ(std::ranges::count(operations.steps, "names"), 1);
+}
+
+TEST(AtomicFile, AFileNamedWithoutItsFolderIsInTheCurrentOne) {
+  const TemporaryFolder folder;
+  const fs::path before = fs::current_path();
+  fs::current_path(folder.path());
+  EXPECT_EQ(AtomicFile("state.json", systemFileOperations()).replace("new"), std::nullopt);
+  fs::current_path(before);
+  EXPECT_EQ(content(folder / "state.json"), "new");
+}
+
 TEST(AtomicFile, GoesOnWhenTheSystemWritesOnlyAPart) {
   const TemporaryFolder folder;
   BrokenFileOperations operations;
@@ -76,16 +93,24 @@ TEST(AtomicFile, AnEmptyContentIsAnEmptyFile) {
 }
 
 TEST(AtomicFile, AFailureOfAnyStepKeepsTheOldContentAndLeavesNothingBehind) {
-  for (const std::string step : {"createFolders", "createFile", "write", "flush", "close", "rename"}) {
-    const TemporaryFolder folder;
+  const TemporaryFolder folder;
+  const std::string state = (folder / "state.json").string();
+  const std::string temporary = state + "." + std::to_string(::getpid()) + ".tmp";
+  for (const auto& [step, said] : std::vector<std::pair<std::string, std::string>>{
+           {"createFolders", "cannot create " + folder.path().string()},
+           {"remove", "cannot remove " + temporary},
+           {"createFile", "cannot create " + temporary},
+           {"write", "cannot write " + temporary},
+           {"flush", "cannot write " + temporary},
+           {"close", "cannot write " + temporary},
+           {"rename", "cannot replace " + state}}) {
     put(folder / "state.json", "old");
     BrokenFileOperations operations;
     operations.before = [&](std::string_view now) {
       return now == step ? std::make_error_code(std::errc::no_space_on_device) : std::error_code{};
     };
-    const auto failure = AtomicFile(folder / "state.json", operations).replace("new");
-    ASSERT_TRUE(failure) << step;
-    EXPECT_NE(failure->find("No space left on device"), std::string::npos) << *failure;
+    EXPECT_EQ(AtomicFile(folder / "state.json", operations).replace("new"),
+              said + ": No space left on device");
     EXPECT_EQ(content(folder / "state.json"), "old") << step;
     EXPECT_EQ(names(folder.path()), Names{"state.json"}) << step;
   }
@@ -156,8 +181,9 @@ TEST(AtomicFile, ClearsAwayWhatACrashedRunLeft) {
   for (const std::string& name :
        {"state.json." + ended + ".tmp", "state.json." + std::to_string(::getpid()) + ".tmp",
         std::string("state.json.tmp"), std::string("state.json.x.tmp"), std::string("state.json..tmp"),
-        "other.json." + ended + ".tmp", "state.json." + ended + "x.tmp",
-        "state.json." + ended + ".tmp.txt"}) {
+        "other.json." + ended + ".tmp", "state.json." + ended + "x.tmp", "state.json." + ended + ".tmp.txt",
+        "state.json." + ended + ".bak", "state.json-" + ended + ".tmp", "state.json.-" + ended + ".tmp",
+        "state.json." + std::string(30, '9') + ".tmp"}) {
     put(folder / name, "half");
   }
   EXPECT_EQ(AtomicFile(folder / "state.json", systemFileOperations()).replace("new"), std::nullopt);
@@ -166,6 +192,10 @@ TEST(AtomicFile, ClearsAwayWhatACrashedRunLeft) {
              "state.json..tmp",
              "state.json." + ended + ".tmp.txt",
              "state.json." + ended + "x.tmp",
+             "state.json." + ended + ".bak",
+             "state.json-" + ended + ".tmp",
+             "state.json.-" + ended + ".tmp",
+             "state.json." + std::string(30, '9') + ".tmp",
              "state.json.tmp",
              "state.json.x.tmp"};
   std::ranges::sort(left);
@@ -187,6 +217,27 @@ TEST(AtomicFile, LeavesWhatALivingProcessIsWritingAndTheProcessAlone) {
   EXPECT_EQ(::waitpid(other, &status, 0), other);
   EXPECT_EQ(WTERMSIG(status), SIGTERM);
   ::signal(SIGHUP, before);
+}
+
+TEST(AtomicFile, LeavesWhatAnotherUsersProcessIsWriting) {
+  const TemporaryFolder folder;
+  const fs::path inside = folder / "shared";
+  put(inside / "state.json.1.tmp", "half");
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr id_t other = 65534;
+    // Root may ask for any process.
+    if (::getuid() == 0) {
+      fs::permissions(folder.path(), fs::perms(0711));
+      if (::chown(inside.c_str(), other, other) != 0 || ::setgid(other) != 0 || ::setuid(other) != 0)
+        ::_exit(2);
+    }
+    ::_exit(AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0);
+  }
+  int status = -1;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+  EXPECT_EQ(names(inside), (Names{"state.json", "state.json.1.tmp"}));
 }
 
 // One file system, two programs: the second saves while the first is in the midst of it.
@@ -241,8 +292,21 @@ TEST(AtomicFile, LinksInACircleAreAFailure) {
   const TemporaryFolder folder;
   fs::create_symlink(folder / "b", folder / "a");
   fs::create_symlink(folder / "a", folder / "b");
-  EXPECT_TRUE(AtomicFile(folder / "a", systemFileOperations()).replace("new"));
+  EXPECT_EQ(AtomicFile(folder / "a", systemFileOperations()).replace("new"),
+            "cannot follow " + (folder / "a").string() + ": " +
+                std::make_error_code(std::errc::too_many_symbolic_link_levels).message());
   EXPECT_EQ(names(folder.path()), (Names{"a", "b"}));
+}
+
+TEST(AtomicFile, AsManyLinksAreFollowedAsTheSystemFollows) {
+  const TemporaryFolder folder;
+  put(folder / "0", "old");
+  for (int link = 1; link <= 41; ++link)
+    fs::create_symlink(std::to_string(link - 1), folder / std::to_string(link));
+  EXPECT_EQ(AtomicFile(folder / "40", systemFileOperations()).replace("new"), std::nullopt);
+  EXPECT_EQ(content(folder / "0"), "new");
+  EXPECT_TRUE(AtomicFile(folder / "41", systemFileOperations()).replace("newer"));
+  EXPECT_EQ(content(folder / "0"), "new");
 }
 
 TEST(AtomicFile, ALinkInPlaceOfTheTemporaryFileIsNotFollowed) {

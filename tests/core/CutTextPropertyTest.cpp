@@ -88,6 +88,37 @@ TEST(CutText, CutsBetweenWhatIsSeenAsOne) {
             "x");
 }
 
+TEST(CutText, ACharacterIsWholeWhereverItStands) {
+  const std::string flag = "\xF0\x9F\x87\xA9\xF0\x9F\x87\xAA";
+  const std::string accented = "e\xCC\x81";
+  EXPECT_EQ(CutText::atTheEnd(accented + "x", 1), ellipsis);
+  EXPECT_EQ(CutText::atTheEnd(flag + "x", 1), ellipsis);
+  EXPECT_EQ(CutText::atTheEnd("a\r\nb", 2), "a" + std::string(ellipsis));
+  EXPECT_EQ(CutText::atTheEnd(repeated("x", 100) + accented + "y", 101),
+            repeated("x", 100) + std::string(ellipsis));
+  EXPECT_EQ(CutText::inTheMiddle(repeated("a", 10) + flag + "b", 4), "aa" + std::string(ellipsis) + "b");
+}
+
+TEST(CutText, AByteThatIsPartOfNoCharacterJoinsNothing) {
+  // Were it taken with the letter behind it, they would be an accent.
+  EXPECT_EQ(CutText::atTheEnd("x\xCC"
+                              "abc",
+                              1),
+            "x" + std::string(ellipsis));
+}
+
+TEST(CutText, MoreThanSixtyFourCodePointsAreNoCharacterToBeKeptWhole) {
+  const std::string accent = "\xCC\x81";
+  const std::string dots(ellipsis);
+  const std::string endless = "xa" + repeated(accent, 1000);
+  EXPECT_EQ(CutText::atTheEnd(endless, 1 + 64), "x" + dots);
+  EXPECT_EQ(CutText::atTheEnd(endless, 1 + 65), "xa" + repeated(accent, 64) + dots);
+  const std::string endingEndlessly = repeated("a", 200) + repeated(accent, 100) + "y";
+  EXPECT_EQ(CutText::inTheMiddle(endingEndlessly, 2 * (64 + 1)), repeated("a", 65) + dots + "y");
+  EXPECT_EQ(CutText::inTheMiddle(endingEndlessly, 2 * (65 + 1)),
+            repeated("a", 66) + dots + repeated(accent, 65) + "y");
+}
+
 TEST(CutText, AnEndlessCharacterIsCutAllTheSame) {
   const std::string endless = "a" + repeated("\xCC\x81", 100'000);
   EXPECT_EQ(codePoints(CutText::atTheEnd(endless, 1000)), 1001U);

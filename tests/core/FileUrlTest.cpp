@@ -11,6 +11,7 @@ TEST(FileUrl, GivesTheDecodedPath) {
   EXPECT_EQ(pathOfFileUrl("file:///Users/ann/caf%c3%a9"), "/Users/ann/caf\xC3\xA9");
   EXPECT_EQ(pathOfFileUrl("file:///%aF%fA"), "/\xAF\xFA");
   EXPECT_EQ(pathOfFileUrl("file:///a%3Fb%23c"), "/a?b#c");
+  EXPECT_EQ(pathOfFileUrl("file:///a b\x80"), "/a b\x80") << "as some programs leave it";
 }
 
 TEST(FileUrl, TakesAnyCaseAndAnyHost) {
@@ -22,7 +23,7 @@ TEST(FileUrl, TakesAnyCaseAndAnyHost) {
 
 TEST(FileUrl, AnyPathComesBackFromItsUrl) {
   for (const std::string path :
-       {"/", "/a/b.txt", "/a b/100%.txt", "/caf\xe9", "/d\xc3\xa9j\xc3\xa0", "/a?b#c\n\x7f"})
+       {"/", "/a/b.txt", "/a b/100%.txt", "/caf\xe9", "/d\xc3\xa9j\xc3\xa0", "/a?b#c\n\x7f", "/~ann/x-1_2"})
     EXPECT_EQ(pathOfFileUrl(fileUrlOf(path)), path);
   EXPECT_EQ(fileUrlOf("/a b/100%.txt"), "file:///a%20b/100%25.txt");
 }
@@ -43,7 +44,8 @@ TEST(FileUrl, OtherSchemesHaveNoPath) {
 
 TEST(FileUrl, TextThatIsNoUrlHasNoPath) {
   for (const auto* text : {"", "file", "file:", "file://", "file://host", "file:a", "file:///a%",
-                           "file:///a%4", "file:///a%zz", "file:///a%00b", "file:///a\nb"})
+                           "file:///a%4", "file:///a%zz", "file:///a%00b", "file:///a\nb", "file:a/b",
+                           "file:///a%4g", "file:///a%g4", "file:///a\x1f", "file:///a\x7f"})
     EXPECT_EQ(pathOfFileUrl(text), std::nullopt) << text;
 }
 
