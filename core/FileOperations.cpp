@@ -121,7 +121,7 @@ class SystemFileOperations final : public FileOperations {
         uninterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
     if (!opened.isOpen()) return lastError();
     struct stat status {};
-    ::fstat(opened.descriptor(), &status);  // without an answer it is no regular file
+    if (::fstat(opened.descriptor(), &status) < 0) return lastError();
     if (S_ISDIR(status.st_mode)) return std::make_error_code(std::errc::is_a_directory);
     if (!S_ISREG(status.st_mode)) return std::make_error_code(std::errc::not_supported);
     std::array<char, 65536> buffer;
