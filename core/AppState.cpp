@@ -27,6 +27,10 @@ std::optional<TagColor> tagColorWithRawValue(std::string_view raw) {
   return std::nullopt;
 }
 
+std::optional<TagColor> AppState::tag(const std::string& key) const {
+  return tags.contains(key) ? tagColorWithRawValue(tags.at(key)) : std::nullopt;
+}
+
 void AppState::touchRecent(const std::string& path, const std::optional<std::string>& app, double now) {
   // A file system that tells spellings apart has the file under the last one.
   recent.erase(path);

@@ -30,6 +30,9 @@ struct AppState {
   NameMap<double> recent;          // POSIX path -> last use, seconds since 1970 UTC
   NameMap<std::string> recentApp;  // POSIX path -> key of the application last used with
 
+  // The colour kept under a tag key; absent without one, and for one that is not known here.
+  [[nodiscard]] std::optional<TagColor> tag(const std::string& key) const;
+
   // Records that `path` was used at `now` (seconds since 1970 UTC) with the application `app`; an absent
   // `app` leaves an earlier one in place. The path is kept as spelt last. Keeps the newest 300 paths.
   void touchRecent(const std::string& path, const std::optional<std::string>& app, double now);

@@ -125,8 +125,7 @@ bool StripController::ownApplicationIsFrontmost() const {
 
 bool StripController::mustHide() const {
   const auto& front = picture_->front;
-  return locked || !picture_->app || !front || front->minimized || front->fullscreen ||
-         !(front->frame.width > 0);
+  return locked || !front || front->minimized || front->fullscreen || !(front->frame.width > 0);
 }
 
 void StripController::hide() {
@@ -156,13 +155,11 @@ void StripController::show() {
 }
 
 std::vector<TabItem> StripController::tabItems() const {
-  const auto& tags = store_->state().tags;
+  const AppState& state = store_->state();
   const auto tagOf = [&](const OfficeWindow& each,
                          const std::optional<std::string>& path) -> std::optional<Color> {
-    if (tags.empty()) return std::nullopt;
-    const auto stored = tags.find(TabLabel::tagKey(each.title, path));
-    if (stored == tags.end()) return std::nullopt;
-    const auto tag = tagColorWithRawValue(stored->second);
+    if (state.tags.empty()) return std::nullopt;
+    const auto tag = state.tag(TabLabel::tagKey(each.title, path));
     return tag ? std::optional(shownColor(*tag)) : std::nullopt;
   };
   std::vector<TabItem> items;
@@ -256,9 +253,10 @@ void StripController::dragGroup(ScreenPoint offset) {
     drag_.begin(front, picture_->windows);
   }
   drag_.moveBy(platform_.accessibility, offset);
-  // The drag may have ended meanwhile, or the strip have gone over to another window.
+  // The drag may have ended meanwhile, as it does when the strip hides, or the strip have gone over to
+  // another window.
   const auto dragged = drag_.front();
-  if (!dragged || !picture_->front || picture_->front->id() != dragged->id()) return;
+  if (!dragged || picture_->front->id() != dragged->id()) return;
   panel_->setFrame(StripGeometry::stripFrame(dragged->frame, platform_.screens.screens()), true);
   search_->followStrip();
 }

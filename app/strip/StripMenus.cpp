@@ -21,10 +21,6 @@ void append(Menu& menu, Menu items) {
   std::ranges::move(items, std::back_inserter(menu));
 }
 
-bool hasDocuments(const TrackedApp& app) {
-  return app.office && docNoun(*app.office);
-}
-
 }  // namespace
 
 std::shared_ptr<StripMenus> StripMenus::create(const Platform& platform, std::shared_ptr<StateStore> store,
@@ -106,7 +102,8 @@ Menu StripMenus::fileItems(const WindowReference& window, const TrackedApp& app,
     self.platform_.workspace.activateFileViewerSelecting(known);
   });
   auto copy = item("Copy path", [known](StripMenus& self) { self.platform_.pasteboard.setString(known); });
-  rename.enabled = path && hasDocuments(app);
+  // Of Outlook's windows no path is ever known.
+  rename.enabled = path && app.office;
   reveal.enabled = copy.enabled = path.has_value();
   return {rename, reveal, copy};
 }
@@ -122,14 +119,13 @@ Menu StripMenus::tileMenu(const WindowReference& window) {
 }
 
 Menu StripMenus::tagMenu(const WindowReference& window, const std::string& key) {
-  const auto& tags = store_->state().tags;
-  const auto current = tags.find(key);
+  const auto current = store_->state().tag(key);
   Menu menu;
   for (const TagColor color : allTagColors) {
     auto choice = item(std::string(shownName(color)), [window, key, color](StripMenus& self) {
       self.documents_->setTag(window, key, color);
     });
-    choice.checked = current != tags.end() && current->second == rawValue(color);
+    choice.checked = current == color;
     choice.swatch = shownColor(color);
     menu.emplace_back(std::move(choice));
   }

@@ -33,6 +33,15 @@ TEST(AppState, StartsEmpty) {
   EXPECT_EQ(state.settings, Settings{});
 }
 
+TEST(AppState, NamesTheColourUnderAKeyUnlessThereIsNoneOrNoneThatIsKnown) {
+  AppState state;
+  EXPECT_EQ(state.tag("/a.docx"), std::nullopt);
+  state.tags = {{"/a.docx", "blue"}, {"/b.docx", "crimson"}};
+  EXPECT_EQ(state.tag("/a.docx"), TagColor::blue);
+  EXPECT_EQ(state.tag("/b.docx"), std::nullopt);
+  EXPECT_EQ(state.tag("/c.docx"), std::nullopt);
+}
+
 TEST(TouchRecent, RecordsTheTimeAndTheApplication) {
   AppState state;
   state.touchRecent("/a.docx", "word", 100);

@@ -51,6 +51,18 @@ TEST_F(ActionOrder, AMinimisedWindowComesBackIsRaisedAndThenItsApplicationIsActi
   EXPECT_EQ(askedDuring([&] { listened->strip()->cycle(true); }), (Calls{"AXRaise: Report", activation()}));
 }
 
+TEST_F(ActionOrder, ATabReleasedDuringASearchEndsTheSearchAndThenRaisesItsWindow) {
+  open("Plan");
+  open("Report");
+  startRecorded();
+  mac.pointer().press(strip().tabPoint("Plan"));
+  listened->strip()->openRecent();
+  ASSERT_TRUE(dropdown().isVisible());
+  EXPECT_EQ(askedDuring([&] { mac.pointer().release(); }),
+            (Calls{activation(), "AXRaise: Plan", activation()}));
+  EXPECT_FALSE(dropdown().isVisible());
+}
+
 TEST_F(ActionOrder, ATiledWindowIsPlacedAndThenRaised) {
   open("Plan");
   open("Report");
@@ -60,6 +72,24 @@ TEST_F(ActionOrder, ATiledWindowIsPlacedAndThenRaised) {
             }),
             (Calls{"write AXPosition: Plan", "write AXSize: Plan", "write AXPosition: Plan", "AXRaise: Plan",
                    activation()}));
+}
+
+TEST_F(ActionOrder, AWindowThatMakesRoomIsPlacedOnceAndOneThatRefusesIsAskedTwice) {
+  auto plan = open("Plan");
+  keepSilent(editor);
+  startRecorded();
+  const auto reportAtTheTop = [&] {
+    plan.moveTo({100, 30});
+    listened->tracker().refresh();
+  };
+  const Calls placed{"write AXPosition: Plan", "write AXSize: Plan", "write AXPosition: Plan"};
+  EXPECT_EQ(askedDuring(reportAtTheTop), placed);
+  EXPECT_EQ(plan.frame().y, 57);
+  plan.quirks().refusesMoves = true;
+  plan.quirks().refusesSizes = true;
+  Calls twice = placed;
+  twice.insert(twice.end(), placed.begin(), placed.end());
+  EXPECT_EQ(askedDuring(reportAtTheTop), twice);
 }
 
 TEST_F(ActionOrder, AZoomedWindowIsPlacedAndNotRaised) {

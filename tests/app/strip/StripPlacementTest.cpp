@@ -54,6 +54,28 @@ TEST_F(StripStory, TheStripFollowsEverythingThatHappensToTheWindow) {
   EXPECT_FALSE(strip().panel().drawing().isTorn());
 }
 
+TEST_F(StripStory, TheTabsAreThoseOfTheWindowAsSoonAsTheStripIsOverIt) {
+  const auto plan = open("Plan");
+  open("Report", {20, 300, 1100, 500});
+  start();
+  editor.focus(plan);
+  pellar.tracker().refresh();
+  EXPECT_EQ(mac.strip().accessibilityFrame(), over(plan));
+  EXPECT_EQ(mac.strip().activeTab(), "Plan");
+}
+
+TEST_F(StripStory, TheStripComesUpWhereItBelongs) {
+  auto plan = open("Plan");
+  start();
+  EXPECT_EQ(strip().panel().cameUpAt(), strip().frame());
+  plan.minimise();
+  ASSERT_FALSE(stripShown());
+  plan.moveTo({40, 300});
+  plan.restore();
+  EXPECT_EQ(strip().panel().cameUpAt(), strip().frame());
+  expectStripOver(plan);
+}
+
 TEST_F(StripStory, AMinimisedWindowHasNoStripUntilItIsBack) {
   auto plan = open("Plan");
   start();
@@ -102,14 +124,16 @@ TEST_F(StripStory, AWindowWithoutWidthHasNoStrip) {
   open("Plan");
   start();
   const auto front = pellar.tracker().front();
-  for (const double width : {0.0, -40.0}) {
+  const auto shownOverWidth = [&](double width) {
     front->frame.width = width;
     pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), {front}, front);
-    EXPECT_FALSE(stripShown()) << width;
-    front->frame.width = 1200;
-    pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), {front}, front);
-    EXPECT_TRUE(stripShown());
+    return stripShown();
+  };
+  for (const double width : {0.0, -40.0}) {
+    EXPECT_FALSE(shownOverWidth(width)) << width;
+    EXPECT_TRUE(shownOverWidth(1200));
   }
+  EXPECT_TRUE(shownOverWidth(0.5));
 }
 
 TEST_F(StripStory, TheStripGoesWithTheApplicationInFront) {

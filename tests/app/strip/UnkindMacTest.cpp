@@ -115,5 +115,136 @@ TEST_F(UnkindMac, AWindowDraggedByTheStripStopsUnderTheMenuBarAndTheStripWithIt)
   expectStripOver(window);
 }
 
+// What the user did with the strip before it went, and what arrives only afterwards.
+class LateMouse : public WordStory {
+ protected:
+  [[nodiscard]] MouseEvent at(ScreenPoint point) {
+    return {strip().panel().host().fromScreen(point), point, false, 1};
+  }
+  [[nodiscard]] MouseEvent onTool(const std::string& text) { return at(strip().toolPoint(text)); }
+  // To the strip, whether it is shown or not.
+  [[nodiscard]] View& view() { return *strip().panel().simHost().view(); }
+  // The empty strip is pressed and dragged by 40 to the right.
+  void dragEmptyStripLate(ScreenPoint from) {
+    const MouseEvent press = at(from);
+    const MouseEvent drag = at({from.x + 40, from.y});
+    view().mouseDown(press);
+    view().mouseDragged(drag);
+    view().mouseUp(drag);
+    mac.settle();
+    for (const auto& message : log.messages()) EXPECT_FALSE(message.starts_with("banner drag")) << message;
+  }
+};
+
+TEST_F(LateMouse, APressOnAToolDoesNothingOnceTheLastWindowIsGone) {
+  const auto plan = openInWord("Plan.docx");
+  start();
+  const std::vector<MouseEvent> presses{onTool("Rename"), onTool(tool::minimize), onTool(tool::zoom),
+                                        onTool(tool::closeWindow)};
+  plan->window->close();
+  ASSERT_FALSE(stripShown());
+  for (const auto& press : presses) view().mouseDown(press);
+  mac.settle();
+  EXPECT_FALSE(stripShown());
+  EXPECT_TRUE(mac.alerts().shown().empty());
+}
+
+TEST_F(LateMouse, APressOnNewPressesNoMenuOnceTheLastWindowIsGone) {
+  auto text = open("Text", {100, 200, 1300, 600});
+  int pressed = 0;
+  editor.setMenuBar({{"Apple", {}}, {"File", {{"New", [&] { ++pressed; }}}}});
+  mac.activate(editor);
+  start();
+  const MouseEvent press = onTool(tool::newDocument);
+  text.close();
+  ASSERT_FALSE(stripShown());
+  view().mouseDown(press);
+  mac.settle();
+  EXPECT_EQ(pressed, 0);
+}
+
+TEST_F(LateMouse, TheMoreToolRenamesNothingOnceTheLastWindowIsGone) {
+  const auto plan = openInWord("Plan.docx");
+  plan->window->setFrame({100, 200, 250, 600});
+  start();
+  const MouseEvent press = onTool(tool::overflow);
+  plan->window->close();
+  ASSERT_FALSE(stripShown());
+  mac.menus().nextChoose({"Rename…"});
+  view().mouseDown(press);
+  mac.settle();
+  EXPECT_TRUE(mac.alerts().shown().empty());
+}
+
+TEST_F(LateMouse, AMenuOpenedOverNoWindowClosesNoneThatOpensMeanwhile) {
+  const auto plan = openInWord("Plan.docx");
+  plan->window->setFrame({100, 200, 250, 600});
+  start();
+  const MouseEvent press = onTool(tool::overflow);
+  plan->window->close();
+  ASSERT_FALSE(stripShown());
+  SimDocumentPointer notes;
+  mac.menus().next([&](SimOpenMenu& menu) {
+    notes = openInWord("Notes.docx");
+    menu.choose({"Close all"});
+  });
+  view().mouseDown(press);
+  mac.settle();
+  ASSERT_TRUE(notes);
+  EXPECT_TRUE(notes->window->exists());
+}
+
+TEST_F(LateMouse, ADragOfTheStripMovesNothingOnceItsWindowIsGoneOrFillsTheScreen) {
+  auto text = open("Text");
+  mac.activate(editor);
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  text.enterFullScreen();
+  ASSERT_FALSE(stripShown());
+  const AxRect full = text.frame();
+  dragEmptyStripLate(from);
+  EXPECT_EQ(text.frame(), full);
+  EXPECT_FALSE(stripShown());
+  text.leaveFullScreen();
+  ASSERT_TRUE(stripShown());
+  text.close();
+  ASSERT_FALSE(stripShown());
+  dragEmptyStripLate(from);
+  EXPECT_FALSE(stripShown());
+}
+
+TEST_F(LateMouse, ADragOfTheStripMovesNothingOnceItsWindowIsMinimised) {
+  auto text = open("Text");
+  const auto behind = open("Behind");
+  mac.activate(editor);
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  text.minimise();
+  mac.settle();
+  // The application goes on naming it, as some do.
+  const auto& windows = pellar.tracker().windows();
+  pellar.strip()->tracker(pellar.tracker(), pellar.tracker().app(), WindowList(windows), windows.front());
+  ASSERT_FALSE(mac.strip().visible());
+  dragEmptyStripLate(from);
+  EXPECT_EQ(behind.frame(), (AxRect{100, 200, 1200, 600}));
+}
+
+TEST_F(LateMouse, AWindowDraggedUnderTheMenuBarKeepsItsHeightUntilTheReleaseIsHeard) {
+  const auto text = open("Text", {100, 200, 900, 600});
+  mac.activate(editor);
+  start();
+  const ScreenPoint from = strip().emptyPoint();
+  // No button is held any more.
+  view().mouseDown(at(from));
+  view().mouseDragged(at({from.x, from.y + 170}));
+  mac.settle();
+  EXPECT_EQ(text.frame(), (AxRect{100, 30, 900, 600}));
+  view().mouseDragged(at({from.x, from.y + 20}));
+  view().mouseUp(at({from.x, from.y + 20}));
+  mac.settle();
+  EXPECT_EQ(text.frame(), (AxRect{100, 180, 900, 600}));
+  expectStripOver(text);
+}
+
 }  // namespace
 }  // namespace pellar
