@@ -43,7 +43,7 @@ void HoverPanels::zoomHovered(const std::optional<ScreenRect>& tool) {
 void HoverPanels::pictureChanged() {
   const auto hasTab = [this](WindowId id) { return picture_->window(id) != nullptr; };
   if (tabCard_) tabCard_->keepOnly(hasTab);
-  if (snapPicker_ && pickerOver_ && !hasTab(*pickerOver_)) snapPicker_->hide();
+  if (pickerOver_ && !hasTab(*pickerOver_)) snapPicker_->hide();
 }
 
 Subscription HoverPanels::pause() {

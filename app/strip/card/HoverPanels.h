@@ -44,7 +44,8 @@ class HoverPanels {
   std::shared_ptr<const DocumentPaths> paths_;
   std::unique_ptr<TabCard> tabCard_;
   std::unique_ptr<SnapPicker> snapPicker_;
-  std::optional<WindowId> pickerOver_;  // the focused window when the pointer came to the zoom tool
+  // The focused window when the pointer came to the zoom tool; absent before the picker is made.
+  std::optional<WindowId> pickerOver_;
   std::shared_ptr<int> pauses_ = std::make_shared<int>(0);
 };
 

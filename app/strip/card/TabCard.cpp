@@ -41,13 +41,11 @@ void TabCard::show(WindowId id, const std::string& title, const std::optional<st
 
 void TabCard::scheduleClose() {
   if (!shown_) return hide();
-  awaited_.reset();
   showTimer_.cancel();
   closing_.anchorLeft();
 }
 
 void TabCard::hide() {
-  awaited_.reset();
   showTimer_.cancel();
   putAway();
 }
@@ -59,16 +57,12 @@ void TabCard::putAway() {
 }
 
 void TabCard::keepOnly(const std::function<bool(WindowId)>& exists) {
-  if (awaited_ && !exists(*awaited_)) {
-    awaited_.reset();
-    showTimer_.cancel();
-  }
+  if (!exists(awaited_)) showTimer_.cancel();
   if (shown_ && !exists(*shown_)) putAway();
 }
 
 void TabCard::present(WindowId id, const std::string& title, const std::optional<std::string>& subtitle,
                       const ScreenRect& under) {
-  awaited_.reset();
   const auto screen = Screens::containing(under, screens_);
   if (!screen) return;
   shown_ = id;

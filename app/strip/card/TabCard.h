@@ -44,8 +44,8 @@ class TabCard {
   std::unique_ptr<Panel> panel_;
   TabCardView view_;  // depends-on: panel_
   CloseDelay closing_;
-  std::optional<WindowId> shown_;    // the tab whose card is on the screen
-  std::optional<WindowId> awaited_;  // the tab whose card is to come
+  std::optional<WindowId> shown_;  // the tab whose card is on the screen
+  WindowId awaited_ = 0;           // the tab whose card the timer brings, while it runs
   Subscription showTimer_;
 };
 

@@ -22,8 +22,6 @@ constexpr double buttonRoom = buttonPitch * static_cast<double>(buttons.size());
 constexpr double margin = 12;  // on each side of the texts
 constexpr double narrowest = 180;
 constexpr double widest = 260;
-// Widths are sums of fractions; what is less than this wider still fits.
-constexpr double rounding = 0.001;
 
 constexpr Font titleFont{13, FontWeight::medium};
 constexpr Font subtitleFont{11, FontWeight::regular};
@@ -43,15 +41,17 @@ void TabCardView::set(WindowId id, std::string title, std::optional<std::string>
 }
 
 double TabCardView::preferredWidth() const {
-  const TextMeasure& measure = host().textMeasure();
-  const double wanted = measure.width(title_, titleFont) + 2 * margin + buttonRoom;
-  const double below = (subtitle_ ? measure.width(*subtitle_, subtitleFont) : 0) + 2 * margin;
-  return std::clamp(std::max(wanted, below), narrowest, widest);
+  double wanted = widthForTitle();
+  if (subtitle_) wanted = std::max(wanted, host().textMeasure().width(*subtitle_, subtitleFont) + 2 * margin);
+  return std::clamp(wanted, narrowest, widest);
+}
+
+double TabCardView::widthForTitle() const {
+  return host().textMeasure().width(title_, titleFont) + 2 * margin + buttonRoom;
 }
 
 bool TabCardView::titleNeedsTwoLines() const {
-  const double room = preferredWidth() - 2 * margin - buttonRoom;
-  return host().textMeasure().width(title_, titleFont) > room + rounding;
+  return widthForTitle() > widest;
 }
 
 std::vector<std::pair<ViewRect, StripAction>> TabCardView::buttonRects() const {

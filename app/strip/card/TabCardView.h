@@ -28,7 +28,7 @@ class TabCardView final : public ChoiceView<StripAction> {
 
   // The card's width for its content: room for the title beside the buttons, within limits.
   [[nodiscard]] double preferredWidth() const;
-  // The title does not fit beside the buttons of a card of that width.
+  // The title does not fit beside the buttons of the widest card.
   [[nodiscard]] bool titleNeedsTwoLines() const;
   // The buttons from left to right.
   [[nodiscard]] std::vector<std::pair<ViewRect, StripAction>> buttonRects() const;
@@ -41,6 +41,8 @@ class TabCardView final : public ChoiceView<StripAction> {
   [[nodiscard]] AccessibleElement describeWhole() const override;
   [[nodiscard]] std::string_view name(StripAction action) const override { return StripWords::name(action); }
   [[nodiscard]] std::string_view help(StripAction action) const override { return StripWords::help(action); }
+  // The width of a card with room for the whole title beside the buttons.
+  [[nodiscard]] double widthForTitle() const;
   // Where the texts stand.
   [[nodiscard]] ViewRect titleRect() const;
   [[nodiscard]] ViewRect subtitleRect() const;

@@ -156,6 +156,19 @@ TEST_F(ScreenReader, ReadsTheCardOfATabAndPressesItsButton) {
   EXPECT_FALSE(PanelReader(mac).cardShown());
 }
 
+TEST_F(ScreenReader, HearsOfTheCardThatBecomesTheNextTabsAndThatItHasNoFolder) {
+  openTwo();
+  strip().hoverTab("Report");
+  mac.advance(cardDelay);
+  EXPECT_EQ(reader().reads("Report"),
+            (Lines{"text Report", "button Minimise", "button Zoom", "button Close"}));
+  EXPECT_EQ(reader().element("Report").help, "");
+  reader().start();
+  strip().hoverTab("Plan");
+  mac.advance(cardDelay);
+  EXPECT_EQ(reader().heard(), (Lines{"group Plan is its name now", "text Plan is its name now"}));
+}
+
 TEST_F(ScreenReader, PicksAPlaceForTheWindow) {
   openTwo();
   strip().hoverTool(tool::zoom);

@@ -97,6 +97,8 @@ TEST_F(Hovering, AButtonOfAWindowThatIsGoneDoesNothing) {
 TEST_F(Hovering, ATilePickedWithoutAFocusedWindowDoesNothing) {
   const auto window = add("Report");
   panels.zoomHovered(tab);
+  panels.pictureChanged();
+  ASSERT_TRUE(hover.pickerShown()) << "it belongs to no window that could be gone";
   mac.pointer().click(PanelReader::onScreen(*hover.picker(), {30, 40}));
   EXPECT_FALSE(hover.pickerShown());
   EXPECT_EQ(editor.windowsFrontToBack().front().frame(), (AxRect{100, 200, 900, 600}));

@@ -73,6 +73,19 @@ TEST_F(HoverPanelsThatGo, ACardThatWaitsDoesNotComeForATabThatIsGone) {
   EXPECT_TRUE(hover.cardShown()) << "its tab is still there";
 }
 
+TEST_F(HoverPanelsThatGo, ACardThatWaitsComesThoughAnotherTabIsGone) {
+  auto report = open("Report");
+  open("Plan");
+  open("Notes");
+  start();
+  strip().hoverTab("Plan");
+  report.close();
+  mac.settle();
+  mac.advance(cardDelay);
+  ASSERT_TRUE(hover.cardShown());
+  EXPECT_EQ(hover.cardTexts().front(), "Plan");
+}
+
 TEST_F(HoverPanelsThatGo, NoCardStaysOrComesOverAnOpenMenu) {
   open("Report");
   open("Plan");

@@ -33,12 +33,14 @@ TEST_F(HoverStory, TheCardsButtonsActOnItsTabsWindowAndPutTheCardAway) {
   restOnTab("Report");
   pressOnCard(tool::zoom);
   EXPECT_EQ(report.frame(), area);
+  EXPECT_FALSE(report.isMinimised());
   EXPECT_FALSE(hover.cardShown());
   EXPECT_EQ(plan.frame(), (AxRect{100, 200, 1200, 600}));
 
   restOnTab("Report");
   pressOnCard(tool::minimize);
   EXPECT_TRUE(report.isMinimised());
+  EXPECT_EQ(report.frame(), area);
   EXPECT_FALSE(plan.isMinimised());
   EXPECT_FALSE(hover.cardShown());
 
@@ -270,6 +272,26 @@ TEST_F(HoverStory, RestingOnTheZoomToolShowsThePickerUnderIt) {
   const double middle = strip().frame().maxX() - 6 - 30 - 2 - 15;
   EXPECT_EQ(hover.picker()->frame(),
             (ScreenRect{middle - 186, strip().frame().minY() + 4 - 2 - 150, 372, 150}));
+}
+
+TEST_F(HoverStory, CardAndPickerComeUpInTheirPlace) {
+  open("Report", {100, 200, 1000, 600});
+  start();
+  restOnTab("Report");
+  EXPECT_EQ(hover.card()->cameUpAt(), hover.card()->frame());
+  restOnZoom();
+  EXPECT_EQ(hover.picker()->cameUpAt(), hover.picker()->frame());
+}
+
+TEST_F(HoverStory, ThePickerIsTheSameOneEachTime) {
+  open("Report");
+  start();
+  restOnZoom();
+  const SimPanel* const picker = hover.picker();
+  mac.pointer().moveTo({hover.picker()->frame().midX(), hover.picker()->frame().minY() + 5});
+  restOnZoom();
+  EXPECT_EQ(hover.picker(), picker);
+  EXPECT_TRUE(hover.pickerShown());
 }
 
 TEST_F(HoverStory, EachCellTilesTheFocusedWindow) {

@@ -106,8 +106,18 @@ TEST_F(Card, DoesNotComeWhenThePointerIsGoneBefore) {
   rest();
   mac.advance(cardDelay - 1ms);
   card.scheduleClose();
+  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
   mac.advance(10s);
   EXPECT_FALSE(hover.cardShown());
+}
+
+TEST_F(Card, OfATabThatThePointerLeftAgainDoesNotReplaceTheOneThatIsShown) {
+  showCard();
+  card.show(2, "Plan.docx", std::nullopt, {500, 600, 160, 26});
+  card.scheduleClose();
+  mac.advance(cardDelay);
+  ASSERT_TRUE(hover.cardShown());
+  EXPECT_EQ(hover.cardTexts().front(), "Report.docx");
 }
 
 TEST_F(Card, GoesAMomentAfterThePointer) {
@@ -194,6 +204,15 @@ TEST_F(Card, IsHiddenAtOnceAlsoWhileItWaits) {
   EXPECT_FALSE(hover.cardShown());
   mac.advance(10s);
   EXPECT_FALSE(hover.cardShown());
+}
+
+TEST_F(Card, ThatIsHiddenWaitsForNothing) {
+  showCard();
+  card.scheduleClose();
+  card.hide();
+  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
+  card.scheduleClose();
+  EXPECT_EQ(mac.mainLoop().activeTimers(), 0U);
 }
 
 TEST_F(Card, LeavesNothingBehindInTheMainLoop) {

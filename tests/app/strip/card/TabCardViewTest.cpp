@@ -128,6 +128,12 @@ TEST_F(CardView, WrapsALongTitleOverTwoLinesAndMovesTheFolderDown) {
   EXPECT_EQ(text("~/Documents").rect, (ViewRect{12, 46, 236, 15}));
 }
 
+TEST_F(CardView, ATitleTooLongForTwoLinesIsCutOffInTheSecond) {
+  const std::string title = "Minutes of the yearly meeting of all members and their guests.docx";
+  show(title, std::nullopt);
+  EXPECT_EQ(text(title).shown, "Minutes of the\nyearly meeting of a\u2026\n");
+}
+
 TEST_F(CardView, KeepsBothEndsOfALongFolder) {
   show("a", "~/Clients/Anderson and Sons/Contracts/2024/Final");
   EXPECT_EQ(text("~/Clients/Anderson and Sons/Contracts/2024/Final").shown,
