@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Weakly.h"
 #include "platform/MainLoop.h"
 
 namespace pellar {
@@ -20,8 +21,7 @@ DocumentPaths::DocumentPaths(const Platform& platform, std::shared_ptr<WindowTra
     : platform_(platform), tracker_(std::move(tracker)), automation_(std::move(automation)) {}
 
 std::optional<DocumentPath> DocumentPaths::of(const OfficeWindow& window) const {
-  if (!window.app.office)
-    return window.path && !window.path->empty() ? std::optional(DocumentPath{*window.path}) : std::nullopt;
+  if (!window.app.office) return window.path ? std::optional(DocumentPath{*window.path}) : std::nullopt;
   const auto answer = answers_.find(window.element);
   return answer == answers_.end() ? std::nullopt : answer->second.found;
 }
@@ -73,9 +73,8 @@ void DocumentPaths::adopt(const std::shared_ptr<OfficeWindow>& record) {
   const auto known = answers_.find(record->element);
   if (known == answers_.end()) return;
   Answer& answer = known->second;
-  const bool isNew = answer.record.owner_before(record) || record.owner_before(answer.record);
-  answer.record = record;
   if (!answer.found) return;
+  const bool isNew = answer.record.lock() != record;
   answer.inTitle.look(record->title, answer.found->path);
   if (answer.inTitle.isOutdated() || (isNew && !answer.inTitle.names())) answer.found.reset();
 }
@@ -83,18 +82,17 @@ void DocumentPaths::adopt(const std::shared_ptr<OfficeWindow>& record) {
 // A picture that comes meanwhile is shown without what will be known then, and asks when it comes again.
 void DocumentPaths::askAfterScript() {
   if (std::exchange(waits_, true)) return;
-  automation_->whenFree([this, here = alive_.watch()] {
-    if (!here) return;
-    waits_ = false;
-    tracker_->scheduleRefresh();
-  });
+  automation_->whenFree(weakly(weak_from_this(), [](DocumentPaths& self) {
+    self.waits_ = false;
+    self.tracker_->scheduleRefresh();
+  }));
 }
 
 void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const OpenDocuments& documents) {
   auto& answer = answers_.try_emplace(window->element).first->second;
   answer.uptime = platform_.mainLoop.uptime();
   // Without an answer what was known stands.
-  if (answer.found && documents.all().empty()) return;
+  if (documents.all().empty()) return;
   answer = {.uptime = answer.uptime, .record = window};
   const auto match = documents.match(window->title);
   if (!match) return;
@@ -104,12 +102,9 @@ void DocumentPaths::keep(const std::shared_ptr<OfficeWindow>& window, const Open
 }
 
 void DocumentPaths::forgetOld() {
-  const bool tooMany = answers_.size() > mostAnswersKept;
+  if (answers_.size() <= mostAnswersKept) return;
   const auto uptime = platform_.mainLoop.uptime();
-  std::erase_if(answers_, [&](const auto& each) {
-    const Answer& answer = each.second;
-    return (tooMany || !answer.found) && uptime - answer.uptime > recheckInterval;
-  });
+  std::erase_if(answers_, [&](const auto& each) { return uptime - each.second.uptime > recheckInterval; });
 }
 
 }  // namespace pellar

@@ -9,7 +9,6 @@
 #include "app/automation/Automation.h"
 #include "app/tracking/PathInTitle.h"
 #include "app/tracking/WindowTracker.h"
-#include "core/Alive.h"
 #include "core/TrackedApp.h"
 #include "platform/Platform.h"
 
@@ -30,9 +29,9 @@ struct DocumentPath {
 // Which file is behind a window: the one place that knows. Other applications' windows say it themselves (the
 // record's path); for the Office applications it is asked through scripts and kept here for each window, as
 // long as its title goes on naming the file. A path that the title never named stays while the record lives.
-// Scripts run nested loops: what is asked while any script is under way is answered from what is known. Main
-// thread only.
-class DocumentPaths {
+// Scripts run nested loops: what is asked while any script is under way is answered from what is known. Made
+// as a shared object. Main thread only.
+class DocumentPaths : public std::enable_shared_from_this<DocumentPaths> {
  public:
   // What `platform` refers to outlives this.
   DocumentPaths(const Platform& platform, std::shared_ptr<WindowTracker> tracker,
@@ -63,7 +62,7 @@ class DocumentPaths {
   struct Answer {
     std::chrono::nanoseconds uptime{};  // when it came
     std::optional<DocumentPath> found = std::nullopt;
-    std::weak_ptr<OfficeWindow> record = {};  // that stood for the window last
+    std::weak_ptr<OfficeWindow> record = {};  // that stood for the window then
     PathInTitle inTitle = {};                 // of what was found
   };
 
@@ -76,7 +75,6 @@ class DocumentPaths {
   std::shared_ptr<Automation> automation_;
   std::unordered_map<Element, Answer, ElementHash> answers_;
   bool waits_ = false;  // for the end of a script
-  Alive alive_;
 };
 
 }  // namespace pellar

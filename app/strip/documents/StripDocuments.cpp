@@ -57,16 +57,15 @@ void StripDocuments::resolvePathsIfNeeded(const TrackedApp& app, const WindowLis
 
 // A script that was given up goes on in its application, so that a rename may end long after it failed here.
 void StripDocuments::closeRenames(const WindowList& windows) {
-  if (openRenames_.empty()) return;
-  for (const auto& each : windows) {
-    const auto open = std::ranges::find(openRenames_, each->element, &OpenRename::window);
-    if (open == openRenames_.end() || !paths_->isSure(*each)) continue;
-    const std::string now = paths_->of(*each)->path;
-    if (now == open->from) continue;
-    const OpenRename ended = std::move(*open);
-    openRenames_.erase(open);
-    if (now == ended.to) moveTag(ended.from, ended.to);
-  }
+  std::vector<OpenRename> confirmed;
+  std::erase_if(openRenames_, [&](const OpenRename& open) {
+    const auto window = std::ranges::find(windows, open.window, &OfficeWindow::element);
+    if (window == windows.end() || !paths_->isSure(**window)) return false;
+    const std::string now = paths_->of(**window)->path;
+    if (now == open.to) confirmed.push_back(open);
+    return now != open.from;
+  });
+  for (const auto& each : confirmed) moveTag(each.from, each.to);
 }
 
 void StripDocuments::moveTag(const std::string& from, const std::string& to) {
@@ -121,7 +120,6 @@ void StripDocuments::finishRename(const WindowReference& window, const std::stri
                                   const std::string& newName) {
   // Without its window another document of the same name might be meant.
   const auto target = actions_->windows().find(window);
-  if (target) std::erase_if(openRenames_, [&](const auto& each) { return each.window == target->element; });
   const auto newPath = target ? automation_->rename(*target, path, newName) : std::nullopt;
   if (!newPath) {
     Log::write("rename failed for " + path + " -> " + newName);
@@ -134,7 +132,7 @@ void StripDocuments::finishRename(const WindowReference& window, const std::stri
   }
   paths_->renamed(target, *newPath);
   moveTag(path, *newPath);
-  tracker_->refresh();
+  actions_->lookAgain();
 }
 
 void StripDocuments::saveAll(OfficeApp app) {
@@ -147,7 +145,6 @@ void StripDocuments::newDocument(OfficeApp app) {
 
 void StripDocuments::saveAll() {
   const auto shown = *picture_;
-  if (!shown.app) return;
   if (shown.app->office) {
     saveAll(*shown.app->office);
   } else {
@@ -157,7 +154,6 @@ void StripDocuments::saveAll() {
 
 void StripDocuments::newDocument() {
   const auto shown = *picture_;
-  if (!shown.app) return;
   if (shown.app->office) {
     newDocument(*shown.app->office);
   } else if (shown.front) {

@@ -82,7 +82,7 @@ class StripDocuments : public std::enable_shared_from_this<StripDocuments> {
   std::shared_ptr<WindowActions> actions_;
   std::shared_ptr<Automation> automation_;
   std::unordered_set<std::string> recordedRecent_;
-  std::vector<OpenRename> openRenames_;  // one a window
+  std::vector<OpenRename> openRenames_;
 };
 
 }  // namespace pellar

@@ -98,6 +98,31 @@ TEST_F(FileBehindAWindow, ALookUpIsDatedWhenItsAnswerIsThere) {
   EXPECT_EQ(knownFile(), pathOf("Letter.docx"));
 }
 
+TEST_F(FileBehindAWindow, AFileThatIsKnownIsNotAskedAboutAgainWhenAnotherDocumentOpens) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  mac.advance(31s);
+  const auto before = asked();
+  const auto report = openInWord("Report.docx");
+  mac.settle();
+  report->window->moveTo({100, 300});
+  mac.settle();
+  EXPECT_EQ(asked(), before + 1);
+  EXPECT_EQ(knownFile(), pathOf("Report.docx"));
+}
+
+TEST_F(FileBehindAWindow, ADocumentWithoutAFileIsNotAskedAboutSoonerWhenAnotherOneOpens) {
+  static_cast<void>(newInWord("Letter"));
+  start();
+  mac.advance(10s);
+  const auto before = asked();
+  const auto draft = newInWord("Draft");
+  mac.settle();
+  draft->window->moveTo({100, 300});
+  mac.settle();
+  EXPECT_EQ(asked(), before + 1);
+}
+
 TEST_F(FileBehindAWindow, AtMostOneLookUpIsUnderWay) {
   const auto letter = openInWord("Letter.docx");
   std::size_t underWay = 0;
@@ -136,6 +161,22 @@ TEST_F(FileBehindAWindow, OneFoundByARightClickShowsItsColourAtOnce) {
   });
   strip().rightClickTab("Letter");
   EXPECT_EQ(strip().tagOf("Letter"), red());
+}
+
+TEST_F(FileBehindAWindow, ForgottenWhenTheWindowShowsAnotherBeforeTheNextReport) {
+  const auto plan = openInWord("Plan.docx");
+  keepSilent(word);
+  mac.office().afterEvent = [&](const std::string& event) {
+    if (event != "get full name") return;
+    mac.office().afterEvent = nullptr;
+    plan->path = {};
+    plan->name = "Document2";
+    plan->window->retitle("Document2");
+  };
+  start();
+  pellar.tracker().refresh();
+  EXPECT_EQ(strip().tabs(), Labels{"Document2"});
+  EXPECT_EQ(knownFile(), std::nullopt);
 }
 
 TEST_F(FileBehindAWindow, SavedUnderAnotherNameTheTabTheColourAndThePathAreTheNewOnes) {

@@ -37,6 +37,17 @@ class OneScriptAtATime : public WordStory {
     mac.settle();
     EXPECT_FALSE(mac.office().beforeEvent) << "Word was never asked";
   }
+  // Something happens while Word saves everything, which the menu of that tab has it do.
+  void whileWordSaves(const std::string& tab, const std::function<void()>& happening) {
+    mac.office().beforeEvent = [this, happening](const std::string& event) {
+      if (event != "save") return;
+      mac.office().beforeEvent = nullptr;
+      happening();
+    };
+    choose(tab, {"Save all"});
+    mac.settle();
+    EXPECT_FALSE(mac.office().beforeEvent) << "Word never saved";
+  }
 
   int underWay = 0;
   int most = 0;
@@ -72,27 +83,105 @@ TEST_F(OneScriptAtATime, ANameGivenMeanwhileIsTakenAfterwards) {
   EXPECT_FALSE(exists(pathOf("Plan.docx")));
 }
 
+TEST_F(OneScriptAtATime, TheRenameToolAsksForANameMeanwhile) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  whileWordSaves("Plan", [&] {
+    mac.alerts().nextType("Budget");
+    strip().clickTool("Rename");
+    EXPECT_EQ(mac.alerts().shown().size(), 1U) << "the question need not wait";
+  });
+  EXPECT_EQ(strip().tabs(), Labels{"Budget"});
+}
+
 TEST_F(OneScriptAtATime, AGroupOfWindowsNotAskedAboutYetIsSavedAfterwards) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
-  whileWordIsAsked([&] { chooseInTool("Groups", {"Save open tabs as group…"}); });
+  whileWordIsAsked([&] {
+    chooseInTool("Groups", {"Save open tabs as group…"});
+    EXPECT_TRUE(mac.alerts().shown().empty());
+    mac.alerts().nextType("Monday");
+  });
   mac.settle();
-  EXPECT_EQ(mac.alerts().shown().size(), 1U);
+  EXPECT_EQ(saved().groups.at("Monday"), (Labels{pathOf("Plan.docx"), pathOf("Other.docx")}));
+}
+
+TEST_F(OneScriptAtATime, AGroupOfKnownFilesIsAskedForAtOnce) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  whileWordSaves("Plan", [&] {
+    mac.alerts().nextType("Monday");
+    chooseInTool("Groups", {"Save open tabs as group…"});
+    EXPECT_EQ(saved().groups.at("Monday"), Labels{pathOf("Plan.docx")});
+  });
+}
+
+TEST_F(OneScriptAtATime, AGroupOfAnotherApplicationIsAskedForAtOnce) {
+  static_cast<void>(openInWord("Plan.docx"));
+  open("Notes", {100, 200, 1300, 600}).setDocument("file:///Users/ann/Notes.txt");
+  open("Untitled", {100, 200, 1300, 600});
+  start();
+  ASSERT_EQ(strip().tabs(), Labels{"Plan"});
+  whileWordSaves("Plan", [&] {
+    mac.activate(editor);
+    mac.settle();
+    mac.alerts().nextType("Monday");
+    chooseInTool("Groups", {"Save open tabs as group…"});
+    EXPECT_EQ(saved().groups.at("Monday"), Labels{"/Users/ann/Notes.txt"});
+  });
 }
 
 TEST_F(OneScriptAtATime, AWindowThatOpensMeanwhileIsAskedAboutAfterwards) {
   const auto plan = openInWord("Plan.docx");
   start();
-  mac.office().beforeEvent = [&](const std::string& event) {
-    if (event != "save") return;
-    mac.office().beforeEvent = nullptr;
+  whileWordSaves("Plan", [&] {
     static_cast<void>(openInWord("Report.docx"));
     mac.settle();
     EXPECT_EQ(knownFile(), std::nullopt);
-  };
-  choose("Plan", {"Save all"});
-  mac.settle();
+  });
   EXPECT_EQ(knownFile(), pathOf("Report.docx"));
+}
+
+TEST_F(OneScriptAtATime, AWindowWhoseMenuIsOpenedMeanwhileIsAskedAboutAfterwards) {
+  static_cast<void>(openInWord("Plan.docx"));
+  start();
+  whileWordSaves("Plan", [&] {
+    static_cast<void>(openInWord("Report.docx"));
+    mac.settle();
+    EXPECT_EQ(tabMenu("Report").at(7), "(Copy path)");
+  });
+  EXPECT_EQ(knownFile(), pathOf("Report.docx"));
+}
+
+TEST_F(OneScriptAtATime, HoweverMuchHappensMeanwhileOneMorePictureMakesUpForIt) {
+  const auto plan = openInWord("Plan.docx");
+  start();
+  const auto readAfter = [&](int moves) {
+    whileWordSaves("Plan", [&] {
+      for (int i = 1; i <= moves; ++i) {
+        plan->window->moveTo({100, 200.0 + i});
+        mac.settle();
+      }
+      mac.accessibility().forgetRoundTrips();
+    });
+    return mac.accessibility().roundTrips().reads;
+  };
+  const int once = readAfter(1);
+  EXPECT_GT(once, 0);
+  EXPECT_EQ(readAfter(20), once);
+}
+
+TEST_F(OneScriptAtATime, ATabStillShownForAWindowThatIsGoneHasNoMenu) {
+  const auto plan = openInWord("Plan.docx");
+  start();
+  plan->window->close();
+  const auto shown = mac.menus().shown().size();
+  whileWordIsAsked([&] {
+    ASSERT_EQ(mac.strip().tabs(), Labels{"Plan"});
+    mac.strip().rightClickTab("Plan");
+    EXPECT_EQ(mac.menus().shown().size(), shown);
+  });
+  EXPECT_EQ(strip().tabs(), Labels{"Other"});
 }
 
 TEST_F(OneScriptAtATime, SeveralWantedMeanwhileAreAllDone) {

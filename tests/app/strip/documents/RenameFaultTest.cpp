@@ -12,7 +12,24 @@
 namespace pellar {
 namespace {
 
-using RenameFault = RenameStory;
+class RenameFault : public RenameStory {
+ protected:
+  // What the tags are once the user has tried these names in vain for a red document, and it is saved under
+  // `name` after all.
+  [[nodiscard]] Tags tagsAfterTrying(const Labels& names, const std::string& name) {
+    const auto plan = openInWord("Plan.docx");
+    tag(pathOf("Plan.docx"), "red");
+    start();
+    for (const auto& each : names) renameInVain("Plan", each);
+    EXPECT_EQ(saved().tags, redOf("Plan.docx"));
+    mac.office().saveAs(word.pid(), plan, pathOf(name + ".docx"));
+    mac.advance(std::chrono::seconds(31));
+    plan->window->moveTo({100, 300});
+    mac.settle();
+    EXPECT_EQ(strip().tabs(), Labels{name});
+    return saved().tags;
+  }
+};
 
 // --- what must not be lost ---
 
@@ -89,13 +106,6 @@ TEST_F(RenameFault, OfTwoThatFailedAndAreSavedUnderTheirNewNamesLaterEachKeepsIt
   start();
   tag(pathOf("Plan.docx"), "red");
   tag(pathOf("Notes.docx"), "blue");
-  const auto renameInVain = [&](const std::string& tab, const std::string& answer) {
-    mac.office().beforeEvent = [&](const std::string& event) {
-      if (event == "save as") throw ScriptError(ScriptError::handlerFailed, "AppleEvent handler failed.");
-    };
-    renameTab(tab, answer);
-    mac.office().beforeEvent = nullptr;
-  };
   renameInVain("Plan", "Budget");
   renameInVain("Notes", "Diary");
   EXPECT_EQ(saved().tags, (Tags{{pathOf("Plan.docx"), "red"}, {pathOf("Notes.docx"), "blue"}}));
@@ -105,6 +115,36 @@ TEST_F(RenameFault, OfTwoThatFailedAndAreSavedUnderTheirNewNamesLaterEachKeepsIt
   plan->window->moveTo({100, 300});
   mac.settle();
   EXPECT_EQ(saved().tags, (Tags{{pathOf("Budget.docx"), "red"}, {pathOf("Diary.docx"), "blue"}}));
+}
+
+TEST_F(RenameFault, OfTwoNamesTriedInVainEitherMayBeTheOneItIsSavedUnderLater) {
+  EXPECT_EQ(tagsAfterTrying({"Budget", "Diary"}, "Budget"), redOf("Budget.docx"));
+}
+
+TEST_F(RenameFault, OfTwoNamesTriedInVainTheSecondMayBeTheOneItIsSavedUnderLater) {
+  EXPECT_EQ(tagsAfterTrying({"Budget", "Diary"}, "Diary"), redOf("Diary.docx"));
+}
+
+// Some never are; so they are not all waited for.
+class ManyNamesTriedInVain : public RenameFault {
+ protected:
+  [[nodiscard]] static Labels numbers(int count) {
+    Labels names;
+    for (int i = 1; i <= count; ++i) names.push_back(std::to_string(i));
+    return names;
+  }
+};
+
+TEST_F(ManyNamesTriedInVain, TwentyAreWaitedFor) {
+  EXPECT_EQ(tagsAfterTrying(numbers(20), "1"), redOf("1.docx"));
+}
+
+TEST_F(ManyNamesTriedInVain, WithOneMoreTheFirstIsGivenUp) {
+  EXPECT_EQ(tagsAfterTrying(numbers(21), "1"), redOf("Plan.docx"));
+}
+
+TEST_F(ManyNamesTriedInVain, WithOneMoreTheSecondIsNot) {
+  EXPECT_EQ(tagsAfterTrying(numbers(21), "2"), redOf("2.docx"));
 }
 
 // --- what goes wrong ---
@@ -196,6 +236,17 @@ TEST_F(RenameFault, AWindowThatClosesWhileTheNameIsTypedIsNotRenamed) {
   EXPECT_EQ(mac.scripts().sources().size(), asked);
   EXPECT_TRUE(exists(pathOf("Plan.docx")));
   EXPECT_EQ(saved().tags, redOf("Plan.docx"));
+  EXPECT_TRUE(log.has(failure("Plan.docx", "Budget")));
+  EXPECT_EQ(strip().tabs(), Labels{"Report"});
+}
+
+TEST_F(RenameFault, AWindowThatClosesWhileANameIsTypedAfterAnotherRenameFailed) {
+  const auto plan = openInWord("Plan.docx");
+  static_cast<void>(openInWord("Report.docx"));
+  start();
+  renameInVain("Report", "Diary");
+  answerAfter([&] { plan->window->close(); }, "Budget");
+  choose("Plan", {"Rename…"});
   EXPECT_TRUE(log.has(failure("Plan.docx", "Budget")));
   EXPECT_EQ(strip().tabs(), Labels{"Report"});
 }

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 
+#include "platform/sim/office/ScriptError.h"
 #include "tests/support/MenuStory.h"
 
 namespace pellar {
@@ -13,6 +14,14 @@ class RenameStory : public WordStory {
   void renameTab(const std::string& tab, const std::string& answer) {
     mac.alerts().nextType(answer);
     choose(tab, {"Rename…"});
+  }
+  // Word does not save the document under that name.
+  void renameInVain(const std::string& tab, const std::string& answer) {
+    mac.office().beforeEvent = [](const std::string& event) {
+      if (event == "save as") throw ScriptError(ScriptError::handlerFailed, "AppleEvent handler failed.");
+    };
+    renameTab(tab, answer);
+    mac.office().beforeEvent = nullptr;
   }
   // The user answers, but something else happens first.
   void answerAfter(const std::function<void()>& happening, const std::string& answer) {

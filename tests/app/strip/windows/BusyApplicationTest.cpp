@@ -155,6 +155,15 @@ TEST_F(BusyWord, TheRenameToolAsksNothingAboutAWindowThatWentUnannounced) {
   EXPECT_TRUE(mac.alerts().shown().empty());
 }
 
+TEST_F(BusyWord, NorAboutOneThatWasNeverSaved) {
+  const auto fresh = newInWord("Document1");
+  word.quirks().refusedNotifications = {"AXUIElementDestroyed", "AXFocusedWindowChanged"};
+  start();
+  fresh->window->close();
+  strip().clickTool("Rename");
+  EXPECT_TRUE(mac.alerts().shown().empty());
+}
+
 TEST_F(BusyWord, AWindowOfAProcessThatEndedIsGoneAlsoWhenWordIsStartedAgain) {
   static_cast<void>(openInWord("Plan.docx"));
   start();
