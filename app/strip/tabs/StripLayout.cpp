@@ -57,7 +57,7 @@ bool isTextTool(StripAction action) {
 std::string_view textOf(StripAction action, bool autoSaveOn) {
   switch (action) {
     case StripAction::search:
-      return "";
+      break;
     case StripAction::more:
       return "⋯";
     case StripAction::autoSave:
@@ -145,8 +145,11 @@ bool StripLayout::computeCrowded() const {
 
 void StripLayout::placeTools() {
   const auto show = [this](const StripTool& tool) { placed_[placedCount_++].tool = tool; };
-  if (content_.officeTools && searchCompact_) show({StripAction::search, "", smallIconWidth});
-  if (crowded_) show({StripAction::more, textOf(StripAction::more, false), smallIconWidth});
+  const auto showIcon = [&](StripAction action) {
+    show({action, textOf(action, content_.autoSaveOn), smallIconWidth});
+  };
+  if (searchCompact_) showIcon(StripAction::search);
+  if (crowded_) showIcon(StripAction::more);
   for (const StripTool& tool : baseTools()) {
     if (!crowded_ || !isTextTool(tool.action)) show(tool);
   }
@@ -169,7 +172,8 @@ double StripLayout::computeTabWidth() const {
 }
 
 double StripLayout::toolsLeft() const {
-  return placedCount_ == 0 ? bounds_.width : placed_.front().rect.minX();
+  // The window buttons are always there.
+  return placed_.front().rect.minX();
 }
 
 std::optional<ViewRect> StripLayout::toolRect(StripAction action) const {
@@ -212,9 +216,7 @@ std::optional<ViewRect> StripLayout::closeRect(std::size_t index) const {
 
 StripHit StripLayout::hit(ViewPoint point) const {
   for (std::size_t i = 0; i < content_.tabCount; ++i) {
-    const ViewRect rect = tabRect(i);
-    if (rect.minX() > point.x) break;
-    if (!rect.contains(point)) continue;
+    if (!tabRect(i).contains(point)) continue;
     const auto close = closeRect(i);
     return {i, close && close->contains(point), std::nullopt};
   }
@@ -233,18 +235,13 @@ std::size_t StripLayout::dropIndex(std::size_t dragged, double x) const {
 }
 
 ViewRect StripLayout::dropMarker(std::size_t dragged, std::size_t dropIndex) const {
-  const std::size_t others = content_.tabCount > 0 ? content_.tabCount - 1 : 0;
+  const std::size_t others = content_.tabCount - 1;
   const auto tabOfOther = [dragged](std::size_t other) { return other < dragged ? other : other + 1; };
-  double x = 0;
-  if (others == 0) {
-    // A lone tab can only land where it is.
-    x = tabRect(0).minX() - 2;
-  } else if (dropIndex < others) {
-    x = tabRect(tabOfOther(dropIndex)).minX() - 2;
-  } else {
-    x = tabRect(tabOfOther(others - 1)).maxX() + 2;
-  }
-  return {x - 1, 5, 2, bounds_.height - 10};
+  const auto markAt = [this](double x) { return ViewRect{x - 1, 5, 2, bounds_.height - 10}; };
+  // A lone tab can only land where it is.
+  if (others == 0) return markAt(tabRect(0).minX() - 2);
+  if (dropIndex < others) return markAt(tabRect(tabOfOther(dropIndex)).minX() - 2);
+  return markAt(tabRect(tabOfOther(others - 1)).maxX() + 2);
 }
 
 }  // namespace pellar

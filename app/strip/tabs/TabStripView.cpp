@@ -87,10 +87,7 @@ void TabStripView::setAutoSaveOn(bool on) {
   autoSaveOn_ = on;
   const StripLayout after = geometry();
   host_.accessibleElementChanged();
-  const auto samePlace = [](const PlacedTool& a, const PlacedTool& b) {
-    return a.tool.action == b.tool.action && a.rect == b.rect;
-  };
-  if (!std::ranges::equal(before.tools(), after.tools(), samePlace)) {
+  if (!std::ranges::equal(before.tools(), after.tools(), {}, &PlacedTool::rect, &PlacedTool::rect)) {
     invalidateEverything();
   } else if (const auto tool = after.toolRect(StripAction::autoSave)) {
     invalidate(*tool);
@@ -134,7 +131,6 @@ void TabStripView::mouseDownOn(const StripHit& hit, const MouseEvent& event) {
 void TabStripView::beginPress(const MouseEvent& event, const StripHit& hit) {
   press_ = Press{event.screenLocation, std::nullopt, hit.close};
   if (hit.tab) press_->tab = PressedTab{*hit.tab, tabs_[*hit.tab].id};
-  dragging_ = false;
   notify(onTabHover, std::nullopt, std::nullopt);
 }
 
@@ -168,9 +164,9 @@ void TabStripView::mouseUp(const MouseEvent&) {
   if (!press_) return;
   const Press press = *press_;
   const bool dragged = dragging_;
-  const std::optional<std::size_t> draggedIndex = indexOf(draggedTab_);
   // Where the tab lands is asked anew: tabs may have come and gone since the last drag event.
-  const std::size_t drop = draggedIndex ? geometry().dropIndex(*draggedIndex, dragX_) : 0;
+  std::optional<std::size_t> drop;
+  if (const auto draggedIndex = indexOf(draggedTab_)) drop = geometry().dropIndex(*draggedIndex, dragX_);
   endPress();
 
   if (!press.tab) {
@@ -179,8 +175,8 @@ void TabStripView::mouseUp(const MouseEvent&) {
   }
   const WindowId id = press.tab->id;
   if (!indexOf(id)) return;
-  if (draggedIndex) {
-    notify(onReorder, id, static_cast<int>(drop));
+  if (drop) {
+    notify(onReorder, id, static_cast<int>(*drop));
   } else if (!dragged) {
     notify(press.close ? onClose : onSelect, id);
   }
@@ -197,7 +193,6 @@ void TabStripView::endPress() {
 }
 
 void TabStripView::abandonPress() {
-  if (!press_) return;
   const bool draggedStrip = dragging_ && !press_->tab;
   endPress();
   if (draggedStrip) notify(onDragEnd);
@@ -233,7 +228,7 @@ bool TabStripView::perform(AccessibleAction action, const std::string& id) {
   const ViewPoint middle{target->frame.midX(), target->frame.midY()};
   const auto place = host_.toScreen(target->frame);
   if (!place) return false;
-  const MouseEvent event{middle, {place->midX(), place->midY()}, false, 1};
+  const MouseEvent event{.location = middle, .screenLocation = {place->midX(), place->midY()}};
   if (action == AccessibleAction::showMenu) {
     if (!target->hit.tab || target->hit.close) return false;
     notify(onMenu, tabs_[*target->hit.tab].id, event);

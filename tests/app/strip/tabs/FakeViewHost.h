@@ -11,12 +11,14 @@ namespace pellar {
 // Every character is half as wide as the font is high.
 class FixedPitchMeasure final : public TextMeasure {
  public:
+  std::string wide = "no such text";  // what contains it is 6 points wider
+
   [[nodiscard]] double width(std::string_view text, const Font& font) const override {
     double characters = 0;
     for (const char byte : text) {
       if ((static_cast<unsigned char>(byte) & 0xC0U) != 0x80U) ++characters;
     }
-    return characters * font.size / 2;
+    return characters * font.size / 2 + (text.find(wide) == std::string_view::npos ? 0 : 6);
   }
 };
 
@@ -61,6 +63,7 @@ class FakeViewHost final : public ViewHost {
   int fullRedraws = 0;
   int elementChanges = 0;
   std::vector<ViewRect> redrawn;
+  FixedPitchMeasure measure;
   FakeSearchField* searchField = nullptr;
 
   void forgetRequests() {
@@ -85,16 +88,13 @@ class FakeViewHost final : public ViewHost {
   [[nodiscard]] ViewPoint fromScreen(ScreenPoint point) const override {
     return {point.x - 100, 500 + size.height - point.y};
   }
-  [[nodiscard]] const TextMeasure& textMeasure() const override { return measure_; }
+  [[nodiscard]] const TextMeasure& textMeasure() const override { return measure; }
   [[nodiscard]] std::unique_ptr<SearchField> makeSearchField() override {
     auto field = std::make_unique<FakeSearchField>();
     searchField = field.get();
     return field;
   }
   [[nodiscard]] std::unique_ptr<ListView> makeListView(const ListStyle&) override { return nullptr; }
-
- private:
-  FixedPitchMeasure measure_;
 };
 
 }  // namespace pellar

@@ -90,6 +90,55 @@ TEST_F(StripDescription, HasAWordForEveryToolThatIsSeen) {
   }
 }
 
+TEST_F(StripDescription, SaysWhatEachThingDoes) {
+  const std::vector<std::pair<std::string, std::string>> field{
+      {"Search recent files", "Finds a file that was used before"},
+      {"Rename", "Gives the file of this window another name"},
+      {"Auto-save", "Saves open documents every few minutes"},
+      {"Save all", "Saves every open document of the application"},
+      {"Close all", "Closes every window of the application"},
+      {"Groups", "Opens a group of files, or keeps the open ones as a group"},
+      {"New document", "Opens a new document"},
+      {"Minimise", "Puts this window away"},
+      {"Zoom", "Makes this window fill the screen, or gives it its old size back"}};
+  for (const auto& [name, help] : field) EXPECT_EQ(named(name).help, help);
+  EXPECT_EQ(tabGroup().children[0].children[0].help, "Closes the window of this tab");
+  EXPECT_EQ(strip().children.back().help, "Closes this window");
+  host.size = {400, 32};
+  EXPECT_EQ(named("More").help, "Shows the tools for which the strip has no room");
+  EXPECT_EQ(named("Search recent files").help, "Finds a file that was used before");
+}
+
+TEST_F(StripDescription, EverythingButTheGroupsCanBePressed) {
+  const auto pressable = [this] {
+    Names names;
+    for (const AccessibleElement& element : everything())
+      if (!element.canBePressed) names.push_back(element.name);
+    return names;
+  };
+  EXPECT_EQ(pressable(), (Names{"Tab strip", "Tabs"}));
+  host.size = {400, 32};
+  EXPECT_EQ(pressable(), (Names{"Tab strip", "Tabs"}));
+}
+
+TEST_F(StripDescription, WithoutTabsTheGroupIsEmpty) {
+  view.setTabs({});
+  EXPECT_EQ(tabGroup().children, Elements{});
+  EXPECT_EQ(tabGroup().frame, ViewRect{});
+}
+
+TEST_F(StripDescription, WhatIsNoLongerSeenCannotBePressed) {
+  const std::string mark = tabGroup().children[0].children[0].id;
+  const std::string field = named("Search recent files").id;
+  auto many = numberedTabs(40);
+  many[0] = tab(101, "Plan");
+  view.setTabs(many);
+  ASSERT_TRUE(tabGroup().children[0].children.empty());
+  EXPECT_FALSE(view.perform(AccessibleAction::press, mark));
+  EXPECT_FALSE(view.perform(AccessibleAction::press, field));
+  EXPECT_EQ(happened(), Names{});
+}
+
 TEST_F(StripDescription, FollowsTheToolsThatFoldAway) {
   host.size = {400, 32};
   EXPECT_EQ(namesOf(strip().children),
@@ -160,6 +209,8 @@ TEST_F(StripDescription, OpensTheMenuOfATabWhereTheTabIs) {
   EXPECT_EQ(happened(), (Names{words("menu 102 at ", place(onTab("Report")))}));
   EXPECT_TRUE(named("Report").hasMenu);
   EXPECT_FALSE(view.perform(AccessibleAction::showMenu, named("Zoom").id));
+  EXPECT_FALSE(view.perform(AccessibleAction::showMenu, tabGroup().children[0].children[0].id));
+  EXPECT_EQ(happened(), Names{});
 }
 
 TEST_F(StripDescription, ATabThatIsGoneCannotBePressed) {
@@ -184,6 +235,15 @@ TEST_F(StripDescription, APressEndsADragAndLeavesTheTabWhereItWas) {
   EXPECT_EQ(happened(), (Names{"hover none", "select 103"}));
   release();
   EXPECT_EQ(happened(), Names{});
+}
+
+TEST_F(StripDescription, APressMayDoAwayWithTheStrip) {
+  FakeViewHost otherHost({1200, 32});
+  auto doomed = std::make_unique<TabStripView>(otherHost);
+  const std::string zoom = "tool Zoom";
+  doomed->onAction = [&](StripAction, const MouseEvent&) { doomed.reset(); };
+  EXPECT_TRUE(doomed->perform(AccessibleAction::press, zoom));
+  EXPECT_EQ(doomed, nullptr);
 }
 
 TEST_F(StripDescription, NothingIsPressedOnAStripThatIsInNoWindow) {

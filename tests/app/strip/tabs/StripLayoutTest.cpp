@@ -163,6 +163,7 @@ TEST(StripWithoutTabs, IsNeverCompactOrCrowdedAtAnyWidth) {
     EXPECT_FALSE(layout.searchCompact());
     EXPECT_FALSE(layout.crowded());
     EXPECT_TRUE(layout.tabRects().empty());
+    EXPECT_EQ(layout.tabWidth(), 0);
     EXPECT_EQ(layout.tools().size(), 9U);
   }
 }

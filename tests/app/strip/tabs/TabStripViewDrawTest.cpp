@@ -60,6 +60,10 @@ TEST_F(StripDrawing, WithMoreContrastTheActiveTabIsBlackWithAWhiteLineAroundIt) 
   ASSERT_GE(items.size(), 2U);
   EXPECT_EQ(items[0], roundedRect({174, 3, 164, 26}, 8, Color::white()));
   EXPECT_EQ(items[1], roundedRect({176, 5, 160, 22}, 6, Color{0, 0, 0, 1, std::nullopt}));
+  RecordingCanvas other(everywhere, true);
+  view.draw(other, view.geometry().tabRect(0));
+  ASSERT_EQ(other.items().size(), 3U) << "no other tab has it";
+  EXPECT_EQ(other.items()[0], roundedRect({15, 11.5, 9, 9}, 2, blue));
 }
 
 TEST_F(StripDrawing, TheHoveredTabIsLitFaintly) {
@@ -94,6 +98,8 @@ TEST_F(StripDrawing, AutoSaveIsGreenWhileItRuns) {
   EXPECT_EQ(painted(*view.geometry().toolRect(StripAction::autoSave)),
             (std::vector<DrawnItem>{
                 centeredText("● Auto-save", {792, 4, 82, 24}, 12, Color::of(SystemColor::green))}));
+  EXPECT_EQ(painted(*view.geometry().toolRect(StripAction::saveAll)),
+            (std::vector<DrawnItem>{centeredText("Save all", {876, 4, 64, 24}, 12, faint)}));
 }
 
 TEST_F(StripDrawing, TheSearchButtonIsASymbolInAFourteenPointSquare) {
@@ -191,6 +197,9 @@ TEST_F(StripDrawing, PaintsOnlyWhatIsDirty) {
   EXPECT_EQ(painted({1164, 4, 30, 24}),
             (std::vector<DrawnItem>{centeredText("✕", {1164, 4, 30, 24}, 12, Color::white(0.9))}));
   EXPECT_TRUE(painted({510, 0, 200, 32}).empty());
+  press(at(50));
+  dragTo(300);
+  EXPECT_TRUE(painted({520, 0, 200, 32}).empty()) << "the mark of a drag no more than anything else";
 }
 
 TEST_F(StripDrawing, WithoutTabsOnlyToolsArePainted) {

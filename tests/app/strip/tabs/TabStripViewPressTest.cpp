@@ -149,9 +149,28 @@ TEST_F(StripPress, ADoubleClickWhoseFirstPressMetAToolThatIsGoneDoesNotZoom) {
 }
 
 TEST_F(StripPress, ADoubleClickAfterAControlClickDoesNotZoom) {
+  press(at(515));
+  release();
+  happened();
   press(withControl(at(515)));
   press(secondClick(at(515)));
   EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickWhoseFirstPressWentElsewhereDoesNotZoom) {
+  press(secondClick(at(515)));
+  EXPECT_EQ(happened(), (Words{"hover none"}));
+}
+
+TEST_F(StripPress, ADoubleClickWhoseSecondPressMeetsATabThatCameDoesNotZoom) {
+  view.setTabs({tab(101, "Plan")});
+  press(at(300));
+  release();
+  view.setTabs({tab(101, "Plan"), tab(102, "Report")});
+  happened();
+  press(secondClick(at(300)));
+  release();
+  EXPECT_EQ(happened(), (Words{"hover none", "select 102"}));
 }
 
 TEST_F(StripPress, AThirdClickOnTheEmptyStripIsAPressAgain) {
@@ -390,6 +409,13 @@ TEST_F(StripPress, ADragOfTheStripWhoseReleaseWasLostEndsAtTheNextPress) {
   EXPECT_EQ(happened(), (Words{"drag end", "hover none"}));
   release();
   EXPECT_EQ(happened(), (Words{"select 101"}));
+}
+
+TEST_F(StripPress, APressOnTheEmptyStripWhoseReleaseWasLostWasNoDrag) {
+  press(onEmptyStrip());
+  press(onTab("Plan"));
+  release();
+  EXPECT_EQ(happened(), (Words{"hover none", "hover none", "select 101"}));
 }
 
 TEST_F(StripPress, ADragOfATabWhoseReleaseWasLostIsForgotten) {

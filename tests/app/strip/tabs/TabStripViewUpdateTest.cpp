@@ -160,6 +160,23 @@ TEST_F(StripUpdate, DraggingATabRedrawsWhereItWasAndIsAndItsMark) {
   expectOnlyRedrawn({{348, 3, 164, 26}, {507, 5, 2, 22}, {6, 3, 164, 26}});
 }
 
+TEST_F(StripUpdate, WhatChangesUnderADragRedrawsEverythingSinceTabsStandElsewhere) {
+  press(at(50));
+  dragTo(300);
+  host.forgetRequests();
+  view.setTabs({tab(101, "Plan 2"), tab(102, "Report"), tab(103, "Notes")});
+  EXPECT_EQ(host.fullRedraws, 1);
+  view.setAccent(Color::of(SystemColor::green));
+  EXPECT_EQ(host.fullRedraws, 2);
+}
+
+TEST_F(StripUpdate, AutoSaveWhoseOtherTextIsWiderAsksForEverything) {
+  host.measure.wide = "●";
+  view.setAutoSaveOn(true);
+  EXPECT_EQ(view.geometry().toolRect(StripAction::autoSave)->width, 88);
+  expectEverythingAsked();
+}
+
 TEST_F(StripUpdate, AClickRedrawsNothing) {
   press(at(50));
   release(50);
