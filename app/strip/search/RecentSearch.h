@@ -73,7 +73,7 @@ class RecentSearch final : public std::enable_shared_from_this<RecentSearch> {
   RecentDropdown dropdown_;
   bool open_ = false;
   std::vector<Subscription> clickMonitors_;  // while it is open
-  Subscription foldAfterClick_;              // active from a click elsewhere until the field folds
+  Subscription foldAfterClick_;              // of the field
   Subscription resignedKey_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "tests/app/strip/search/SearchStory.h"
 #include "tests/support/MenuStory.h"
+#include "tests/support/PanelReader.h"
 
 namespace pellar {
 namespace {
@@ -19,6 +20,12 @@ TEST_F(RecentDropdownStory, ClickingTheFieldOpensItUnderTheField) {
   EXPECT_EQ(dropdown().frame().maxY(), field().minY() - 4);
   EXPECT_EQ(dropdown().frame().size(), (Size{480, 300}));
   EXPECT_EQ(mac.frontWindow()->title(), "Plan");
+}
+
+TEST_F(RecentDropdownStory, ItComesUpInItsPlace) {
+  startWithField();
+  strip().clickSearchField();
+  EXPECT_EQ(dropdown().cameUpAt(), dropdown().frame());
 }
 
 TEST_F(RecentDropdownStory, ItIsAsLargeOverAnyStrip) {
@@ -95,6 +102,24 @@ TEST_F(RecentDropdownStory, AClickElsewhereClosesIt) {
 
   strip().clickSearchField();
   mac.pointer().rightClick(strip().emptyPoint());
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, AClickThatTakesNoKeyboardClosesItToo) {
+  startWithField();
+  strip().clickSearchField();
+  // As on the menu bar of another application.
+  mac.eventMonitors().pressedElsewhere();
+  mac.settle();
+  expectClosed();
+}
+
+TEST_F(RecentDropdownStory, AClickIntoTheSnapPickerClosesIt) {
+  startWithField();
+  strip().clickSearchField();
+  strip().hoverTool(tool::zoom);
+  ASSERT_TRUE(PanelReader(mac).pickerShown());
+  mac.pointer().click(PanelReader::onScreen(*PanelReader(mac).picker(), {120, 40}));
   expectClosed();
 }
 
@@ -197,6 +222,40 @@ TEST_F(RecentDropdownStory, ItStaysWhenTheClickBringsPellarToTheFront) {
   mac.activate(editor);
   EXPECT_TRUE(isOpen());
   EXPECT_EQ(strip().searchField()->text(), "bud");
+}
+
+TEST_F(RecentDropdownStory, ClosedWhilePellarIsInFrontTheApplicationIsInFrontAgain) {
+  startWithField();
+  mac.pointer().keyPanelMakesPellarFrontmost = true;
+  strip().clickSearchField();
+  ASSERT_EQ(mac.workspace().frontmostApplication()->bundleId, mac.workspace().ownBundleId());
+  mac.pressKey("cancelOperation:");
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(mac.workspace().frontmostApplication()->pid, editor.pid());
+}
+
+TEST_F(RecentDropdownStory, ClosedWhileNobodyIsInFrontTheApplicationIsInFrontAgain) {
+  mac.setPellarBundleId(std::nullopt);
+  startWithField();
+  strip().clickSearchField();
+  mac.leaveNobodyInFront();
+  mac.settle();
+  ASSERT_TRUE(isOpen());
+  mac.pressKey("cancelOperation:");
+  mac.settle();
+  expectClosed();
+  EXPECT_EQ(mac.workspace().frontmostApplication()->pid, editor.pid());
+}
+
+TEST_F(RecentDropdownStory, ClosedItStaysWhereItIs) {
+  auto plan = startWithField();
+  strip().clickSearchField();
+  mac.pressKey("cancelOperation:");
+  const int moves = dropdown().frameChanges();
+  plan.moveTo({50, 300});
+  expectStripOver(plan);
+  EXPECT_EQ(dropdown().frameChanges(), moves);
 }
 
 TEST_F(RecentDropdownStory, ItFollowsADragOfTheStripAtOnce) {

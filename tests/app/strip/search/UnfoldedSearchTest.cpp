@@ -72,5 +72,17 @@ TEST_F(UnfoldedSearch, ATabDraggedBesideItIsTheOneThatMoves) {
   expectFolded();
 }
 
+TEST_F(UnfoldedSearch, ASearchThatTheClickWhichEndedOneOpensKeepsItsField) {
+  unfold();
+  // Heard after the search has heard it.
+  const auto monitor = mac.eventMonitors().onLocalMouseDown([&](const ObservedClick&) {
+    EXPECT_FALSE(PanelReader(mac).dropdown()->isVisible());
+    pellar.strip()->openRecent();
+  });
+  mac.pointer().rightClick(strip().emptyPoint());
+  EXPECT_TRUE(isOpen());
+  EXPECT_NE(strip().searchField(), nullptr);
+}
+
 }  // namespace
 }  // namespace pellar
