@@ -30,8 +30,7 @@ std::vector<WindowReference> OpenWindows::remember(const WindowList& windows) co
 
 std::shared_ptr<OfficeWindow> OpenWindows::find(const WindowReference& reference) const {
   const auto window = reference.window_;
-  if (endings(window->pid) != reference.endings_ || !platform_.workspace.isRunning(window->app.id))
-    return nullptr;
+  if (!platform_.workspace.isRunning(window->app.id)) return nullptr;
   auto& accessibility = platform_.accessibility;
   const auto named = AX::value<std::vector<Element>>(
       accessibility, accessibility.applicationElement(window->pid), "AXWindows");
@@ -39,7 +38,7 @@ std::shared_ptr<OfficeWindow> OpenWindows::find(const WindowReference& reference
   if (named && std::ranges::find(*named, window->element) == named->end() &&
       !AX::value<std::string>(accessibility, window->element, "AXSubrole"))
     return nullptr;
-  // The answer may have been long in coming.
+  // Its process may have ended before, and another one have been asked, or while the answer was awaited.
   if (endings(window->pid) != reference.endings_) return nullptr;
 
   auto present = picture_->present(*window);

@@ -24,7 +24,6 @@ void PushDown::ifNeeded(OfficeWindow& window) {
     giveBack(window, size);
     return;
   }
-  refusal_.reset();
   tracker_->scheduleRefresh();
 }
 

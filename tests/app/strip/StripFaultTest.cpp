@@ -8,7 +8,8 @@
 #include "platform/sim/faults/FaultyAccessibility.h"
 #include "platform/sim/faults/FaultyWorkspace.h"
 #include "platform/sim/faults/ForwardingAccessibility.h"
-#include "tests/support/StripStory.h"
+#include "tests/support/MenuStory.h"
+#include "tests/support/ReusedNumbers.h"
 
 namespace pellar {
 namespace {
@@ -40,7 +41,7 @@ class InterruptedWrites final : public ForwardingAccessibility {
   bool inside_ = false;
 };
 
-class StripFault : public StripStory {
+class StripFault : public MenuStory {
  protected:
   [[nodiscard]] std::unique_ptr<AppDelegate> startOn(Platform platform) {
     auto other = std::make_unique<AppDelegate>(platform);
@@ -90,6 +91,20 @@ TEST_F(StripFault, AnotherWindowFocusedWhileTheFirstIsPushedDownHasTheStrip) {
   faulted->tracker().refresh();
   expectStripOver(other);
   EXPECT_EQ(strip().activeTab(), "Other");
+}
+
+TEST_F(StripFault, AWindowThatLosesItsWidthWhileItIsPushedDownHasNoStrip) {
+  InterruptedWrites interrupted(mac.accessibility());
+  auto high = open("High");
+  const auto faulted = startOn(mac.platformWith(interrupted));
+  ASSERT_TRUE(stripShown());
+  interrupted.happening = [&] { high.resizeTo({0, 600}); };
+  high.moveTo({100, 30});
+  faulted->tracker().refresh();
+  EXPECT_FALSE(mac.strip().visible());
+  interrupted.happening = nullptr;
+  high.resizeTo({1200, 600});
+  expectStripOver(high);
 }
 
 TEST_F(StripFault, TheApplicationMayEndWhileItsWindowIsPushedDown) {
@@ -166,7 +181,8 @@ TEST_F(StripFault, AnotherApplicationMayComeToTheFrontUnderADragOfTheStrip) {
   mac.pointer().press(from);
   mac.pointer().moveTo({from.x + 20, from.y});
   mac.activate(viewer);
-  mac.pointer().moveTo({from.x + 40, from.y});
+  mac.settle();
+  mac.pointer().moveTo({from.x + 40, from.y}, [&] { expectStripOver(picture); });
   EXPECT_EQ(plan.frame().x, 140) << "what is dragged stays what it was";
   expectStripOver(picture);
   EXPECT_EQ(picture.frame().x, 50);
@@ -328,6 +344,37 @@ TEST_F(StripFault, ActionsThatReachNobodyChangeNothing) {
   strip().clickTool(tool::closeWindow);
   EXPECT_EQ(strip().tabs(), (Labels{"Plan", "Report"}));
   expectStripOver(report);
+}
+
+TEST_F(StripFault, AWindowUnderTheNumberOfOneThatWasZoomedHasNoOldFrameToGoBackTo) {
+  ReusedNumbers reused(mac.accessibility());
+  auto old = open("Old");
+  const auto faulted = startOn(mac.platformWith(reused));
+  strip().clickTool(tool::zoom);
+  const AxRect zoomed = old.frame();
+  ASSERT_NE(zoomed, (AxRect{100, 200, 1200, 600}));
+  old.close();
+  const auto fresh = open("New", zoomed);
+  ASSERT_EQ(strip().tabs(), Labels{"New"});
+  strip().clickTool(tool::zoom);
+  EXPECT_EQ(fresh.frame(), zoomed);
+}
+
+TEST_F(StripFault, AMenuDoesNotActOnAWindowOfAnotherSpaceThatHasTheSameNumber) {
+  ReusedNumbers reused(mac.accessibility());
+  const auto plan = open("Plan");
+  const auto faulted = startOn(mac.platformWith(reused));
+  std::optional<SimWindow> notes;
+  chooseAfter("Plan",
+              [&] {
+                mac.showSpace(1);
+                notes = open("Notes");
+                mac.settle();
+                faulted->tracker().refresh();
+              },
+              {"Close"});
+  EXPECT_FALSE(plan.exists());
+  EXPECT_TRUE(notes->exists());
 }
 
 }  // namespace

@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "platform/sim/faults/FaultyAccessibility.h"
-#include "platform/sim/faults/ForwardingAccessibility.h"
 #include "tests/app/tracking/TrackerFixture.h"
+#include "tests/support/ReusedNumbers.h"
 
 namespace pellar {
 namespace {
@@ -195,60 +195,6 @@ TEST_F(TrackerFaultTest, TheReceiverMayEndTheTracker) {
   EXPECT_EQ(tracker, nullptr);
   settle();
 }
-
-// A new window under the number of an old one, as happens where numbers are reused.
-class Renumbered final : public ElementHandle {
- public:
-  explicit Renumbered(Element real) : real_(std::move(real)) {}
-  [[nodiscard]] WindowId hash() const override { return 7; }
-  [[nodiscard]] bool equals(const ElementHandle& other) const override {
-    return real_ == dynamic_cast<const Renumbered&>(other).real_;
-  }
-  [[nodiscard]] const Element& real() const { return real_; }
-
- private:
-  Element real_;
-};
-
-// Hands the real elements on to the observer.
-class RenumberedObserver final : public ElementObserver {
- public:
-  explicit RenumberedObserver(std::unique_ptr<ElementObserver> sound) : sound_(std::move(sound)) {}
-  Registration add(const Element& element, std::string_view notification) override {
-    return sound_->add(real(element), notification);
-  }
-  void remove(const Element& element, std::string_view notification) override {
-    sound_->remove(real(element), notification);
-  }
-  static const Element& real(const Element& element) {
-    const auto* renumbered = dynamic_cast<const Renumbered*>(&element.handle());
-    return renumbered ? renumbered->real() : element;
-  }
-
- private:
-  std::unique_ptr<ElementObserver> sound_;
-};
-
-class ReusedNumbers final : public ForwardingAccessibility {
- public:
-  using ForwardingAccessibility::ForwardingAccessibility;
-  [[nodiscard]] std::optional<AttributeValue> attribute(const Element& element,
-                                                        std::string_view name) override {
-    auto value = ForwardingAccessibility::attribute(RenumberedObserver::real(element), name);
-    if (!value) return value;
-    if (auto* list = std::get_if<std::vector<Element>>(&*value))
-      for (auto& each : *list) each = Element(std::make_shared<Renumbered>(each));
-    if (name == "AXFocusedWindow") return Element(std::make_shared<Renumbered>(std::get<Element>(*value)));
-    return value;
-  }
-  void willRead(std::span<const Element>, std::span<const std::string_view>) override {}
-  [[nodiscard]] Subscription onceAtRest(const Element&, std::function<void()>) override { return {}; }
-  [[nodiscard]] std::unique_ptr<ElementObserver> observe(ProcessId pid,
-                                                         std::function<void()> onNotification) override {
-    return std::make_unique<RenumberedObserver>(
-        ForwardingAccessibility::observe(pid, std::move(onNotification)));
-  }
-};
 
 TEST_F(TrackerFaultTest, AWindowUnderTheNumberOfAnOldOneIsReadAnew) {
   ReusedNumbers reused(accessibility);

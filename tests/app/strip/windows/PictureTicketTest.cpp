@@ -37,6 +37,15 @@ TEST(PictureTicket, TheRestIsLeftToThePictureThatCameMeanwhile) {
   EXPECT_EQ(steps, (std::vector{1, 11, 12}));
 }
 
+TEST(PictureTicket, OneThatIsOvertakenBeforeItsFirstStepTakesNone) {
+  PictureTickets tickets;
+  const auto first = tickets.draw();
+  static_cast<void>(tickets.draw());
+  bool taken = false;
+  first.inTurn([&] { taken = true; });
+  EXPECT_FALSE(taken);
+}
+
 TEST(PictureTicket, ATicketMayOutlastWhatGaveItOut) {
   std::optional<PictureTickets> tickets(std::in_place);
   const auto ticket = tickets->draw();
