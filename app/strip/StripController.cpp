@@ -125,7 +125,8 @@ bool StripController::ownApplicationIsFrontmost() const {
 
 bool StripController::mustHide() const {
   const auto& front = picture_->front;
-  return locked || !front || front->minimized || front->fullscreen || !(front->frame.width > 0);
+  return locked || !picture_->app || !front || front->minimized || front->fullscreen ||
+         !(front->frame.width > 0);
 }
 
 void StripController::hide() {
@@ -256,7 +257,7 @@ void StripController::dragGroup(ScreenPoint offset) {
   // The drag may have ended meanwhile, as it does when the strip hides, or the strip have gone over to
   // another window.
   const auto dragged = drag_.front();
-  if (!dragged || picture_->front->id() != dragged->id()) return;
+  if (!dragged || !picture_->front || picture_->front->id() != dragged->id()) return;
   panel_->setFrame(StripGeometry::stripFrame(dragged->frame, platform_.screens.screens()), true);
   search_->followStrip();
 }

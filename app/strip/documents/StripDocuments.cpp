@@ -145,6 +145,7 @@ void StripDocuments::newDocument(OfficeApp app) {
 
 void StripDocuments::saveAll() {
   const auto shown = *picture_;
+  if (!shown.app) return;
   if (shown.app->office) {
     saveAll(*shown.app->office);
   } else {
@@ -154,6 +155,7 @@ void StripDocuments::saveAll() {
 
 void StripDocuments::newDocument() {
   const auto shown = *picture_;
+  if (!shown.app) return;
   if (shown.app->office) {
     newDocument(*shown.app->office);
   } else if (shown.front) {

@@ -26,9 +26,9 @@ RecentDropdown::~RecentDropdown() {
   panel_->setView(nullptr);
 }
 
-void RecentDropdown::list(const TrackedApp& app) {
-  recentView_.app = app.office;
-  recentView_.appKey = app.id;
+void RecentDropdown::list(const std::optional<TrackedApp>& app) {
+  recentView_.app = app ? app->office : std::nullopt;
+  recentView_.appKey = app ? std::optional(app->id) : std::nullopt;
   recentView_.reload(view_.searchField().text());
 }
 

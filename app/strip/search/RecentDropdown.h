@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 
 #include "app/panels/RecentView.h"
 #include "app/strip/tabs/TabStripView.h"
@@ -26,8 +27,8 @@ class RecentDropdown {
   [[nodiscard]] RecentView& recentView() { return recentView_; }
   [[nodiscard]] bool is(const Panel* panel) const { return panel == panel_.get(); }
 
-  // Lists the files of `app` that fit the search text.
-  void list(const TrackedApp& app);
+  // Lists the files of `app`, or of every application, that fit the search text.
+  void list(const std::optional<TrackedApp>& app);
   // Shows it under the search field.
   void show();
   void hide();

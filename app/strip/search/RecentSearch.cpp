@@ -48,7 +48,7 @@ void RecentSearch::connect() {
 
 void RecentSearch::open() {
   if (!strip_.isVisible()) return;
-  dropdown_.list(*picture_->app);
+  dropdown_.list(picture_->app);
   if (!open_) {
     open_ = true;
     foldAfterClick_.cancel();
@@ -63,7 +63,7 @@ void RecentSearch::open() {
 
 void RecentSearch::textChanged() {
   if (open_) {
-    dropdown_.list(*picture_->app);
+    dropdown_.list(picture_->app);
   } else {
     open();
     // What came too late to open it must not wait for the next search.

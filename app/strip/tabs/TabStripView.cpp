@@ -193,6 +193,7 @@ void TabStripView::endPress() {
 }
 
 void TabStripView::abandonPress() {
+  if (!press_) return;
   const bool draggedStrip = dragging_ && !press_->tab;
   endPress();
   if (draggedStrip) notify(onDragEnd);
