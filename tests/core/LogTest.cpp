@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -41,6 +42,7 @@ class LogTest : public ::testing::Test {
 TEST_F(LogTest, TheFirstLineCreatesTheFile) {
   Log::write("started");
   EXPECT_EQ(content(file), "2025-03-04T09:15:27Z started\n");
+  EXPECT_EQ(test::mode(file), 0600U) << "paths are in it";
 }
 
 TEST_F(LogTest, LinesAreAppendedAndNothingIsLost) {
@@ -164,6 +166,28 @@ TEST_F(LogTest, AFileThatMayNotGrowKeepsWhatItHas) {
   Log::write("x");
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &whole), 0);
   EXPECT_EQ(content(file), earlier);
+}
+
+TEST_F(LogTest, ALineIsWrittenOnceWhateverAnEarlierCallFailedWith) {
+  FileSizeLimit::makeAnError();
+  rlimit whole{};
+  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &whole), 0);
+  rlimit small = whole;
+  small.rlim_cur = 4096;  // lines without end would end there
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+  errno = EINTR;
+  Log::write("x");
+  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &whole), 0);
+  EXPECT_EQ(content(file), "2025-03-04T09:15:27Z x\n");
+}
+
+TEST_F(LogTest, ALineIsWrittenWhileStandardInputIsClosed) {
+  const int input = ::dup(0);
+  ::close(0);
+  Log::write("x");
+  ::dup2(input, 0);
+  ::close(input);
+  EXPECT_EQ(content(file), "2025-03-04T09:15:27Z x\n");
 }
 
 // Root may write to any file, so somebody else tries.

@@ -33,6 +33,13 @@ TEST(Recent, NewestComesFirst) {
   EXPECT_EQ(ask.list(), (Paths{"/new", "/middle", "/old"}));
 }
 
+TEST(Recent, WhatWasUsedAtTheSameTimeIsInTheOrderOfThePaths) {
+  Ask ask;
+  ask.own = {{"/c", 1}, {"/a", 1}, {"/d", 1}};
+  ask.seeds = {{"/b", 1}};
+  EXPECT_EQ(ask.list(), (Paths{"/a", "/b", "/c", "/d"}));
+}
+
 TEST(Recent, APathInBothKeepsTheNewerTime) {
   Ask ask;
   ask.own = {{"/a", 100}, {"/b", 300}};

@@ -1,6 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
+#include <string>
+#include <string_view>
 
 #include "core/StateCoding.h"
 
@@ -159,8 +162,8 @@ TEST(StateFile, WhatIsNoJsonObjectIsRefused) {
 
 TEST(StateFile, ANumberTooLargeUnderAnUnknownKeyIsIgnored) {
   const std::string digits(400, '9');
-  for (const std::string& number :
-       {std::string("1e999"), std::string("-1.5E+999"), digits, "-" + digits, digits + ".5"}) {
+  for (const std::string& number : {std::string("1e999"), std::string("-1.5E+999"), std::string(309, '9'),
+                                    digits, "-" + digits, digits + ".5"}) {
     EXPECT_EQ(decodeState(R"({"x":)" + number + "}"), AppState{}) << number;
     EXPECT_EQ(decodeState(R"({"x": [1, )" + number + R"( ,2], "settings": {"y": {"z":)" + number + "}}}"),
               AppState{});
@@ -173,6 +176,7 @@ TEST(StateFile, ANumberTooLargeUnderAnUnknownKeyIsIgnored) {
     EXPECT_EQ(decodeState(R"({"tags": {"\"x\\": "\": )" + number + R"("}})")->tags.at("\"x\\"),
               "\": " + number)
         << "a text stays as it is";
+    EXPECT_EQ(decodeState(R"({"tags": {"a": "\")" + number + R"(\""}})")->tags.at("a"), "\"" + number + "\"");
   }
   for (const char* malformed :
        {"1e999e", "1e+", "01e999", ".1e999", "1.e999", "--1e999", "1e9-99", "+1e999"}) {
@@ -207,6 +211,24 @@ TEST(StateFile, ModestNestingUnderAnUnknownKeyIsIgnored) {
   EXPECT_EQ(decodeState(R"({"tags": {"a": "\")" + brackets + R"("}})")->tags.at("a"), "\"" + brackets);
 }
 
+TEST(StateFile, MoreThan512ListsAndObjectsWithinOneAnotherAreTooMany) {
+  const auto lists = [](std::size_t depth) {
+    return R"({"x":)" + std::string(depth - 1, '[') + std::string(depth - 1, ']') + "}";
+  };
+  EXPECT_EQ(decodeState(lists(512)), AppState{});
+  EXPECT_EQ(decodeState(lists(513)), std::nullopt);
+  const auto objects = [](std::size_t depth) {
+    std::string text;
+    for (std::size_t each = 0; each < depth; ++each) text += R"({"x":)";
+    return text + "1" + std::string(depth, '}');
+  };
+  EXPECT_EQ(decodeState(objects(512)), AppState{});
+  EXPECT_EQ(decodeState(objects(513)), std::nullopt);
+  std::string many = R"({"x":[{})";
+  for (int each = 0; each < 600; ++each) many += ",{}";
+  EXPECT_EQ(decodeState(many + "]}"), AppState{}) << "side by side";
+}
+
 TEST(StateFile, ManyListsSideBySideAreNoDeepNesting) {
   AppState state;
   for (int group = 0; group < 600; ++group) state.groups["group " + std::to_string(group)] = {"/a"};
@@ -239,6 +261,21 @@ TEST(StateFile, TextsThatAreNotUtf8NeverReachItNorCostTheRest) {
   EXPECT_EQ(read->settings.apps, (std::map<std::string, bool>{{"word", false}}));
   EXPECT_EQ(read->settings.hiddenApps, (std::vector<std::string>{"com.example.editor"}));
   EXPECT_EQ(read->settings.acceptedEulaVersion, "");
+}
+
+TEST(StateFile, EveryNameThatIsLeftOutIsTold) {
+  const auto bad = [](std::string_view text) { return std::string(text) + "\xFF"; };
+  AppState state;
+  state.tags = {{bad("/tagged"), "red"}, {"/good", "red"}};
+  state.groups = {{bad("group"), {"/good"}}, {"Tuesday", {"/good", bad("/member")}}};
+  state.recent = {{bad("/recent"), 1}, {"/good", 2}};
+  state.recentApp = {{bad("/opened"), "word"}, {"/good", bad("opener")}};
+  state.settings.apps = {{bad("enabled"), true}, {"word", false}};
+  state.settings.hiddenApps = {bad("hidden"), "com.example.editor"};
+  EXPECT_EQ(namesLeftOut(state),
+            (std::set<std::string>{bad("/tagged"), bad("group"), bad("/member"), bad("/recent"),
+                                   bad("/opened"), bad("opener"), bad("enabled"), bad("hidden")}));
+  EXPECT_EQ(namesLeftOut(AppState{}), std::set<std::string>{});
 }
 
 }  // namespace
