@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "core/FileSizeLimit.h"
 #include "core/Log.h"
@@ -183,8 +184,8 @@ TEST_F(UnreadStateTest, WhatCannotBeKeptIsNotOverwritten) {
   fs::create_directories(kept / "in the way");
   save();
   EXPECT_EQ(content(file), broken);
-  ASSERT_EQ(log.messages().size(), 1U);
-  EXPECT_TRUE(log.messages()[0].starts_with("state save failed: cannot keep the old file as ")) << log.text();
+  EXPECT_EQ(log.messages(), Names{"state save failed: cannot keep the old file as " + kept.string() + ": " +
+                                  std::make_error_code(std::errc::is_a_directory).message()});
 }
 
 TEST_F(UnreadStateTest, AFileThatWasTakenAwayMeanwhileHindersNoSave) {
@@ -240,8 +241,8 @@ TEST_F(LargestStateTest, WhatCouldNotBeLoadedAgainIsNotSaved) {
   const AppState before = store.state();
   store.update([&](AppState& state) { state = stateOf(StateStore::largestFile + 1); });
   EXPECT_TRUE(loaded() == before);
-  EXPECT_EQ(log.messages().size(), 1U);
-  EXPECT_NE(log.text().find("state save failed: "), std::string::npos);
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"state save failed: " + file.string() +
+                                                     ": 16777217 bytes are too many"});
 }
 
 TEST_F(StateStoreTest, AHundredMegabytesOfGarbageYieldDefaults) {
@@ -271,6 +272,26 @@ TEST_F(StateStoreTest, APipeInPlaceOfTheFileDoesNotHoldTheStartUp) {
   store.save();
   EXPECT_EQ(loaded(), AppState{});
   EXPECT_TRUE(fs::is_regular_file(file));
+  EXPECT_EQ(names(file.parent_path()), std::vector<std::string>{"state.json"});
+  EXPECT_EQ(log.text(), "") << "no file was lost";
+}
+
+TEST_F(StateStoreTest, ALinkToItselfIsLeftAloneAndLogged) {
+  fs::create_directories(file.parent_path());
+  fs::create_symlink("state.json", file);
+  StateStore(file).save();
+  EXPECT_EQ(names(file.parent_path()), std::vector<std::string>{"state.json"});
+  EXPECT_EQ(log.messages(), std::vector<std::string>{
+                                "state save failed: cannot follow " + file.string() + ": " +
+                                std::make_error_code(std::errc::too_many_symbolic_link_levels).message()});
+}
+
+TEST_F(StateStoreTest, ASaveForWhichThereIsNoMemoryIsLogged) {
+  BrokenFileOperations operations;
+  StateStore store(file, operations);
+  operations.before = [](std::string_view) -> std::error_code { throw std::runtime_error("no memory"); };
+  store.update(hideEditor);
+  EXPECT_EQ(log.messages(), std::vector<std::string>{"state save failed: no memory"});
 }
 
 TEST_F(StateStoreTest, AFileThatCannotBeReadYieldsDefaultsAndStays) {
@@ -290,7 +311,9 @@ TEST_F(StateStoreTest, AFileInPlaceOfTheFolderIsLogged) {
   StateStore store(file);
   store.update(hideEditor);
   EXPECT_EQ(store.state().settings.hiddenApps.size(), 1U);
-  EXPECT_NE(log.text().find(" state save failed: "), std::string::npos);
+  EXPECT_EQ(log.messages(),
+            std::vector<std::string>{"state save failed: cannot create " + (folder / "Pellar").string() +
+                                     ": " + std::make_error_code(std::errc::not_a_directory).message()});
   EXPECT_EQ(content(folder / "Pellar"), "a file");
 }
 
