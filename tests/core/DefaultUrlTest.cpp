@@ -84,5 +84,32 @@ TEST_F(DefaultUrlTest, AFailedMoveIsLoggedAndLeavesTheOldFile) {
   EXPECT_EQ(StateStore(file).state(), AppState{});
 }
 
+TEST_F(DefaultUrlTest, TheLogSaysWhatHinderedTheMove) {
+  const auto trouble = std::make_error_code(std::errc::io_error);
+  std::size_t failures = 0;
+  for (const std::string step : {"createFolders", "rename", "remove"}) {
+    fs::remove_all(file.parent_path());
+    put(legacy, "{}");
+    BrokenFileOperations operations;
+    operations.crossesDevices = [&](const fs::path& from) { return from == legacy; };
+    operations.before = [&](std::string_view now) {
+      // The old file is removed once the new one is there.
+      return now == step && (step != "remove" || fs::exists(file)) ? trouble : std::error_code{};
+    };
+    StateStore::defaultURL(folder.path(), operations);
+    ++failures;
+    EXPECT_EQ(log.messages(), std::vector(failures, "state migration failed: " + trouble.message())) << step;
+    EXPECT_EQ(content(legacy), "{}") << step;
+  }
+}
+
+TEST_F(DefaultUrlTest, AFileOnTheSameDeviceIsMovedWithoutACopy) {
+  put(legacy, "{}");
+  BrokenFileOperations operations;
+  EXPECT_EQ(StateStore::defaultURL(folder.path(), operations), file);
+  EXPECT_EQ(operations.steps, (std::vector<std::string>{"createFolders", "restrictToOwner", "rename"}));
+  EXPECT_EQ(content(file), "{}");
+}
+
 }  // namespace
 }  // namespace pellar
