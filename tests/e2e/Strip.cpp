@@ -173,7 +173,8 @@ void Strip::clickAt(int x, int button) {
   desktop_.observer().waitUntil("nothing covers the strip where it is to be clicked", [&] {
     const auto shown = window();
     const auto now = shown ? desktop_.observer().box(*shown) : std::nullopt;
-    if (!now) return false;
+    // One above the screen is about to come down, with the window that makes room for it.
+    if (!now || now->y < 0) return false;
     place = *now;
     y = place.y + pixels(height) / 2;
     return desktop_.observer().topLevelAt(place.x + x, y) == *shown;
