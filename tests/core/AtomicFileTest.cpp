@@ -22,6 +22,24 @@ using test::names;
 using test::put;
 using Names = std::vector<std::string>;
 
+// The exit status of `work` done by a user who is not root and owns `inside`: root may do anything.
+template <class Work>
+int statusAsAnotherUser(const TemporaryFolder& folder, const fs::path& inside, Work work) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    constexpr id_t other = 65534;
+    if (::getuid() == 0) {
+      fs::permissions(folder.path(), fs::perms(0711));
+      if (::chown(inside.c_str(), other, other) != 0 || ::setgid(other) != 0 || ::setuid(other) != 0)
+        ::_exit(2);
+    }
+    ::_exit(work());
+  }
+  int status = -1;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  return status;
+}
+
 TEST(AtomicFile, CreatesTheFileAndItsFoldersForTheOwnerOnly) {
   const TemporaryFolder folder;
   const fs::path file = folder / "a/b/state.json";
@@ -133,21 +151,11 @@ TEST(AtomicFile, AFolderThatMayNotBeOpenedHindersNoSave) {
   const TemporaryFolder folder;
   const fs::path inside = folder / "drop";
   fs::create_directory(inside);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    constexpr id_t other = 65534;
-    // Root may open any folder.
-    if (::getuid() == 0) {
-      fs::permissions(folder.path(), fs::perms(0711));
-      if (::chown(inside.c_str(), other, other) != 0 || ::setgid(other) != 0 || ::setuid(other) != 0)
-        ::_exit(2);
-    }
-    if (::chmod(inside.c_str(), 0300) != 0) ::_exit(3);
-    if (!systemFileOperations().flushFolder(inside)) ::_exit(4);
-    ::_exit(AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0);
-  }
-  int status = -1;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  const int status = statusAsAnotherUser(folder, inside, [&] {
+    if (::chmod(inside.c_str(), 0300) != 0) return 3;
+    if (!systemFileOperations().flushFolder(inside)) return 4;
+    return AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0;
+  });
   EXPECT_EQ(status, 0);
   fs::permissions(inside, fs::perms::owner_all);
   EXPECT_EQ(content(inside / "state.json"), "new");
@@ -223,19 +231,9 @@ TEST(AtomicFile, LeavesWhatAnotherUsersProcessIsWriting) {
   const TemporaryFolder folder;
   const fs::path inside = folder / "shared";
   put(inside / "state.json.1.tmp", "half");
-  const pid_t child = ::fork();
-  if (child == 0) {
-    constexpr id_t other = 65534;
-    // Root may ask for any process.
-    if (::getuid() == 0) {
-      fs::permissions(folder.path(), fs::perms(0711));
-      if (::chown(inside.c_str(), other, other) != 0 || ::setgid(other) != 0 || ::setuid(other) != 0)
-        ::_exit(2);
-    }
-    ::_exit(AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0);
-  }
-  int status = -1;
-  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  const int status = statusAsAnotherUser(folder, inside, [&] {
+    return AtomicFile(inside / "state.json", systemFileOperations()).replace("new") ? 1 : 0;
+  });
   EXPECT_EQ(status, 0);
   EXPECT_EQ(names(inside), (Names{"state.json", "state.json.1.tmp"}));
 }

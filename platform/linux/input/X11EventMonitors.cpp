@@ -120,19 +120,14 @@ void X11EventMonitors::handleRelease() {
   }
 }
 
-XcbReply<xcb_query_pointer_reply_t> X11EventMonitors::queryPointer() const {
-  return XcbReply<xcb_query_pointer_reply_t>(xcb_query_pointer_reply(
-      connection_.xcb(), xcb_query_pointer(connection_.xcb(), connection_.root()), nullptr));
-}
-
 bool X11EventMonitors::isButtonHeld() const {
   constexpr int buttons = XCB_KEY_BUT_MASK_BUTTON_1 | XCB_KEY_BUT_MASK_BUTTON_2 | XCB_KEY_BUT_MASK_BUTTON_3;
-  const auto pointer = queryPointer();
+  const auto pointer = connection_.pointer();
   return pointer && (pointer->mask & buttons) != 0;
 }
 
 bool X11EventMonitors::pointerIsInOwnWindow() const {
-  const auto pointer = queryPointer();
+  const auto pointer = connection_.pointer();
   if (!pointer || pointer->child == XCB_WINDOW_NONE) return false;
   if (connection_.owns(pointer->child)) return true;
   for (QWindow* window : QGuiApplication::topLevelWindows()) {

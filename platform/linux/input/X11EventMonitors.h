@@ -7,7 +7,6 @@
 
 #include "platform/EventMonitors.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbReply.h"
 #include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
@@ -38,7 +37,6 @@ class X11EventMonitors final : public EventMonitors {
   void handleRelease();
   // Has the server tell what there are listeners for.
   void select();
-  [[nodiscard]] XcbReply<xcb_query_pointer_reply_t> queryPointer() const;
   [[nodiscard]] bool isButtonHeld() const;
   [[nodiscard]] bool pointerIsInOwnWindow() const;
 

@@ -6,21 +6,8 @@
 
 #include "platform/linux/x11/EventType.h"
 #include "platform/linux/x11/X11Connection.h"
-#include "platform/linux/x11/XcbReply.h"
 
 namespace pellar {
-namespace {
-
-XcbReply<xcb_query_pointer_reply_t> pointerOn(const X11Connection& connection) {
-  return XcbReply<xcb_query_pointer_reply_t>(xcb_query_pointer_reply(
-      connection.xcb(), xcb_query_pointer(connection.xcb(), connection.root()), nullptr));
-}
-
-bool contains(const PixelRect& rect, int x, int y) {
-  return x >= rect.x && x < rect.x + rect.width && y >= rect.y && y < rect.y + rect.height;
-}
-
-}  // namespace
 
 X11PointerHold::X11PointerHold(X11Connection& connection, const X11Mirror& mirror)
     : connection_(connection),
@@ -32,13 +19,13 @@ X11PointerHold::~X11PointerHold() {
 }
 
 void X11PointerHold::panelMoves(xcb_window_t panel, const PixelRect& place) {
-  const auto pointer = pointerOn(connection_);
+  const auto pointer = connection_.pointer();
   if (!pointer || pointer->child != panel) return;
-  if (contains(place, pointer->root_x, pointer->root_y)) return;
-  if (isInActiveWindow(pointer->root_x, pointer->root_y)) return;
+  const RootPoint at{static_cast<double>(pointer->root_x), static_cast<double>(pointer->root_y)};
+  const X11Window* active = mirror_.find(mirror_.activeWindow());
+  if (rootRect(place).contains(at) || (active != nullptr && active->frame().contains(at))) return;
   release();
-  x_ = pointer->root_x;
-  y_ = pointer->root_y;
+  place_ = at;
   window_ = xcb_generate_id(connection_.xcb());
   const std::array<std::uint32_t, 2> values{1, XCB_EVENT_MASK_LEAVE_WINDOW | XCB_EVENT_MASK_BUTTON_PRESS};
   xcb_create_window(connection_.xcb(), 0, window_, connection_.root(), pointer->root_x, pointer->root_y, 1, 1,
@@ -46,17 +33,12 @@ void X11PointerHold::panelMoves(xcb_window_t panel, const PixelRect& place) {
                     XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
   xcb_map_window(connection_.xcb(), window_);
   // It may have moved meanwhile, and would not be missed here then.
-  const auto now = pointerOn(connection_);
+  const auto now = connection_.pointer();
   if (!now || now->child != window_) release();
 }
 
 void X11PointerHold::panelStands(const PixelRect& place) {
-  if (window_ != XCB_WINDOW_NONE && contains(place, x_, y_)) release();
-}
-
-bool X11PointerHold::isInActiveWindow(int x, int y) const {
-  const X11Window* active = mirror_.find(mirror_.activeWindow());
-  return active != nullptr && contains(wholePixels(active->frame()), x, y);
+  if (window_ != XCB_WINDOW_NONE && rootRect(place).contains(place_)) release();
 }
 
 void X11PointerHold::handle(const xcb_generic_event_t& event) {

@@ -29,14 +29,12 @@ class X11PointerHold {
 
  private:
   void handle(const xcb_generic_event_t& event);
-  [[nodiscard]] bool isInActiveWindow(int x, int y) const;
   void release();
 
   X11Connection& connection_;
   const X11Mirror& mirror_;
   xcb_window_t window_ = XCB_WINDOW_NONE;
-  int x_ = 0;  // of window_, on the X screen
-  int y_ = 0;
+  RootPoint place_;  // of window_
   Subscription events_;
 };
 

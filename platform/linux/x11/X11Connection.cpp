@@ -216,6 +216,11 @@ xcb_timestamp_t X11Connection::serverTime() {
   return lastTime_;
 }
 
+XcbReply<xcb_query_pointer_reply_t> X11Connection::pointer() const {
+  return XcbReply<xcb_query_pointer_reply_t>(
+      xcb_query_pointer_reply(connection_, xcb_query_pointer(connection_, root()), nullptr));
+}
+
 void X11Connection::sendToWindowManager(xcb_window_t window, xcb_atom_t type,
                                         const std::array<std::uint32_t, 5>& data) {
   xcb_client_message_event_t message{};

@@ -119,6 +119,10 @@ class X11Connection {
   // The server's time now, for messages that a window manager orders by time. One round trip.
   xcb_timestamp_t serverTime();
 
+  // Where the pointer is on the root window, and what is pressed; null when the server is gone. One round
+  // trip.
+  [[nodiscard]] XcbReply<xcb_query_pointer_reply_t> pointer() const;
+
   // Sends the window manager a message about a window.
   void sendToWindowManager(xcb_window_t window, xcb_atom_t type, const std::array<std::uint32_t, 5>& data);
 

@@ -122,6 +122,15 @@ class LateMouse : public WordStory {
     return {strip().panel().host().fromScreen(point), point, false, 1};
   }
   [[nodiscard]] MouseEvent onTool(const std::string& text) { return at(strip().toolPoint(text)); }
+  // A press on the tool that a narrow strip has for the others, made before its only window goes.
+  [[nodiscard]] MouseEvent onMoreOverAWindowThatIsGone() {
+    const auto plan = openInWord("Plan.docx");
+    plan->window->setFrame({100, 200, 250, 600});
+    start();
+    const MouseEvent press = onTool(tool::overflow);
+    plan->window->close();
+    return press;
+  }
   // To the strip, whether it is shown or not.
   [[nodiscard]] View& view() { return *strip().panel().simHost().view(); }
   // The empty strip is pressed and dragged by 40 to the right.
@@ -164,11 +173,7 @@ TEST_F(LateMouse, APressOnNewPressesNoMenuOnceTheLastWindowIsGone) {
 }
 
 TEST_F(LateMouse, TheMoreToolRenamesNothingOnceTheLastWindowIsGone) {
-  const auto plan = openInWord("Plan.docx");
-  plan->window->setFrame({100, 200, 250, 600});
-  start();
-  const MouseEvent press = onTool(tool::overflow);
-  plan->window->close();
+  const MouseEvent press = onMoreOverAWindowThatIsGone();
   ASSERT_FALSE(stripShown());
   mac.menus().nextChoose({"Rename…"});
   view().mouseDown(press);
@@ -177,11 +182,7 @@ TEST_F(LateMouse, TheMoreToolRenamesNothingOnceTheLastWindowIsGone) {
 }
 
 TEST_F(LateMouse, AMenuOpenedOverNoWindowClosesNoneThatOpensMeanwhile) {
-  const auto plan = openInWord("Plan.docx");
-  plan->window->setFrame({100, 200, 250, 600});
-  start();
-  const MouseEvent press = onTool(tool::overflow);
-  plan->window->close();
+  const MouseEvent press = onMoreOverAWindowThatIsGone();
   ASSERT_FALSE(stripShown());
   SimDocumentPointer notes;
   mac.menus().next([&](SimOpenMenu& menu) {
