@@ -80,6 +80,8 @@ class Desktop {
   [[nodiscard]] const std::string& display() const { return display_; }
   [[nodiscard]] Process& server() { return *server_; }
   [[nodiscard]] WindowManager windowManager() const { return manager_; }
+  // The program that is the window manager.
+  [[nodiscard]] const Process& windowManagerProcess() const { return *windowManager_; }
 
   // Gives the desktop a session bus, on which programs can be asked about their menus. Programs started from
   // now on know of it; the window manager does not.

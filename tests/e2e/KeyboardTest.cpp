@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <string>
 #include <vector>
 
 #include "tests/e2e/DesktopTest.h"
 #include "tests/e2e/Keys.h"
 #include "tests/e2e/RecentPanel.h"
+#include "tests/e2e/Stopping.h"
 #include "tests/e2e/XReply.h"
 
 namespace pellar::e2e {
@@ -181,6 +183,23 @@ TEST_P(Keyboard, TheStripStaysOverItsWindowWhileTheUserThinksWhatToSearch) {
   recent.waitUntilRows(3);
   EXPECT_EQ(strip.box(), shown);
   EXPECT_TRUE(strip.isOver(report));
+}
+
+TEST_P(Keyboard, AClickIntoAnotherWindowTakesTheKeyboardThereThoughTheWindowManagerIsBusy) {
+  Application letters(desktop, "letters");
+  const auto letter = letters.open("Letter", {300, 600, 700, 250});
+  startWithReport();
+  searchFor("documents", 3);
+  const auto frame = desktop.frame(letter);
+  stop(desktop.windowManagerProcess(), desktop.observer());
+  desktop.observer().click(frame.x + 100, frame.y + frame.height - 20);
+  waitUntilIdle();
+  desktop.windowManagerProcess().signal(SIGCONT);
+  desktop.waitUntilActive(letter);
+  recent.waitUntilClosed();
+  strip.waitUntilOver(letter);
+  strike('x');
+  desktop.waitUntilReceived(letter, 'x', 1);
 }
 
 TEST_P(Keyboard, AClickIntoAnotherWindowEndsTheSearchAndKeysGoThere) {

@@ -6,6 +6,7 @@
 #include <QWindow>
 #include <map>
 #include <utility>
+#include <vector>
 
 #include "core/Log.h"
 #include "platform/MainLoop.h"
@@ -22,7 +23,10 @@ struct X11EventMonitors::Listeners {
 };
 
 X11EventMonitors::X11EventMonitors(X11Connection& connection, MainLoop& loop)
-    : connection_(connection), loop_(loop), listeners_(std::make_shared<Listeners>(this)) {
+    : connection_(connection),
+      loop_(loop),
+      windowManager_(connection, loop),
+      listeners_(std::make_shared<Listeners>(this)) {
   const auto* extension = xcb_get_extension_data(connection_.xcb(), &xcb_input_id);
   if (extension == nullptr || extension->present == 0) return;
   const XcbReply<xcb_input_xi_query_version_reply_t> version(xcb_input_xi_query_version_reply(
@@ -94,16 +98,25 @@ void X11EventMonitors::handle(const xcb_generic_event_t& event) {
   constexpr std::uint32_t left = 1;
   constexpr std::uint32_t right = 3;
   if (button != left && button != right) return;
-  for (const auto& [key, callback] : listeners_->global) {
-    loop_.post([weak = std::weak_ptr(listeners_), key = key] {
-      const auto listeners = weak.lock();
-      if (!listeners || listeners->owner == nullptr || !listeners->global.contains(key)) return;
-      // A raw event does not say where; that is asked when the callback's turn comes.
-      if (listeners->owner->pointerIsInOwnWindow()) return;
-      const auto call = listeners->global.find(key)->second;
-      call();
+  handlePress();
+}
+
+void X11EventMonitors::handlePress() {
+  std::vector<int> keys;
+  for (const auto& [key, callback] : listeners_->global) keys.push_back(key);
+  loop_.post([weak = std::weak_ptr(listeners_), keys = std::move(keys)] {
+    const auto here = weak.lock();
+    // A raw event does not say where; that is asked when the callbacks' turn comes.
+    if (!here || here->owner == nullptr || here->owner->pointerIsInOwnWindow()) return;
+    here->owner->windowManager_.afterwards([weak, keys] {
+      for (const int key : keys) {
+        const auto listeners = weak.lock();
+        if (!listeners || listeners->owner == nullptr || !listeners->global.contains(key)) continue;
+        const auto call = listeners->global.find(key)->second;
+        call();
+      }
     });
-  }
+  });
 }
 
 void X11EventMonitors::handleRelease() {

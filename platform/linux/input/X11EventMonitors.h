@@ -7,6 +7,7 @@
 
 #include "platform/EventMonitors.h"
 #include "platform/linux/x11/X11Connection.h"
+#include "platform/linux/x11/X11WindowManagerTurn.h"
 #include "platform/shared/system/CallbackList.h"
 
 namespace pellar {
@@ -14,7 +15,9 @@ namespace pellar {
 class MainLoop;
 
 // Watches the mouse's buttons: presses of others, and all releases, as raw XInput events, asked for only
-// while somebody listens; our own presses as the panels tell of them.
+// while somebody listens; our own presses as the panels tell of them. A press of others is told when the
+// window manager has dealt with it: who gives the keyboard back because of it would else take it from the
+// window that was pressed.
 class X11EventMonitors final : public EventMonitors {
  public:
   X11EventMonitors(X11Connection& connection, MainLoop& loop);
@@ -34,6 +37,7 @@ class X11EventMonitors final : public EventMonitors {
   struct Listeners;
 
   void handle(const xcb_generic_event_t& event);
+  void handlePress();
   void handleRelease();
   // Has the server tell what there are listeners for.
   void select();
@@ -43,6 +47,7 @@ class X11EventMonitors final : public EventMonitors {
   X11Connection& connection_;
   MainLoop& loop_;
   std::uint8_t opcode_ = 0;  // of XInput; 0 when the server has none that tells of presses during grabs
+  X11WindowManagerTurn windowManager_;
   CallbackList<ObservedClick> local_;
   std::shared_ptr<Listeners> listeners_;
   Subscription events_;

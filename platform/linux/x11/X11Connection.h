@@ -24,6 +24,7 @@ struct X11Atoms {
   xcb_atom_t utf8String = 0;
   xcb_atom_t wmState = 0;
   xcb_atom_t wmChangeState = 0;
+  xcb_atom_t netSupported = 0;
   xcb_atom_t netSupportingWmCheck = 0;
   xcb_atom_t netClientList = 0;
   xcb_atom_t netClientListStacking = 0;
@@ -36,6 +37,7 @@ struct X11Atoms {
   xcb_atom_t netWmPid = 0;
   xcb_atom_t netWmDesktop = 0;
   xcb_atom_t netFrameExtents = 0;
+  xcb_atom_t netRequestFrameExtents = 0;
   xcb_atom_t gtkFrameExtents = 0;
   xcb_atom_t gtkUniqueBusName = 0;
   xcb_atom_t gtkMenuBarPath = 0;
