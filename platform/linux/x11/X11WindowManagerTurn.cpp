@@ -41,7 +41,7 @@ void X11WindowManagerTurn::afterwards(std::function<void()> callback) {
   connection_.sendToWindowManager(asked, connection_.atoms().netRequestFrameExtents, {});
   connection_.flush();
   questions_.emplace(asked,
-                     Question{std::move(callback), loop_.after(patience, [this, asked] { call(asked); })});
+                     Question{std::move(callback), loop_.after(patience, [this, asked] { end(asked); })});
 }
 
 bool X11WindowManagerTurn::wouldBeAnswered() const {
@@ -57,20 +57,20 @@ bool X11WindowManagerTurn::wouldBeAnswered() const {
 }
 
 void X11WindowManagerTurn::handle(const xcb_generic_event_t& event) {
-  if (questions_.empty() || eventType(event) != XCB_PROPERTY_NOTIFY) return;
+  if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
   const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   const auto found = questions_.find(change.window);
   if (found == questions_.end() || change.atom != connection_.atoms().netFrameExtents) return;
   loop_.post([this, alive = alive_.watch(), asked = change.window] {
-    if (!alive || !questions_.contains(asked)) return;
-    call(asked);
-    questions_.erase(asked);
-    xcb_destroy_window(connection_.xcb(), asked);
+    if (alive) end(asked);
   });
 }
 
-void X11WindowManagerTurn::call(xcb_window_t asked) {
-  if (const auto callback = std::exchange(questions_.at(asked).callback, nullptr)) callback();
+void X11WindowManagerTurn::end(xcb_window_t asked) {
+  auto question = questions_.extract(asked);
+  if (!question) return;
+  xcb_destroy_window(connection_.xcb(), asked);
+  question.mapped().callback();
 }
 
 }  // namespace pellar

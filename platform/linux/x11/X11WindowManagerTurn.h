@@ -29,18 +29,17 @@ class X11WindowManagerTurn {
 
  private:
   struct Question {
-    std::function<void()> callback;  // null once it was called
+    std::function<void()> callback;
     Subscription deadline;
   };
 
   [[nodiscard]] bool wouldBeAnswered() const;
   void handle(const xcb_generic_event_t& event);
-  void call(xcb_window_t asked);
+  void end(xcb_window_t asked);
 
   X11Connection& connection_;
   MainLoop& loop_;
-  // By the window that was asked about. It stays until the answer, for which a window manager needs it.
-  std::unordered_map<xcb_window_t, Question> questions_;
+  std::unordered_map<xcb_window_t, Question> questions_;  // by the window that was asked about
   Subscription events_;
   Alive alive_;
 };
